@@ -1,0 +1,36 @@
+# What every target of ours is compiled with: link halvoran_options for it.
+add_library(halvoran_options INTERFACE)
+target_include_directories(halvoran_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(halvoran_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Werror)
+
+if(WIN32)
+    enable_language(RC)
+    target_compile_definitions(halvoran_options INTERFACE UNICODE _UNICODE NOMINMAX _WIN32_WINNT=0x0601 WINVER=0x0601)
+    set(CMAKE_SHARED_LIBRARY_PREFIX "")
+    # The program folder as it would be installed: the binaries and the runtime libraries that they share.
+    set(HALVORAN_PROGRAM_FOLDER ${PROJECT_SOURCE_DIR}/build/halvoran)
+    file(MAKE_DIRECTORY ${HALVORAN_PROGRAM_FOLDER})
+    foreach(runtime libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
+        execute_process(
+            COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${runtime}
+            OUTPUT_VARIABLE runtime_path
+            OUTPUT_STRIP_TRAILING_WHITESPACE)
+        if(NOT EXISTS ${runtime_path})
+            set(runtime_path /usr/x86_64-w64-mingw32/lib/${runtime})
+        endif()
+        file(COPY ${runtime_path} DESTINATION ${HALVORAN_PROGRAM_FOLDER})
+    endforeach()
+    set(CMAKE_CROSSCOMPILING_EMULATOR ${PROJECT_SOURCE_DIR}/scripts/wine-run)
+endif()
+
+if(HALVORAN_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
+# halvoran_program(TARGET): puts a binary into the program folder.
+function(halvoran_program target)
+    set_target_properties(${target} PROPERTIES
+        RUNTIME_OUTPUT_DIRECTORY ${HALVORAN_PROGRAM_FOLDER}
+        LIBRARY_OUTPUT_DIRECTORY ${HALVORAN_PROGRAM_FOLDER})
+endfunction()

@@ -1,0 +1,44 @@
+# What the scripts share: the Wine environment and a display. To be sourced, with $root set to the project's folder.
+
+export WINEPREFIX=$root/build/wine
+export WINEDEBUG=${WINEDEBUG:--all}
+# No questions about missing components, and no debugger window when a program crashes.
+export WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d"
+# Test programs stand outside the program folder and find the shared libraries there.
+WINEPATH="Z:$(printf '%s' "$root/build/halvoran" | tr / '\\')"
+export WINEPATH
+
+# Makes the Wine prefix once. Safe against being called by several tests at once.
+prepare_wine() {
+    [ -e "$WINEPREFIX/ready" ] && return
+    mkdir -p "$root/build"
+    (
+        flock 9
+        [ -e "$WINEPREFIX/ready" ] && exit
+        echo "Making the Wine prefix ..." >&2
+        with_display wineboot -i >"$root/build/wineboot.log" 2>&1
+        wineserver -w
+        touch "$WINEPREFIX/ready"
+    ) 9>"$root/build/wine.lock"
+}
+
+# with_display COMMAND...: runs it on the present display, or on an Xvfb of its own.
+with_display() {
+    if [ -n "${DISPLAY:-}" ]; then
+        "$@"
+        return
+    fi
+    local number_file server status=0
+    number_file=$(mktemp)
+    Xvfb -displayfd 3 -screen 0 1280x960x24 -nolisten tcp 3>"$number_file" 2>/dev/null &
+    server=$!
+    while [ ! -s "$number_file" ]; do
+        kill -0 "$server" 2>/dev/null || { echo "Xvfb did not start." >&2; return 1; }
+        sleep 0.05
+    done
+    DISPLAY=:$(cat "$number_file") "$@" || status=$?
+    rm -f "$number_file"
+    kill "$server" 2>/dev/null || true
+    wait "$server" 2>/dev/null || true
+    return "$status"
+}
