@@ -1,0 +1,71 @@
+#pragma once
+
+#include "imaging/geometry.h"
+#include "imaging/word_buffer.h"
+
+#include <cstddef>
+#include <cstdint>
+
+namespace imaging {
+
+/// A 1-bit image: 1 is ink, 0 is paper. A row is a run of 64-bit words; the most significant bit of the first word is
+/// the leftmost pixel, so shifting a word left moves its pixels left. The bits that pad a row's last word are zero, and
+/// every operation leaves them zero: equality and the counting of ink rely on it.
+/// A value type: copies are deep. A default-constructed or moved-from bitmap has no pixels.
+class Bitmap
+{
+public:
+    /// Limits of what is taken for an image; beyond them a size is a broken file or a slip of the hand.
+    static constexpr int maximumSide = 1 << 20;
+    static constexpr std::int64_t maximumPixels = std::int64_t(1) << 34;
+
+    Bitmap() = default;
+
+    /// All paper. Throws ImagingError for a negative or absurd size and when memory does not suffice.
+    explicit Bitmap(Size size);
+
+    /// With whatever the memory holds: for an operation that writes every word, the padding included.
+    static Bitmap uninitialized(Size size);
+
+    Bitmap(const Bitmap& other);
+    Bitmap& operator=(const Bitmap& other);
+    Bitmap(Bitmap&& other) noexcept;
+    Bitmap& operator=(Bitmap&& other) noexcept;
+
+    int width() const { return size_.width; }
+    int height() const { return size_.height; }
+    Size size() const { return size_; }
+    Rect bounds() const { return Rect::of(size_); }
+    bool empty() const { return size_.empty(); }
+    std::ptrdiff_t wordsPerRow() const { return wordsPerRow_; }
+
+    std::uint64_t* row(int y) { return words_.data() + y * wordsPerRow_; }
+    const std::uint64_t* row(int y) const { return words_.data() + y * wordsPerRow_; }
+
+    /// The point must lie inside.
+    bool ink(int x, int y) const { return row(y)[x >> 6] >> (63 - (x & 63)) & 1; }
+    void setInk(int x, int y, bool ink)
+    {
+        const std::uint64_t bit = std::uint64_t(1) << (63 - (x & 63));
+        std::uint64_t& word = row(y)[x >> 6];
+        word = ink ? word | bit : word & ~bit;
+    }
+
+    /// The bits of a row's last word that hold pixels.
+    std::uint64_t lastWordMask() const { return ~std::uint64_t(0) << (-size_.width & 63); }
+
+    bool operator==(const Bitmap& other) const;
+
+private:
+    struct Uninitialized
+    {};
+    Bitmap(Size size, Uninitialized);
+
+    std::size_t wordCount() const { return std::size_t(wordsPerRow_) * std::size_t(size_.height); }
+
+    Size size_;
+    std::ptrdiff_t wordsPerRow_ = 0;
+    WordBuffer words_;
+};
+
+} // namespace imaging

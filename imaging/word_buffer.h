@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace imaging {
+
+/// The memory of a bitmap: 64-bit words, uninitialised at first, owned alone. Throws ImagingError when memory does not
+/// suffice.
+class WordBuffer
+{
+public:
+    WordBuffer() = default;
+    explicit WordBuffer(std::size_t count);
+    ~WordBuffer();
+
+    WordBuffer(WordBuffer&& other) noexcept;
+    WordBuffer& operator=(WordBuffer&& other) noexcept;
+
+    std::uint64_t* data() { return words_; }
+    const std::uint64_t* data() const { return words_; }
+
+    /// Sets every word to zero.
+    void clear();
+
+private:
+    std::uint64_t* words_ = nullptr;
+    std::size_t count_ = 0;
+};
+
+} // namespace imaging
