@@ -1,0 +1,23 @@
+#pragma once
+
+#include "drawing/document.h"
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace drawing {
+
+/// Reads a drawing file by its content, whatever its extension: DXF in text form, of the releases 12 to 2018. Throws
+/// DrawingError with the line and the reason; a drawing comes back whole or not at all.
+Document readDrawing(const std::filesystem::path& path);
+
+/// Writes the drawing as a DXF file of the release 2000, in text form: into a fresh file beside the target, which is
+/// then renamed over it, so that the target is never half-written. Throws DrawingError.
+void writeDrawing(const Document& document, const std::filesystem::path& path);
+
+/// The same from and to the bytes of a DXF file in text form.
+Document readDxf(std::string_view bytes);
+std::string writeDxf(const Document& document);
+
+} // namespace drawing

@@ -1,0 +1,360 @@
+#pragma once
+
+#include "drawing/geometry.h"
+#include "drawing/object.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace drawing {
+
+inline constexpr int kColorByBlock = 0;
+inline constexpr int kColorByLayer = 256;
+
+/// What can be seen in a drawing. The owner is the block (tables.h) whose entity list holds it, or, for vertices and
+/// attributes, the entity that they are part of.
+///
+/// Angles are in degrees, counter-clockwise, as drawing files have them. Points of entities that have an `extrusion`
+/// (but for lines, points and images) lie in the plane coordinates of that extrusion: see Transform::fromExtrusion.
+struct Entity : Object
+{
+    void fields(FieldVisitor& visitor) override;
+
+    std::string layer = "0";
+    std::string linetype = "ByLayer";
+    int color = kColorByLayer;              ///< index 1 to 255, or kColorByBlock, kColorByLayer
+    std::optional<std::uint32_t> trueColor; ///< 0x00RRGGBB
+    double linetypeScale = 1;
+    int lineweight = -1; ///< 1/100 mm; -1 ByLayer, -2 ByBlock, -3 default
+    bool visible = true;
+};
+
+struct Line : Entity
+{
+    std::string_view name() const override { return "LINE"; }
+    void fields(FieldVisitor& visitor) override;
+
+    double thickness = 0;
+    Vector3 start;
+    Vector3 end;
+    Vector3 extrusion = kZAxis;
+};
+
+struct Point : Entity
+{
+    std::string_view name() const override { return "POINT"; }
+    void fields(FieldVisitor& visitor) override;
+
+    double thickness = 0;
+    Vector3 position;
+    Vector3 extrusion = kZAxis;
+};
+
+struct Circle : Entity
+{
+    std::string_view name() const override { return "CIRCLE"; }
+    void fields(FieldVisitor& visitor) override;
+
+    double thickness = 0;
+    Vector3 center;
+    double radius = 0;
+    Vector3 extrusion = kZAxis;
+};
+
+/// Runs counter-clockwise from the start angle to the end angle.
+struct Arc : Entity
+{
+    std::string_view name() const override { return "ARC"; }
+    void fields(FieldVisitor& visitor) override;
+
+    double thickness = 0;
+    Vector3 center;
+    double radius = 0;
+    Vector3 extrusion = kZAxis;
+    double startAngle = 0;
+    double endAngle = 360;
+};
+
+struct Ellipse : Entity
+{
+    std::string_view name() const override { return "ELLIPSE"; }
+    void fields(FieldVisitor& visitor) override;
+
+    Vector3 center;
+    Vector3 majorAxis{1, 0, 0}; ///< from the centre to the end of the major axis
+    double ratio = 1;           ///< minor to major
+    double startParameter = 0;  ///< radians; 0 lies at the end of the major axis
+    double endParameter = 6.283185307179586;
+    Vector3 extrusion = kZAxis;
+};
+
+/// A corner of a light polyline, with what the segment that begins there looks like.
+struct PolylinePoint
+{
+    Vector2 position;
+    double startWidth = 0;
+    double endWidth = 0;
+    double bulge = 0; ///< tangent of a quarter of the arc's angle; positive turns left
+    bool operator==(const PolylinePoint&) const = default;
+};
+
+/// LWPOLYLINE.
+struct LightPolyline : Entity
+{
+    std::string_view name() const override { return "LWPOLYLINE"; }
+    void fields(FieldVisitor& visitor) override;
+
+    bool closed = false;
+    bool generateLinetype = false; ///< dashes run on over the corners
+    double constantWidth = 0;      ///< holds where no point has a width of its own
+    double elevation = 0;
+    double thickness = 0;
+    std::vector<PolylinePoint> points;
+    Vector3 extrusion = kZAxis;
+};
+
+/// The old POLYLINE, with its corners as entities of their own: a polyline in the plane or in space, a mesh.
+struct HeavyPolyline : Entity
+{
+    enum Flag
+    {
+        kClosed = 1,
+        kCurveFit = 2,
+        kSplineFit = 4,
+        kInSpace = 8,
+        kMesh = 16,
+        kMeshClosedInN = 32,
+        kPolyfaceMesh = 64,
+        kGenerateLinetype = 128,
+    };
+
+    std::string_view name() const override { return "POLYLINE"; }
+    void fields(FieldVisitor& visitor) override;
+
+    int flags = 0;
+    double elevation = 0;
+    double thickness = 0;
+    double startWidth = 0; ///< of points that have none of their own
+    double endWidth = 0;
+    int meshCountM = 0;
+    int meshCountN = 0;
+    int smoothCountM = 0;
+    int smoothCountN = 0;
+    int surfaceType = 0;
+    Vector3 extrusion = kZAxis;
+    std::vector<Handle> vertices; ///< Vertex
+    Handle sequenceEnd = 0;       ///< SequenceEnd
+};
+
+struct Vertex : Entity
+{
+    enum Flag
+    {
+        kExtraOfCurveFit = 1,
+        kHasTangent = 2,
+        kOfSplineFit = 8,
+        kSplineFrame = 16,
+        kInSpace = 32,
+        kOfMesh = 64,
+        kOfPolyfaceMesh = 128,
+    };
+
+    std::string_view name() const override { return "VERTEX"; }
+    void fields(FieldVisitor& visitor) override;
+
+    Vector3 position;
+    std::optional<double> startWidth;
+    std::optional<double> endWidth;
+    double bulge = 0;
+    int flags = 0;
+    double tangent = 0;
+    std::array<int, 4> face{}; ///< corners of a polyface mesh's face, from 1; negative: invisible edge; 0: none
+};
+
+/// Ends the vertices of an old polyline or the attributes of a block reference.
+struct SequenceEnd : Entity
+{
+    std::string_view name() const override { return "SEQEND"; }
+};
+
+/// A filled triangle or quadrangle; the corners are in the file's order, so a quadrangle runs 0, 1, 3, 2.
+struct Solid : Entity
+{
+    std::string_view name() const override { return isTrace ? "TRACE" : "SOLID"; }
+    void fields(FieldVisitor& visitor) override;
+
+    bool isTrace = false;
+    std::array<Vector3, 4> corners; ///< the last two are equal in a triangle
+    double thickness = 0;
+    Vector3 extrusion = kZAxis;
+};
+
+enum class HorizontalAlignment
+{
+    Left,
+    Center,
+    Right,
+    Aligned, ///< stretched evenly between insertion and alignment point
+    Middle,  ///< centred both ways
+    Fit,     ///< stretched in width between insertion and alignment point
+};
+
+enum class VerticalAlignment
+{
+    Baseline,
+    Bottom,
+    Middle,
+    Top,
+};
+
+/// One line of text. Unless it is left-aligned on its baseline, `alignmentPoint` places it.
+struct Text : Entity
+{
+    std::string_view name() const override { return "TEXT"; }
+    void fields(FieldVisitor& visitor) override;
+
+    Vector3 position;
+    double height = 0;
+    std::string text; ///< with the file's %% codes: see plain_text.h
+    double rotation = 0;
+    double widthFactor = 1;
+    double oblique = 0;
+    std::string style = "Standard";
+    int generation = 0; ///< 2 backward, 4 upside down
+    HorizontalAlignment horizontal = HorizontalAlignment::Left;
+    VerticalAlignment vertical = VerticalAlignment::Baseline;
+    std::optional<Vector3> alignmentPoint;
+    double thickness = 0;
+    Vector3 extrusion = kZAxis;
+
+protected:
+    void textFields(FieldVisitor& visitor);
+};
+
+/// The text that a block reference carries under a tag.
+struct Attribute : Text
+{
+    enum Flag
+    {
+        kInvisible = 1,
+        kConstant = 2,
+        kVerify = 4,
+        kPreset = 8,
+    };
+
+    std::string_view name() const override { return "ATTRIB"; }
+    void fields(FieldVisitor& visitor) override;
+
+    std::string tag;
+    int flags = 0;
+    int fieldLength = 0;
+};
+
+/// What a block asks for when it is inserted; is seen only outside block references.
+struct AttributeDefinition : Text
+{
+    std::string_view name() const override { return "ATTDEF"; }
+    void fields(FieldVisitor& visitor) override;
+
+    std::string prompt;
+    std::string tag;
+    int flags = 0; ///< Attribute::Flag
+    int fieldLength = 0;
+};
+
+/// Text of several lines with formatting codes: see plain_text.h.
+struct MText : Entity
+{
+    std::string_view name() const override { return "MTEXT"; }
+    void fields(FieldVisitor& visitor) override;
+
+    /// Degrees, whichever way the file has it.
+    double rotationDegrees() const;
+
+    Vector3 position;
+    double height = 0;
+    double width = 0;   ///< lines are broken to it; 0: never
+    int attachment = 1; ///< 1 top left, 2 top centre, 3 top right, 4 to 6 middle, 7 to 9 bottom
+    int flow = 1;
+    std::string text;
+    std::string style = "Standard";
+    std::optional<Vector3> direction; ///< of the baseline, in the drawing's coordinates; goes before `rotation`
+    double rotation = 0;
+    int spacingStyle = 1;
+    double spacingFactor = 1;
+    Vector3 extrusion = kZAxis;
+};
+
+/// INSERT: a block drawn at a place, once or in rows and columns.
+struct BlockReference : Entity
+{
+    std::string_view name() const override { return "INSERT"; }
+    void fields(FieldVisitor& visitor) override;
+
+    std::string block;
+    Vector3 position;
+    Vector3 scale{1, 1, 1};
+    double rotation = 0;
+    int columns = 1;
+    int rows = 1;
+    double columnSpacing = 0;
+    double rowSpacing = 0;
+    Vector3 extrusion = kZAxis;
+    std::vector<Handle> attributes; ///< Attribute
+    Handle sequenceEnd = 0;         ///< SequenceEnd; 0 without attributes
+};
+
+/// A raster image in the drawing. `position` is the lower left corner of the lower left pixel; u runs along the width
+/// and v along the height of one pixel.
+struct Image : Entity
+{
+    enum Display
+    {
+        kShow = 1,
+        kShowUnaligned = 2,
+        kClip = 4,
+        kTransparent = 8,
+    };
+
+    enum class ClipType
+    {
+        Rectangle = 1,
+        Polygon = 2,
+    };
+
+    std::string_view name() const override { return "IMAGE"; }
+    void fields(FieldVisitor& visitor) override;
+
+    /// The whole image's rectangle as a clip boundary: (-0.5, -0.5) to (width - 0.5, height - 0.5).
+    void resetClip();
+
+    int classVersion = 0;
+    Vector3 position;
+    Vector3 u{1, 0, 0};
+    Vector3 v{0, 1, 0};
+    Vector2 pixels; ///< width and height in pixels
+    Handle definition = 0;
+    int display = kShow | kShowUnaligned;
+    bool clipped = false;
+    int brightness = 50; ///< 0 to 100
+    int contrast = 50;   ///< 0 to 100
+    int fade = 0;        ///< 0 to 100
+    Handle definitionReactor = 0;
+    ClipType clipType = ClipType::Rectangle;
+    std::vector<Vector2> clip; ///< pixels, y down from the top left pixel's centre; two corners, or the closed polygon
+};
+
+/// An entity of a kind that is carried along unread; all of it is in the kept groups.
+struct RawEntity : Entity
+{
+    explicit RawEntity(std::string dxfName) : recordName(std::move(dxfName)) {}
+    std::string_view name() const override { return recordName; }
+
+    std::string recordName;
+};
+
+} // namespace drawing

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "drawing/geometry.h"
+#include "drawing/object.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace drawing {
+
+/// The drawing's header variables, in the file's order. Names begin with "$". Unknown ones are held like all others.
+class HeaderVariables
+{
+public:
+    struct Variable
+    {
+        std::string name;
+        Groups groups;
+        bool operator==(const Variable&) const = default;
+    };
+
+    const std::vector<Variable>& all() const { return m_variables; }
+    bool has(std::string_view name) const { return find(name) != nullptr; }
+
+    // The value, or `fallback` where the variable is missing or of another form.
+    int integer(std::string_view name, int fallback = 0) const;
+    double real(std::string_view name, double fallback = 0) const;
+    std::string text(std::string_view name, std::string_view fallback = {}) const;
+    Vector3 point(std::string_view name, const Vector3& fallback = {}) const;
+
+    // Set the value, keeping the group code that the variable has; a new variable takes `code`.
+    void setInteger(std::string_view name, int value, int code = 70);
+    void setReal(std::string_view name, double value, int code = 40);
+    void setText(std::string_view name, std::string_view value, int code = 1);
+    void setPoint2(std::string_view name, const Vector2& value);
+    void setPoint3(std::string_view name, const Vector3& value);
+    void setGroups(std::string_view name, Groups groups);
+    bool erase(std::string_view name);
+
+private:
+    const Variable* find(std::string_view name) const;
+    Variable& obtain(std::string_view name);
+    void setSingle(std::string_view name, std::string value, int code);
+
+    std::vector<Variable> m_variables;
+};
+
+} // namespace drawing
