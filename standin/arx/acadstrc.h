@@ -1,0 +1,45 @@
+// The status codes that the stand-in's calls return.
+#pragma once
+
+namespace Acad {
+// Callers compare by name; the one value that matters is that eOk is 0.
+enum ErrorStatus
+{
+    eOk = 0,
+    eNotImplementedYet,
+    eNotApplicable,
+    eInvalidInput,
+    eOutOfMemory,
+    eNullObjectPointer,
+    eNullObjectId,
+    eKeyNotFound,
+    eDuplicateKey,
+    eInvalidIndex,
+    eInvalidAdsName,
+    eWrongObjectType,
+    eWrongDatabase,
+    eUnknownHandle,
+    eNotOpenForRead,
+    eNotOpenForWrite,
+    eNotThatKindOfClass,
+    eWasErased,
+    ePermanentlyErased,
+    eWasOpenForRead,
+    eWasOpenForWrite,
+    eWasOpenForNotify,
+    eAtMaxReaders,
+    eNotInDatabase,
+    eNoDatabase,
+    eNoDocument,
+    eDocumentSwitchDisabled,
+    eFileNotFound,
+    eFileAccessErr,
+    eFileSystemErr,
+    eFileInternalErr,
+    eInvalidFileExtension,
+    eDwgNeedsRecovery,
+    eLockViolation,
+    eLockConflict,
+    eInvalidContext
+};
+} // namespace Acad
