@@ -1,0 +1,191 @@
+// Control bars at a frame's edges: docking sites, floating frames and the status line.
+#pragma once
+
+#include "standin/afx/afx_frame.h"
+
+#define CBRS_ALIGN_LEFT 0x1000L
+#define CBRS_ALIGN_TOP 0x2000L
+#define CBRS_ALIGN_RIGHT 0x4000L
+#define CBRS_ALIGN_BOTTOM 0x8000L
+#define CBRS_ALIGN_ANY 0xF000L
+#define CBRS_BORDER_LEFT 0x0100L
+#define CBRS_BORDER_TOP 0x0200L
+#define CBRS_BORDER_RIGHT 0x0400L
+#define CBRS_BORDER_BOTTOM 0x0800L
+#define CBRS_BORDER_ANY 0x0F00L
+#define CBRS_TOOLTIPS 0x0010L
+#define CBRS_FLYBY 0x0020L
+#define CBRS_FLOAT_MULTI 0x0040L
+#define CBRS_SIZE_FIXED 0x0002L
+#define CBRS_SIZE_DYNAMIC 0x0004L
+#define CBRS_HIDE_INPLACE 0x0008L
+#define CBRS_FLOATING 0x80L
+#define CBRS_ORIENT_HORZ (CBRS_ALIGN_TOP | CBRS_ALIGN_BOTTOM)
+#define CBRS_ORIENT_VERT (CBRS_ALIGN_LEFT | CBRS_ALIGN_RIGHT)
+#define CBRS_ORIENT_ANY (CBRS_ORIENT_HORZ | CBRS_ORIENT_VERT)
+#define CBRS_GRIPPER 0x00400000L
+#define CBRS_ALL 0x0040FFFFL
+#define CBRS_TOP (CBRS_ALIGN_TOP | CBRS_BORDER_BOTTOM)
+#define CBRS_BOTTOM (CBRS_ALIGN_BOTTOM | CBRS_BORDER_TOP)
+#define CBRS_LEFT (CBRS_ALIGN_LEFT | CBRS_BORDER_RIGHT)
+#define CBRS_RIGHT (CBRS_ALIGN_RIGHT | CBRS_BORDER_LEFT)
+
+#define LM_STRETCH 0x01
+#define LM_HORZ 0x02
+#define LM_HORZDOCK 0x08
+#define LM_VERTDOCK 0x10
+
+// lParam of WM_SIZEPARENT: a bar takes its part off the rectangle and moves itself there.
+struct AFX_SIZEPARENTPARAMS
+{
+    HDWP hDWP; // null: only measure
+    RECT rect;
+    SIZE sizeTotal;
+    BOOL bStretch;
+};
+
+class HALVORAN_STANDIN_API CControlBar : public CWnd
+{
+    DECLARE_DYNAMIC(CControlBar)
+public:
+    ~CControlBar() override;
+
+    DWORD GetBarStyle() const { return m_dwStyle; }
+    void SetBarStyle(DWORD dwStyle) { m_dwStyle = dwStyle & CBRS_ALL; }
+    void SetBorders(LPCRECT lpRect);
+    void SetBorders(int cxLeft = 0, int cyTop = 0, int cxRight = 0, int cyBottom = 0);
+    CRect GetBorders() const { return m_borders; }
+    CFrameWnd* GetDockingFrame() const { return m_pDockSite; }
+    BOOL IsFloating() const;
+    BOOL IsDocked() const { return m_pDockBar != nullptr; }
+    void EnableDocking(DWORD dwDockStyle);
+    BOOL IsVisible() const;
+    virtual CSize CalcFixedLayout(BOOL bStretch, BOOL bHorz);
+    virtual CSize CalcDynamicLayout(int nLength, DWORD dwMode);
+    // Brings the states of the bar's buttons up to date.
+    virtual void OnUpdateCmdUI(CFrameWnd* pTarget, BOOL bDisableIfNoHndler) = 0;
+
+    BOOL PreTranslateMessage(MSG* pMsg) override;
+
+    BOOL m_bAutoDelete = FALSE;
+    DWORD m_dwStyle = 0;
+    DWORD m_dwDockStyle = 0;
+    CFrameWnd* m_pDockSite = nullptr;
+    CDockBar* m_pDockBar = nullptr;
+
+protected:
+    CControlBar() = default;
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    BOOL PreCreateWindow(CREATESTRUCT& cs) override;
+    void PostNcDestroy() override;
+    BOOL DestroyWindow() override;
+    virtual void DoPaint(CDC* pDC);
+    void DrawBorders(CDC* pDC, CRect& rect);
+    void DrawGripper(CDC* pDC, const CRect& rect);
+    // The inside of a rectangle without borders and gripper.
+    void CalcInsideRect(CRect& rect, BOOL bHorz) const;
+    BOOL IsHorizontal() const;
+
+    afx_msg int OnCreate(LPCREATESTRUCT lpcs);
+    afx_msg void OnDestroy();
+    afx_msg void OnPaint();
+    afx_msg BOOL OnEraseBkgnd(CDC* pDC);
+    afx_msg LRESULT OnSizeParent(WPARAM wParam, LPARAM lParam);
+    afx_msg LRESULT OnIdleUpdateCmdUI(WPARAM wParam, LPARAM lParam);
+    afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
+    afx_msg void OnLButtonDblClk(UINT nFlags, CPoint point);
+
+    CRect m_borders{6, 1, 6, 1};
+
+    friend class CFrameWnd;
+    friend class CDockBar;
+    friend class CMiniDockFrameWnd;
+    DECLARE_MESSAGE_MAP()
+
+private:
+    void trackDrag(CPoint start);
+};
+
+// One side of a frame, or the inside of a floating frame: holds docked bars in rows.
+class HALVORAN_STANDIN_API CDockBar : public CControlBar
+{
+    DECLARE_DYNAMIC(CDockBar)
+public:
+    explicit CDockBar(BOOL bFloating = FALSE) : m_bFloating(bFloating) {}
+    ~CDockBar() override;
+
+    using CWnd::Create;
+    BOOL Create(CWnd* pParentWnd, DWORD dwStyle, UINT nID);
+    // With a screen rectangle the bar goes where it lies along the side, else behind the last one.
+    void DockControlBar(CControlBar* pBar, LPCRECT lpRect = nullptr);
+    void RemoveControlBar(CControlBar* pBar);
+    int GetDockedCount() const { return static_cast<int>(m_bars.size()); }
+    CControlBar* GetDockedControlBar(int index) const { return m_bars.at(static_cast<std::size_t>(index)); }
+    CSize CalcFixedLayout(BOOL bStretch, BOOL bHorz) override;
+    void OnUpdateCmdUI(CFrameWnd* pTarget, BOOL bDisableIfNoHndler) override;
+
+    BOOL m_bFloating;
+
+protected:
+    void DoPaint(CDC* pDC) override;
+
+private:
+    std::vector<CControlBar*> m_bars;
+};
+
+// The small frame around a floating bar. It deletes itself with its window.
+class HALVORAN_STANDIN_API CMiniDockFrameWnd : public CFrameWnd
+{
+    DECLARE_DYNCREATE(CMiniDockFrameWnd)
+public:
+    CMiniDockFrameWnd();
+
+    BOOL Create(CFrameWnd* pParent, CPoint point);
+    using CFrameWnd::Create;
+    void RecalcLayout(BOOL bNotify = TRUE) override;
+    CDockBar* GetDockBar() { return &m_wndDockBar; }
+
+protected:
+    afx_msg void OnClose();
+    afx_msg void OnNcLButtonDown(UINT nHitTest, CPoint point);
+    afx_msg void OnNcLButtonDblClk(UINT nHitTest, CPoint point);
+    afx_msg void OnDestroy();
+
+    CDockBar m_wndDockBar{TRUE};
+    CFrameWnd* m_pOwnerFrame = nullptr;
+    DECLARE_MESSAGE_MAP()
+};
+
+class HALVORAN_STANDIN_API CStatusBar : public CControlBar
+{
+    DECLARE_DYNAMIC(CStatusBar)
+public:
+    CStatusBar() = default;
+
+    using CWnd::Create;
+    virtual BOOL Create(CWnd* pParentWnd, DWORD dwStyle = WS_CHILD | WS_VISIBLE | CBRS_BOTTOM,
+                        UINT nID = AFX_IDW_STATUS_BAR);
+    // One pane for each command; an id of 0 makes a pane without one. The first pane stretches.
+    BOOL SetIndicators(const UINT* lpIDArray, int nIDCount);
+    void SetPaneInfo(int nIndex, UINT nID, UINT nStyle, int cxWidth);
+    void GetPaneText(int nIndex, CString& rString) const;
+    BOOL SetPaneText(int nIndex, LPCWSTR lpszNewText, BOOL bUpdate = TRUE);
+    CSize CalcFixedLayout(BOOL bStretch, BOOL bHorz) override;
+    void OnUpdateCmdUI(CFrameWnd* pTarget, BOOL bDisableIfNoHndler) override;
+
+protected:
+    BOOL PreCreateWindow(CREATESTRUCT& cs) override;
+    void DoPaint(CDC* pDC) override;
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+private:
+    struct Pane
+    {
+        UINT id;
+        int width; // in pixels; 0 for the pane that stretches
+        CString text;
+    };
+    void layOutPanes();
+
+    std::vector<Pane> m_panes;
+};
