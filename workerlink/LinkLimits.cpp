@@ -1,0 +1,7 @@
+#include "workerlink/LinkLimits.h"
+
+LinkLimits& CurrentLinkLimits()
+{
+    static LinkLimits limits;
+    return limits;
+}
