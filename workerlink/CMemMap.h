@@ -32,7 +32,8 @@
 // Step 3 comes before step 4 so that the watch thread finds something to open. Done tells the reader that the
 // publisher's mapping has gone: a block published under the same number after that gets a mapping of its own size. The
 // claim has to be closed before the same number is read again, or the second reader would take it for a rival.
-// Whichever wait runs out, its side carries on: the publisher takes the block away, the reader has its copy all the same.
+// Whichever wait runs out, its side carries on: the publisher takes the block away, the reader has its copy all the
+// same.
 
 /// One end of one transfer.
 class CMemMap

@@ -23,7 +23,8 @@
 //
 //   pair    two i32               point   three f64               bool   one byte, written 0 or 1, read as non-zero
 //   string  as CArchive writes a CString: FF FE FF, length in UTF-16 units, the units; without the tag the units are
-//           bytes of the system's code page. Lengths: u8, or FF and u16, or FF FFFF and u32, or FF FFFF FFFFFFFF and u64
+//           bytes of the system's code page. Lengths: u8, or FF and u16, or FF FFFF and u32, or FF FFFF FFFFFFFF and
+//           u64
 //   region  u32 count of bytes, 0 for none, then that many bytes of an RGNDATA block
 
 /// The record's bytes.

@@ -1,0 +1,41 @@
+#include "worker/engine/convert_file.h"
+
+#include "imaging/crop.h"
+#include "imaging/error.h"
+#include "imaging/raster_file.h"
+#include "worker/engine/edit_file.h"
+
+namespace worker {
+
+namespace {
+
+imaging::Format targetFormat(std::uint32_t code, imaging::Format source)
+{
+    if (code == 0)
+        return rewriteFormat(source);
+    const std::optional<imaging::Format> format = imaging::formatFromCode(code);
+    if (!format || !imaging::describe(*format).writable)
+        throw imaging::ImagingError("There is no file format number " + std::to_string(code) + " to write.");
+    return *format;
+}
+
+/// Not cut to the image's bounds: whoever asked places the result by the region's own box.
+imaging::Bitmap part(const imaging::Bitmap& bitmap, const imaging::Region& region)
+{
+    if (imaging::intersect(region, imaging::Region(bitmap.bounds())).empty())
+        throw imaging::ImagingError("The selected area lies outside the image.");
+    return imaging::crop(bitmap, region);
+}
+
+} // namespace
+
+void convertFile(const ConvertFile& request, CommitGate& gate)
+{
+    imaging::RasterFile raster = imaging::readRaster(request.sourceFile);
+    const imaging::Format format = targetFormat(request.formatCode, raster.info.format);
+    if (request.region)
+        raster.bitmap = part(raster.bitmap, *request.region);
+    gate.pass([&] { imaging::writeRaster(request.targetFile, raster.bitmap, raster.info.resolution, format); });
+}
+
+} // namespace worker

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "imaging/geometry.h"
+#include "imaging/region.h"
+
+// What the worker is asked for, as plain values: one group of fields for each operation, in which its results go back.
+
+namespace worker {
+
+struct FormatQuery
+{
+    std::filesystem::path file;
+    std::u16string filter;        // out: the file dialog's filter, in its form with |
+    std::int32_t filterIndex = 0; // zero-based; -1 asks for the file's own format
+    std::int32_t formatCode = 0;  // out: the format number of filterIndex
+};
+
+struct ConvertFile
+{
+    std::filesystem::path sourceFile;
+    std::filesystem::path targetFile;      // may be the source itself
+    std::uint32_t formatCode = 0;          // 0 keeps the source's kind of file
+    std::optional<imaging::Region> region; // what to keep, in pixels; everything when there is none
+};
+
+struct Invert
+{
+    std::filesystem::path file; // rewritten
+};
+
+struct Rotate
+{
+    std::filesystem::path file; // rewritten
+    double angle = 0;           // radians, from +x towards +y: clockwise as seen
+    imaging::Point pivot;       // pixel
+    bool transparent = false;
+    std::optional<imaging::Region> region; // what turns; everything when there is none
+};
+
+struct Filter
+{
+    std::filesystem::path file; // rewritten
+    std::uint32_t mode = 0;     // 1 removes specks of ink, 0 fills holes
+    std::uint32_t size = 0;     // side of the largest speck or hole, in tenths of a millimetre
+    bool selectionOnly = false;
+    std::optional<imaging::Region> region; // where to work with selectionOnly
+};
+
+struct Request
+{
+    std::uint32_t operation = 0; // says which group counts
+    FormatQuery formatQuery;
+    ConvertFile convertFile;
+    Invert invert;
+    Rotate rotate;
+    Filter filter;
+};
+
+} // namespace worker
