@@ -1,6 +1,7 @@
 #include "imaging/parallel.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 #include <exception>
 #include <mutex>
@@ -43,6 +44,15 @@ void inParallel(int count, int minimum, const std::function<void(int begin, int 
         thread.join();
     if (failure)
         std::rethrow_exception(failure);
+}
+
+void inTurns(int count, const std::function<void(int index)>& work)
+{
+    std::atomic<int> next = 0;
+    inParallel(count, 1, [&](int, int) {
+        for (int index = next++; index < count; index = next++)
+            work(index);
+    });
 }
 
 int rowsWorthACore(std::ptrdiff_t wordsPerRow)

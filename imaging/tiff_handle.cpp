@@ -1,0 +1,157 @@
+#include "imaging/tiff_handle.h"
+
+#include "imaging/error.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <memory>
+#include <utility>
+
+namespace imaging {
+
+// No exception may pass through libtiff: each callback keeps its text and reports failure in libtiff's own way.
+struct TiffHandle::Callbacks
+{
+    static TiffHandle& self(thandle_t handle) { return *static_cast<TiffHandle*>(handle); }
+
+    static tmsize_t read(thandle_t handle, void* target, tmsize_t count)
+    {
+        TiffHandle& tiff = self(handle);
+        if (!tiff.source_)
+            return 0;
+        try {
+            const std::size_t got = tiff.source_->read(tiff.position_, target, std::size_t(count));
+            tiff.position_ += got;
+            return tmsize_t(got);
+        } catch (const std::exception& error) {
+            tiff.note(error.what());
+            return 0;
+        }
+    }
+
+    static tmsize_t write(thandle_t handle, void* bytes, tmsize_t count)
+    {
+        TiffHandle& tiff = self(handle);
+        try {
+            tiff.sink_->write(tiff.position_, bytes, std::size_t(count));
+            tiff.position_ += std::uint64_t(count);
+            return count;
+        } catch (const std::exception& error) {
+            tiff.note(error.what());
+            return 0;
+        }
+    }
+
+    static toff_t seek(thandle_t handle, toff_t offset, int from)
+    {
+        TiffHandle& tiff = self(handle);
+        const std::uint64_t base = from == SEEK_SET ? 0 : from == SEEK_CUR ? tiff.position_ : size(handle);
+        tiff.position_ = base + offset;
+        return tiff.position_;
+    }
+
+    static toff_t size(thandle_t handle)
+    {
+        const TiffHandle& tiff = self(handle);
+        return tiff.source_ ? tiff.source_->size() : tiff.sink_->size();
+    }
+
+    static int close(thandle_t) { return 0; }
+
+    static int map(thandle_t handle, void** base, toff_t* size)
+    {
+        const TiffHandle& tiff = self(handle);
+        if (!tiff.memory_)
+            return 0;
+        // libtiff only reads what a read-only handle maps.
+        *base = const_cast<std::byte*>(tiff.memory_->bytes().data());
+        *size = tiff.memory_->size();
+        return 1;
+    }
+
+    static void unmap(thandle_t, void*, toff_t) {}
+
+    static int complain(TIFF*, void* handle, const char*, const char* format, va_list arguments)
+    {
+        char text[300];
+        std::vsnprintf(text, sizeof text, format, arguments);
+        static_cast<TiffHandle*>(handle)->note(text);
+        return 1; // handled: libtiff need not print it
+    }
+};
+
+TiffHandle::TiffHandle(ByteSource& source) : source_(&source)
+{
+    open("r", false);
+}
+
+TiffHandle::TiffHandle(MemorySource& source) : source_(&source), memory_(&source)
+{
+    open("r", true);
+}
+
+TiffHandle::TiffHandle(ByteSink& sink) : sink_(&sink)
+{
+    open("wl", false);
+}
+
+TiffHandle::~TiffHandle()
+{
+    // Not TIFFClose, which would write what an abandoned file has left over.
+    if (tiff_)
+        TIFFCleanup(tiff_);
+}
+
+void TiffHandle::open(const char* mode, bool mapped)
+{
+    // What a broken file may make libtiff ask for in one piece.
+    constexpr tmsize_t maximumAllocation = tmsize_t(1) << 30;
+    const std::unique_ptr<TIFFOpenOptions, decltype(&TIFFOpenOptionsFree)> options(TIFFOpenOptionsAlloc(),
+                                                                                   &TIFFOpenOptionsFree);
+    if (!options)
+        throw std::bad_alloc();
+    TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), maximumAllocation);
+    TIFFOpenOptionsSetErrorHandlerExtR(options.get(), &Callbacks::complain, this);
+    TIFFOpenOptionsSetWarningHandlerExtR(options.get(), &Callbacks::complain, this);
+    const std::string fullMode = std::string(mode) + (mapped ? "" : "m");
+    tiff_ = TIFFClientOpenExt("TIFF", fullMode.c_str(), this, &Callbacks::read, &Callbacks::write, &Callbacks::seek,
+                              &Callbacks::close, &Callbacks::size, &Callbacks::map, &Callbacks::unmap, options.get());
+    if (!tiff_)
+        fail(sink_ ? "The TIFF file can't be written" : "The TIFF file is damaged");
+}
+
+void TiffHandle::note(std::string text)
+{
+    if (complaint_.empty())
+        complaint_ = std::move(text);
+}
+
+void TiffHandle::fail(const std::string& what) const
+{
+    if (complaint_.empty())
+        throw ImagingError(what + ".");
+    const bool ended = complaint_.back() == '.';
+    throw ImagingError(what + ": " + complaint_ + (ended ? "" : "."));
+}
+
+std::uint16_t TiffHandle::shortTag(std::uint32_t tag, std::uint16_t otherwise) const
+{
+    std::uint16_t value = 0;
+    return TIFFGetFieldDefaulted(tiff_, tag, &value) ? value : otherwise;
+}
+
+std::uint32_t TiffHandle::longTag(std::uint32_t tag, std::uint32_t otherwise) const
+{
+    std::uint32_t value = 0;
+    return TIFFGetFieldDefaulted(tiff_, tag, &value) ? value : otherwise;
+}
+
+float TiffHandle::realTag(std::uint32_t tag, float otherwise) const
+{
+    float value = 0;
+    return TIFFGetFieldDefaulted(tiff_, tag, &value) ? value : otherwise;
+}
+
+} // namespace imaging

@@ -1,0 +1,342 @@
+#include "imaging/codec.h"
+#include "imaging/error.h"
+#include "imaging/group4.h"
+#include "imaging/orientation.h"
+#include "imaging/parallel.h"
+#include "imaging/row_bits.h"
+#include "imaging/tiff_file.h"
+#include "imaging/tiff_handle.h"
+
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <vector>
+
+namespace imaging {
+
+namespace {
+
+constexpr char damaged[] = "The TIFF image is damaged or cut off";
+
+/// What the directory says of the pixels.
+struct Layout
+{
+    Size stored;
+    int bitsPerSample;
+    int samplesPerPixel;
+    int compression;
+    int photometric;
+    bool planes; // each sample in a plane of its own
+    bool tiled;
+    Orientation orientation;
+    Resolution resolution;
+
+    int bitsPerPixel() const { return bitsPerSample * samplesPerPixel; }
+};
+
+Resolution resolutionOf(const TiffHandle& tiff)
+{
+    constexpr double centimetresPerInch = 2.54;
+    const double x = tiff.realTag(TIFFTAG_XRESOLUTION, 0);
+    const double y = tiff.realTag(TIFFTAG_YRESOLUTION, 0);
+    switch (tiff.shortTag(TIFFTAG_RESOLUTIONUNIT, RESUNIT_INCH)) {
+    case RESUNIT_INCH:
+        return tidyResolution(x, y);
+    case RESUNIT_CENTIMETER:
+        return tidyResolution(x * centimetresPerInch, y * centimetresPerInch);
+    default:
+        return {}; // numbers without a unit tell no more than the shape of a pixel
+    }
+}
+
+bool isCcitt(int compression)
+{
+    return compression == COMPRESSION_CCITTRLE || compression == COMPRESSION_CCITTRLEW ||
+           compression == COMPRESSION_CCITTFAX3 || compression == COMPRESSION_CCITTFAX4;
+}
+
+Layout layoutOf(const TiffHandle& tiff)
+{
+    Layout layout{};
+    layout.stored = checkedImageSize(tiff.longTag(TIFFTAG_IMAGEWIDTH, 0), tiff.longTag(TIFFTAG_IMAGELENGTH, 0));
+    layout.bitsPerSample = tiff.shortTag(TIFFTAG_BITSPERSAMPLE, 1);
+    layout.samplesPerPixel = tiff.shortTag(TIFFTAG_SAMPLESPERPIXEL, 1);
+    layout.compression = tiff.shortTag(TIFFTAG_COMPRESSION, COMPRESSION_NONE);
+    layout.photometric = tiff.shortTag(TIFFTAG_PHOTOMETRIC,
+                                       isCcitt(layout.compression) ? PHOTOMETRIC_MINISWHITE : PHOTOMETRIC_MINISBLACK);
+    layout.planes =
+        layout.samplesPerPixel > 1 && tiff.shortTag(TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG) == PLANARCONFIG_SEPARATE;
+    layout.tiled = TIFFIsTiled(tiff.get()) != 0;
+    const int orientation = tiff.shortTag(TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT);
+    layout.orientation = orientation >= ORIENTATION_TOPLEFT && orientation <= ORIENTATION_LEFTBOT
+                             ? Orientation(orientation)
+                             : Orientation::TopLeft;
+    layout.resolution = resolutionOf(tiff);
+    return layout;
+}
+
+Format formatOf(const Layout& layout)
+{
+    switch (layout.compression) {
+    case COMPRESSION_CCITTFAX4:
+        return Format::TiffGroup4;
+    case COMPRESSION_NONE:
+        return Format::TiffUncompressed;
+    case COMPRESSION_PACKBITS:
+        return Format::TiffPackBits;
+    case COMPRESSION_ADOBE_DEFLATE:
+    case COMPRESSION_DEFLATE:
+        return Format::TiffDeflate;
+    default:
+        return Format::TiffOther;
+    }
+}
+
+RasterInfo infoOf(const Layout& layout)
+{
+    RasterInfo info{layout.stored, layout.bitsPerPixel(), layout.resolution, formatOf(layout)};
+    makeUpright(info, layout.orientation);
+    return info;
+}
+
+/// Turns stored pixels into a row of the bitmap.
+using RowConverter = std::function<void(std::uint64_t* row, const std::uint8_t* pixels, int width)>;
+
+std::array<std::uint16_t*, 3> colourMap(const TiffHandle& tiff)
+{
+    std::array<std::uint16_t*, 3> map{};
+    if (!TIFFGetField(tiff.get(), TIFFTAG_COLORMAP, &map[0], &map[1], &map[2]))
+        throw ImagingError("The TIFF file has a palette image without a palette.");
+    return map;
+}
+
+/// The palette's luminances. Its entries have 16 bits; some writers fill only the lower 8.
+std::vector<int> paletteLuminances(const TiffHandle& tiff, int entries)
+{
+    const auto map = colourMap(tiff);
+    bool wide = false;
+    for (const std::uint16_t* channel : map)
+        wide = wide || std::any_of(channel, channel + entries, [](std::uint16_t value) { return value > 255; });
+    const int shift = wide ? 8 : 0;
+    std::vector<int> result;
+    for (int i = 0; i < entries; ++i)
+        result.push_back(luminance(map[0][i] >> shift, map[1][i] >> shift, map[2][i] >> shift));
+    return result;
+}
+
+/// Which of the values 0 .. 2^bits - 1 are ink.
+std::vector<bool> inkTable(const TiffHandle& tiff, const Layout& layout)
+{
+    const int entries = 1 << layout.bitsPerSample;
+    std::vector<bool> ink(std::size_t(entries), false);
+    if (layout.photometric == PHOTOMETRIC_PALETTE) {
+        const std::vector<int> luminances = paletteLuminances(tiff, entries);
+        for (int i = 0; i < entries; ++i)
+            // Of two colours the darker is ink, however light it is; two equal ones tell nothing, and 1 is then paper.
+            ink[std::size_t(i)] = entries == 2 ? luminances[std::size_t(i)] < luminances[std::size_t(1 - i)] ||
+                                                     (i == 0 && luminances[0] == luminances[1])
+                                               : luminances[std::size_t(i)] < 127500;
+        return ink;
+    }
+    for (int i = 0; i < entries; ++i)
+        ink[std::size_t(i)] = (2 * i < entries - 1) != (layout.photometric == PHOTOMETRIC_MINISWHITE);
+    return ink;
+}
+
+/// Empty when the pixels are not of the plain kinds; libtiff's conversion to colours then does the work.
+RowConverter plainConverter(const TiffHandle& tiff, const Layout& layout)
+{
+    const bool grey = layout.photometric == PHOTOMETRIC_MINISWHITE || layout.photometric == PHOTOMETRIC_MINISBLACK;
+    const bool palette = layout.photometric == PHOTOMETRIC_PALETTE;
+    const int bits = layout.bitsPerSample;
+    if (layout.samplesPerPixel == 1 && (grey || palette) && (bits == 1 || bits == 2 || bits == 4 || bits == 8)) {
+        std::vector<bool> ink = inkTable(tiff, layout);
+        if (bits == 1)
+            return [inverted = bool(ink[0])](std::uint64_t* row, const std::uint8_t* pixels, int width) {
+                wordsFromBytes(row, pixels, width, inverted);
+            };
+        return [bits, ink = std::move(ink)](std::uint64_t* row, const std::uint8_t* pixels, int width) {
+            const int perByte = 8 / bits;
+            const int mask = (1 << bits) - 1;
+            fillRow(row, width, [&](int x) {
+                return ink[std::size_t(pixels[x / perByte] >> (8 - bits - x % perByte * bits) & mask)];
+            });
+        };
+    }
+    if (layout.photometric == PHOTOMETRIC_RGB && layout.samplesPerPixel == 3 && bits == 8 && !layout.planes)
+        return [](std::uint64_t* row, const std::uint8_t* pixels, int width) {
+            fillRow(row, width, [&](int x) {
+                const std::uint8_t* pixel = pixels + std::ptrdiff_t(3) * x;
+                return isDark(pixel[0], pixel[1], pixel[2]);
+            });
+        };
+    return {};
+}
+
+std::uint32_t rowsPerStrip(const TiffHandle& tiff, const Layout& layout)
+{
+    return std::clamp<std::uint32_t>(tiff.longTag(TIFFTAG_ROWSPERSTRIP, UINT32_MAX), 1,
+                                     std::uint32_t(layout.stored.height));
+}
+
+void readGroup4Strips(TiffHandle& tiff, const Layout& layout, ByteSource& source, bool inverted, Bitmap& bitmap)
+{
+    const int stripRows = int(rowsPerStrip(tiff, layout));
+    const int count = (layout.stored.height + stripRows - 1) / stripRows;
+    const bool reversed = tiff.shortTag(TIFFTAG_FILLORDER, FILLORDER_MSB2LSB) == FILLORDER_LSB2MSB;
+    std::vector<std::vector<std::uint8_t>> strips(static_cast<std::size_t>(count));
+    for (int strip = 0; strip < count; ++strip) {
+        const std::uint64_t size = TIFFRawStripSize64(tiff.get(), std::uint32_t(strip));
+        if (size == 0 || size > source.size())
+            tiff.fail(damaged);
+        std::vector<std::uint8_t>& bytes = strips[std::size_t(strip)];
+        bytes.resize(size);
+        if (TIFFReadRawStrip(tiff.get(), std::uint32_t(strip), bytes.data(), tmsize_t(size)) != tmsize_t(size))
+            tiff.fail(damaged);
+        if (reversed)
+            TIFFReverseBits(bytes.data(), tmsize_t(size));
+    }
+    inTurns(count, [&](int strip) {
+        const int first = strip * stripRows;
+        decodeGroup4(strips[std::size_t(strip)], bitmap, first, std::min(stripRows, layout.stored.height - first),
+                     inverted);
+    });
+}
+
+void readStrips(TiffHandle& tiff, const Layout& layout, const RowConverter& convert, Bitmap& bitmap)
+{
+    // Whole strips, since rows may run into each other there, unless a strip is as large as an image.
+    constexpr tmsize_t largestStrip = 1 << 24;
+    const std::uint32_t stripRows = rowsPerStrip(tiff, layout);
+    const tmsize_t rowBytes = TIFFScanlineSize(tiff.get());
+    const bool byStrip = rowBytes * tmsize_t(stripRows) <= largestStrip;
+    std::vector<std::uint8_t> bytes(std::size_t(byStrip ? rowBytes * tmsize_t(stripRows) : rowBytes));
+    for (std::uint32_t y = 0; y < std::uint32_t(layout.stored.height); ++y) {
+        const std::uint32_t rowInStrip = y % stripRows;
+        if (byStrip && rowInStrip == 0) {
+            const tmsize_t wanted = rowBytes * tmsize_t(std::min(stripRows, std::uint32_t(layout.stored.height) - y));
+            if (TIFFReadEncodedStrip(tiff.get(), y / stripRows, bytes.data(), wanted) != wanted || tiff.complained())
+                tiff.fail(damaged);
+        } else if (!byStrip) {
+            if (TIFFReadScanline(tiff.get(), bytes.data(), y) != 1 || tiff.complained())
+                tiff.fail(damaged);
+        }
+        convert(bitmap.row(int(y)), bytes.data() + (byStrip ? rowBytes * tmsize_t(rowInStrip) : 0), bitmap.width());
+    }
+}
+
+Size tileSize(const TiffHandle& tiff)
+{
+    // A tile is a piece of the image and its borders; larger ones are a slip or a trap.
+    constexpr std::uint64_t largestTile = std::uint64_t(1) << 26;
+    const std::uint64_t width = tiff.longTag(TIFFTAG_TILEWIDTH, 0);
+    const std::uint64_t height = tiff.longTag(TIFFTAG_TILELENGTH, 0);
+    if (width == 0 || height == 0 || width > largestTile || height > largestTile || width * height > largestTile)
+        throw ImagingError("The TIFF file claims tiles of " + std::to_string(width) + " x " + std::to_string(height) +
+                           " pixels.");
+    return {int(width), int(height)};
+}
+
+void readTiles(TiffHandle& tiff, const RowConverter& convert, Bitmap& bitmap)
+{
+    const Size tile = tileSize(tiff);
+    const tmsize_t rowBytes = TIFFTileRowSize(tiff.get());
+    const tmsize_t tileBytes = TIFFTileSize(tiff.get());
+    if (tileBytes <= 0 || tileBytes / tile.height < rowBytes)
+        tiff.fail(damaged);
+    std::vector<std::uint8_t> bytes(std::size_t(tileBytes), 0);
+    std::vector<std::uint64_t> bits((std::size_t(tile.width) + 63) / 64);
+    for (int top = 0; top < bitmap.height(); top += tile.height)
+        for (int left = 0; left < bitmap.width(); left += tile.width) {
+            if (TIFFReadTile(tiff.get(), bytes.data(), std::uint32_t(left), std::uint32_t(top), 0, 0) < 0 ||
+                tiff.complained())
+                tiff.fail(damaged);
+            const int width = std::min(tile.width, bitmap.width() - left);
+            const int rows = std::min(tile.height, bitmap.height() - top);
+            for (int y = 0; y < rows; ++y) {
+                convert(bits.data(), bytes.data() + rowBytes * y, width);
+                addBits(bitmap.row(top + y), left, bits.data(), width);
+            }
+        }
+}
+
+/// Every other kind of pixel, through libtiff's conversion to red, green, blue and opacity.
+void readColours(TiffHandle& tiff, const Layout& layout, Bitmap& bitmap)
+{
+    constexpr std::uint64_t largestPiece = std::uint64_t(1) << 28;
+    char reason[1024] = "";
+    if (!TIFFRGBAImageOK(tiff.get(), reason))
+        throw ImagingError(std::string("TIFF images of this kind are not read: ") + reason + ".");
+    tiff.setTag(TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT); // turning is left to upright()
+    const Size piece = layout.tiled ? tileSize(tiff) : Size{layout.stored.width, int(rowsPerStrip(tiff, layout))};
+    if (std::uint64_t(piece.width) * std::uint64_t(piece.height) > largestPiece)
+        throw ImagingError("The TIFF colour image is too large.");
+    std::vector<std::uint32_t> colours(std::size_t(piece.width) * std::size_t(piece.height));
+    std::vector<std::uint64_t> bits((std::size_t(piece.width) + 63) / 64);
+    for (int top = 0; top < bitmap.height(); top += piece.height)
+        for (int left = 0; left < bitmap.width(); left += piece.width) {
+            const int stopAtErrors = 1;
+            const int done = layout.tiled
+                                 ? TIFFReadRGBATileExt(tiff.get(), std::uint32_t(left), std::uint32_t(top),
+                                                       colours.data(), stopAtErrors)
+                                 : TIFFReadRGBAStripExt(tiff.get(), std::uint32_t(top), colours.data(), stopAtErrors);
+            if (!done || tiff.complained())
+                tiff.fail(damaged);
+            const int width = std::min(piece.width, bitmap.width() - left);
+            const int rows = std::min(piece.height, bitmap.height() - top);
+            for (int y = 0; y < rows; ++y) {
+                // The bottom row comes first: of a tile always its full height, of a strip the rows that there are.
+                const int fromBottom = (layout.tiled ? piece.height : rows) - 1 - y;
+                const std::uint32_t* pixels = colours.data() + std::ptrdiff_t(fromBottom) * piece.width;
+                fillRow(bits.data(), width, [&](int x) {
+                    // Colours come already multiplied with their opacity: add what the paper lets shine through.
+                    const int paper = 255 - int(TIFFGetA(pixels[x]));
+                    return isDark(int(TIFFGetR(pixels[x])) + paper, int(TIFFGetG(pixels[x])) + paper,
+                                  int(TIFFGetB(pixels[x])) + paper);
+                });
+                addBits(bitmap.row(top + y), left, bits.data(), width);
+            }
+        }
+}
+
+bool recognisesTiff(std::span<const std::byte> head)
+{
+    static constexpr std::array<std::array<unsigned char, 4>, 4> beginnings = {
+        {{'I', 'I', 42, 0}, {'M', 'M', 0, 42}, {'I', 'I', 43, 0}, {'M', 'M', 0, 43}}};
+    return head.size() >= 4 && std::any_of(beginnings.begin(), beginnings.end(), [&](const auto& beginning) {
+               return std::equal(beginning.begin(), beginning.end(), head.begin(),
+                                 [](unsigned char wanted, std::byte found) { return std::byte(wanted) == found; });
+           });
+}
+
+} // namespace
+
+RasterInfo inspectTiff(ByteSource& source)
+{
+    return infoOf(layoutOf(TiffHandle(source)));
+}
+
+RasterFile readTiff(ByteSource& source)
+{
+    TiffHandle tiff(source);
+    const Layout layout = layoutOf(tiff);
+    if (!TIFFIsCODECConfigured(std::uint16_t(layout.compression)))
+        throw ImagingError("TIFF files with compression " + std::to_string(layout.compression) + " are not read.");
+    tiff.forgetComplaints(); // of tags that the pixels do not need
+    const RowConverter convert = plainConverter(tiff, layout);
+    const bool pieced = !convert || layout.tiled; // pieces are added to paper, rows of strips are written whole
+    Bitmap bitmap = pieced ? Bitmap(layout.stored) : Bitmap::uninitialized(layout.stored);
+    if (!convert)
+        readColours(tiff, layout, bitmap);
+    else if (layout.tiled)
+        readTiles(tiff, convert, bitmap);
+    else if (layout.compression == COMPRESSION_CCITTFAX4 && layout.bitsPerPixel() == 1)
+        readGroup4Strips(tiff, layout, source, inkTable(tiff, layout)[0], bitmap);
+    else
+        readStrips(tiff, layout, convert, bitmap);
+    return {upright(std::move(bitmap), layout.orientation), infoOf(layout)};
+}
+
+const RasterCodec tiffCodec{recognisesTiff, inspectTiff, readTiff, writeTiff};
+
+} // namespace imaging
