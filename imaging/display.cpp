@@ -1,0 +1,303 @@
+#include "imaging/display.h"
+
+#include "imaging/bits.h"
+#include "imaging/error.h"
+#include "imaging/linear_span.h"
+#include "imaging/parallel.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <vector>
+
+namespace imaging {
+
+namespace {
+
+/// The part of one direction that an output pixel covers: source pixels first up to, without, end. The outer two count
+/// with their weights, those between with the scale's unit; nothing is covered when first equals end.
+struct Cover
+{
+    int first = 0;
+    int end = 0;
+    int firstWeight = 0;
+    int lastWeight = 0;
+    int total = 0;
+};
+
+/// How one direction of the output lies on one direction of the image.
+class Scale
+{
+public:
+    /// Output pixel i covers from slope i + start to slope (i + 1) + start.
+    Scale(double slope, double start, int imageLength) : slope_(slope), start_(start), length_(imageLength)
+    {
+        // Parts of pixels matter as long as an output pixel covers few of them.
+        unit_ = std::abs(slope) > 1 && std::abs(slope) < 12 ? 16 : 1;
+    }
+
+    int unit() const { return unit_; }
+
+    Cover at(int i) const
+    {
+        if (std::abs(slope_) <= 1)
+            return nearest(i);
+        const double one = slope_ * i + start_;
+        const double other = one + slope_;
+        const std::int64_t from = toUnits(std::min(one, other));
+        const std::int64_t to = toUnits(std::max(one, other));
+        if (from >= to)
+            return {};
+        Cover cover;
+        cover.first = int(from / unit_);
+        cover.end = int((to + unit_ - 1) / unit_);
+        cover.total = int(to - from);
+        cover.firstWeight = int(std::min<std::int64_t>(to, (cover.first + 1) * std::int64_t(unit_)) - from);
+        cover.lastWeight = int(to - std::max<std::int64_t>(from, (cover.end - 1) * std::int64_t(unit_)));
+        return cover;
+    }
+
+private:
+    Cover nearest(int i) const
+    {
+        const double centre = std::floor(slope_ * (i + 0.5) + start_);
+        if (!(centre >= 0 && centre < length_))
+            return {};
+        return {int(centre), int(centre) + 1, 1, 1, 1};
+    }
+
+    std::int64_t toUnits(double position) const
+    {
+        return std::int64_t(std::clamp(position, 0.0, double(length_)) * unit_ + 0.5);
+    }
+
+    double slope_;
+    double start_;
+    int length_;
+    int unit_ = 1;
+};
+
+/// Counts ink column by column over the rows that an output row covers, for 64 columns at a time: the counts' digits
+/// of base two lie in one word each, a plane for every digit.
+class ColumnCounts
+{
+public:
+    ColumnCounts(const Bitmap& bitmap, int firstColumn, int endColumn)
+        : bitmap_(bitmap), firstWord_(firstColumn / 64), words_((endColumn + 63) / 64 - firstWord_),
+          planes_(std::size_t(words_ + 1) * maximumPlanes, 0), any_(std::size_t(words_) + 1, 0)
+    {}
+
+    void count(const Cover& rows, int unit)
+    {
+        std::fill(planes_.begin(), planes_.begin() + std::ptrdiff_t(usedPlanes_) * (words_ + 1), 0);
+        std::fill(any_.begin(), any_.end(), 0);
+        usedPlanes_ = 0;
+        std::int64_t weightSoFar = 0;
+        for (int y = rows.first; y < rows.end; ++y) {
+            const int weight = y == rows.first ? rows.firstWeight : y == rows.end - 1 ? rows.lastWeight : unit;
+            weightSoFar += weight;
+            usedPlanes_ = std::bit_width(std::uint64_t(weightSoFar));
+            const std::uint64_t* row = bitmap_.row(y) + firstWord_;
+            for (int digit = 0; weight >> digit; ++digit)
+                if (weight >> digit & 1)
+                    add(row, digit);
+        }
+        for (int digit = 0; digit < usedPlanes_; ++digit)
+            for (int i = 0; i < words_; ++i)
+                any_[std::size_t(i)] |= plane(digit)[i];
+    }
+
+    /// The weighted sum over the columns of a cover.
+    std::int64_t sum(const Cover& columns, int unit) const
+    {
+        std::int64_t total = 0;
+        const int begin = columns.first - firstWord_ * 64;
+        const int end = columns.end - firstWord_ * 64;
+        for (int x = begin; x < end; x += 64) {
+            const std::uint64_t mask = end - x >= 64 ? allBits : ~(allBits >> (end - x));
+            if (!(pixels(any_.data(), x) & mask))
+                continue;
+            for (int digit = 0; digit < usedPlanes_; ++digit)
+                total += std::int64_t(std::popcount(pixels(plane(digit), x) & mask)) * unit << digit;
+        }
+        if (total == 0 || unit == 1)
+            return total;
+        total -= std::int64_t(unit - columns.firstWeight) * countAt(begin);
+        if (end - begin > 1)
+            total -= std::int64_t(unit - columns.lastWeight) * countAt(end - 1);
+        return total;
+    }
+
+private:
+    static constexpr int maximumPlanes = 26;
+
+    std::uint64_t* plane(int digit) { return planes_.data() + std::ptrdiff_t(digit) * (words_ + 1); }
+    const std::uint64_t* plane(int digit) const { return planes_.data() + std::ptrdiff_t(digit) * (words_ + 1); }
+
+    /// Adds a row of ones and zeros at the given digit, carries included.
+    void add(const std::uint64_t* row, int digit)
+    {
+        constexpr int chunk = 8;
+        for (int first = 0; first < words_; first += chunk) {
+            const int count = std::min(chunk, words_ - first);
+            std::uint64_t carry[chunk] = {};
+            std::memcpy(carry, row + first, std::size_t(count) * sizeof carry[0]);
+            for (int at = digit; at < usedPlanes_; ++at) {
+                std::uint64_t* digits = plane(at) + first;
+                std::uint64_t more = 0;
+                for (int i = 0; i < count; ++i) {
+                    const std::uint64_t both = digits[i] & carry[i];
+                    digits[i] ^= carry[i];
+                    carry[i] = both;
+                    more |= both;
+                }
+                if (!more)
+                    break;
+            }
+        }
+    }
+
+    /// 64 pixels of a row of ours, which has one word more than needed.
+    static std::uint64_t pixels(const std::uint64_t* row, int x)
+    {
+        const int shift = x & 63;
+        const std::uint64_t* word = row + (x >> 6);
+        return shift ? word[0] << shift | word[1] >> (64 - shift) : word[0];
+    }
+
+    std::int64_t countAt(int x) const
+    {
+        std::int64_t count = 0;
+        for (int digit = 0; digit < usedPlanes_; ++digit)
+            count |= std::int64_t(plane(digit)[x >> 6] >> (63 - (x & 63)) & 1) << digit;
+        return count;
+    }
+
+    const Bitmap& bitmap_;
+    int firstWord_;
+    int words_;
+    int usedPlanes_ = 0;
+    std::vector<std::uint64_t> planes_;
+    std::vector<std::uint64_t> any_;
+};
+
+std::uint8_t share(std::int64_t ink, std::int64_t total)
+{
+    return std::uint8_t((ink * 255 + total / 2) / total);
+}
+
+/// Rows of the output lie along rows of the image, perhaps mirrored.
+void sampleUpright(const Bitmap& bitmap, const Affine& map, Size output, std::uint8_t* gray, std::ptrdiff_t stride)
+{
+    const Scale columns(map.xx, map.x0, bitmap.width());
+    const Scale rows(map.yy, map.y0, bitmap.height());
+    std::vector<Cover> covers(std::size_t(output.width));
+    int left = bitmap.width();
+    int right = 0;
+    for (int x = 0; x < output.width; ++x) {
+        Cover& cover = covers[std::size_t(x)] = columns.at(x);
+        if (cover.total > 0) {
+            left = std::min(left, cover.first);
+            right = std::max(right, cover.end);
+        }
+    }
+    if (left >= right)
+        return;
+    inParallel(output.height, 16, [&](int begin, int end) {
+        ColumnCounts counts(bitmap, left, right);
+        Cover last;
+        for (int y = begin; y < end; ++y) {
+            const Cover cover = rows.at(y);
+            if (cover.total == 0)
+                continue;
+            std::uint8_t* line = gray + y * stride;
+            if (y > begin && cover.total == 1 && last.total == 1 && cover.first == last.first) {
+                std::memcpy(line, line - stride, std::size_t(output.width));
+                continue;
+            }
+            last = cover;
+            counts.count(cover, rows.unit());
+            for (int x = 0; x < output.width; ++x) {
+                const Cover& across = covers[std::size_t(x)];
+                if (across.total == 0)
+                    continue;
+                if (const std::int64_t ink = counts.sum(across, columns.unit()))
+                    line[x] = share(ink, std::int64_t(across.total) * cover.total);
+            }
+        }
+    });
+}
+
+/// The ink in a rectangle of the image.
+std::int64_t countInk(const Bitmap& bitmap, const Rect& rect)
+{
+    std::int64_t ink = 0;
+    for (int y = rect.top; y < rect.bottom; ++y) {
+        const std::uint64_t* row = bitmap.row(y);
+        forEachWord(rect.left, rect.right,
+                    [&](std::ptrdiff_t i, std::uint64_t mask) { ink += std::popcount(row[i] & mask); });
+    }
+    return ink;
+}
+
+/// At any other angle each output pixel takes the average of an upright rectangle of the same area around its centre.
+void sampleTurned(const Bitmap& bitmap, const Affine& map, Size output, std::uint8_t* gray, std::ptrdiff_t stride)
+{
+    const double width = std::max(1.0, std::hypot(map.xx, map.xy));
+    const double height = std::max(1.0, std::hypot(map.yx, map.yy));
+    const auto clamped = [](double position, int length) {
+        return int(std::clamp(std::floor(position + 0.5), 0.0, double(length)));
+    };
+    inParallel(output.height, 16, [&](int begin, int end) {
+        for (int y = begin; y < end; ++y) {
+            const OutputSpan span = insideImage(bitmap.size(), map, output, y);
+            for (int x = span.begin; x < span.end; ++x) {
+                const double centreX = map.xx * (x + 0.5) + map.xy * (y + 0.5) + map.x0;
+                const double centreY = map.yx * (x + 0.5) + map.yy * (y + 0.5) + map.y0;
+                const Rect rect{
+                    clamped(centreX - width / 2, bitmap.width()), clamped(centreY - height / 2, bitmap.height()),
+                    clamped(centreX + width / 2, bitmap.width()), clamped(centreY + height / 2, bitmap.height())};
+                if (rect.empty())
+                    continue;
+                if (const std::int64_t ink = countInk(bitmap, rect))
+                    gray[y * stride + x] = share(ink, std::int64_t(rect.width()) * rect.height());
+            }
+        }
+    });
+}
+
+void check(const Affine& map)
+{
+    for (const double number : {map.xx, map.xy, map.x0, map.yx, map.yy, map.y0})
+        if (!std::isfinite(number))
+            throw ImagingError("The image can't be shown: its place in the drawing has no usable numbers.");
+    if (map.xx * map.yy - map.xy * map.yx == 0)
+        throw ImagingError("The image can't be shown: it is flattened to a line.");
+}
+
+} // namespace
+
+void sampleCoverage(const Bitmap& bitmap, const Affine& fromOutputToImage, Size output, std::uint8_t* gray,
+                    std::ptrdiff_t stride)
+{
+    check(fromOutputToImage);
+    for (int y = 0; y < output.height; ++y)
+        std::memset(gray + y * stride, 0, std::size_t(std::max(output.width, 0)));
+    if (bitmap.empty() || output.empty())
+        return;
+    if (fromOutputToImage.xy == 0 && fromOutputToImage.yx == 0)
+        sampleUpright(bitmap, fromOutputToImage, output, gray, stride);
+    else
+        sampleTurned(bitmap, fromOutputToImage, output, gray, stride);
+}
+
+OutputSpan insideImage(Size image, const Affine& map, Size output, int y)
+{
+    const double row = y + 0.5;
+    const Span all{0, std::max(output.width, 0)};
+    const Span across = whereBetween(all, map.xx, map.xx * 0.5 + map.xy * row + map.x0, 0, image.width);
+    const Span span = whereBetween(across, map.yx, map.yx * 0.5 + map.yy * row + map.y0, 0, image.height);
+    return {span.begin, span.end};
+}
+
+} // namespace imaging

@@ -1,0 +1,176 @@
+#include "imaging/resample.h"
+
+#include "imaging/bits.h"
+#include "imaging/error.h"
+#include "imaging/parallel.h"
+
+#include <algorithm>
+#include <numeric>
+#include <vector>
+
+namespace imaging {
+
+namespace {
+
+/// Where one direction's source pixels come to lie among the target's. A target pixel is `unit` long; edge e of the
+/// source, which lies before pixel e or at the end, falls `fraction` beyond the beginning of target pixel `pixel`. In a
+/// direction that grows, edges fall between target pixels and unit is 1.
+class Axis
+{
+public:
+    struct Edge
+    {
+        int pixel;
+        int fraction;
+    };
+
+    Axis(int source, int target) : edges_(std::size_t(source) + 1)
+    {
+        const std::int64_t divisor = std::gcd(source, target);
+        const std::int64_t from = source / divisor;
+        const std::int64_t to = target / divisor;
+        unit_ = target < source ? from : 1;
+        for (std::int64_t e = 0; e <= source; ++e) {
+            // Growing, target pixel t takes source pixel floor((t + 1/2) from / to). The first t that takes e:
+            const std::int64_t first = (2 * e * to + from - 1) / (2 * from);
+            const std::int64_t position = target < source ? e * to : first;
+            edges_[std::size_t(e)] = {int(position / unit_), int(position % unit_)};
+        }
+    }
+
+    std::int64_t unit() const { return unit_; }
+    const Edge& operator[](int edge) const { return edges_[std::size_t(edge)]; }
+    std::int64_t position(int edge) const { return edges_[std::size_t(edge)].pixel * unit_ + (*this)[edge].fraction; }
+
+    /// The first source pixel that covers some of target pixel t.
+    int firstSource(int t) const
+    {
+        const auto beyond = std::upper_bound(edges_.begin(), edges_.end(), t * unit_, [&](std::int64_t at, Edge edge) {
+            return at < edge.pixel * unit_ + edge.fraction;
+        });
+        return int(beyond - edges_.begin()) - 1;
+    }
+
+    /// How much of target pixel t source pixel s covers, in parts of `unit`; 0 or less for none.
+    std::int64_t overlap(int s, int t) const
+    {
+        return std::min(position(s + 1), (t + 1) * unit_) - std::max(position(s), t * unit_);
+    }
+
+private:
+    std::vector<Edge> edges_;
+    std::int64_t unit_ = 1;
+};
+
+/// Sums the ink that falls on the pixels of one target row. Each edge between ink and paper is entered as a change of
+/// coverage, so that a run of ink costs the same at any length; the row's sums come out as running totals.
+template <class Sum> class RowSums
+{
+public:
+    RowSums(const Axis& columns, int width)
+        : columns_(columns), unit_(Sum(columns.unit())), width_(width), changes_(std::size_t(width) + 65, 0),
+          touched_(std::size_t(width) / 64 + 2, 0)
+    {}
+
+    /// Adds a source row, given by its ink edges, with a weight.
+    void add(const int* edges, std::size_t count, Sum weight)
+    {
+        for (std::size_t i = 0; i < count; i += 2) {
+            enter(columns_[edges[i]], weight);
+            enter(columns_[edges[i + 1]], -weight);
+        }
+    }
+
+    /// Writes the pixels whose sum reaches the threshold as ink, and forgets the sums.
+    void write(std::uint64_t* row, Sum threshold)
+    {
+        Sum sum = 0;
+        Sum* changes = changes_.data();
+        const int words = (width_ + 63) / 64;
+        for (int i = 0; i < words; ++i, changes += 64) {
+            std::uint64_t word = sum >= threshold ? allBits : 0;
+            if (touched_[std::size_t(i)]) {
+                word = 0;
+                for (int bit = 0; bit < 64; ++bit) {
+                    sum += changes[bit];
+                    changes[bit] = 0;
+                    word = word << 1 | std::uint64_t(sum >= threshold);
+                }
+                touched_[std::size_t(i)] = 0;
+            }
+            row[i] = i + 1 < words ? word : word & maskUpTo(width_);
+        }
+        changes_[std::size_t(width_)] = changes_[std::size_t(width_) + 1] = 0;
+    }
+
+private:
+    void enter(Axis::Edge edge, Sum weight)
+    {
+        changes_[std::size_t(edge.pixel)] += (unit_ - edge.fraction) * weight;
+        changes_[std::size_t(edge.pixel) + 1] += edge.fraction * weight;
+        touched_[std::size_t(edge.pixel) / 64] = 1;
+        touched_[std::size_t(edge.pixel + 1) / 64] = 1;
+    }
+
+    const Axis& columns_;
+    Sum unit_;
+    int width_;
+    std::vector<Sum> changes_;
+    std::vector<char> touched_;
+};
+
+template <class Sum> void resampleByArea(const Bitmap& source, Bitmap& target, const Axis& columns, const Axis& rows)
+{
+    const Sum whole = Sum(columns.unit() * rows.unit());
+    inParallel(target.height(), rowsWorthACore(target.wordsPerRow() * 8), [&](int begin, int end) {
+        RowSums<Sum> sums(columns, target.width());
+        std::vector<int> edges(std::size_t(source.width()) + 1);
+        for (int y = begin; y < end; ++y) {
+            for (int s = rows.firstSource(y); s < source.height() && rows.position(s) < (y + 1) * rows.unit(); ++s) {
+                if (const std::int64_t weight = rows.overlap(s, y); weight > 0)
+                    sums.add(edges.data(), findInkEdges(source.row(s), source.width(), edges.data()), Sum(weight));
+            }
+            sums.write(target.row(y), whole - whole / 2);
+        }
+    });
+}
+
+void enlarge(const Bitmap& source, Bitmap& target, const Axis& columns, const Axis& rows)
+{
+    inParallel(source.height(), rowsWorthACore(target.wordsPerRow()), [&](int begin, int end) {
+        std::vector<int> edges(std::size_t(source.width()) + 1);
+        for (int s = begin; s < end; ++s) {
+            const int first = rows[s].pixel;
+            std::uint64_t* row = target.row(first);
+            std::fill_n(row, target.wordsPerRow(), 0);
+            const std::size_t count = findInkEdges(source.row(s), source.width(), edges.data());
+            for (std::size_t i = 0; i < count; i += 2)
+                setSpan(row, columns[edges[i]].pixel, columns[edges[i + 1]].pixel, true);
+            for (int y = first + 1; y < rows[s + 1].pixel; ++y)
+                std::copy_n(row, target.wordsPerRow(), target.row(y));
+        }
+    });
+}
+
+} // namespace
+
+Bitmap resample(const Bitmap& bitmap, Size size)
+{
+    if (size == bitmap.size())
+        return bitmap;
+    if (size.empty() || bitmap.empty())
+        throw ImagingError("An image can't be brought to a size of no pixels, nor from it to another.");
+    Bitmap target = Bitmap::uninitialized(size);
+    const Axis columns(bitmap.width(), size.width);
+    const Axis rows(bitmap.height(), size.height);
+    // Sums of a whole row of pixels fit in an int for all but the most awkward pairs of large sizes.
+    if (size.width >= bitmap.width() && size.height >= bitmap.height())
+        enlarge(bitmap, target, columns, rows);
+    else if (columns.unit() * rows.unit() < (1 << 30))
+        resampleByArea<std::int32_t>(bitmap, target, columns, rows);
+    else
+        resampleByArea<std::int64_t>(bitmap, target, columns, rows);
+    return target;
+}
+
+} // namespace imaging

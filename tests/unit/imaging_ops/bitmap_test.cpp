@@ -1,0 +1,54 @@
+#include "picture.h"
+
+#include "imaging/error.h"
+
+using namespace imaging;
+
+TEST(Bitmap, BeginsAsPaperAtEveryWidth)
+{
+    for (const int width : awkwardWidths) {
+        const Bitmap bitmap({width, 3});
+        EXPECT_EQ(bitmap.wordsPerRow(), width / 64 + (width % 64 ? 1 : 0));
+        EXPECT_TRUE(samePicture(made({width, 3}, [](int, int) { return false; }), bitmap));
+    }
+}
+
+TEST(Bitmap, CopiesShareNothing)
+{
+    Bitmap bitmap = noise({70, 4}, 0.5, 3);
+    const Bitmap copy = bitmap;
+    EXPECT_EQ(copy, bitmap);
+    bitmap.setInk(69, 3, !bitmap.ink(69, 3));
+    EXPECT_NE(copy, bitmap);
+    Bitmap assigned({1, 1});
+    assigned = copy;
+    EXPECT_TRUE(samePicture(copy, assigned));
+    const Bitmap& self = assigned;
+    assigned = self;
+    EXPECT_TRUE(samePicture(copy, assigned));
+}
+
+TEST(Bitmap, MovingLeavesNoPixelsBehind)
+{
+    Bitmap bitmap = noise({70, 4}, 0.5, 3);
+    const Bitmap copy = bitmap;
+    Bitmap moved = std::move(bitmap);
+    EXPECT_TRUE(samePicture(copy, moved));
+    EXPECT_TRUE(bitmap.empty()); // NOLINT(bugprone-use-after-move): the state after a move is part of the contract
+    EXPECT_EQ(bitmap, Bitmap());
+    bitmap = std::move(moved);
+    EXPECT_TRUE(samePicture(copy, bitmap));
+    EXPECT_TRUE(moved.empty()); // NOLINT(bugprone-use-after-move)
+}
+
+TEST(Bitmap, SizesAreChecked)
+{
+    EXPECT_THROW(Bitmap({-1, 5}), ImagingError);
+    EXPECT_THROW(Bitmap({5, -1}), ImagingError);
+    EXPECT_THROW(Bitmap({2000000000, 2000000000}), ImagingError);
+    EXPECT_THROW(Bitmap({Bitmap::maximumSide + 1, 1}), ImagingError);
+    EXPECT_THROW(Bitmap({Bitmap::maximumSide, Bitmap::maximumSide}), ImagingError);
+    EXPECT_TRUE(Bitmap({0, 7}).empty());
+    EXPECT_EQ(Bitmap({0, 7}), Bitmap());
+    EXPECT_EQ(Bitmap({Bitmap::maximumSide, 1}).width(), Bitmap::maximumSide);
+}

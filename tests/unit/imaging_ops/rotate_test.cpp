@@ -1,0 +1,143 @@
+#include "picture.h"
+
+#include "imaging/error.h"
+#include "imaging/rotate.h"
+#include "imaging/turn.h"
+
+#include <cmath>
+#include <numbers>
+
+using namespace imaging;
+
+namespace {
+
+constexpr double quarter = std::numbers::pi / 2;
+
+Bitmap rotated(Bitmap bitmap, double radians, Point pivot, bool transparent, const Region* region = nullptr)
+{
+    rotate(bitmap, radians, pivot, transparent, region);
+    return bitmap;
+}
+
+/// Looks up each pixel by itself. Where the source position lies so close to halfway between two pixels that rounding
+/// decides, the pixel's actual value is taken over.
+Bitmap plainlyRotated(const Bitmap& bitmap, double radians, Point pivot, bool transparent, const Region& region,
+                      const Bitmap& actual)
+{
+    const double c = std::cos(radians);
+    const double s = std::sin(radians);
+    int undecided = 0;
+    Bitmap result = made(bitmap.size(), [&](int x, int y) {
+        const double u = c * (x - pivot.x) + s * (y - pivot.y) + pivot.x + 0.5;
+        const double v = c * (y - pivot.y) - s * (x - pivot.x) + pivot.y + 0.5;
+        const Point p{int(std::floor(u)), int(std::floor(v))};
+        const bool left = bitmap.ink(x, y) && !region.contains({x, y});
+        if (std::abs(u - std::round(u)) < 1e-6 || std::abs(v - std::round(v)) < 1e-6) {
+            ++undecided;
+            return actual.ink(x, y);
+        }
+        if (!bitmap.bounds().contains(p) || !region.contains(p))
+            return left;
+        return bitmap.ink(p.x, p.y) || (transparent && left);
+    });
+    EXPECT_LE(undecided, bitmap.width() + bitmap.height()) << "too many pixels were left undecided";
+    return result;
+}
+
+} // namespace
+
+TEST(Rotate, PositiveAngleTurnsClockwiseAsSeen)
+{
+    const Bitmap bitmap = drawn({"00000", //
+                                 "00000", //
+                                 "00111", //
+                                 "00000", //
+                                 "00000"});
+    EXPECT_TRUE(
+        samePicture(drawn({"00000", "00000", "00100", "00100", "00100"}), rotated(bitmap, quarter, {2, 2}, false)));
+    EXPECT_TRUE(
+        samePicture(drawn({"00100", "00100", "00100", "00000", "00000"}), rotated(bitmap, -quarter, {2, 2}, false)));
+    EXPECT_TRUE(
+        samePicture(drawn({"00000", "00000", "11100", "00000", "00000"}), rotated(bitmap, 2 * quarter, {2, 2}, false)));
+}
+
+TEST(Rotate, QuarterTurnsOfASquareAgreeWithTheExactOnes)
+{
+    for (const int side : {1, 31, 33, 63, 65, 127, 129}) {
+        const Bitmap bitmap = noise({side, side}, 0.5, unsigned(side));
+        const Point middle{side / 2, side / 2};
+        EXPECT_TRUE(samePicture(turnClockwise(bitmap), rotated(bitmap, quarter, middle, false)));
+        EXPECT_TRUE(samePicture(turnCounterClockwise(bitmap), rotated(bitmap, -quarter, middle, true)));
+        EXPECT_TRUE(samePicture(bitmap, rotated(bitmap, 0, {7, -3}, false)));
+    }
+}
+
+TEST(Rotate, TransparentKeepsWhatOpaqueCovers)
+{
+    const Bitmap bitmap = drawn({"11111", //
+                                 "10001", //
+                                 "10101", //
+                                 "10111", //
+                                 "11111"});
+    const Region row({1, 2, 4, 3}); // 0 1 0, to stand upright over 0 1 1
+    EXPECT_TRUE(samePicture(drawn({"11111", "10001", "10101", "10111", "11111"}),
+                            rotated(bitmap, quarter, {2, 2}, true, &row)));
+    EXPECT_TRUE(samePicture(drawn({"11111", "10001", "10101", "10011", "11111"}),
+                            rotated(bitmap, quarter, {2, 2}, false, &row)));
+}
+
+TEST(Rotate, LiftedPlaceBecomesPaper)
+{
+    const Bitmap bitmap = made({70, 8}, [](int, int) { return true; });
+    const Region corner({0, 0, 3, 2});
+    const Bitmap result = rotated(bitmap, 2 * quarter, {3, 2}, false, &corner);
+    EXPECT_TRUE(samePicture(made({70, 8}, [](int x, int y) { return x >= 3 || y >= 2; }), result));
+}
+
+TEST(Rotate, AgreesWithThePlainWayAtAnyAngle)
+{
+    for (const int width : {33, 64, 129, 200}) {
+        const Bitmap bitmap = scanLike({width, 90}, unsigned(width));
+        const Region selection = Region::fromRects(anyRects(bitmap.size(), 3, unsigned(width)));
+        const Region rectangle({width / 4, 20, width / 2 + 9, 71});
+        const Region everything(bitmap.bounds());
+        for (const double degrees : {0.3, 1.0, 7.0, 29.5, 45.0, 88.0, 120.0, 200.0, -3.0, -61.0, 359.0, 1000.0}) {
+            for (const Point pivot : {Point{width / 2, 45}, Point{0, 0}, Point{-50, 300}}) {
+                for (const Region* region : {&everything, &selection, &rectangle}) {
+                    for (const bool transparent : {true, false}) {
+                        SCOPED_TRACE(testing::Message()
+                                     << width << " wide, " << degrees << " degrees about " << pivot.x << "," << pivot.y
+                                     << (transparent ? ", transparent" : ", opaque") << ", " << region->rects().size()
+                                     << " rectangles");
+                        const double angle = degrees * std::numbers::pi / 180;
+                        const Bitmap result =
+                            rotated(bitmap, angle, pivot, transparent, region == &everything ? nullptr : region);
+                        ASSERT_TRUE(
+                            samePicture(plainlyRotated(bitmap, angle, pivot, transparent, *region, result), result));
+                    }
+                }
+            }
+        }
+    }
+}
+
+TEST(Rotate, LargeMostlyEmptySheetLosesNoInk)
+{
+    Bitmap bitmap({1500, 1100});
+    for (int i = 0; i < 400; ++i)
+        bitmap.setInk(i * 7919 % 1500, i * 104729 % 1100, true);
+    const Bitmap result = rotated(bitmap, 0.4, {700, 500}, true);
+    EXPECT_TRUE(samePicture(plainlyRotated(bitmap, 0.4, {700, 500}, true, Region(bitmap.bounds()), result), result));
+}
+
+TEST(Rotate, NothingHappensWithoutSelectionOrFarAway)
+{
+    const Bitmap bitmap = noise({65, 20}, 0.5, 8);
+    const Region nothing;
+    const Region beyond({100, 100, 120, 120});
+    EXPECT_TRUE(samePicture(bitmap, rotated(bitmap, 1, {3, 3}, false, &nothing)));
+    EXPECT_TRUE(samePicture(bitmap, rotated(bitmap, 1, {3, 3}, false, &beyond)));
+    EXPECT_TRUE(samePicture(Bitmap({65, 20}), rotated(bitmap, 1, {1000000, 1000000}, false)));
+    EXPECT_THROW(rotated(bitmap, NAN, {0, 0}, false), ImagingError);
+    EXPECT_THROW(rotated(bitmap, INFINITY, {0, 0}, false), ImagingError);
+}
