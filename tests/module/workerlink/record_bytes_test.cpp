@@ -231,8 +231,8 @@ TEST_F(RecordBytes, Filter)
 
 TEST_F(RecordBytes, Rasterize)
 {
-    const std::string bytes = "0D 00 00 00 " + a + b + c + euro + one + two + zero + four + minusHalf + zero +
-                              "FF FF FF FF " + region;
+    const std::string bytes =
+        "0D 00 00 00 " + a + b + c + euro + one + two + zero + four + minusHalf + zero + "FF FF FF FF " + region;
     WorkerMessage sent(OperationRasterize);
     sent.rasterize.drawingFile = L"a";
     sent.rasterize.penFile = L"b";

@@ -49,10 +49,10 @@ TEST(RecordStrings, ThePrefixGrowsWithTheLength)
         int length;
         std::string prefix;
     };
-    for (const Case& each : {Case{0, "FF FE FF 00"}, Case{1, "FF FE FF 01"}, Case{254, "FF FE FF FE"},
-                             Case{255, "FF FE FF FF FF 00"}, Case{65533, "FF FE FF FF FD FF"},
-                             Case{65534, "FF FE FF FF FF FF FE FF 00 00"},
-                             Case{65536, "FF FE FF FF FF FF 00 00 01 00"}}) {
+    for (const Case& each :
+         {Case{0, "FF FE FF 00"}, Case{1, "FF FE FF 01"}, Case{254, "FF FE FF FE"}, Case{255, "FF FE FF FF FF 00"},
+          Case{65533, "FF FE FF FF FD FF"}, Case{65534, "FF FE FF FF FF FF FE FF 00 00"},
+          Case{65536, "FF FE FF FF FF FF 00 00 01 00"}}) {
         Bytes expected = invertCode + hex(each.prefix);
         CString text;
         LPWSTR units = text.GetBufferSetLength(each.length);
@@ -178,8 +178,9 @@ TEST(RecordTruncation, EveryEarlyEndRaisesEndOfFileAndNothingElse)
 
 TEST(RecordTruncation, AStringLongerThanTheRecordIsAnEarlyEnd)
 {
-    for (const char* tail : {"FF FE FF 05 61 00", "FF FE FF FF FF 00 61 00", "FF FE FF FF FF FF FE FF 00 00 61 00",
-                             "FF FE FF FF FF FF 00 00 00 40 61 00", "05 61", "FF FF 00 61", "FF FF FF 00 00 00 40 61"}) {
+    for (const char* tail :
+         {"FF FE FF 05 61 00", "FF FE FF FF FF 00 61 00", "FF FE FF FF FF FF FE FF 00 00 61 00",
+          "FF FE FF FF FF FF 00 00 00 40 61 00", "05 61", "FF FF 00 61", "FF FF FF 00 00 00 40 61"}) {
         WorkerMessage message(0);
         EXPECT_EQ(causeOfReading(message, invertCode + hex(tail)), CArchiveException::endOfFile) << tail;
     }

@@ -1,0 +1,135 @@
+#include "link_fixture.h"
+
+#include "workerlink/MemMapNames.h"
+
+namespace {
+
+constexpr DWORD longEnough = 60000; // for any child to end that is going to end
+
+} // namespace
+
+std::set<std::wstring> temporaryFiles()
+{
+    wchar_t folder[MAX_PATH];
+    GetTempPathW(MAX_PATH, folder);
+    std::set<std::wstring> names;
+    WIN32_FIND_DATAW found;
+    const HANDLE search = FindFirstFileW((std::wstring(folder) + L"*").c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE)
+        return names;
+    do
+        names.insert(found.cFileName);
+    while (FindNextFileW(search, &found));
+    FindClose(search);
+    return names;
+}
+
+std::vector<BYTE> countingBytes(size_t count)
+{
+    std::vector<BYTE> bytes(count);
+    for (size_t i = 0; i < count; ++i)
+        bytes[i] = static_cast<BYTE>(i);
+    return bytes;
+}
+
+CString programPath(const char* path)
+{
+    CString text(path);
+    text.Replace(L'/', L'\\');
+    return text.GetAt(0) == L'\\' ? CString(L"Z:") + text : text;
+}
+
+LinkTest::LinkTest() : m_shipped(CurrentLinkLimits()), m_temporaryFiles(temporaryFiles())
+{
+    wchar_t name[64];
+    child::reportName(name, GetCurrentProcessId());
+    m_mapping = CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(child::Report), name);
+    m_report = static_cast<child::Report*>(MapViewOfFile(m_mapping, FILE_MAP_WRITE, 0, 0, sizeof(child::Report)));
+    SetEnvironmentVariableW(child::parentVariable, std::to_wstring(GetCurrentProcessId()).c_str());
+    childrenTake(L"");
+}
+
+LinkTest::~LinkTest()
+{
+    CurrentLinkLimits() = m_shipped;
+    for (LONG i = 0; i < m_report->starts && i < child::mostStarts; ++i) {
+        // A child that a failed test left behind.
+        TerminateProcess(process(i), 1);
+        CloseHandle(process(i));
+    }
+    UnmapViewOfFile(m_report);
+    CloseHandle(m_mapping);
+    EXPECT_EQ(temporaryFiles(), m_temporaryFiles) << "the temporary folder has changed";
+}
+
+void LinkTest::childrenTake(const wchar_t* steps)
+{
+    SetEnvironmentVariableW(child::stepsVariable, steps);
+}
+
+CString LinkTest::childPath()
+{
+    wchar_t own[MAX_PATH] = {};
+    GetModuleFileNameW(nullptr, own, MAX_PATH);
+    const std::wstring path(own);
+    return (path.substr(0, path.rfind(L'\\') + 1) + L"worker_test_child.exe").c_str();
+}
+
+std::unique_ptr<WorkerRunResult> LinkTest::startChild(DWORD number)
+{
+    auto result = std::make_unique<WorkerRunResult>();
+    WorkerProcess process(*result);
+    EXPECT_TRUE(process.Start(childPath(), number)) << "the child did not start, error " << process.lastError;
+    return result;
+}
+
+DWORD LinkTest::exitCode(int index) const
+{
+    EXPECT_EQ(WaitForSingleObject(process(index), longEnough), WAIT_OBJECT_0) << "a child runs on";
+    DWORD code = 0;
+    GetExitCodeProcess(process(index), &code);
+    return code;
+}
+
+std::set<std::wstring> LinkTest::objectsOf(DWORD number)
+{
+    std::set<std::wstring> found;
+    const CString mapping = MappingName(number, L"");
+    if (const HANDLE handle = OpenFileMappingW(FILE_MAP_READ, FALSE, mapping)) {
+        CloseHandle(handle);
+        found.insert(mapping.GetString());
+    }
+    const std::wstring digits = std::to_wstring(number);
+    for (const std::wstring& name : {L"CMemMap_M_" + digits + L"S", L"CMemMap_S_" + digits, L"CMemMap_SEnd_" + digits,
+                                     L"WORKING_" + digits, L"READY_" + digits, L"OK_" + digits}) {
+        for (const std::wstring& each : {name, name + L"_LOCK"}) {
+            if (const HANDLE handle = OpenSemaphoreW(SYNCHRONIZE, FALSE, each.c_str())) {
+                CloseHandle(handle);
+                found.insert(each);
+            }
+        }
+    }
+    return found;
+}
+
+void LinkTest::expectNothingLeft(DWORD number)
+{
+    const DWORD begun = GetTickCount();
+    while (!objectsOf(number).empty()) {
+        if (GetTickCount() - begun > longEnough) {
+            std::string names;
+            for (const std::wstring& name : objectsOf(number))
+                names += std::string(name.begin(), name.end()) + " ";
+            FAIL() << "left over: " << names;
+        }
+        Sleep(5);
+    }
+}
+
+void LinkTest::expectNothingLeftOfAnyRun() const
+{
+    for (LONG i = 0; i < starts() && i < child::mostStarts; ++i) {
+        exitCode(i);
+        expectNothingLeft(start(i).transferNumber);
+    }
+}
