@@ -21,12 +21,12 @@ constexpr std::string_view bmpExtensions[] = {"bmp", "dib"};
 
 constexpr FormatDescription descriptions[] = {
     {Format::TiffGroup4, "TIFF group 4", tiffExtensions, true},
-    {Format::TiffDeflate, "TIFF deflate", tiffExtensions, true},
-    {Format::TiffPackBits, "TIFF PackBits", tiffExtensions, true},
-    {Format::TiffUncompressed, "TIFF uncompressed", tiffExtensions, true},
     {Format::Cals, "CALS", calsExtensions, true},
     {Format::Png, "PNG", pngExtensions, true},
     {Format::Bmp, "BMP", bmpExtensions, true},
+    {Format::TiffUncompressed, "TIFF uncompressed", tiffExtensions, true},
+    {Format::TiffPackBits, "TIFF PackBits", tiffExtensions, true},
+    {Format::TiffDeflate, "TIFF deflate", tiffExtensions, true},
     {Format::TiffOther, "TIFF", tiffExtensions, false},
 };
 
