@@ -34,7 +34,7 @@ FileSource::FileSource(const std::filesystem::path& path)
 
 std::size_t FileSource::read(std::uint64_t offset, void* target, std::size_t count)
 {
-    if (offset >= size_)
+    if (offset >= size_ || count == 0)
         return 0;
     // A seek throws away what the stream has buffered: only when it leads elsewhere.
     if (offset != position_)
@@ -50,7 +50,7 @@ std::size_t FileSource::read(std::uint64_t offset, void* target, std::size_t cou
 
 std::size_t MemorySource::read(std::uint64_t offset, void* target, std::size_t count)
 {
-    if (offset >= bytes_.size())
+    if (offset >= bytes_.size() || count == 0)
         return 0;
     const auto got = std::size_t(std::min<std::uint64_t>(count, bytes_.size() - offset));
     std::memcpy(target, bytes_.data() + offset, got);

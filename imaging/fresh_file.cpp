@@ -40,6 +40,12 @@ void refuseProtectedTarget(const fs::path& target)
         throw ImagingError("The file is write-protected.");
 }
 
+/// The end of a sentence about what a stream could not do. Streams keep no reason of their own: errno is zeroed before.
+std::string systemReason()
+{
+    return errno == 0 ? "." : ": " + std::generic_category().message(errno) + ".";
+}
+
 } // namespace
 
 FreshFile::FreshFile(fs::path target) : target_(std::move(target))
@@ -49,7 +55,7 @@ FreshFile::FreshFile(fs::path target) : target_(std::move(target))
     errno = 0;
     stream_.open(fresh_, std::ios::binary | std::ios::trunc);
     if (!stream_)
-        throw ImagingError("The file can't be written: " + std::generic_category().message(errno) + ".");
+        throw ImagingError("The file can't be written" + systemReason());
 }
 
 FreshFile::~FreshFile()
@@ -63,12 +69,12 @@ FreshFile::~FreshFile()
 
 void FreshFile::write(std::uint64_t offset, const void* bytes, std::size_t count)
 {
+    errno = 0; // a seek may have bytes to write out, too
     if (offset != position_)
         stream_.seekp(std::streamoff(offset));
-    errno = 0;
     stream_.write(static_cast<const char*>(bytes), std::streamsize(count));
     if (!stream_)
-        throw ImagingError("Writing the file failed: " + std::generic_category().message(errno) + ".");
+        throw ImagingError("Writing the file failed" + systemReason());
     position_ = offset + count;
     size_ = std::max(size_, position_);
 }
@@ -78,7 +84,7 @@ void FreshFile::commit()
     errno = 0;
     stream_.close();
     if (!stream_)
-        throw ImagingError("Writing the file failed: " + std::generic_category().message(errno) + ".");
+        throw ImagingError("Writing the file failed" + systemReason());
     std::error_code error;
     fs::rename(fresh_, target_, error);
     if (error)

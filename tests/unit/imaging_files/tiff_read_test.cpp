@@ -1,0 +1,301 @@
+#include "tiff_bytes.h"
+
+#include <gmock/gmock.h>
+
+#include <thread>
+
+using namespace imaging;
+using testing::HasSubstr;
+
+namespace {
+
+class TiffRead : public FilesTest
+{};
+
+struct NamedCompression
+{
+    const char* name;
+    int compression;
+    int group3Options;
+    Format format;
+};
+
+constexpr NamedCompression compressions[] = {
+    {"none", COMPRESSION_NONE, 0, Format::TiffUncompressed},
+    {"CCITT 1D", COMPRESSION_CCITTRLE, 0, Format::TiffOther},
+    {"group 3 1D", COMPRESSION_CCITTFAX3, 0, Format::TiffOther},
+    {"group 3 2D with fill bits", COMPRESSION_CCITTFAX3, GROUP3OPT_2DENCODING | GROUP3OPT_FILLBITS, Format::TiffOther},
+    {"group 4", COMPRESSION_CCITTFAX4, 0, Format::TiffGroup4},
+    {"LZW", COMPRESSION_LZW, 0, Format::TiffOther},
+    {"PackBits", COMPRESSION_PACKBITS, 0, Format::TiffPackBits},
+    {"deflate", COMPRESSION_ADOBE_DEFLATE, 0, Format::TiffDeflate},
+    {"old deflate", COMPRESSION_DEFLATE, 0, Format::TiffDeflate},
+};
+
+} // namespace
+
+TEST_F(TiffRead, EveryCompressionPhotometricFillOrderOrientationAndLayoutGivesThePicture)
+{
+    const Bitmap seen = sampleBitmap(75, 43);
+    const auto path = file("picture.tif");
+    for (const NamedCompression& compression : compressions)
+        for (const int photometric : {PHOTOMETRIC_MINISWHITE, PHOTOMETRIC_MINISBLACK})
+            for (const int fillOrder : {FILLORDER_MSB2LSB, FILLORDER_LSB2MSB})
+                for (int orientation = ORIENTATION_TOPLEFT; orientation <= ORIENTATION_LEFTBOT; ++orientation)
+                    for (const int rowsPerStrip : {0, 8, -1}) {
+                        SCOPED_TRACE(testing::Message() << compression.name << ", photometric " << photometric
+                                                        << ", fill order " << fillOrder << ", orientation "
+                                                        << orientation << ", rows per strip " << rowsPerStrip);
+                        writeByLibtiff(path, seen,
+                                       {compression.compression, photometric, fillOrder, orientation,
+                                        compression.group3Options, rowsPerStrip});
+                        const RasterFile read = readRaster(path);
+                        ASSERT_TRUE(samePicture(seen, read.bitmap));
+                        ASSERT_EQ(read.info.size, seen.size());
+                        ASSERT_EQ(read.info.bitsPerPixel, 1);
+                        ASSERT_EQ(read.info.format, compression.format);
+                    }
+}
+
+TEST_F(TiffRead, WidthsAroundTheWordEdge)
+{
+    const auto path = file("picture.tif");
+    for (const int width : {1, 7, 8, 9, 31, 32, 33, 63, 64, 65, 127, 128, 129})
+        for (const int compression : {COMPRESSION_NONE, COMPRESSION_CCITTFAX4})
+            for (const int photometric : {PHOTOMETRIC_MINISWHITE, PHOTOMETRIC_MINISBLACK}) {
+                const Bitmap seen = sampleBitmap(width, 5);
+                writeByLibtiff(path, seen, {.compression = compression, .photometric = photometric});
+                ASSERT_TRUE(samePicture(seen, readRaster(path).bitmap)) << width << " pixels wide";
+            }
+}
+
+TEST_F(TiffRead, ResolutionInEveryUnit)
+{
+    struct Case
+    {
+        const char* name;
+        int unit;   // 0: no such tag
+        float x, y; // below 0: no such tag
+        Resolution expected;
+    };
+    const Case cases[] = {
+        {"inches", RESUNIT_INCH, 300, 300, {300, 300}},
+        {"no unit tag means inches", 0, 400, 400, {400, 400}},
+        {"centimetres, whole dots per inch restored", RESUNIT_CENTIMETER, 118.11f, 118.11f, {300, 300}},
+        {"centimetres", RESUNIT_CENTIMETER, 100, 100, {254, 254}},
+        {"unequal", RESUNIT_INCH, 204, 98, {204, 98}},
+        {"zero", RESUNIT_INCH, 0, 0, {0, 0}},
+        {"missing", RESUNIT_INCH, -1, -1, {0, 0}},
+        {"only one given stands for both", RESUNIT_INCH, 200, -1, {200, 200}},
+        {"one zero", RESUNIT_INCH, 0, 240, {240, 240}},
+        {"numbers without a unit tell the shape of a pixel only", RESUNIT_NONE, 300, 300, {0, 0}},
+    };
+    const auto path = file("resolution.tif");
+    for (const Case& c : cases)
+        for (const int orientation : {ORIENTATION_TOPLEFT, ORIENTATION_RIGHTTOP}) {
+            SCOPED_TRACE(testing::Message() << c.name << ", orientation " << orientation);
+            writeByLibtiff(path, sampleBitmap(20, 10), {.orientation = orientation});
+            TIFF* tiff = TIFFOpen(path.c_str(), "r+");
+            ASSERT_TRUE(tiff);
+            if (c.unit != 0)
+                TIFFSetField(tiff, TIFFTAG_RESOLUTIONUNIT, c.unit);
+            if (c.x >= 0)
+                TIFFSetField(tiff, TIFFTAG_XRESOLUTION, c.x);
+            if (c.y >= 0)
+                TIFFSetField(tiff, TIFFTAG_YRESOLUTION, c.y);
+            ASSERT_TRUE(TIFFRewriteDirectory(tiff));
+            TIFFClose(tiff);
+            const RasterInfo info = inspectRaster(path);
+            const bool turned = orientation == ORIENTATION_RIGHTTOP;
+            EXPECT_DOUBLE_EQ(info.resolution.x, turned ? c.expected.y : c.expected.x);
+            EXPECT_DOUBLE_EQ(info.resolution.y, turned ? c.expected.x : c.expected.y);
+            EXPECT_EQ(info.size, (Size{20, 10}));
+        }
+}
+
+TEST_F(TiffRead, OpensTheFirstOfSeveralPages)
+{
+    const auto path = file("pages.tif");
+    writeByLibtiff(path, sampleBitmap(40, 30), {.compression = COMPRESSION_CCITTFAX4});
+    writeByLibtiff(path, sampleBitmap(90, 80), {.compression = COMPRESSION_LZW}, true);
+    EXPECT_TRUE(samePicture(sampleBitmap(40, 30), readRaster(path).bitmap));
+    EXPECT_EQ(inspectRaster(path).size, (Size{40, 30}));
+}
+
+TEST_F(TiffRead, HandMadeFilesWithFewOrFalseTags)
+{
+    // Two rows of 12 pixels, padded to two bytes each.
+    const Bytes strip = {0b11100000, 0b00010000, 0b00000000, 0b11110000};
+    const Bitmap inkIsOne = drawn({"###........#", "........####"});
+    const Bitmap inkIsZero = drawn({"...########.", "########...."});
+    struct Case
+    {
+        const char* name;
+        Bytes bytes;
+        const Bitmap& expected;
+    };
+    const auto minimal = [](bool bigEndian) {
+        return TiffBytes(bigEndian).longTag(TIFFTAG_IMAGEWIDTH, 12).longTag(TIFFTAG_IMAGELENGTH, 2);
+    };
+    const Case cases[] = {
+        {"no BitsPerSample, SamplesPerPixel, Compression, RowsPerStrip",
+         minimal(false).shortTag(TIFFTAG_PHOTOMETRIC, 0).longTag(TIFFTAG_STRIPBYTECOUNTS, 4).withStrip(strip),
+         inkIsOne},
+        {"the same in the other byte order",
+         minimal(true).shortTag(TIFFTAG_PHOTOMETRIC, 0).longTag(TIFFTAG_STRIPBYTECOUNTS, 4).withStrip(strip), inkIsOne},
+        {"black is zero",
+         minimal(true).shortTag(TIFFTAG_PHOTOMETRIC, 1).longTag(TIFFTAG_STRIPBYTECOUNTS, 4).withStrip(strip),
+         inkIsZero},
+        {"RowsPerStrip beyond every image",
+         minimal(false)
+             .shortTag(TIFFTAG_PHOTOMETRIC, 0)
+             .longTag(TIFFTAG_ROWSPERSTRIP, 0xFFFFFFFF)
+             .longTag(TIFFTAG_STRIPBYTECOUNTS, 4)
+             .withStrip(strip),
+         inkIsOne},
+        {"StripByteCounts 0",
+         minimal(false).shortTag(TIFFTAG_PHOTOMETRIC, 0).longTag(TIFFTAG_STRIPBYTECOUNTS, 0).withStrip(strip),
+         inkIsOne},
+        {"no StripByteCounts", minimal(false).shortTag(TIFFTAG_PHOTOMETRIC, 0).withStrip(strip), inkIsOne},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_TRUE(samePicture(c.expected, readRaster(asBytes(c.bytes)).bitmap));
+    }
+}
+
+TEST_F(TiffRead, Group4StripWhoseLengthIsGivenAsZero)
+{
+    const Bitmap seen = sampleBitmap(75, 43);
+    writeByLibtiff(file("whole.tif"), seen, {.compression = COMPRESSION_CCITTFAX4});
+    const Bytes bytes = TiffBytes()
+                            .longTag(TIFFTAG_IMAGEWIDTH, 75)
+                            .longTag(TIFFTAG_IMAGELENGTH, 43)
+                            .shortTag(TIFFTAG_COMPRESSION, COMPRESSION_CCITTFAX4)
+                            .longTag(TIFFTAG_STRIPBYTECOUNTS, 0)
+                            .withStrip(onlyStripOf(file("whole.tif")));
+    // Without a photometric tag a fax image is black on white.
+    EXPECT_TRUE(samePicture(seen, readRaster(asBytes(bytes)).bitmap));
+}
+
+TEST_F(TiffRead, Group4BytesWorkedOutByHand)
+{
+    // Row 1: horizontal mode 001, 3 white 1000, 2 black 11, then V0. Row 2: three times V0. End of block.
+    const Bytes strip = {0x31, 0xF8, 0x00, 0x80, 0x08};
+    const auto tiff = [&](std::uint32_t rows) {
+        return TiffBytes()
+            .longTag(TIFFTAG_IMAGEWIDTH, 8)
+            .longTag(TIFFTAG_IMAGELENGTH, rows)
+            .shortTag(TIFFTAG_COMPRESSION, COMPRESSION_CCITTFAX4)
+            .shortTag(TIFFTAG_PHOTOMETRIC, 0)
+            .longTag(TIFFTAG_STRIPBYTECOUNTS, std::uint32_t(strip.size()))
+            .withStrip(strip);
+    };
+    EXPECT_EQ(rowsOf(readRaster(asBytes(tiff(2))).bitmap), (std::vector<std::string>{"...##...", "...##..."}));
+    EXPECT_THAT(errorOf([&] { readRaster(asBytes(tiff(3))); }), HasSubstr("row 2"))
+        << "a third row that the data do not hold must not pass as white";
+}
+
+TEST_F(TiffRead, OnePaletteBitTakesTheDarkerColourForInk)
+{
+    struct Case
+    {
+        const char* name;
+        std::uint16_t first[3], second[3]; // red, green, blue
+        bool oneIsInk;
+    };
+    const Case cases[] = {
+        {"white, black", {65535, 65535, 65535}, {0, 0, 0}, true},
+        {"black, white", {0, 0, 0}, {65535, 65535, 65535}, false},
+        {"yellow on white", {65535, 65535, 65535}, {65535, 65535, 0}, true},
+        {"entries of 8 bits only", {200, 200, 200}, {10, 10, 10}, true},
+        {"two equal colours: 1 is paper", {0, 0, 0}, {0, 0, 0}, false},
+    };
+    const auto path = file("palette.tif");
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        TIFF* tiff = TIFFOpen(path.c_str(), "w");
+        std::uint16_t map[3][2];
+        for (int i = 0; i < 3; ++i) {
+            map[i][0] = c.first[i];
+            map[i][1] = c.second[i];
+        }
+        TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, 8);
+        TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, 1);
+        TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, 1);
+        TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_PALETTE);
+        TIFFSetField(tiff, TIFFTAG_COLORMAP, map[0], map[1], map[2]);
+        std::uint8_t row[] = {0b11010000};
+        ASSERT_GE(TIFFWriteEncodedStrip(tiff, 0, row, 1), 0);
+        TIFFClose(tiff);
+        EXPECT_EQ(rowsOf(readRaster(path).bitmap)[0], c.oneIsInk ? "##.#...." : "..#.####");
+    }
+}
+
+TEST_F(TiffRead, GreyAndColourBecomeInkWhereDarkerThanHalf)
+{
+    // black, white, 127, 128, red, green, blue, yellow: luminances 0, 255, 127, 128, 76, 150, 29, 226
+    const std::string colours =
+        "P3 8 2 255 0 0 0 255 255 255 127 127 127 128 128 128 255 0 0 0 255 0 0 0 255 255 255 0 "
+        "255 255 255 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0\n";
+    const std::string greys = "P2 8 2 255 0 255 127 128 76 150 29 226 255 0 0 0 0 0 0 0\n";
+    const std::vector<std::string> expected = {"#.#.#.#.", ".#######"};
+    saveBytes(file("colours.ppm"), Bytes(colours.begin(), colours.end()));
+    saveBytes(file("greys.pgm"), Bytes(greys.begin(), greys.end()));
+    struct Case
+    {
+        const char* command;
+        int bitsPerPixel;
+    };
+    const Case cases[] = {
+        {"convert colours.ppm -type TrueColor -compress none out.tif", 24},
+        {"convert colours.ppm -type TrueColor -compress zip out.tif", 24},
+        {"convert colours.ppm -type TrueColor -compress lzw -interlace plane out.tif", 24},
+        {"convert colours.ppm -type TrueColor -depth 16 -compress zip out.tif", 48},
+        {"convert colours.ppm -type TrueColor -compress zip -define tiff:tile-geometry=16x16 out.tif", 24},
+        {"convert colours.ppm -type TrueColorAlpha -compress zip out.tif", 32},
+        {"convert colours.ppm -type TrueColor -compress zip -orient bottom-left -flip out.tif", 24},
+        {"convert colours.ppm -type Palette -compress lzw out.tif", 4},
+        {"convert greys.pgm -type Grayscale -compress none out.tif", 8},
+        {"convert greys.pgm -type Grayscale -depth 16 -compress zip out.tif", 16},
+        {"convert greys.pgm -type Grayscale -compress rle -define tiff:rows-per-strip=1 out.tif", 8},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.command);
+        runTool(c.command);
+        EXPECT_EQ(inspectRaster(file("out.tif")).bitsPerPixel, c.bitsPerPixel);
+        const RasterFile read = readRaster(file("out.tif"));
+        EXPECT_EQ(rowsOf(read.bitmap), expected);
+        EXPECT_EQ(read.info.bitsPerPixel, c.bitsPerPixel);
+    }
+}
+
+TEST_F(TiffRead, GreyWhereWhiteIsZero)
+{
+    const Bytes tiff = TiffBytes()
+                           .longTag(TIFFTAG_IMAGEWIDTH, 4)
+                           .longTag(TIFFTAG_IMAGELENGTH, 1)
+                           .shortTag(TIFFTAG_BITSPERSAMPLE, 8)
+                           .shortTag(TIFFTAG_PHOTOMETRIC, 0)
+                           .longTag(TIFFTAG_STRIPBYTECOUNTS, 4)
+                           .withStrip({0, 127, 128, 255});
+    EXPECT_EQ(rowsOf(readRaster(asBytes(tiff)).bitmap)[0], "..##");
+}
+
+TEST_F(TiffRead, SeveralThreadsReadWithoutMixingUpTheirErrors)
+{
+    writeByLibtiff(file("good.tif"), sampleBitmap(200, 300), {.compression = COMPRESSION_CCITTFAX3});
+    Bytes broken = loadBytes(file("good.tif"));
+    std::fill(broken.begin() + 40, broken.begin() + 80, std::uint8_t(0x55));
+    saveBytes(file("broken.tif"), broken);
+    const std::string expected = errorOf([&] { readRaster(file("broken.tif")); });
+    std::vector<std::jthread> threads;
+    for (int i = 0; i < 4; ++i)
+        threads.emplace_back([&, i] {
+            for (int round = 0; round < 20; ++round)
+                if (i % 2 == 0)
+                    EXPECT_TRUE(samePicture(sampleBitmap(200, 300), readRaster(file("good.tif")).bitmap));
+                else
+                    EXPECT_EQ(errorOf([&] { readRaster(file("broken.tif")); }), expected);
+        });
+}
