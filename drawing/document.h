@@ -102,6 +102,8 @@ public:
 
     // Tables; a name is found without regard to case, null if there is none
 
+    /// Their handles, in the file's order.
+    const std::vector<Handle>& tables() const { return m_tables; }
     Table& table(std::string_view kind);
     const Table& table(std::string_view kind) const;
     TableRecord* findRecord(std::string_view kind, std::string_view name);
@@ -160,6 +162,10 @@ private:
     void insertEntity(Block& block, std::unique_ptr<Entity> entity, std::size_t position);
     void insertRecord(std::unique_ptr<TableRecord> record);
     Object& store(std::unique_ptr<Object> object);
+    std::vector<Handle>* listOf(const Object& object);
+    std::vector<Handle> partsOf(const Object& object) const;
+    void tieReactor(const Object& object, bool tie);
+    std::unique_ptr<Object> takeOut(Handle handle);
 
     std::unordered_map<Handle, std::unique_ptr<Object>> m_byHandle;
     std::vector<Handle> m_tables;

@@ -38,7 +38,7 @@ struct FlatText
 {
     Vector2 position;        ///< where the alignment puts the text
     Vector2 direction{1, 0}; ///< along the baseline, length 1
-    Vector2 up{0, 1}; ///< from the baseline to the top of capitals, length 1; oblique or mirrored as the drawing has it
+    Vector2 up{0, 1};  ///< square to the direction, towards the top of capitals; mirrored text has it on the other side
     double height = 0; ///< of capitals
     double widthFactor = 1;
     double oblique = 0; ///< lean to the right, in degrees
@@ -70,7 +70,8 @@ struct FlatItem
 
 struct FlattenOptions
 {
-    double tolerance = 0.01;        ///< how far, at most, straight lines may stray from a curve; drawing units
+    double tolerance =
+        0.01; ///< how far, at most, straight lines may stray from a curve; drawing units; 0: a fixed fineness
     bool hiddenToo = false;         ///< pieces on layers that are off or frozen and invisible entities also come
     int depth = 32;                 ///< of block references in block references; what lies deeper is left out
     std::size_t limit = 50'000'000; ///< of points in all; when it is passed the rest is left out

@@ -54,6 +54,7 @@ struct Layer : TableRecord
     std::string linetype = "Continuous";
     bool plotted = true;
     int lineweight = -3; ///< 1/100 mm; -3: the default
+    Handle plotStyle = 0;
 };
 
 struct Linetype : TableRecord
@@ -120,8 +121,7 @@ struct BlockBracket : Entity
 
     bool begin;
     // Of BLOCK only:
-    std::string blockName;
-    int flags = 0;
+    int flags = 0; ///< Block::Flag
     Vector3 basePoint;
     std::string externalPath;
     std::string description;

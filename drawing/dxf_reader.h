@@ -1,0 +1,67 @@
+#pragma once
+
+#include "drawing/document_builder.h"
+#include "drawing/field_reader.h"
+#include "drawing/group_reader.h"
+#include "drawing/text_encoding.h"
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace drawing {
+
+/// Reads one DXF file in text form, section by section.
+class DxfReader
+{
+public:
+    explicit DxfReader(std::string_view bytes);
+
+    Document read();
+
+private:
+    /// A block reference, for the check that no block holds itself.
+    struct Reference
+    {
+        Handle inBlock = 0;
+        const BlockReference* reference = nullptr;
+        std::size_t line = 0;
+    };
+
+    void advance();
+    bool atRecord(std::string_view name) const;
+    [[noreturn]] void fail(const std::string& reason) const;
+    std::string decoded(const FileGroup& group) const;
+    Record readRecord();
+
+    void readSection();
+    void readHeader();
+    void readClasses();
+    void readTables();
+    void readTable();
+    void readBlocks();
+    void readBlock();
+    void readEntities();
+    void readObjects();
+    void readRawSection(const std::string& name);
+
+    Entity& readEntity(Block* block);
+    void readVertices(HeavyPolyline& polyline);
+    void readAttributes(BlockReference& reference, bool announced);
+    Handle readSequenceEnd(const Entity& owner);
+    Object& storeAt(std::size_t line, std::unique_ptr<Object> object);
+    Block& obtainBlock(const std::string& name);
+    Block& blockOf(const Entity& entity, bool paperSpace);
+    void checkCycles() const;
+
+    FileSurvey m_survey;
+    GroupReader m_groups;
+    TextEncoding m_encoding;
+    DocumentBuilder m_builder;
+    FileGroup m_current;
+    std::map<std::string, Handle> m_blocks; ///< by name in lower case
+    std::vector<Reference> m_references;
+};
+
+} // namespace drawing

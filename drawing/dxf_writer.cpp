@@ -1,0 +1,237 @@
+#include "drawing/dxf_writer.h"
+
+#include "drawing/numbers.h"
+
+#include <algorithm>
+#include <set>
+#include <string>
+
+namespace drawing {
+
+namespace {
+
+constexpr std::string_view kRelease = "AC1015";
+constexpr std::string_view kMaintenanceRelease = "6";
+constexpr std::string_view kFallbackCodePage = "ANSI_1252";
+
+/// The code page that the file is to be in: the drawing's own, if it is one that can be written.
+std::string codePageOf(const Document& document)
+{
+    const std::string named = document.header.text("$DWGCODEPAGE");
+    return std::string(findCodePage(named) ? std::string_view(named) : kFallbackCodePage);
+}
+
+struct KnownClass
+{
+    std::string_view name;
+    std::string_view className;
+    std::string_view application;
+    std::string_view flags;
+    bool entity;
+};
+
+/// Kinds that a reader knows by the file's list of classes only.
+constexpr KnownClass kClasses[] = {
+    {"ACDBDICTIONARYWDFLT", "AcDbDictionaryWithDefault", "ObjectDBX Classes", "0", false},
+    {"ACDBPLACEHOLDER", "AcDbPlaceHolder", "ObjectDBX Classes", "0", false},
+    {"LAYOUT", "AcDbLayout", "ObjectDBX Classes", "0", false},
+    {"IMAGE", "AcDbRasterImage", "ISM", "127", true},
+    {"IMAGEDEF", "AcDbRasterImageDef", "ISM", "0", false},
+    {"IMAGEDEF_REACTOR", "AcDbRasterImageDefReactor", "ISM", "1", false},
+    {"RASTERVARIABLES", "AcDbRasterVariables", "ISM", "0", false},
+};
+
+} // namespace
+
+DxfWriter::DxfWriter(const Document& document)
+    : m_document(document), m_codePage(codePageOf(document)), m_sink(TextEncoding(m_codePage))
+{}
+
+std::string DxfWriter::write()
+{
+    writeHeader();
+    writeClasses();
+    writeTables();
+    writeBlocks();
+    writeEntities();
+    writeObjects();
+    for (const Document::RawSection& section : m_document.rawSections) {
+        beginSection(section.name);
+        m_sink.groups(section.groups);
+        endSection();
+    }
+    m_sink.group(0, "EOF");
+    return m_sink.take();
+}
+
+void DxfWriter::beginSection(std::string_view name)
+{
+    m_sink.group(0, "SECTION");
+    m_sink.group(2, name);
+}
+
+void DxfWriter::endSection()
+{
+    m_sink.group(0, "ENDSEC");
+}
+
+void DxfWriter::writeHeader()
+{
+    beginSection("HEADER");
+    const HeaderVariables::Variable ours[] = {
+        {"$ACADVER", {{1, std::string(kRelease)}}},
+        {"$ACADMAINTVER", {{70, std::string(kMaintenanceRelease)}}},
+        {"$DWGCODEPAGE", {{3, m_codePage}}},
+        {"$HANDSEED", {{5, formatHandle(m_document.handleSeed())}}},
+    };
+    const auto put = [&](const HeaderVariables::Variable& variable) {
+        m_sink.group(9, variable.name);
+        m_sink.groups(variable.groups);
+    };
+    for (const auto& variable : ours) {
+        put(variable);
+    }
+    for (const auto& variable : m_document.header.all()) {
+        const bool replaced =
+            std::any_of(std::begin(ours), std::end(ours), [&](const auto& own) { return own.name == variable.name; });
+        if (!replaced) {
+            put(variable);
+        }
+    }
+    endSection();
+}
+
+void DxfWriter::writeClasses()
+{
+    beginSection("CLASSES");
+    std::set<std::string> present;
+    for (const Groups& groups : m_document.classes) {
+        m_sink.group(0, "CLASS");
+        for (const Group& group : groups) {
+            if (group.code == 1) {
+                present.insert(group.value);
+            }
+            // The count of instances came with the release 2004.
+            if (group.code != 91) {
+                m_sink.group(group.code, group.value);
+            }
+        }
+    }
+    for (const KnownClass& known : kClasses) {
+        if (!present.contains(std::string(known.name))) {
+            m_sink.group(0, "CLASS");
+            m_sink.groups({{1, std::string(known.name)},
+                           {2, std::string(known.className)},
+                           {3, std::string(known.application)},
+                           {90, std::string(known.flags)},
+                           {280, "0"},
+                           {281, known.entity ? "1" : "0"}});
+        }
+    }
+    endSection();
+}
+
+void DxfWriter::writeTables()
+{
+    beginSection("TABLES");
+    for (const Handle handle : m_document.tables()) {
+        const auto& table = *m_document.find<Table>(handle);
+        FieldWriter(m_sink).write(table, {{2, table.kind}});
+        for (const Handle record : table.records) {
+            if (const Object* found = m_document.find(record)) {
+                FieldWriter(m_sink).write(*found);
+            }
+        }
+        m_sink.group(0, "ENDTAB");
+    }
+    endSection();
+}
+
+void DxfWriter::writeBracket(const Block& block, Handle bracket)
+{
+    const auto* found = m_document.find<BlockBracket>(bracket);
+    if (!found) {
+        throw DrawingError("the block " + block.recordName + " has no beginning or no end");
+    }
+    FieldWriter writer(m_sink);
+    writer.context.blockName = block.recordName;
+    writer.context.paperSpace = block.handle == m_document.paperSpace().handle;
+    writer.write(*found);
+}
+
+/// The entities of the two spaces have a section of their own; their blocks stand empty here.
+void DxfWriter::writeBlocks()
+{
+    beginSection("BLOCKS");
+    for (const Handle handle : m_document.table("BLOCK_RECORD").records) {
+        const auto* block = m_document.find<Block>(handle);
+        if (!block) {
+            continue;
+        }
+        writeBracket(*block, block->begin);
+        if (block != &m_document.modelSpace() && block != &m_document.paperSpace()) {
+            writeEntitiesOf(*block, false);
+        }
+        writeBracket(*block, block->end);
+    }
+    endSection();
+}
+
+void DxfWriter::writeEntities()
+{
+    beginSection("ENTITIES");
+    writeEntitiesOf(m_document.modelSpace(), false);
+    writeEntitiesOf(m_document.paperSpace(), true);
+    endSection();
+}
+
+void DxfWriter::writeEntitiesOf(const Block& block, bool paperSpace)
+{
+    for (const Handle handle : block.entities) {
+        if (const auto* entity = m_document.find<Entity>(handle)) {
+            writeEntity(*entity, paperSpace);
+        }
+    }
+}
+
+void DxfWriter::writeEntity(const Entity& entity, bool paperSpace)
+{
+    FieldWriter writer(m_sink);
+    writer.context.paperSpace = paperSpace;
+    const auto writePart = [&](Handle part) {
+        if (const auto* found = m_document.find<Entity>(part)) {
+            FieldWriter partWriter(m_sink);
+            partWriter.context.paperSpace = paperSpace;
+            partWriter.write(*found);
+        }
+    };
+    if (const auto* polyline = dynamic_cast<const HeavyPolyline*>(&entity)) {
+        writer.write(entity);
+        for (const Handle vertex : polyline->vertices) {
+            writePart(vertex);
+        }
+        writePart(polyline->sequenceEnd);
+    } else if (const auto* reference = dynamic_cast<const BlockReference*>(&entity)) {
+        writer.context.attributesFollow = reference->sequenceEnd != 0 ? 1 : 0;
+        writer.write(entity);
+        for (const Handle attribute : reference->attributes) {
+            writePart(attribute);
+        }
+        writePart(reference->sequenceEnd);
+    } else {
+        writer.write(entity);
+    }
+}
+
+void DxfWriter::writeObjects()
+{
+    beginSection("OBJECTS");
+    for (const Handle handle : m_document.objects()) {
+        if (const Object* object = m_document.find(handle)) {
+            FieldWriter(m_sink).write(*object);
+        }
+    }
+    endSection();
+}
+
+} // namespace drawing

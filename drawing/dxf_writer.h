@@ -1,0 +1,37 @@
+#pragma once
+
+#include "drawing/document.h"
+#include "drawing/field_writer.h"
+
+#include <string>
+#include <string_view>
+
+namespace drawing {
+
+/// Writes a document as a DXF file of the release 2000 in text form.
+class DxfWriter
+{
+public:
+    explicit DxfWriter(const Document& document);
+
+    std::string write();
+
+private:
+    void beginSection(std::string_view name);
+    void endSection();
+    void writeHeader();
+    void writeClasses();
+    void writeTables();
+    void writeBlocks();
+    void writeBracket(const Block& block, Handle bracket);
+    void writeEntities();
+    void writeEntitiesOf(const Block& block, bool paperSpace);
+    void writeEntity(const Entity& entity, bool paperSpace);
+    void writeObjects();
+
+    const Document& m_document;
+    std::string m_codePage;
+    GroupSink m_sink;
+};
+
+} // namespace drawing

@@ -1,0 +1,255 @@
+#include "drawing/field_reader.h"
+
+#include "drawing/error.h"
+
+#include <algorithm>
+#include <map>
+
+namespace drawing {
+
+namespace {
+
+constexpr int kMarkerCode = 100;
+constexpr int kEmbeddedCode = 101;
+constexpr int kApplicationCode = 102;
+constexpr int kOwnerCode = 330;
+constexpr int kFirstExtendedCode = 1000;
+constexpr int kApplicationNameCode = 1001;
+
+int handleCode(const Record& record)
+{
+    return record.name == "DIMSTYLE" ? 105 : 5;
+}
+
+} // namespace
+
+FieldReader::FieldReader(Record& record) : m_record(record), m_used(record.groups.size()), m_end(record.groups.size())
+{}
+
+void FieldReader::read(Object& object)
+{
+    splitTail(object);
+    splitSections();
+    readHead(object);
+    object.fields(*this);
+    keepRest(object);
+}
+
+/// Extended data closes a record, after an embedded object if there is one.
+void FieldReader::splitTail(Object& object)
+{
+    const auto& groups = m_record.groups;
+    std::size_t extended = groups.size();
+    while (extended > 0 && groups[extended - 1].code >= kFirstExtendedCode) {
+        --extended;
+    }
+    while (extended < groups.size() && groups[extended].code != kApplicationNameCode) {
+        ++extended;
+    }
+    object.extendedData.assign(groups.begin() + static_cast<std::ptrdiff_t>(extended), groups.end());
+    m_end = extended;
+    const auto first = groups.begin();
+    const auto last = first + static_cast<std::ptrdiff_t>(extended);
+    const auto embedded = std::find_if(
+        first, last, [](const PlacedGroup& g) { return g.code == kEmbeddedCode && g.value == "Embedded Object"; });
+    object.embedded.assign(embedded, last);
+    m_end = static_cast<std::size_t>(embedded - first);
+}
+
+void FieldReader::splitSections()
+{
+    m_sections.push_back({"", 0, m_end, true});
+    for (std::size_t i = 0; i < m_end; ++i) {
+        if (m_record.groups[i].code == kMarkerCode) {
+            m_sections.back().end = i;
+            m_sections.push_back({m_record.groups[i].value, i + 1, m_end, false});
+        }
+    }
+}
+
+void FieldReader::readHead(Object& object)
+{
+    auto& groups = m_record.groups;
+    bool ownerSeen = false;
+    bool handleSeen = false;
+    for (std::size_t i = 0; i < m_sections[0].end; ++i) {
+        const int code = groups[i].code;
+        if (code == handleCode(m_record) && !handleSeen) {
+            object.handle = groups[i].handleValue();
+            handleSeen = m_used[i] = true;
+        } else if (code == kOwnerCode && !ownerSeen) {
+            object.owner = groups[i].handleValue();
+            ownerSeen = m_used[i] = true;
+        } else if (code == kApplicationCode && groups[i].value.starts_with('{')) {
+            readApplicationGroup(object, i);
+        }
+    }
+}
+
+void FieldReader::readApplicationGroup(Object& object, std::size_t& index)
+{
+    auto& groups = m_record.groups;
+    const std::size_t begin = index;
+    std::size_t end = begin + 1;
+    while (end < m_sections[0].end && !(groups[end].code == kApplicationCode && groups[end].value == "}")) {
+        ++end;
+    }
+    if (end == m_sections[0].end) {
+        throw DrawingError(groups[begin].line, "the application group " + groups[begin].value + " is not closed");
+    }
+    for (std::size_t i = begin + 1; i < end; ++i) {
+        if (groups[begin].value == "{ACAD_REACTORS" && groups[i].code == kOwnerCode) {
+            object.reactors.push_back(groups[i].handleValue());
+        } else if (groups[begin].value == "{ACAD_XDICTIONARY") {
+            object.extensionDictionary = groups[i].handleValue();
+        }
+    }
+    if (groups[begin].value != "{ACAD_REACTORS" && groups[begin].value != "{ACAD_XDICTIONARY") {
+        object.applicationGroups.insert(object.applicationGroups.end(),
+                                        groups.begin() + static_cast<std::ptrdiff_t>(begin),
+                                        groups.begin() + static_cast<std::ptrdiff_t>(end) + 1);
+    }
+    std::fill(m_used.begin() + static_cast<std::ptrdiff_t>(begin),
+              m_used.begin() + static_cast<std::ptrdiff_t>(end) + 1, true);
+    index = end;
+}
+
+void FieldReader::keepRest(Object& object)
+{
+    std::map<std::string_view, int> uses;
+    for (const Section& section : m_sections) {
+        ++uses[section.marker];
+    }
+    for (const Section& section : m_sections) {
+        KeptGroups kept{section.marker, {}};
+        for (std::size_t i = section.begin; i < section.end; ++i) {
+            if (!m_used[i]) {
+                kept.groups.push_back(m_record.groups[i]);
+            }
+        }
+        // Releases before 13 have no markers; what is left belongs to the entity's own class.
+        if (m_sections.size() == 1) {
+            kept.subclass = m_lastMarker;
+        }
+        // A marker that comes twice is kept each time, so that the writer can tell which is which.
+        const bool repeated = uses[section.marker] > 1;
+        if (!kept.groups.empty() || repeated || !section.visited) {
+            object.kept.push_back(std::move(kept));
+        }
+    }
+}
+
+void FieldReader::subclass(std::string_view marker, std::initializer_list<std::string_view> alsoRead)
+{
+    m_lastMarker = marker;
+    for (std::size_t i = 1; i < m_sections.size(); ++i) {
+        Section& section = m_sections[i];
+        const bool named =
+            section.marker == marker || std::find(alsoRead.begin(), alsoRead.end(), section.marker) != alsoRead.end();
+        if (named && !section.visited) {
+            section.visited = true;
+            m_current = i;
+            return;
+        }
+    }
+    m_current = 0;
+}
+
+PlacedGroup* FieldReader::next(int code)
+{
+    const Section& section = m_sections[m_current];
+    for (std::size_t i = section.begin; i < section.end; ++i) {
+        if (m_record.groups[i].code == code && !m_used[i]) {
+            m_used[i] = true;
+            return &m_record.groups[i];
+        }
+    }
+    return nullptr;
+}
+
+void FieldReader::real(int code, double& value, std::optional<double>)
+{
+    if (const PlacedGroup* group = next(code)) {
+        value = group->real();
+    }
+}
+
+void FieldReader::integer(int code, int& value, std::optional<int>)
+{
+    if (const PlacedGroup* group = next(code)) {
+        value = group->integer();
+    }
+}
+
+void FieldReader::boolean(int code, bool& value, std::optional<bool>)
+{
+    if (const PlacedGroup* group = next(code)) {
+        value = group->boolean();
+    }
+}
+
+void FieldReader::string(int code, std::string& value, std::optional<std::string_view>)
+{
+    if (const PlacedGroup* group = next(code)) {
+        value = group->value;
+    }
+}
+
+void FieldReader::handle(int code, Handle& value)
+{
+    if (const PlacedGroup* group = next(code)) {
+        value = group->handleValue();
+    }
+}
+
+void FieldReader::point(int code, Vector2& value)
+{
+    real(code, value.x, {});
+    real(code + 10, value.y, {});
+}
+
+void FieldReader::point(int code, Vector3& value, std::optional<Vector3>)
+{
+    real(code, value.x, {});
+    real(code + 10, value.y, {});
+    real(code + 20, value.z, {});
+}
+
+void FieldReader::maybe(int code, std::optional<double>& value)
+{
+    if (const PlacedGroup* group = next(code)) {
+        value = group->real();
+    }
+}
+
+void FieldReader::maybe(int code, std::optional<int>& value)
+{
+    if (const PlacedGroup* group = next(code)) {
+        value = group->integer();
+    }
+}
+
+void FieldReader::maybe(int code, std::optional<Vector3>& value)
+{
+    if (const PlacedGroup* group = next(code)) {
+        Vector3 found{group->real(), 0, 0};
+        real(code + 10, found.y, {});
+        real(code + 20, found.z, {});
+        value = found;
+    }
+}
+
+std::vector<PlacedGroup> FieldReader::take(std::initializer_list<int> codes)
+{
+    std::vector<PlacedGroup> taken;
+    const Section& section = m_sections[m_current];
+    for (std::size_t i = section.begin; i < section.end; ++i) {
+        if (!m_used[i] && std::find(codes.begin(), codes.end(), m_record.groups[i].code) != codes.end()) {
+            m_used[i] = true;
+            taken.push_back(m_record.groups[i]);
+        }
+    }
+    return taken;
+}
+
+} // namespace drawing

@@ -1,0 +1,169 @@
+#include "drawing/field_writer.h"
+
+#include "drawing/numbers.h"
+
+#include <algorithm>
+
+namespace drawing {
+
+void GroupSink::group(int code, std::string_view value)
+{
+    const std::string number = std::to_string(code);
+    constexpr std::size_t kCodeWidth = 3;
+    m_bytes.append(kCodeWidth - std::min(kCodeWidth, number.size()), ' ');
+    m_bytes += number;
+    m_bytes += '\n';
+    for (const char c : m_encoding.encode(value)) {
+        // A value is one line; the format writes control characters as a caret and a letter.
+        if (c == '\n' || c == '\r') {
+            m_bytes += c == '\n' ? "^J" : "^M";
+        } else {
+            m_bytes += c;
+        }
+    }
+    m_bytes += '\n';
+}
+
+void GroupSink::groups(const Groups& groups)
+{
+    for (const Group& each : groups) {
+        group(each.code, each.value);
+    }
+}
+
+void FieldWriter::write(const Object& object, const Groups& beforeHandle)
+{
+    m_object = &object;
+    m_keptWritten.assign(object.kept.size(), false);
+    writeHead(object, beforeHandle);
+    m_markers = {""};
+    writeKept();
+    m_markers.clear();
+    // The list of fields is shared with the reader, hence not const; a writer changes none of them.
+    const_cast<Object&>(object).fields(*this);
+    writeKept();
+    for (std::size_t i = 0; i < object.kept.size(); ++i) {
+        if (!m_keptWritten[i]) {
+            m_sink.group(100, object.kept[i].subclass);
+            m_sink.groups(object.kept[i].groups);
+        }
+    }
+    m_sink.groups(object.embedded);
+    m_sink.groups(object.extendedData);
+}
+
+void FieldWriter::writeHead(const Object& object, const Groups& beforeHandle)
+{
+    m_sink.group(0, object.name());
+    m_sink.groups(beforeHandle);
+    const bool dimensionStyle = object.name() == "DIMSTYLE";
+    m_sink.group(dimensionStyle ? 105 : 5, formatHandle(object.handle));
+    m_sink.groups(object.applicationGroups);
+    if (object.extensionDictionary != 0) {
+        m_sink.group(102, "{ACAD_XDICTIONARY");
+        m_sink.group(360, formatHandle(object.extensionDictionary));
+        m_sink.group(102, "}");
+    }
+    if (!object.reactors.empty()) {
+        m_sink.group(102, "{ACAD_REACTORS");
+        for (const Handle reactor : object.reactors) {
+            m_sink.group(330, formatHandle(reactor));
+        }
+        m_sink.group(102, "}");
+    }
+    m_sink.group(330, formatHandle(object.owner));
+}
+
+/// Writes the first kept groups, still to come, of the present marker.
+void FieldWriter::writeKept()
+{
+    for (std::size_t i = 0; i < m_object->kept.size(); ++i) {
+        const KeptGroups& kept = m_object->kept[i];
+        if (!m_keptWritten[i] && std::find(m_markers.begin(), m_markers.end(), kept.subclass) != m_markers.end()) {
+            m_sink.groups(kept.groups);
+            m_keptWritten[i] = true;
+            return;
+        }
+    }
+}
+
+void FieldWriter::subclass(std::string_view marker, std::initializer_list<std::string_view> alsoRead)
+{
+    writeKept();
+    m_markers.assign(alsoRead);
+    m_markers.push_back(marker);
+    m_sink.group(100, marker);
+}
+
+void FieldWriter::real(int code, double& value, std::optional<double> omitted)
+{
+    if (value != omitted) {
+        putReal(code, value);
+    }
+}
+
+void FieldWriter::integer(int code, int& value, std::optional<int> omitted)
+{
+    if (value != omitted) {
+        putInteger(code, value);
+    }
+}
+
+void FieldWriter::boolean(int code, bool& value, std::optional<bool> omitted)
+{
+    if (value != omitted) {
+        putInteger(code, value ? 1 : 0);
+    }
+}
+
+void FieldWriter::string(int code, std::string& value, std::optional<std::string_view> omitted)
+{
+    if (value != omitted) {
+        put(code, value);
+    }
+}
+
+void FieldWriter::handle(int code, Handle& value)
+{
+    if (value != 0) {
+        putHandle(code, value);
+    }
+}
+
+void FieldWriter::point(int code, Vector2& value)
+{
+    putReal(code, value.x);
+    putReal(code + 10, value.y);
+}
+
+void FieldWriter::point(int code, Vector3& value, std::optional<Vector3> omitted)
+{
+    if (value != omitted) {
+        putReal(code, value.x);
+        putReal(code + 10, value.y);
+        putReal(code + 20, value.z);
+    }
+}
+
+void FieldWriter::maybe(int code, std::optional<double>& value)
+{
+    if (value) {
+        putReal(code, *value);
+    }
+}
+
+void FieldWriter::maybe(int code, std::optional<int>& value)
+{
+    if (value) {
+        putInteger(code, *value);
+    }
+}
+
+void FieldWriter::maybe(int code, std::optional<Vector3>& value)
+{
+    if (value) {
+        point(code, *value, {});
+    }
+}
+
+} // namespace drawing

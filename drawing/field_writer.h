@@ -1,0 +1,59 @@
+#pragma once
+
+#include "drawing/field_visitor.h"
+#include "drawing/text_encoding.h"
+
+#include <string>
+
+namespace drawing {
+
+/// The bytes of a DXF file as they grow: a line with the code, a line with the value.
+class GroupSink
+{
+public:
+    explicit GroupSink(TextEncoding encoding) : m_encoding(encoding) {}
+
+    void group(int code, std::string_view value);
+    void groups(const Groups& groups);
+    std::string take() { return std::move(m_bytes); }
+
+private:
+    TextEncoding m_encoding;
+    std::string m_bytes;
+};
+
+/// Writes an object as a record: its fields, and the kept groups under the markers where they stood.
+class FieldWriter final : public FieldVisitor
+{
+public:
+    explicit FieldWriter(GroupSink& sink) : m_sink(sink) {}
+
+    /// `beforeHandle` stands between the record's name and its handle.
+    void write(const Object& object, const Groups& beforeHandle = {});
+
+    bool reading() const override { return false; }
+    void subclass(std::string_view marker, std::initializer_list<std::string_view> alsoRead) override;
+    void real(int code, double& value, std::optional<double> omitted) override;
+    void integer(int code, int& value, std::optional<int> omitted) override;
+    void boolean(int code, bool& value, std::optional<bool> omitted) override;
+    void string(int code, std::string& value, std::optional<std::string_view> omitted) override;
+    void handle(int code, Handle& value) override;
+    void point(int code, Vector2& value) override;
+    void point(int code, Vector3& value, std::optional<Vector3> omitted) override;
+    void maybe(int code, std::optional<double>& value) override;
+    void maybe(int code, std::optional<int>& value) override;
+    void maybe(int code, std::optional<Vector3>& value) override;
+    std::vector<PlacedGroup> take(std::initializer_list<int>) override { return {}; }
+    void put(int code, std::string value) override { m_sink.group(code, value); }
+
+private:
+    void writeHead(const Object& object, const Groups& beforeHandle);
+    void writeKept();
+
+    GroupSink& m_sink;
+    const Object* m_object = nullptr;
+    std::vector<bool> m_keptWritten;
+    std::vector<std::string_view> m_markers; ///< the present one, and those that a reader takes for it
+};
+
+} // namespace drawing

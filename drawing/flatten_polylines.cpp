@@ -1,0 +1,143 @@
+#include "drawing/flatten_polylines.h"
+
+#include "drawing/flatten_curves.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace drawing {
+
+namespace {
+
+/// A point of the flattened polyline; the width may jump there.
+struct Sample
+{
+    Vector2 position;
+    double widthBefore = 0;
+    double widthAfter = 0;
+};
+
+std::vector<Sample> sampled(const std::vector<PolylinePoint>& points, bool closed, double stretch, double tolerance)
+{
+    std::vector<Sample> samples{{points[0].position, 0, points[0].startWidth}};
+    const std::size_t segments = closed ? points.size() : points.size() - 1;
+    for (std::size_t i = 0; i < segments; ++i) {
+        const PolylinePoint& from = points[i];
+        const PolylinePoint& to = points[(i + 1) % points.size()];
+        const auto run = bulgePoints(from.position, to.position, from.bulge, stretch, tolerance);
+        for (std::size_t k = 0; k < run.size(); ++k) {
+            const double share = static_cast<double>(k + 1) / static_cast<double>(run.size());
+            const double width = from.startWidth + (from.endWidth - from.startWidth) * share;
+            samples.push_back({run[k], width, width});
+        }
+        samples.back().widthAfter = to.startWidth;
+    }
+    if (closed) {
+        samples.front().widthBefore = samples.back().widthBefore;
+    } else {
+        samples.back().widthAfter = samples.back().widthBefore;
+        samples.front().widthBefore = samples.front().widthAfter;
+    }
+    return samples;
+}
+
+Vector2 directionOf(const Vector2& from, const Vector2& to)
+{
+    const Vector2 d = to - from;
+    const double size = length(d);
+    return size > 0 ? d * (1 / size) : Vector2{};
+}
+
+/// The left-hand side, half a unit wide, of a corner between two directions: mitred, but for sharp corners and line
+/// ends.
+Vector2 sideAt(const Vector2& before, const Vector2& after, const Vector2& own)
+{
+    constexpr double kSharpest = 0.25; // cosine of half the turn, below which a mitre would run away
+    const Vector2 square{-own.y / 2, own.x / 2};
+    const Vector2 sum = before + after;
+    const double halfCosine = length(sum) / 2;
+    if (before == Vector2{} || after == Vector2{} || halfCosine < kSharpest) {
+        return square;
+    }
+    const double scale = 1 / (2 * halfCosine * halfCosine) / 2;
+    return {-sum.y * scale, sum.x * scale};
+}
+
+FlatPath quadrangle(const std::array<Vector2, 4>& corners, const Transform& map)
+{
+    std::vector<Vector3> points;
+    for (const Vector2& corner : corners) {
+        points.push_back({corner.x, corner.y, 0});
+    }
+    return projectedPath(points, map, true, true);
+}
+
+/// Each edge of a wide polyline becomes a quadrangle; neighbours share a side where the width doesn't jump.
+void emitWide(const std::vector<Sample>& samples, bool closed, const Transform& map,
+              const std::function<void(FlatPath&&)>& emit)
+{
+    const std::size_t edges = samples.size() - 1;
+    std::vector<Vector2> directions;
+    for (std::size_t i = 0; i < edges; ++i) {
+        directions.push_back(directionOf(samples[i].position, samples[i + 1].position));
+    }
+    for (std::size_t i = 0; i < edges; ++i) {
+        const Sample& from = samples[i];
+        const Sample& to = samples[i + 1];
+        const Vector2 own = directions[i];
+        if (own == Vector2{}) {
+            continue;
+        }
+        if (from.widthAfter == 0 && to.widthBefore == 0) {
+            emit(projectedPath({{from.position.x, from.position.y, 0}, {to.position.x, to.position.y, 0}}, map, false,
+                               false));
+            continue;
+        }
+        const Vector2 before = i > 0 ? directions[i - 1] : closed ? directions[edges - 1] : Vector2{};
+        const Vector2 after = i + 1 < edges ? directions[i + 1] : closed ? directions[0] : Vector2{};
+        const Vector2 startSide = sideAt(before, own, own) * from.widthAfter;
+        const Vector2 endSide = sideAt(own, after, own) * to.widthBefore;
+        emit(quadrangle(
+            {from.position + startSide, to.position + endSide, to.position - endSide, from.position - startSide}, map));
+    }
+}
+
+} // namespace
+
+FlatPath projectedPath(const std::vector<Vector3>& points, const Transform& map, bool closed, bool filled)
+{
+    FlatPath path;
+    path.closed = closed;
+    path.filled = filled;
+    path.points.reserve(points.size());
+    for (const Vector3& point : points) {
+        const Vector3 seen = map.point(point);
+        path.points.push_back({seen.x, seen.y});
+    }
+    return path;
+}
+
+void flattenPolyline(const std::vector<PolylinePoint>& points, bool closed, const Transform& map, double tolerance,
+                     const std::function<void(FlatPath&&)>& emit)
+{
+    if (points.empty()) {
+        return;
+    }
+    const std::vector<Sample> samples = sampled(points, closed, largestStretch(map), tolerance);
+    const bool wide = std::any_of(samples.begin(), samples.end(),
+                                  [](const Sample& s) { return s.widthBefore != 0 || s.widthAfter != 0; });
+    if (wide) {
+        emitWide(samples, closed, map, emit);
+        return;
+    }
+    std::vector<Vector3> line;
+    for (const Sample& sample : samples) {
+        line.push_back({sample.position.x, sample.position.y, 0});
+    }
+    if (closed && line.size() > 1) {
+        line.pop_back(); // the closing line runs there anyway
+    }
+    emit(projectedPath(line, map, closed, false));
+}
+
+} // namespace drawing

@@ -1,0 +1,293 @@
+#include "drawing/flattener.h"
+
+#include "drawing/flatten_curves.h"
+#include "drawing/flatten_polylines.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace drawing {
+
+namespace {
+
+constexpr double kRadiansPerDegree = std::numbers::pi / 180;
+constexpr double kTurn = 2 * std::numbers::pi;
+
+std::string lowerCase(const std::string& text)
+{
+    std::string result = text;
+    for (char& c : result) {
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    }
+    return result;
+}
+
+/// Counter-clockwise from start to end, in radians; equal angles make a full turn.
+double sweepBetween(double start, double end)
+{
+    double sweep = std::fmod(end - start, kTurn);
+    if (sweep <= 0) {
+        sweep += kTurn;
+    }
+    return sweep;
+}
+
+Rgb rgbOf(std::uint32_t trueColor)
+{
+    return {static_cast<std::uint8_t>(trueColor >> 16), static_cast<std::uint8_t>(trueColor >> 8),
+            static_cast<std::uint8_t>(trueColor)};
+}
+
+/// Straight lines for the arc centre + radius (cos, sin) in the map's plane.
+FlatPath curve(const Vector3& center, double radius, double start, double sweep, const Transform& map, double tolerance)
+{
+    const int steps = arcSteps(radius * largestStretch(map), sweep, tolerance);
+    std::vector<Vector3> points;
+    for (const Vector2& p : arcPoints({center.x, center.y}, radius, start, sweep, steps)) {
+        points.push_back({p.x, p.y, center.z});
+    }
+    const bool whole = sweep == kTurn;
+    if (whole) {
+        points.pop_back();
+    }
+    return projectedPath(points, map, whole, false);
+}
+
+} // namespace
+
+Flattener::Flattener(const Document& document, const FlattenOptions& options, const FlatSink& sink)
+    : m_document(document), m_options(options), m_sink(sink), m_layers(namesOf("LAYER")),
+      m_blocks(namesOf("BLOCK_RECORD")), m_styles(namesOf("STYLE"))
+{}
+
+Flattener::Names Flattener::namesOf(std::string_view kind) const
+{
+    Names names;
+    for (const Handle handle : m_document.table(kind).records) {
+        if (const auto* record = m_document.find<TableRecord>(handle)) {
+            names.try_emplace(lowerCase(record->recordName), record);
+        }
+    }
+    return names;
+}
+
+const Layer* Flattener::findLayer(const std::string& name) const
+{
+    const auto found = m_layers.find(lowerCase(name));
+    return found == m_layers.end() ? nullptr : dynamic_cast<const Layer*>(found->second);
+}
+
+const Block* Flattener::findBlock(const std::string& name) const
+{
+    const auto found = m_blocks.find(lowerCase(name));
+    return found == m_blocks.end() ? nullptr : dynamic_cast<const Block*>(found->second);
+}
+
+const TextStyle* Flattener::findStyle(const std::string& name) const
+{
+    const auto found = m_styles.find(lowerCase(name));
+    return found == m_styles.end() ? nullptr : dynamic_cast<const TextStyle*>(found->second);
+}
+
+bool Flattener::block(const Block& block)
+{
+    m_open = {&block};
+    for (const Entity* entity : m_document.drawOrder(block)) {
+        m_entity = entity->handle;
+        any(*entity, Place());
+    }
+    return m_complete;
+}
+
+bool Flattener::entity(const Entity& entity)
+{
+    m_entity = entity.handle;
+    any(entity, Place());
+    return m_complete;
+}
+
+/// True if that many points may still be given out.
+bool Flattener::spend(std::size_t points)
+{
+    if (points > m_options.limit - std::min(m_points, m_options.limit)) {
+        m_points = m_options.limit;
+        m_complete = false;
+        return false;
+    }
+    m_points += points;
+    return true;
+}
+
+/// In a block, the layer 0 stands for the layer of the reference.
+const std::string& Flattener::layerName(const Entity& entity, const Inherited& inherited) const
+{
+    return inherited.nested && entity.layer == "0" ? inherited.layer : entity.layer;
+}
+
+bool Flattener::shown(const Entity& entity, const Inherited& inherited) const
+{
+    if (m_options.hiddenToo) {
+        return true;
+    }
+    const Layer* layer = findLayer(layerName(entity, inherited));
+    // A block reference on a layer that is off still shows what lies on other layers; freezing hides all of it.
+    const bool off = layer && !layer->on && !dynamic_cast<const BlockReference*>(&entity);
+    return entity.visible && !off && !(layer && layer->frozen());
+}
+
+FlatStyle Flattener::styleOf(const Entity& entity, const Inherited& inherited) const
+{
+    FlatStyle style;
+    style.layer = layerName(entity, inherited);
+    style.linetypeScale = entity.linetypeScale;
+    const Layer* layer = findLayer(style.layer);
+    std::optional<Rgb> rgb;
+    if (entity.trueColor) {
+        rgb = rgbOf(*entity.trueColor);
+    }
+    style.colorIndex = entity.color;
+    if (entity.color == kColorByBlock) {
+        style.colorIndex = inherited.color;
+        rgb = rgb ? rgb : inherited.rgb;
+    } else if (entity.color < 0 || entity.color >= kColorByLayer) {
+        style.colorIndex = layer ? layer->color : 7;
+        if (!rgb && layer && layer->trueColor) {
+            rgb = rgbOf(*layer->trueColor);
+        }
+    }
+    style.rgb = rgb.value_or(rgbOfIndex(style.colorIndex));
+
+    style.linetype = entity.linetype;
+    if (sameName(entity.linetype, "ByBlock")) {
+        style.linetype = inherited.linetype;
+    } else if (sameName(entity.linetype, "ByLayer")) {
+        style.linetype = layer ? layer->linetype : "Continuous";
+    }
+    constexpr int kByLayer = -1;
+    constexpr int kByBlock = -2;
+    style.lineweight = entity.lineweight;
+    if (entity.lineweight == kByBlock) {
+        style.lineweight = inherited.lineweight;
+    } else if (entity.lineweight == kByLayer) {
+        style.lineweight = layer ? layer->lineweight : -3;
+    }
+    return style;
+}
+
+namespace {
+
+bool isFinite(const FlatPath& path)
+{
+    return std::all_of(path.points.begin(), path.points.end(),
+                       [](const Vector2& p) { return std::isfinite(p.x) && std::isfinite(p.y); });
+}
+
+bool isFinite(const FlatText& text)
+{
+    return std::isfinite(text.position.x) && std::isfinite(text.position.y) && std::isfinite(text.height) &&
+           std::isfinite(text.widthFactor);
+}
+
+bool isFinite(const FlatImage& image)
+{
+    const Vector2 sum = image.position + image.u + image.v;
+    return std::isfinite(sum.x) && std::isfinite(sum.y);
+}
+
+} // namespace
+
+void Flattener::emit(const Entity& entity, std::variant<FlatPath, FlatText, FlatImage> shape, const Place& place)
+{
+    const auto* path = std::get_if<FlatPath>(&shape);
+    if (!std::visit([](const auto& each) { return isFinite(each); }, shape)) {
+        m_complete = false;
+        return;
+    }
+    if (spend(path ? path->points.size() : 1)) {
+        m_sink(FlatItem{m_entity, styleOf(entity, place.inherited), std::move(shape)});
+    }
+}
+
+void Flattener::emitPath(const Entity& entity, FlatPath&& path, const Place& place)
+{
+    emit(entity, std::move(path), place);
+}
+
+void Flattener::any(const Entity& entity, const Place& place)
+{
+    if (m_points < m_options.limit && shown(entity, place.inherited)) {
+        shape(entity, place);
+    }
+}
+
+void Flattener::shape(const Entity& entity, const Place& place)
+{
+    const auto inPlane = [&](const Vector3& extrusion) { return place.map * Transform::fromExtrusion(extrusion); };
+    if (const auto* line = dynamic_cast<const Line*>(&entity)) {
+        emitPath(entity, projectedPath({line->start, line->end}, place.map, false, false), place);
+    } else if (const auto* point = dynamic_cast<const Point*>(&entity)) {
+        emitPath(entity, projectedPath({point->position}, place.map, false, false), place);
+    } else if (const auto* circle = dynamic_cast<const Circle*>(&entity)) {
+        emitPath(entity,
+                 curve(circle->center, circle->radius, 0, kTurn, inPlane(circle->extrusion), m_options.tolerance),
+                 place);
+    } else if (const auto* arc = dynamic_cast<const Arc*>(&entity)) {
+        const double start = arc->startAngle * kRadiansPerDegree;
+        emitPath(entity,
+                 curve(arc->center, arc->radius, start, sweepBetween(start, arc->endAngle * kRadiansPerDegree),
+                       inPlane(arc->extrusion), m_options.tolerance),
+                 place);
+    } else if (const auto* ellipse = dynamic_cast<const Ellipse*>(&entity)) {
+        // The unit circle, stretched to both axes.
+        const Vector3 minor = cross(normalized(ellipse->extrusion), ellipse->majorAxis) * ellipse->ratio;
+        const Transform axes{ellipse->majorAxis, minor, kZAxis, ellipse->center};
+        emitPath(entity,
+                 curve({}, 1, ellipse->startParameter, sweepBetween(ellipse->startParameter, ellipse->endParameter),
+                       place.map * axes, m_options.tolerance),
+                 place);
+    } else if (const auto* light = dynamic_cast<const LightPolyline*>(&entity)) {
+        std::vector<PolylinePoint> points = light->points;
+        for (PolylinePoint& each : points) {
+            if (each.startWidth == 0 && each.endWidth == 0) {
+                each.startWidth = each.endWidth = light->constantWidth;
+            }
+        }
+        flattenPolyline(points, light->closed,
+                        inPlane(light->extrusion) * Transform::translation({0, 0, light->elevation}),
+                        m_options.tolerance, [&](FlatPath&& path) { emitPath(entity, std::move(path), place); });
+    } else if (const auto* heavy = dynamic_cast<const HeavyPolyline*>(&entity)) {
+        heavyPolyline(*heavy, place);
+    } else if (const auto* solid = dynamic_cast<const Solid*>(&entity)) {
+        emitPath(entity,
+                 projectedPath({solid->corners[0], solid->corners[1], solid->corners[3], solid->corners[2]},
+                               inPlane(solid->extrusion), true, true),
+                 place);
+    } else if (const auto* inserted = dynamic_cast<const BlockReference*>(&entity)) {
+        reference(*inserted, place);
+    } else if (const auto* definition = dynamic_cast<const AttributeDefinition*>(&entity)) {
+        if (!place.inherited.nested) {
+            text(*definition, definition->tag, place);
+        } else if (definition->flags & Attribute::kConstant) {
+            text(*definition, definition->text, place);
+        }
+    } else if (const auto* single = dynamic_cast<const Text*>(&entity)) {
+        text(*single, single->text, place);
+    } else if (const auto* multiple = dynamic_cast<const MText*>(&entity)) {
+        mtext(*multiple, place);
+    } else if (const auto* picture = dynamic_cast<const Image*>(&entity)) {
+        image(*picture, place);
+    } else if (entity.name() == "DIMENSION") {
+        dimension(entity, place);
+    }
+}
+
+void Flattener::image(const Image& image, const Place& place)
+{
+    const Vector3 position = place.map.point(image.position);
+    const Vector3 u = place.map.direction(image.u);
+    const Vector3 v = place.map.direction(image.v);
+    emit(image, FlatImage{&image, {position.x, position.y}, {u.x, u.y}, {v.x, v.y}}, place);
+}
+
+} // namespace drawing

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "drawing/flatten.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace drawing {
+
+/// One run through a block's entities.
+class Flattener
+{
+public:
+    Flattener(const Document& document, const FlattenOptions& options, const FlatSink& sink);
+
+    /// Both return false if something was left out.
+    bool block(const Block& block);
+    bool entity(const Entity& entity);
+
+private:
+    /// What pieces inside a block reference take from it.
+    struct Inherited
+    {
+        bool nested = false;
+        std::string layer = "0";
+        int color = 7;
+        std::optional<Rgb> rgb;
+        std::string linetype = "Continuous";
+        int lineweight = -3;
+    };
+    /// Where we are: the map to the drawing, and what is inherited.
+    struct Place
+    {
+        Transform map;
+        Inherited inherited;
+    };
+
+    void content(const Block& block, const Place& place);
+    void any(const Entity& entity, const Place& place);
+    void shape(const Entity& entity, const Place& place);
+    void reference(const BlockReference& reference, const Place& place);
+    void dimension(const Entity& entity, const Place& place);
+    void heavyPolyline(const HeavyPolyline& polyline, const Place& place);
+    void mesh(const HeavyPolyline& polyline, const std::vector<const Vertex*>& vertices, const Place& place);
+    void faces(const std::vector<const Vertex*>& vertices, const HeavyPolyline& polyline, const Place& place);
+    void text(const Text& text, const std::string& shown, const Place& place);
+    void mtext(const MText& text, const Place& place);
+    void image(const Image& image, const Place& place);
+    void emitText(const Entity& entity, FlatText text, const Vector3& position, const Vector3& direction,
+                  const Vector3& up, const Place& place);
+    void emit(const Entity& entity, std::variant<FlatPath, FlatText, FlatImage> shape, const Place& place);
+    void emitPath(const Entity& entity, FlatPath&& path, const Place& place);
+
+    const std::string& layerName(const Entity& entity, const Inherited& inherited) const;
+    FlatStyle styleOf(const Entity& entity, const Inherited& inherited) const;
+    bool shown(const Entity& entity, const Inherited& inherited) const;
+    const Layer* findLayer(const std::string& name) const;
+    const Block* findBlock(const std::string& name) const;
+    const TextStyle* findStyle(const std::string& name) const;
+    bool spend(std::size_t points);
+
+    using Names = std::map<std::string, const TableRecord*>;
+    Names namesOf(std::string_view kind) const;
+
+    const Document& m_document;
+    const FlattenOptions& m_options;
+    const FlatSink& m_sink;
+    Names m_layers;
+    Names m_blocks;
+    Names m_styles;
+    std::vector<const Block*> m_open;
+    Handle m_entity = 0;
+    std::size_t m_points = 0;
+    bool m_complete = true;
+};
+
+} // namespace drawing

@@ -1,0 +1,171 @@
+// Flattening of block references, of dimensions, which are drawn by a block, and of old polylines.
+
+#include "drawing/flatten_polylines.h"
+#include "drawing/flattener.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <numbers>
+
+namespace drawing {
+
+namespace {
+
+constexpr double kRadiansPerDegree = std::numbers::pi / 180;
+
+} // namespace
+
+void Flattener::content(const Block& block, const Place& place)
+{
+    const bool cyclic = std::find(m_open.begin(), m_open.end(), &block) != m_open.end();
+    if (cyclic || m_open.size() > static_cast<std::size_t>(std::max(0, m_options.depth))) {
+        m_complete = false;
+        return;
+    }
+    m_open.push_back(&block);
+    for (const Entity* entity : m_document.drawOrder(block)) {
+        any(*entity, place);
+    }
+    m_open.pop_back();
+}
+
+void Flattener::reference(const BlockReference& reference, const Place& place)
+{
+    const Block* block = findBlock(reference.block);
+    if (block) {
+        const FlatStyle style = styleOf(reference, place.inherited);
+        Place inside;
+        inside.inherited = {true, style.layer, style.colorIndex, style.rgb, style.linetype, style.lineweight};
+        const auto* begin = m_document.find<BlockBracket>(block->begin);
+        const Vector3 base = begin ? begin->basePoint : Vector3{};
+        const Transform frame = place.map * Transform::fromExtrusion(reference.extrusion) *
+                                Transform::translation(reference.position) *
+                                Transform::rotation(reference.rotation * kRadiansPerDegree);
+        const Transform scaled = Transform::scaling(reference.scale) * Transform::translation(base * -1);
+        for (int row = 0; row < std::max(1, reference.rows); ++row) {
+            for (int column = 0; column < std::max(1, reference.columns); ++column) {
+                // Also an empty block costs something, so that a huge grid of them comes to an end.
+                if (!spend(1)) {
+                    return;
+                }
+                const Vector3 offset{column * reference.columnSpacing, row * reference.rowSpacing, 0};
+                inside.map = frame * Transform::translation(offset) * scaled;
+                content(*block, inside);
+            }
+        }
+    }
+    for (const Handle handle : reference.attributes) {
+        const auto* attribute = m_document.find<Attribute>(handle);
+        if (attribute && (m_options.hiddenToo || !(attribute->flags & Attribute::kInvisible)) &&
+            shown(*attribute, place.inherited)) {
+            text(*attribute, attribute->text, place);
+        }
+    }
+}
+
+/// A dimension carries the name of the block that draws it, in the drawing's coordinates.
+void Flattener::dimension(const Entity& entity, const Place& place)
+{
+    for (const KeptGroups& kept : entity.kept) {
+        for (const Group& group : kept.groups) {
+            if (kept.subclass == "AcDbDimension" && group.code == 2) {
+                if (const Block* block = findBlock(group.value)) {
+                    const FlatStyle style = styleOf(entity, place.inherited);
+                    content(*block,
+                            {place.map,
+                             {true, style.layer, style.colorIndex, style.rgb, style.linetype, style.lineweight}});
+                }
+                return;
+            }
+        }
+    }
+}
+
+void Flattener::heavyPolyline(const HeavyPolyline& polyline, const Place& place)
+{
+    std::vector<const Vertex*> vertices;
+    for (const Handle handle : polyline.vertices) {
+        const auto* vertex = m_document.find<Vertex>(handle);
+        if (vertex && !(vertex->flags & Vertex::kSplineFrame)) {
+            vertices.push_back(vertex);
+        }
+    }
+    const auto emitEach = [&](FlatPath&& path) { emitPath(polyline, std::move(path), place); };
+    if (polyline.flags & HeavyPolyline::kPolyfaceMesh) {
+        faces(vertices, polyline, place);
+    } else if (polyline.flags & HeavyPolyline::kMesh) {
+        mesh(polyline, vertices, place);
+    } else if (polyline.flags & HeavyPolyline::kInSpace) {
+        std::vector<Vector3> points;
+        for (const Vertex* vertex : vertices) {
+            points.push_back(vertex->position);
+        }
+        if (!points.empty()) {
+            emitEach(projectedPath(points, place.map, (polyline.flags & HeavyPolyline::kClosed) != 0, false));
+        }
+    } else {
+        std::vector<PolylinePoint> points;
+        for (const Vertex* vertex : vertices) {
+            points.push_back({{vertex->position.x, vertex->position.y},
+                              vertex->startWidth.value_or(polyline.startWidth),
+                              vertex->endWidth.value_or(polyline.endWidth),
+                              vertex->bulge});
+        }
+        const Transform map = place.map * Transform::fromExtrusion(polyline.extrusion) *
+                              Transform::translation({0, 0, polyline.elevation});
+        flattenPolyline(points, (polyline.flags & HeavyPolyline::kClosed) != 0, map, m_options.tolerance, emitEach);
+    }
+}
+
+/// A mesh of M times N vertices, row by row: a line along every row and every column.
+void Flattener::mesh(const HeavyPolyline& polyline, const std::vector<const Vertex*>& vertices, const Place& place)
+{
+    const auto countM = static_cast<std::size_t>(std::max(0, polyline.meshCountM));
+    const auto countN = static_cast<std::size_t>(std::max(0, polyline.meshCountN));
+    if (countM == 0 || countN == 0 || vertices.size() / countN < countM) {
+        m_complete = m_complete && vertices.empty();
+        return;
+    }
+    const auto line = [&](std::size_t first, std::size_t step, std::size_t count, bool closed) {
+        std::vector<Vector3> points;
+        for (std::size_t i = 0; i < count; ++i) {
+            points.push_back(vertices[first + i * step]->position);
+        }
+        emitPath(polyline, projectedPath(points, place.map, closed, false), place);
+    };
+    for (std::size_t m = 0; m < countM; ++m) {
+        line(m * countN, 1, countN, (polyline.flags & HeavyPolyline::kMeshClosedInN) != 0);
+    }
+    for (std::size_t n = 0; n < countN; ++n) {
+        line(n, countN, countM, (polyline.flags & HeavyPolyline::kClosed) != 0);
+    }
+}
+
+/// The edges of a polyface mesh's faces, but for the invisible ones.
+void Flattener::faces(const std::vector<const Vertex*>& vertices, const HeavyPolyline& polyline, const Place& place)
+{
+    std::vector<const Vertex*> corners;
+    for (const Vertex* vertex : vertices) {
+        if (vertex->flags & Vertex::kOfMesh) {
+            corners.push_back(vertex);
+        }
+    }
+    const auto corner = [&](int index) {
+        const auto number = static_cast<std::size_t>(std::abs(static_cast<long long>(index)));
+        return number >= 1 && number <= corners.size() ? corners[number - 1] : nullptr;
+    };
+    for (const Vertex* face : vertices) {
+        const auto count =
+            static_cast<std::size_t>(std::count_if(face->face.begin(), face->face.end(), [](int i) { return i != 0; }));
+        for (std::size_t i = 0; i < count && !(face->flags & Vertex::kOfMesh); ++i) {
+            const Vertex* from = corner(face->face[i]);
+            const Vertex* to = corner(face->face[(i + 1) % count]);
+            if (from && to && face->face[i] > 0) {
+                emitPath(polyline, projectedPath({from->position, to->position}, place.map, false, false), place);
+            }
+        }
+    }
+}
+
+} // namespace drawing

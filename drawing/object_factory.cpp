@@ -1,0 +1,86 @@
+#include "drawing/object_factory.h"
+
+namespace drawing {
+
+namespace {
+
+template <class Base> struct Maker
+{
+    std::string_view name;
+    std::unique_ptr<Base> (*make)();
+};
+
+template <class Base, class Made> std::unique_ptr<Base> make()
+{
+    return std::make_unique<Made>();
+}
+
+std::unique_ptr<Entity> makeTrace()
+{
+    auto trace = std::make_unique<Solid>();
+    trace->isTrace = true;
+    return trace;
+}
+
+constexpr Maker<Entity> kEntities[] = {
+    {"LINE", make<Entity, Line>},
+    {"POINT", make<Entity, Point>},
+    {"CIRCLE", make<Entity, Circle>},
+    {"ARC", make<Entity, Arc>},
+    {"ELLIPSE", make<Entity, Ellipse>},
+    {"LWPOLYLINE", make<Entity, LightPolyline>},
+    {"POLYLINE", make<Entity, HeavyPolyline>},
+    {"VERTEX", make<Entity, Vertex>},
+    {"SEQEND", make<Entity, SequenceEnd>},
+    {"SOLID", make<Entity, Solid>},
+    {"TRACE", makeTrace},
+    {"TEXT", make<Entity, Text>},
+    {"ATTRIB", make<Entity, Attribute>},
+    {"ATTDEF", make<Entity, AttributeDefinition>},
+    {"MTEXT", make<Entity, MText>},
+    {"INSERT", make<Entity, BlockReference>},
+    {"IMAGE", make<Entity, Image>},
+};
+
+constexpr Maker<TableRecord> kTableRecords[] = {
+    {"LAYER", make<TableRecord, Layer>},        {"LTYPE", make<TableRecord, Linetype>},
+    {"STYLE", make<TableRecord, TextStyle>},    {"VPORT", make<TableRecord, ViewportRecord>},
+    {"BLOCK_RECORD", make<TableRecord, Block>},
+};
+
+constexpr Maker<Object> kObjects[] = {
+    {"DICTIONARY", make<Object, Dictionary>},
+    {"IMAGEDEF", make<Object, ImageDefinition>},
+    {"IMAGEDEF_REACTOR", make<Object, ImageDefinitionReactor>},
+    {"RASTERVARIABLES", make<Object, RasterVariables>},
+};
+
+template <class Raw, class Base, std::size_t Count>
+std::unique_ptr<Base> makeByName(const Maker<Base> (&makers)[Count], std::string_view name)
+{
+    for (const Maker<Base>& maker : makers) {
+        if (maker.name == name) {
+            return maker.make();
+        }
+    }
+    return std::make_unique<Raw>(std::string(name));
+}
+
+} // namespace
+
+std::unique_ptr<Entity> makeEntity(std::string_view name)
+{
+    return makeByName<RawEntity>(kEntities, name);
+}
+
+std::unique_ptr<TableRecord> makeTableRecord(std::string_view name)
+{
+    return makeByName<RawTableRecord>(kTableRecords, name);
+}
+
+std::unique_ptr<Object> makeObject(std::string_view name)
+{
+    return makeByName<RawObject>(kObjects, name);
+}
+
+} // namespace drawing

@@ -1,0 +1,194 @@
+#include "drawing/text_encoding.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+
+namespace drawing {
+
+namespace {
+
+constexpr char32_t kFirstSurrogate = 0xD800;
+constexpr char32_t kFirstLowSurrogate = 0xDC00;
+constexpr char32_t kLastSurrogate = 0xDFFF;
+constexpr std::string_view kEscape = "\\U+";
+constexpr std::size_t kEscapeSize = 7;
+
+bool isSurrogate(char32_t c)
+{
+    return c >= kFirstSurrogate && c <= kLastSurrogate;
+}
+
+/// The UTF-16 unit of an escape at the start of the text; nothing if there is no escape.
+std::optional<char32_t> escapeAt(std::string_view text)
+{
+    if (text.size() < kEscapeSize || !text.starts_with(kEscape)) {
+        return std::nullopt;
+    }
+    unsigned unit = 0;
+    const char* last = text.data() + kEscapeSize;
+    const auto [end, error] = std::from_chars(text.data() + kEscape.size(), last, unit, 16);
+    return error == std::errc() && end == last ? std::optional<char32_t>(unit) : std::nullopt;
+}
+
+void appendEscape(std::string& bytes, char32_t unit)
+{
+    char buffer[12];
+    std::snprintf(buffer, sizeof buffer, "\\U+%04X", static_cast<unsigned>(unit));
+    bytes += buffer;
+}
+
+bool isAscii(std::string_view text)
+{
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+/// Length of the UTF-8 sequence that the byte begins; 0 if it begins none.
+std::size_t sequenceLength(unsigned char lead)
+{
+    if (lead < 0x80) {
+        return 1;
+    }
+    if (lead >= 0xC2 && lead <= 0xDF) {
+        return 2;
+    }
+    if (lead >= 0xE0 && lead <= 0xEF) {
+        return 3;
+    }
+    return lead >= 0xF0 && lead <= 0xF4 ? 4 : 0;
+}
+
+/// The character of the UTF-8 sequence at the start of the text; nothing if there is no valid one.
+std::optional<char32_t> utf8At(std::string_view text, std::size_t length)
+{
+    if (length == 0 || length > text.size()) {
+        return std::nullopt;
+    }
+    static constexpr unsigned char kLeadMask[] = {0, 0x7F, 0x1F, 0x0F, 0x07};
+    static constexpr char32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
+    char32_t character = static_cast<unsigned char>(text[0]) & kLeadMask[length];
+    for (std::size_t i = 1; i < length; ++i) {
+        const auto next = static_cast<unsigned char>(text[i]);
+        if ((next & 0xC0) != 0x80) {
+            return std::nullopt;
+        }
+        character = character << 6 | (next & 0x3F);
+    }
+    if (character < kSmallest[length] || character > 0x10FFFF || isSurrogate(character)) {
+        return std::nullopt;
+    }
+    return character;
+}
+
+} // namespace
+
+char32_t takeCharacter(std::string_view& text)
+{
+    const auto lead = static_cast<unsigned char>(text[0]);
+    const std::size_t length = sequenceLength(lead);
+    if (const auto character = utf8At(text, length)) {
+        text.remove_prefix(length);
+        return *character;
+    }
+    text.remove_prefix(1);
+    return (*findCodePage("ANSI_1252"))[lead - 0x80u];
+}
+
+void appendUtf8(std::string& text, char32_t c)
+{
+    const auto tail = [&](int shift) { text += static_cast<char>(0x80 | (c >> shift & 0x3F)); };
+    if (c < 0x80) {
+        text += static_cast<char>(c);
+    } else if (c < 0x800) {
+        text += static_cast<char>(0xC0 | c >> 6);
+        tail(0);
+    } else if (c < 0x10000) {
+        text += static_cast<char>(0xE0 | c >> 12);
+        tail(6);
+        tail(0);
+    } else {
+        text += static_cast<char>(0xF0 | c >> 18);
+        tail(12);
+        tail(6);
+        tail(0);
+    }
+}
+
+std::string decodeEscapes(std::string_view text)
+{
+    std::string result;
+    while (!text.empty()) {
+        const auto next = std::min(text.find(kEscape), text.size());
+        result += text.substr(0, next);
+        text.remove_prefix(next);
+        const auto unit = escapeAt(text);
+        if (!unit) {
+            result += text.substr(0, 1);
+            text.remove_prefix(std::min<std::size_t>(1, text.size()));
+            continue;
+        }
+        const auto low = escapeAt(text.substr(kEscapeSize));
+        const bool pair = *unit >= kFirstSurrogate && *unit < kFirstLowSurrogate && low && *low >= kFirstLowSurrogate &&
+                          *low <= kLastSurrogate;
+        const std::size_t length = pair ? 2 * kEscapeSize : kEscapeSize;
+        if (pair) {
+            appendUtf8(result, 0x10000 + ((*unit - kFirstSurrogate) << 10) + (*low - kFirstLowSurrogate));
+        } else if (*unit < 0x20 || isSurrogate(*unit)) {
+            result += text.substr(0, length);
+        } else {
+            appendUtf8(result, *unit);
+        }
+        text.remove_prefix(length);
+    }
+    return result;
+}
+
+TextEncoding::TextEncoding(std::string_view codePageName) : m_utf8(false), m_page(findCodePage(codePageName)) {}
+
+std::optional<std::string> TextEncoding::decode(std::string_view bytes) const
+{
+    std::string text;
+    if (isAscii(bytes)) {
+        text = bytes;
+    } else if (m_utf8) {
+        while (!bytes.empty()) {
+            appendUtf8(text, takeCharacter(bytes));
+        }
+    } else {
+        if (!m_page) {
+            return std::nullopt;
+        }
+        for (const char c : bytes) {
+            const auto byte = static_cast<unsigned char>(c);
+            appendUtf8(text, byte < 0x80 ? byte : (*m_page)[byte - 0x80u]);
+        }
+    }
+    return text.find(kEscape) == std::string::npos ? text : decodeEscapes(text);
+}
+
+std::string TextEncoding::encode(std::string_view text) const
+{
+    if (isAscii(text) || m_utf8) {
+        return std::string(text);
+    }
+    std::string bytes;
+    while (!text.empty()) {
+        const char32_t character = takeCharacter(text);
+        if (character < 0x80) {
+            bytes += static_cast<char>(character);
+            continue;
+        }
+        const auto found = m_page ? std::find(m_page->begin(), m_page->end(), character) : nullptr;
+        if (m_page && found != m_page->end()) {
+            bytes += static_cast<char>(0x80 + (found - m_page->begin()));
+        } else if (character < 0x10000) {
+            appendEscape(bytes, character);
+        } else {
+            appendEscape(bytes, kFirstSurrogate + ((character - 0x10000) >> 10));
+            appendEscape(bytes, kFirstLowSurrogate + ((character - 0x10000) & 0x3FF));
+        }
+    }
+    return bytes;
+}
+
+} // namespace drawing
