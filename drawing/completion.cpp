@@ -195,7 +195,8 @@ void DocumentBuilder::completeLayout(Block& block, Dictionary& layouts)
     const bool model = block.handle == m_document.m_modelSpace;
     std::string name = model ? "Model" : "Layout1";
     for (int number = 2; layouts.find(name) != 0; ++number) {
-        name = "Layout" + std::to_string(number);
+        name = "Layout";
+        name += std::to_string(number);
     }
     Groups plot = defaultPlotGroups();
     constexpr int kModelPlot = 1024;
