@@ -67,7 +67,7 @@ void DocumentBuilder::completeRecords()
 {
     if (!m_document.findRecord("VPORT", "*Active")) {
         auto viewport = std::make_unique<ViewportRecord>();
-        viewport->recordName = "*Active";
+        viewport->recordName = std::string("*Active");
         viewport->center = {210, 148.5};
         viewport->height = 297;
         viewport->aspect = 1.5;
@@ -78,19 +78,19 @@ void DocumentBuilder::completeRecords()
         if (!m_document.findLinetype(name)) {
             auto linetype = std::make_unique<Linetype>();
             linetype->recordName = name;
-            linetype->description = name == "Continuous" ? "Solid line" : "";
+            linetype->description = std::string(name == "Continuous" ? "Solid line" : "");
             m_document.addRecord(std::move(linetype));
         }
     }
     if (!m_document.findLayer("0")) {
         auto layer = std::make_unique<Layer>();
-        layer->recordName = "0";
+        layer->recordName = std::string("0");
         m_document.addRecord(std::move(layer));
     }
     if (!m_document.findTextStyle("Standard")) {
         auto style = std::make_unique<TextStyle>();
-        style->recordName = "Standard";
-        style->font = "txt";
+        style->recordName = std::string("Standard");
+        style->font = std::string("txt");
         m_document.addRecord(std::move(style));
     }
     const std::pair<const char*, const char*> rawRecords[] = {{"APPID", "ACAD"}, {"DIMSTYLE", "Standard"}};
@@ -187,17 +187,28 @@ void DocumentBuilder::completeMultilineStyle()
     }
 }
 
+namespace {
+
+std::string freeLayoutName(const Dictionary& layouts)
+{
+    const std::string stem = "Layout";
+    for (int number = 1;; ++number) {
+        const std::string name = stem + std::to_string(number);
+        if (layouts.find(name) == 0) {
+            return name;
+        }
+    }
+}
+
+} // namespace
+
 void DocumentBuilder::completeLayout(Block& block, Dictionary& layouts)
 {
     if (m_document.find(block.layout)) {
         return;
     }
     const bool model = block.handle == m_document.m_modelSpace;
-    std::string name = model ? "Model" : "Layout1";
-    for (int number = 2; layouts.find(name) != 0; ++number) {
-        name = "Layout";
-        name += std::to_string(number);
-    }
+    const std::string name = model ? "Model" : freeLayoutName(layouts);
     Groups plot = defaultPlotGroups();
     constexpr int kModelPlot = 1024;
     plot.push_back({70, std::to_string(model ? kModelPlot : 0)});
