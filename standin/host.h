@@ -128,6 +128,8 @@ HALVORAN_STANDIN_API Failure unloadModule(const std::wstring& name);
 HALVORAN_STANDIN_API std::vector<std::filesystem::path> loadedModules();
 // The modules of the application list that are to be loaded at the start; returns what went wrong, if anything.
 HALVORAN_STANDIN_API std::vector<std::wstring> loadStartupModules();
+// Keeps the application list under another key below HKEY_CURRENT_USER: for tests.
+HALVORAN_STANDIN_API void setApplicationListKey(const std::wstring& key);
 // Unloads all modules, whatever they answer.
 HALVORAN_STANDIN_API void unloadAllModules();
 

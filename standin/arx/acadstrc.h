@@ -26,7 +26,6 @@ enum ErrorStatus
     ePermanentlyErased,
     eWasOpenForRead,
     eWasOpenForWrite,
-    eWasOpenForNotify,
     eAtMaxReaders,
     eNotInDatabase,
     eNoDatabase,

@@ -13,8 +13,7 @@ struct AcDb
     enum OpenMode
     {
         kForRead = 0,
-        kForWrite = 1,
-        kForNotify = 2
+        kForWrite = 1
     };
 
     // Drawing file formats that can be written.

@@ -9,9 +9,13 @@
 namespace Atil {
 class Image;
 }
+namespace drawing {
+struct ImageDefinition;
+}
 namespace imaging {
 class Bitmap;
-}
+struct RasterInfo;
+} // namespace imaging
 
 class AcDbRasterImageDef;
 
@@ -71,6 +75,9 @@ class HALVORAN_STANDIN_API AcDbRasterImageDef : public AcDbObject
 
     // For the stand-in's own use. The present pixels, or null.
     std::shared_ptr<const imaging::Bitmap> pixels() const;
+    // The same, loaded first unless the drawing says that the image is unloaded. A file that could not be read is tried
+    // again only after the name or the file has changed.
+    std::shared_ptr<const imaging::Bitmap> pixelsForPainting();
     // Lets go of the image as the drawing closes.
     void releaseImage();
 
@@ -79,5 +86,10 @@ protected:
 
 private:
     struct State;
+
+    drawing::ImageDefinition& record() const;
+    const imaging::RasterInfo* fileInfo() const;
+    void takeSize();
+
     std::unique_ptr<State> m_state;
 };

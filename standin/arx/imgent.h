@@ -1,8 +1,14 @@
 // Raster images placed in the drawing.
 #pragma once
 
+#include <memory>
+
 #include "standin/arx/dbentity.h"
 #include "standin/arx/gemat3d.h"
+
+namespace drawing {
+struct Image;
+}
 
 // The entity stores the u and v of one pixel, so that an image keeps the size of a pixel in the drawing when its number
 // of pixels changes.
@@ -18,7 +24,8 @@ class HALVORAN_STANDIN_API AcDbRasterImage : public AcDbEntity
         kTransparent = 8
     };
 
-    AcDbRasterImage() = default;
+    AcDbRasterImage();
+    ~AcDbRasterImage() override;
 
     AcDbObjectId imageDefId() const;
 
@@ -36,4 +43,12 @@ class HALVORAN_STANDIN_API AcDbRasterImage : public AcDbEntity
 
     // Width and height in pixels.
     AcGeVector2d imageSize() const;
+
+protected:
+    void subErase(Adesk::Boolean erasing) override;
+
+private:
+    drawing::Image& record() const;
+
+    std::unique_ptr<drawing::Image> m_alone; // the record of an image that is in no database
 };

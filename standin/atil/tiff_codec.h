@@ -8,11 +8,7 @@ struct TiffCompressionType
     enum Compression
     {
         kNone = 0,
-        kPackBits = 1,
-        kLZW = 2,
-        kCCITT_FAX3 = 3,
-        kCCITT_FAX4 = 4,
-        kDeflate = 5
+        kCCITT_FAX4 = 4
     };
 };
 

@@ -1,0 +1,86 @@
+#include "standin/arx/dbmain.h"
+
+#include <filesystem>
+
+#include "drawing/drawing_file.h"
+#include "drawing/error.h"
+#include "standin/arx/editor.h"
+#include "standin/arx/imgdef.h"
+#include "standin/arx/object_store.h"
+#include "standin/arx/rx_define.h"
+#include "standin/arx/strictness.h"
+#include "standin/arx/text.h"
+
+ACRX_DEFINE_MEMBERS(AcDbDatabase, AcRxObject)
+
+AcDbDatabase::AcDbDatabase(bool, bool) : m_state(std::make_unique<State>())
+{
+    standin::editor().tell([this](AcEditorReactor& reactor) { reactor.databaseConstructed(this); });
+}
+
+// First the editor's reactors are told, then those of the images that are loaded; then the ids lose their database.
+AcDbDatabase::~AcDbDatabase()
+{
+    standin::editor().tell([this](AcEditorReactor& reactor) { reactor.databaseToBeDestroyed(this); });
+    const auto stubs = m_state->stubs;
+    for (const auto& [handle, stub] : stubs)
+        if (stub->open())
+            standin::recordBreach("An object was still open when its database was destroyed.");
+    for (const auto& [handle, stub] : stubs)
+        if (auto* definition = dynamic_cast<AcDbRasterImageDef*>(stub->object.get()))
+            standin::withWriteOpen(*stub, [&] { definition->releaseImage(); });
+    for (const auto& [handle, stub] : m_state->stubs) {
+        stub->database = nullptr;
+        stub->readers = 0;
+        stub->writer = false;
+        stub->object.reset();
+        stub->erased.reset();
+        stub->companions.clear();
+    }
+}
+
+Acad::ErrorStatus AcDbDatabase::readDwgFile(const ACHAR* fileName, int, bool, const wchar_t*)
+{
+    if (!fileName || !*fileName)
+        return Acad::eInvalidInput;
+    std::error_code error;
+    const std::filesystem::path path = std::filesystem::absolute(fileName, error);
+    if (!std::filesystem::is_regular_file(path, error))
+        return Acad::eFileNotFound;
+    if (!m_state->stubs.empty())
+        return Acad::eInvalidContext;
+    try {
+        m_state->document = drawing::readDrawing(path);
+    } catch (const drawing::DrawingError&) {
+        return Acad::eDwgNeedsRecovery;
+    }
+    m_state->fileName = path.wstring();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDatabase::saveAs(const ACHAR* fileName, bool, AcDb::AcDbDwgVersion version, const void* security)
+{
+    if (!fileName || !*fileName || version != AcDb::kDHL_1015 || security)
+        return Acad::eInvalidInput;
+    const std::wstring name = fileName;
+    standin::editor().tell([&](AcEditorReactor& reactor) { reactor.beginSave(this, name.c_str()); });
+    try {
+        drawing::writeDrawing(m_state->document, std::filesystem::path(name));
+    } catch (const drawing::DrawingError&) {
+        standin::editor().tell([this](AcEditorReactor& reactor) { reactor.abortSave(this); });
+        return Acad::eFileAccessErr;
+    }
+    standin::editor().tell([&](AcEditorReactor& reactor) { reactor.saveComplete(this, name.c_str()); });
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDatabase::getFilename(const ACHAR*& fileName) const
+{
+    fileName = m_state->fileName.c_str();
+    return Acad::eOk;
+}
+
+bool AcDbDatabase::tilemode() const
+{
+    return m_state->document.header.integer("$TILEMODE", 1) != 0;
+}

@@ -1,0 +1,159 @@
+#include "standin/arx/imgent.h"
+
+#include "standin/arx/image_entities.h"
+#include "standin/arx/object_store.h"
+#include "standin/arx/rx_define.h"
+
+ACRX_DEFINE_MEMBERS(AcDbRasterImage, AcDbEntity)
+
+namespace standin {
+
+namespace {
+
+void resize(drawing::Image& image, drawing::Vector2 pixels)
+{
+    drawing::Image whole = image;
+    whole.resetClip();
+    const bool clipIsWhole = image.clip.empty() || image.clip == whole.clip;
+    image.pixels = pixels;
+    if (clipIsWhole)
+        image.resetClip();
+}
+
+} // namespace
+
+void resizeImageEntities(AcDbDatabase& database, drawing::Handle definition, drawing::Vector2 pixels)
+{
+    const auto follow = [&](drawing::Object* object) {
+        auto* image = dynamic_cast<drawing::Image*>(object);
+        if (image && image->definition == definition && image->pixels != pixels)
+            resize(*image, pixels);
+    };
+    drawing::Document& document = database.state().document;
+    for (const drawing::Handle record : document.table("BLOCK_RECORD").records)
+        if (const auto* block = document.find<drawing::Block>(record))
+            for (const drawing::Handle entity : block->entities)
+                follow(document.find(entity));
+    for (const auto& [handle, stub] : database.state().stubs)
+        if (stub->erased)
+            follow(stub->erased->object.get());
+}
+
+} // namespace standin
+
+namespace {
+
+AcGeVector3d vectorOf(const drawing::Vector3& v)
+{
+    return {v.x, v.y, v.z};
+}
+
+drawing::Vector3 recordVector(const AcGeVector3d& v)
+{
+    return {v.x, v.y, v.z};
+}
+
+} // namespace
+
+drawing::Image& AcDbRasterImage::record() const
+{
+    auto* record = standin::recordOf<drawing::Image>(objectId());
+    return record ? *record : *m_alone;
+}
+
+AcDbRasterImage::AcDbRasterImage() : m_alone(std::make_unique<drawing::Image>()) {}
+
+AcDbRasterImage::~AcDbRasterImage() = default;
+
+AcDbObjectId AcDbRasterImage::imageDefId() const
+{
+    assertReadEnabled("imageDefId");
+    AcDbDatabase* owner = database();
+    return owner ? standin::idOf(*owner, record().definition) : AcDbObjectId();
+}
+
+AcGeVector2d AcDbRasterImage::imageSize() const
+{
+    assertReadEnabled("imageSize");
+    const drawing::Image& image = record();
+    const auto* definition =
+        database() ? database()->state().document.find<drawing::ImageDefinition>(image.definition) : nullptr;
+    const bool known = definition && definition->pixels.x > 0 && definition->pixels.y > 0;
+    const drawing::Vector2 pixels = known ? definition->pixels : image.pixels;
+    return {pixels.x, pixels.y};
+}
+
+void AcDbRasterImage::getOrientation(AcGePoint3d& origin, AcGeVector3d& u, AcGeVector3d& v) const
+{
+    assertReadEnabled("getOrientation");
+    const drawing::Image& image = record();
+    const AcGeVector2d pixels = imageSize();
+    origin.set(image.position.x, image.position.y, image.position.z);
+    u = vectorOf(image.u) * pixels.x;
+    v = vectorOf(image.v) * pixels.y;
+}
+
+Adesk::Boolean AcDbRasterImage::setOrientation(const AcGePoint3d& origin, const AcGeVector3d& u, const AcGeVector3d& v)
+{
+    const AcGeVector2d pixels = imageSize();
+    const bool usable = u.length() > 0 && v.length() > 0 && pixels.x > 0 && pixels.y > 0;
+    if (assertWriteEnabled("setOrientation") != Acad::eOk || !usable)
+        return false;
+    drawing::Image& image = record();
+    image.position = {origin.x, origin.y, origin.z};
+    image.u = recordVector(u / pixels.x);
+    image.v = recordVector(v / pixels.y);
+    setModified();
+    return true;
+}
+
+// With u and v of one pixel, the centre of the pixel (x, y) is origin + u (x + 0.5) + v (height - 0.5 - y).
+Acad::ErrorStatus AcDbRasterImage::getPixelToModelTransform(AcGeMatrix3d& matrix) const
+{
+    const Acad::ErrorStatus status = assertReadEnabled("getPixelToModelTransform");
+    if (status != Acad::eOk)
+        return status;
+    const drawing::Image& image = record();
+    const AcGeVector3d u = vectorOf(image.u);
+    const AcGeVector3d v = vectorOf(image.v);
+    const AcGePoint3d corner(image.position.x, image.position.y, image.position.z);
+    matrix.setCoordSystem(corner + u * 0.5 + v * (imageSize().y - 0.5), u, -v, u.crossProduct(-v).normal());
+    return Acad::eOk;
+}
+
+void AcDbRasterImage::setDisplayOpt(ImageDisplayOpt option, Adesk::Boolean value)
+{
+    if (assertWriteEnabled("setDisplayOpt") != Acad::eOk)
+        return;
+    int& display = record().display;
+    display = value ? display | option : display & ~option;
+    setModified();
+}
+
+Adesk::Boolean AcDbRasterImage::isSetDisplayOpt(ImageDisplayOpt option) const
+{
+    assertReadEnabled("isSetDisplayOpt");
+    return (record().display & option) != 0;
+}
+
+// The object that ties the entity to its definition goes and comes back with it.
+void AcDbRasterImage::subErase(Adesk::Boolean erasing)
+{
+    AcDbStub* stub = objectId().stub();
+    drawing::Document& document = stub->database->state().document;
+    auto* definition = document.find<drawing::ImageDefinition>(record().definition);
+    const drawing::Handle tie = record().definitionReactor;
+    if (erasing && document.find(tie)) {
+        stub->companions.push_back(document.erase(tie));
+        if (definition)
+            std::erase(definition->reactors, tie);
+    }
+    if (!erasing) {
+        for (auto& companion : stub->companions) {
+            const drawing::Handle handle = document.restore(std::move(companion)).handle;
+            if (definition)
+                definition->reactors.push_back(handle);
+        }
+        stub->companions.clear();
+    }
+}

@@ -1,0 +1,59 @@
+// What lies behind an object id: the record in the drawing, the object that stands for it, and how it is open.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+#include "drawing/document.h"
+#include "standin/arx/dbmain.h"
+
+// One per object that was ever asked for. It outlives the object and the database, so that an old id stays safe to ask.
+struct AcDbStub
+{
+    AcDbDatabase* database = nullptr; // null once the database has gone
+    drawing::Handle handle = 0;
+    std::unique_ptr<AcDbObject> object; // made when it is first needed
+    int readers = 0;
+    bool writer = false;
+    std::optional<drawing::Document::Erased> erased;   // the record, while it is out of the drawing
+    std::vector<drawing::Document::Erased> companions; // what left the drawing with it
+
+    bool open() const { return writer || readers > 0; }
+};
+
+struct AcDbDatabase::State
+{
+    drawing::Document document;
+    std::wstring fileName;
+    std::unordered_map<drawing::Handle, AcDbStub*> stubs;
+};
+
+namespace standin {
+
+AcDbObjectId idOf(AcDbDatabase& database, drawing::Handle handle);
+// Null unless the word is one that idOf gave.
+AcDbStub* knownStub(std::int64_t word);
+
+// Null if the database or the record has gone; an erased object's record is there still.
+drawing::Object* recordOf(const AcDbStub* stub);
+template <class Record> Record* recordOf(AcDbObjectId id)
+{
+    return dynamic_cast<Record*>(recordOf(id.stub()));
+}
+
+// The object for a record that is there; null if the record is not.
+AcDbObject* objectOf(AcDbStub& stub);
+
+// Calls with the object open for write whatever the document's locks, for what the host does itself. A busy object is
+// used as it is.
+template <class Call> void withWriteOpen(AcDbStub& stub, Call call)
+{
+    const bool before = stub.writer;
+    stub.writer = true;
+    call();
+    stub.writer = before;
+}
+
+} // namespace standin

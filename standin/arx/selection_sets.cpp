@@ -1,0 +1,121 @@
+// Selection sets. A set's name holds its number and, in the second word, a mark that no entity's name has.
+#include <map>
+
+#include "standin/arx/acedads.h"
+#include "standin/arx/desk_services.h"
+#include "standin/arx/object_store.h"
+#include "standin/arx/strictness.h"
+#include "standin/arx/text.h"
+
+namespace {
+
+constexpr std::int64_t setMark = 1;
+
+using Set = std::vector<AcDbObjectId>;
+
+std::map<std::int64_t, Set>& sets()
+{
+    static std::map<std::int64_t, Set> all;
+    return all;
+}
+
+Set* findSet(const ads_name name)
+{
+    const auto found = name[1] == setMark ? sets().find(name[0]) : sets().end();
+    return found == sets().end() ? nullptr : &found->second;
+}
+
+bool matches(const drawing::Object& object, const resbuf* filter)
+{
+    constexpr short typeName = 0;
+    for (const resbuf* item = filter; item; item = item->rbnext)
+        if (item->restype == typeName && !standin::sameText(standin::widen(object.name()), item->resval.rstring))
+            return false;
+    return true;
+}
+
+// All entities of the model space and the paper spaces, those drawn last at the end.
+std::vector<drawing::Handle> allEntities(const drawing::Document& document)
+{
+    std::vector<drawing::Handle> handles;
+    for (const drawing::Handle record : document.table("BLOCK_RECORD").records) {
+        const auto* block = document.find<drawing::Block>(record);
+        if (block && block->layout != 0)
+            for (const drawing::Entity* entity : document.drawOrder(*block))
+                handles.push_back(entity->handle);
+    }
+    return handles;
+}
+
+} // namespace
+
+int acedSSGet(const ACHAR* mode, const void* point1, const void* point2, const resbuf* filter, ads_name set)
+{
+    ads_name_clear(set);
+    AcDbDatabase* database = standin::drawingDatabase();
+    if (!database || point1 || point2)
+        return RTERROR;
+    const drawing::Document& document = database->state().document;
+    std::vector<drawing::Handle> handles;
+    if (!mode || !*mode) {
+        if (!standin::deskServices())
+            return RTERROR;
+        auto selected = standin::deskServices()->selectEntities();
+        if (!selected)
+            return RTCAN;
+        handles = std::move(*selected);
+    } else if (standin::sameText(mode, L"X") || standin::sameText(mode, L"_X")) {
+        handles = allEntities(document);
+    } else {
+        return RTERROR;
+    }
+    Set chosen;
+    for (const drawing::Handle handle : handles) {
+        const drawing::Object* object = document.find(handle);
+        if (object && matches(*object, filter))
+            chosen.push_back(standin::idOf(*database, handle));
+    }
+    if (chosen.empty())
+        return RTERROR;
+    static std::int64_t lastNumber = 0;
+    sets().emplace(++lastNumber, std::move(chosen));
+    set[0] = lastNumber;
+    set[1] = setMark;
+    return RTNORM;
+}
+
+int acedSSLength(const ads_name set, Adesk::Int32* length)
+{
+    const Set* found = findSet(set);
+    *length = found ? Adesk::Int32(found->size()) : 0;
+    return found ? RTNORM : RTERROR;
+}
+
+int acedSSName(const ads_name set, Adesk::Int32 index, ads_name entity)
+{
+    ads_name_clear(entity);
+    const Set* found = findSet(set);
+    if (!found || index < 0 || std::size_t(index) >= found->size())
+        return RTERROR;
+    ads_name name;
+    acdbGetAdsName(name, (*found)[std::size_t(index)]);
+    ads_name_set(name, entity);
+    return RTNORM;
+}
+
+int acedSSFree(const ads_name set)
+{
+    if (!findSet(set)) {
+        standin::recordBreach("A selection set was freed that is none.");
+        return RTERROR;
+    }
+    sets().erase(set[0]);
+    return RTNORM;
+}
+
+namespace standin {
+int selectionSets()
+{
+    return int(sets().size());
+}
+} // namespace standin
