@@ -1,5 +1,7 @@
 #include "standin/arx/dbobject.h"
 
+#include <algorithm>
+
 #include "standin/arx/dbentity.h"
 #include "standin/arx/desk_services.h"
 #include "standin/arx/document_manager.h"
