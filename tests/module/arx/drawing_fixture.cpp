@@ -1,0 +1,93 @@
+#include "tests/module/arx/drawing_fixture.h"
+
+DrawingTest::DrawingTest()
+{
+    folder = std::filesystem::temp_directory_path() / ("halvoran_arx_" + std::to_string(GetCurrentProcessId()));
+    std::filesystem::create_directories(folder);
+    standin::setDeskServices(&desk);
+    standin::clearBreaches();
+    standin::newDrawing();
+}
+
+DrawingTest::~DrawingTest()
+{
+    standin::closeDrawing();
+    standin::setDeskServices(nullptr);
+    std::error_code error;
+    std::filesystem::remove_all(folder, error);
+}
+
+imaging::Bitmap DrawingTest::picture(std::initializer_list<std::string_view> rows)
+{
+    imaging::Bitmap bitmap({int(rows.begin()->size()), int(rows.size())});
+    int y = 0;
+    for (const std::string_view row : rows) {
+        for (int x = 0; x < bitmap.width(); ++x)
+            bitmap.setInk(x, y, row[std::size_t(x)] == '#');
+        ++y;
+    }
+    return bitmap;
+}
+
+std::filesystem::path DrawingTest::writeRaster(const std::filesystem::path& name, const imaging::Bitmap& bitmap,
+                                               double dotsPerInch)
+{
+    const std::filesystem::path path = folder / name;
+    std::filesystem::create_directories(path.parent_path());
+    imaging::writeRaster(path, bitmap, {dotsPerInch, dotsPerInch}, imaging::Format::TiffGroup4);
+    return path;
+}
+
+standin::Handle DrawingTest::addImage(const std::string& path, drawing::Vector3 origin, drawing::Vector3 u,
+                                      drawing::Vector3 v, drawing::Vector2 pixels)
+{
+    drawing::Document& document = standin::document();
+    auto definition = std::make_unique<drawing::ImageDefinition>();
+    definition->path = path;
+    definition->pixels = pixels;
+    const auto* dictionary = document.imageDictionary();
+    const std::string name = "image" + std::to_string(dictionary ? dictionary->entries.size() : 0);
+    drawing::ImageDefinition& added = document.addImageDefinition(name, std::move(definition));
+    auto image = std::make_unique<drawing::Image>();
+    image->position = origin;
+    image->u = u;
+    image->v = v;
+    image->pixels = pixels;
+    image->resetClip();
+    drawing::Image& entity = document.addEntity(document.modelSpace(), std::move(image));
+    document.attachDefinition(entity, added);
+    return entity.handle;
+}
+
+standin::Handle DrawingTest::addLine()
+{
+    drawing::Document& document = standin::document();
+    return document.addEntity(document.modelSpace(), std::make_unique<drawing::Line>()).handle;
+}
+
+// By the road that modules take: the name in a selection of everything.
+AcDbObjectId DrawingTest::idOf(standin::Handle handle)
+{
+    AcDbObjectId id;
+    ads_name set;
+    if (acedSSGet(L"X", nullptr, nullptr, nullptr, set) != RTNORM)
+        return id;
+    Adesk::Int32 length = 0;
+    acedSSLength(set, &length);
+    for (Adesk::Int32 i = 0; i < length && id.handle() != handle; ++i) {
+        ads_name name;
+        acedSSName(set, i, name);
+        acdbGetObjectId(id, name);
+    }
+    acedSSFree(set);
+    EXPECT_EQ(id.handle(), handle) << "the entity is not in the drawing";
+    return id;
+}
+
+AcDbRasterImageDef* DrawingTest::openDefinition(standin::Handle image, AcDb::OpenMode mode)
+{
+    auto* entity = open<AcDbRasterImage>(idOf(image), AcDb::kForRead);
+    const AcDbObjectId definition = entity->imageDefId();
+    entity->close();
+    return open<AcDbRasterImageDef>(definition, mode);
+}
