@@ -40,7 +40,7 @@ public:
     template <typename... Value> void setTag(std::uint32_t tag, Value... value)
     {
         if (!TIFFSetField(tiff_, tag, value...))
-            fail("The TIFF file can't be written");
+            fail(source_ ? "The TIFF file can't be read" : "The TIFF file can't be written");
     }
 
     /// Whether libtiff has complained since the last call of forgetComplaints(). Its decoders fill up what they can't

@@ -143,31 +143,39 @@ std::vector<bool> inkTable(const TiffHandle& tiff, const Layout& layout)
     return ink;
 }
 
+/// A sample of 1, 2, 4 or 8 bits out of a row of them.
+int sampleAt(const std::uint8_t* row, int index, int bits)
+{
+    if (bits == 8)
+        return row[index];
+    const int perByte = 8 / bits;
+    return row[index / perByte] >> (8 - bits - index % perByte * bits) & ((1 << bits) - 1);
+}
+
 /// Empty when the pixels are not of the plain kinds; libtiff's conversion to colours then does the work.
 RowConverter plainConverter(const TiffHandle& tiff, const Layout& layout)
 {
     const bool grey = layout.photometric == PHOTOMETRIC_MINISWHITE || layout.photometric == PHOTOMETRIC_MINISBLACK;
     const bool palette = layout.photometric == PHOTOMETRIC_PALETTE;
     const int bits = layout.bitsPerSample;
-    if (layout.samplesPerPixel == 1 && (grey || palette) && (bits == 1 || bits == 2 || bits == 4 || bits == 8)) {
+    if (bits != 1 && bits != 2 && bits != 4 && bits != 8)
+        return {};
+    if (layout.samplesPerPixel == 1 && (grey || palette)) {
         std::vector<bool> ink = inkTable(tiff, layout);
         if (bits == 1)
             return [inverted = bool(ink[0])](std::uint64_t* row, const std::uint8_t* pixels, int width) {
                 wordsFromBytes(row, pixels, width, inverted);
             };
         return [bits, ink = std::move(ink)](std::uint64_t* row, const std::uint8_t* pixels, int width) {
-            const int perByte = 8 / bits;
-            const int mask = (1 << bits) - 1;
-            fillRow(row, width, [&](int x) {
-                return ink[std::size_t(pixels[x / perByte] >> (8 - bits - x % perByte * bits) & mask)];
-            });
+            fillRow(row, width, [&](int x) { return ink[std::size_t(sampleAt(pixels, x, bits))]; });
         };
     }
-    if (layout.photometric == PHOTOMETRIC_RGB && layout.samplesPerPixel == 3 && bits == 8 && !layout.planes)
-        return [](std::uint64_t* row, const std::uint8_t* pixels, int width) {
+    if (layout.photometric == PHOTOMETRIC_RGB && layout.samplesPerPixel == 3 && !layout.planes)
+        return [bits](std::uint64_t* row, const std::uint8_t* pixels, int width) {
+            const int scale = 255 / ((1 << bits) - 1);
             fillRow(row, width, [&](int x) {
-                const std::uint8_t* pixel = pixels + std::ptrdiff_t(3) * x;
-                return isDark(pixel[0], pixel[1], pixel[2]);
+                return isDark(sampleAt(pixels, 3 * x, bits) * scale, sampleAt(pixels, 3 * x + 1, bits) * scale,
+                              sampleAt(pixels, 3 * x + 2, bits) * scale);
             });
         };
     return {};
@@ -281,7 +289,7 @@ void readColours(TiffHandle& tiff, const Layout& layout, Bitmap& bitmap)
                                                        colours.data(), stopAtErrors)
                                  : TIFFReadRGBAStripExt(tiff.get(), std::uint32_t(top), colours.data(), stopAtErrors);
             if (!done || tiff.complained())
-                tiff.fail(damaged);
+                tiff.fail("The TIFF colour image can't be read");
             const int width = std::min(piece.width, bitmap.width() - left);
             const int rows = std::min(piece.height, bitmap.height() - top);
             for (int y = 0; y < rows; ++y) {
@@ -322,6 +330,9 @@ RasterFile readTiff(ByteSource& source)
     const Layout layout = layoutOf(tiff);
     if (!TIFFIsCODECConfigured(std::uint16_t(layout.compression)))
         throw ImagingError("TIFF files with compression " + std::to_string(layout.compression) + " are not read.");
+    // The other decoder that libtiff may have been built with takes some data that are cut off for whole.
+    if (layout.compression == COMPRESSION_ADOBE_DEFLATE || layout.compression == COMPRESSION_DEFLATE)
+        tiff.setTag(TIFFTAG_DEFLATE_SUBCODEC, DEFLATE_SUBCODEC_ZLIB);
     tiff.forgetComplaints(); // of tags that the pixels do not need
     const RowConverter convert = plainConverter(tiff, layout);
     const bool pieced = !convert || layout.tiled; // pieces are added to paper, rows of strips are written whole

@@ -270,6 +270,20 @@ TEST_F(TiffRead, GreyAndColourBecomeInkWhereDarkerThanHalf)
     }
 }
 
+TEST_F(TiffRead, ColoursOfOneBitEach)
+{
+    // black, red, green, blue, yellow, white: 000 100 010 001 110 111
+    const Bytes tiff = TiffBytes()
+                           .longTag(TIFFTAG_IMAGEWIDTH, 6)
+                           .longTag(TIFFTAG_IMAGELENGTH, 1)
+                           .shortTag(TIFFTAG_BITSPERSAMPLE, 1)
+                           .shortTag(TIFFTAG_SAMPLESPERPIXEL, 3)
+                           .shortTag(TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_RGB)
+                           .longTag(TIFFTAG_STRIPBYTECOUNTS, 3)
+                           .withStrip({0b00010001, 0b00011101, 0b11000000});
+    EXPECT_EQ(rowsOf(readRaster(asBytes(tiff)).bitmap)[0], "##.#..");
+}
+
 TEST_F(TiffRead, GreyWhereWhiteIsZero)
 {
     const Bytes tiff = TiffBytes()
