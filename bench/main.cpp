@@ -193,6 +193,7 @@ void addDisplay(const Bitmap& view, Pix* pix)
 int run(int argc, char** argv)
 {
     benchmark::Initialize(&argc, argv);
+    setMsgSeverity(L_SEVERITY_ERROR);
     if (argc != 2)
         throw std::runtime_error("usage: imaging_bench SHEET.tif [--benchmark_filter=...]");
     const std::string path = argv[1];

@@ -13,15 +13,16 @@ void TableReporter::ReportRuns(const std::vector<Run>& runs)
             std::cerr << run.benchmark_name() << ": " << run.error_message << "\n";
             continue;
         }
-        if (run.aggregate_name != "median")
+        if (run.run_type != Run::RT_Iteration)
             continue;
         const std::string& name = run.run_name.function_name;
         const std::size_t slash = name.rfind('/');
         const std::string row = name.substr(0, slash);
         if (!milliseconds_.contains(row))
             order_.push_back(row);
-        milliseconds_[row][name.substr(slash + 1)] = run.GetAdjustedRealTime();
-        std::cerr << "." << std::flush;
+        const double time = run.GetAdjustedRealTime();
+        double& best = milliseconds_[row].try_emplace(name.substr(slash + 1), time).first->second;
+        best = std::min(best, time);
     }
 }
 

@@ -8,8 +8,8 @@
 
 namespace bench {
 
-/// Prints the median of each benchmark named "row/who" as a table in Markdown: a row for each operation, with our time,
-/// the peers' times and how many times as long the fastest of them takes.
+/// Prints the best time of each benchmark named "row/who" as a table in Markdown: a row for each operation, with our
+/// time, the peers' times and how many times as long the fastest of them takes.
 class TableReporter : public benchmark::BenchmarkReporter
 {
 public:

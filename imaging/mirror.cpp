@@ -6,27 +6,55 @@
 #include <algorithm>
 #include <vector>
 
+#ifdef __SSSE3__
+#include <tmmintrin.h>
+#endif
+
 namespace imaging {
 
 namespace {
 
-/// Writes a row in the opposite order to another place. Reversing the words of the whole row brings the padding to its
-/// left end, so the pixels move left by the width of the padding on the way.
-void reverseRow(const std::uint64_t* from, std::uint64_t* to, std::ptrdiff_t words, int width)
+/// Writes the words in the opposite order, and the pixels in each of them too.
+void reverseWords(const std::uint64_t* from, std::uint64_t* to, std::ptrdiff_t words)
+{
+    std::ptrdiff_t i = 0;
+#ifdef __SSSE3__
+    // Two words at a time: the bytes change places by one shuffle, the halves of each byte go through a table each.
+    const __m128i backwards = _mm_set_epi8(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15);
+    const __m128i lowHalf = _mm_set1_epi8(0x0f);
+    const __m128i asHigh =
+        _mm_setr_epi8(0x00, -128, 0x40, -64, 0x20, -96, 0x60, -32, 0x10, -112, 0x50, -48, 0x30, -80, 0x70, -16);
+    const __m128i asLow = _mm_setr_epi8(0, 8, 4, 12, 2, 10, 6, 14, 1, 9, 5, 13, 3, 11, 7, 15);
+    for (; i + 2 <= words; i += 2) {
+        const __m128i pair = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from + words - 2 - i));
+        const __m128i bytes = _mm_shuffle_epi8(pair, backwards);
+        const __m128i low = _mm_and_si128(bytes, lowHalf);
+        const __m128i high = _mm_and_si128(_mm_srli_epi16(bytes, 4), lowHalf);
+        const __m128i reversed = _mm_or_si128(_mm_shuffle_epi8(asHigh, low), _mm_shuffle_epi8(asLow, high));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(to + i), reversed);
+    }
+#endif
+    for (; i < words; ++i)
+        to[i] = reverseBits(from[words - 1 - i]);
+}
+
+/// Writes a row in the opposite order over another one. Reversing all the words brings the padding to the left end, so
+/// the pixels move left by the width of the padding on the way. `scratch` has room for a word more than a row, that is
+/// 0.
+void reverseRow(const std::uint64_t* from, std::uint64_t* to, std::ptrdiff_t words, int width, std::uint64_t* scratch)
 {
     const int padding = -width & 63;
-    if (padding == 0) {
-        for (std::ptrdiff_t i = 0; i < words; ++i)
-            to[i] = reverseBits(from[words - 1 - i]);
+    if (padding == 0 && from != to) {
+        reverseWords(from, to, words);
         return;
     }
-    std::uint64_t current = reverseBits(from[words - 1]);
-    for (std::ptrdiff_t i = 0; i + 1 < words; ++i) {
-        const std::uint64_t next = reverseBits(from[words - 2 - i]);
-        to[i] = current << padding | next >> (64 - padding);
-        current = next;
+    reverseWords(from, scratch, words);
+    if (padding == 0) {
+        std::copy_n(scratch, words, to);
+        return;
     }
-    to[words - 1] = current << padding;
+    for (std::ptrdiff_t i = 0; i < words; ++i)
+        to[i] = scratch[i] << padding | scratch[i + 1] >> (64 - padding);
 }
 
 } // namespace
@@ -35,11 +63,9 @@ void mirrorHorizontal(Bitmap& bitmap)
 {
     const std::ptrdiff_t words = bitmap.wordsPerRow();
     inParallel(bitmap.height(), rowsWorthACore(words), [&](int begin, int end) {
-        std::vector<std::uint64_t> copy(std::size_t(words), 0);
-        for (int y = begin; y < end; ++y) {
-            std::copy_n(bitmap.row(y), words, copy.data());
-            reverseRow(copy.data(), bitmap.row(y), words, bitmap.width());
-        }
+        std::vector<std::uint64_t> scratch(std::size_t(words) + 1, 0);
+        for (int y = begin; y < end; ++y)
+            reverseRow(bitmap.row(y), bitmap.row(y), words, bitmap.width(), scratch.data());
     });
 }
 
@@ -47,8 +73,14 @@ void mirrorVertical(Bitmap& bitmap)
 {
     const std::ptrdiff_t words = bitmap.wordsPerRow();
     inParallel(bitmap.height() / 2, rowsWorthACore(words), [&](int begin, int end) {
-        for (int y = begin; y < end; ++y)
-            std::swap_ranges(bitmap.row(y), bitmap.row(y) + words, bitmap.row(bitmap.height() - 1 - y));
+        std::vector<std::uint64_t> copy(std::size_t(words), 0);
+        for (int y = begin; y < end; ++y) {
+            std::uint64_t* upper = bitmap.row(y);
+            std::uint64_t* lower = bitmap.row(bitmap.height() - 1 - y);
+            std::copy_n(upper, words, copy.data());
+            std::copy_n(lower, words, upper);
+            std::copy_n(copy.data(), words, lower);
+        }
     });
 }
 
@@ -58,13 +90,13 @@ void turnHalf(Bitmap& bitmap)
     const int height = bitmap.height();
     inParallel((height + 1) / 2, rowsWorthACore(words), [&](int begin, int end) {
         std::vector<std::uint64_t> copy(std::size_t(words), 0);
+        std::vector<std::uint64_t> scratch(std::size_t(words) + 1, 0);
         for (int y = begin; y < end; ++y) {
             std::uint64_t* upper = bitmap.row(y);
             std::uint64_t* lower = bitmap.row(height - 1 - y);
             std::copy_n(upper, words, copy.data());
-            if (upper != lower)
-                reverseRow(lower, upper, words, bitmap.width());
-            reverseRow(copy.data(), lower, words, bitmap.width());
+            reverseRow(lower, upper, words, bitmap.width(), scratch.data());
+            reverseRow(copy.data(), lower, words, bitmap.width(), scratch.data());
         }
     });
 }

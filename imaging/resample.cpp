@@ -3,6 +3,7 @@
 #include "imaging/bits.h"
 #include "imaging/error.h"
 #include "imaging/parallel.h"
+#include "imaging/reduce.h"
 
 #include <algorithm>
 #include <numeric>
@@ -161,6 +162,10 @@ Bitmap resample(const Bitmap& bitmap, Size size)
     if (size.empty() || bitmap.empty())
         throw ImagingError("An image can't be brought to a size of no pixels, nor from it to another.");
     Bitmap target = Bitmap::uninitialized(size);
+    if (reducesByPowerOfTwo(bitmap.size(), size)) {
+        reduceByPowerOfTwo(bitmap, target);
+        return target;
+    }
     const Axis columns(bitmap.width(), size.width);
     const Axis rows(bitmap.height(), size.height);
     // Sums of a whole row of pixels fit in an int for all but the most awkward pairs of large sizes.

@@ -5,8 +5,8 @@
 
 namespace imaging {
 
-/// The memory of a bitmap: 64-bit words, uninitialised at first, owned alone. Throws ImagingError when memory does not
-/// suffice.
+/// The memory of a bitmap: 64-bit words, uninitialised at first, owned alone. Large buffers that are given back are
+/// kept for a while and used again. Throws ImagingError when memory does not suffice.
 class WordBuffer
 {
 public:
@@ -26,6 +26,7 @@ public:
 private:
     std::uint64_t* words_ = nullptr;
     std::size_t count_ = 0;
+    std::size_t capacity_ = 0;
 };
 
 } // namespace imaging

@@ -101,7 +101,7 @@ TEST(Rotate, AgreesWithThePlainWayAtAnyAngle)
         const Region selection = Region::fromRects(anyRects(bitmap.size(), 3, unsigned(width)));
         const Region rectangle({width / 4, 20, width / 2 + 9, 71});
         const Region everything(bitmap.bounds());
-        for (const double degrees : {0.3, 1.0, 7.0, 29.5, 45.0, 88.0, 120.0, 200.0, -3.0, -61.0, 359.0, 1000.0}) {
+        for (const double degrees : {0.01, 0.3, 1.0, 7.0, 29.5, 45.0, 88.0, 120.0, 200.0, -3.0, -61.0, 359.0, 1000.0}) {
             for (const Point pivot : {Point{width / 2, 45}, Point{0, 0}, Point{-50, 300}}) {
                 for (const Region* region : {&everything, &selection, &rectangle}) {
                     for (const bool transparent : {true, false}) {
@@ -138,6 +138,8 @@ TEST(Rotate, NothingHappensWithoutSelectionOrFarAway)
     EXPECT_TRUE(samePicture(bitmap, rotated(bitmap, 1, {3, 3}, false, &nothing)));
     EXPECT_TRUE(samePicture(bitmap, rotated(bitmap, 1, {3, 3}, false, &beyond)));
     EXPECT_TRUE(samePicture(Bitmap({65, 20}), rotated(bitmap, 1, {1000000, 1000000}, false)));
+    EXPECT_TRUE(samePicture(Bitmap({65, 20}), rotated(bitmap, 2, {1 << 30, -(1 << 30)}, false)));
+    EXPECT_TRUE(samePicture(bitmap, rotated(bitmap, 0, {1 << 30, 1 << 30}, false)));
     EXPECT_THROW(rotated(bitmap, NAN, {0, 0}, false), ImagingError);
     EXPECT_THROW(rotated(bitmap, INFINITY, {0, 0}, false), ImagingError);
 }

@@ -1,0 +1,114 @@
+// The ink of a block is counted for all blocks of a word at once. Counts are kept as digits of base two, a word for
+// each digit, so that adding two words' worth of counts takes a few logical operations.
+
+#include "imaging/reduce.h"
+
+#include "imaging/bits.h"
+#include "imaging/parallel.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace imaging {
+
+namespace {
+
+/// 64 counts of up to Digits binary digits, the lowest digit first.
+template <std::size_t Digits> using Counts = std::array<std::uint64_t, Digits>;
+
+template <std::size_t Digits> Counts<Digits + 1> sum(const Counts<Digits>& a, const Counts<Digits>& b)
+{
+    Counts<Digits + 1> result;
+    std::uint64_t carry = 0;
+    for (std::size_t i = 0; i < Digits; ++i) {
+        const std::uint64_t differ = a[i] ^ b[i];
+        result[i] = differ ^ carry;
+        carry = (a[i] & b[i]) | (differ & carry);
+    }
+    result[Digits] = carry;
+    return result;
+}
+
+/// The ink in 2^Log pixels below each other.
+template <std::size_t Log> Counts<Log + 1> countDown(const std::uint64_t* const* rows, std::ptrdiff_t word)
+{
+    if constexpr (Log == 0)
+        return {rows[0][word]};
+    else
+        return sum(countDown<Log - 1>(rows, word), countDown<Log - 1>(rows + (1 << (Log - 1)), word));
+}
+
+/// Adds to each column's count those of the next ones until 2^Log columns are in it; Done is the logarithm of how many
+/// already are.
+template <std::size_t Log, std::size_t Done, std::size_t Digits>
+Counts<Digits + Log - Done> countAcross(const Counts<Digits>& counts)
+{
+    if constexpr (Done == Log) {
+        return counts;
+    } else {
+        Counts<Digits> next = counts;
+        for (std::uint64_t& digit : next)
+            digit <<= 1 << Done;
+        return countAcross<Log, Done + 1>(sum(counts, next));
+    }
+}
+
+/// The first, third, fifth ... pixel of a word, brought together in the lower half.
+std::uint64_t everySecond(std::uint64_t word)
+{
+    word = word >> 1 & 0x5555555555555555;
+    word = (word | word >> 1) & 0x3333333333333333;
+    word = (word | word >> 2) & 0x0f0f0f0f0f0f0f0f;
+    word = (word | word >> 4) & 0x00ff00ff00ff00ff;
+    word = (word | word >> 8) & 0x0000ffff0000ffff;
+    return (word | word >> 16) & 0x00000000ffffffff;
+}
+
+template <std::size_t Log> void reduce(const Bitmap& source, Bitmap& target)
+{
+    constexpr int factor = 1 << Log;
+    const std::ptrdiff_t targetWords = target.wordsPerRow();
+    inParallel(target.height(), rowsWorthACore(source.wordsPerRow() * factor), [&](int begin, int end) {
+        // In each word, the first pixel of every block tells whether the block is ink.
+        std::vector<std::uint64_t> blocks(std::size_t(targetWords * factor), 0);
+        for (int y = begin; y < end; ++y) {
+            std::array<const std::uint64_t*, factor> rows;
+            for (int i = 0; i < factor; ++i)
+                rows[std::size_t(i)] = source.row(y * factor + i);
+            for (std::ptrdiff_t i = 0; i < source.wordsPerRow(); ++i) {
+                const auto counts = countAcross<Log, 0>(countDown<Log>(rows.data(), i));
+                blocks[std::size_t(i)] = counts[2 * Log] | counts[2 * Log - 1];
+            }
+            for (std::ptrdiff_t words = targetWords * factor; words > targetWords; words /= 2)
+                for (std::ptrdiff_t i = 0; i < words / 2; ++i)
+                    blocks[std::size_t(i)] =
+                        everySecond(blocks[std::size_t(2 * i)]) << 32 | everySecond(blocks[std::size_t(2 * i + 1)]);
+            std::copy_n(blocks.data(), targetWords, target.row(y));
+        }
+    });
+}
+
+bool isTimes(Size source, Size target, int factor)
+{
+    return source.width == target.width * std::int64_t(factor) && source.height == target.height * std::int64_t(factor);
+}
+
+} // namespace
+
+bool reducesByPowerOfTwo(Size source, Size target)
+{
+    return isTimes(source, target, 2) || isTimes(source, target, 4) || isTimes(source, target, 8);
+}
+
+void reduceByPowerOfTwo(const Bitmap& source, Bitmap& target)
+{
+    if (isTimes(source.size(), target.size(), 2))
+        reduce<1>(source, target);
+    else if (isTimes(source.size(), target.size(), 4))
+        reduce<2>(source, target);
+    else
+        reduce<3>(source, target);
+}
+
+} // namespace imaging

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "imaging/bitmap.h"
+#include "imaging/ink_map.h"
+#include "imaging/linear_span.h"
+
+namespace imaging {
+
+/// The inverse of a turn: where a pixel of the result lies in the source. Positions are those of pixel centres, and the
+/// pivot is the centre of a pixel.
+struct InverseTurn
+{
+    double cosine;
+    double sine;
+    Point pivot;
+
+    InverseTurn(double radians, Point about);
+
+    double sourceX(double x, double y) const { return cosine * (x - pivot.x) + sine * (y - pivot.y) + pivot.x; }
+    double sourceY(double x, double y) const { return cosine * (y - pivot.y) - sine * (x - pivot.x) + pivot.y; }
+    double targetX(double x, double y) const { return cosine * (x - pivot.x) - sine * (y - pivot.y) + pivot.x; }
+    double targetY(double x, double y) const { return cosine * (y - pivot.y) + sine * (x - pivot.x) + pivot.y; }
+};
+
+/// Paper that must lie around the pixels of a sheet that is looked up turned: a sample that rounding puts just outside
+/// finds some, and a word that begins inside can be read whole.
+constexpr int sheetMargin = 2;
+constexpr int sheetRightMargin = sheetMargin + 128;
+
+/// Looks up a sheet turned by at most 45 degrees either way, 64 pixels of the result at a time. Coordinates are
+/// fixed-point with 32 bits of fraction, begun anew every 64 pixels so that rounding does not pile up.
+class TurnedSheet
+{
+public:
+    /// `origin` is where the sheet's top left pixel lies in the source. The sheet must outlive this.
+    TurnedSheet(const Bitmap& sheet, Point origin, const InverseTurn& turn);
+
+    /// The 64 pixels of the result from (x, y) on: the nearest pixels of the sheet where the mask, a run of ones, has a
+    /// one, else paper. Those in the mask must not lie farther outside the sheet's pixels than its margin.
+    std::uint64_t word(int x, int y, std::uint64_t mask) const;
+
+private:
+    std::uint64_t pixelByPixel(std::int64_t x, std::int64_t y, int begin, int end) const;
+    std::uint64_t piecewise(std::int64_t x, std::int64_t y, int begin, int end) const;
+
+    const Bitmap& sheet_;
+    InkMap ink_;
+    Point origin_;
+    InverseTurn turn_;
+    std::int64_t stepX_;
+    std::int64_t stepY_;
+    bool inPieces_;
+    double pixelsPerRow_;    ///< how many pixels the source stays in one row
+    double pixelsPerColumn_; ///< how many it keeps its distance from the result's columns
+};
+
+} // namespace imaging
