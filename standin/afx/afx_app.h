@@ -5,6 +5,11 @@
 
 #define AFX_IDS_APP_TITLE 0xE000
 
+// Tells the current program object, or a program without one, about the process.
+HALVORAN_STANDIN_API BOOL AfxWinInit(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPWSTR lpCmdLine, int nCmdShow);
+// AfxWinInit, InitInstance, Run and ExitInstance of the program object.
+HALVORAN_STANDIN_API int AfxWinMain(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPWSTR lpCmdLine, int nCmdShow);
+
 // One object, usually global, made before AfxWinInit runs.
 class HALVORAN_STANDIN_API CWinApp : public CWinThread
 {
@@ -39,36 +44,30 @@ public:
     int Run() override;
     BOOL OnIdle(LONG lCount) override;
     int ExitInstance() override;
-    virtual BOOL InitApplication();
     virtual int DoMessageBox(LPCWSTR lpszPrompt, UINT nType, UINT nIDPrompt);
     // 1 begins, -1 ends, 0 shows the wait cursor again if one is on. Nests.
     virtual void DoWaitCursor(int nCode);
-    void EnableModeless(BOOL bEnable);
-    void HideApplication();
 
 protected:
     void SetRegistryKey(LPCWSTR lpszRegistryKey);
 
 private:
-    HKEY openSection(LPCWSTR section);
+    // Null when the section is not there, or when no registry key is set.
+    HKEY openSection(LPCWSTR section, bool create) const;
 
     int m_nWaitCursorCount = 0;
     HCURSOR m_hcurWaitCursorRestore = nullptr;
-    CString m_commandLine;
+    // What the pointers above point to, unless someone has put others there.
     CString m_exeName;
-    CString m_ownTitle;
-    CString m_ownRegistryKey;
-    CString m_ownProfileName;
+    CString m_title;
+    CString m_registryKey;
+
+    friend BOOL AfxWinInit(HINSTANCE, HINSTANCE, LPWSTR, int);
 };
 
 HALVORAN_STANDIN_API CWinApp* AfxGetApp();
 HALVORAN_STANDIN_API CWnd* AfxGetMainWnd();
 HALVORAN_STANDIN_API LPCWSTR AfxGetAppName();
-
-// Tells the current program object, or a program without one, about the process.
-HALVORAN_STANDIN_API BOOL AfxWinInit(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPWSTR lpCmdLine, int nCmdShow);
-// AfxWinInit, InitInstance, Run and ExitInstance of the program object.
-HALVORAN_STANDIN_API int AfxWinMain(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPWSTR lpCmdLine, int nCmdShow);
 
 HALVORAN_STANDIN_API int AfxMessageBox(LPCWSTR lpszText, UINT nType = MB_OK, UINT nIDHelp = 0);
 HALVORAN_STANDIN_API int AfxMessageBox(UINT nIDPrompt, UINT nType = MB_OK, UINT nIDHelp = UINT_MAX);

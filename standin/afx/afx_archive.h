@@ -19,7 +19,8 @@ public:
 
     // The file stays the caller's. With lpBuf null the archive has a buffer of its own.
     CArchive(CFile* pFile, UINT nMode, int nBufSize = 4096, void* lpBuf = nullptr);
-    ~CArchive();
+    // Closes the archive; what cannot be written then is thrown, unless another exception is on its way.
+    ~CArchive() noexcept(false);
     CArchive(const CArchive&) = delete;
     CArchive& operator=(const CArchive&) = delete;
 

@@ -30,6 +30,10 @@
 #define CBRS_LEFT (CBRS_ALIGN_LEFT | CBRS_BORDER_RIGHT)
 #define CBRS_RIGHT (CBRS_ALIGN_RIGHT | CBRS_BORDER_LEFT)
 
+// Styles of a status bar pane.
+#define SBPS_NORMAL 0x0000
+#define SBPS_STRETCH 0x08000000
+
 #define LM_STRETCH 0x01
 #define LM_HORZ 0x02
 #define LM_HORZDOCK 0x08
@@ -62,10 +66,10 @@ public:
     BOOL IsVisible() const;
     virtual CSize CalcFixedLayout(BOOL bStretch, BOOL bHorz);
     virtual CSize CalcDynamicLayout(int nLength, DWORD dwMode);
+    // The size at the place where the bar is now.
+    CSize currentSize();
     // Brings the states of the bar's buttons up to date.
     virtual void OnUpdateCmdUI(CFrameWnd* pTarget, BOOL bDisableIfNoHndler) = 0;
-
-    BOOL PreTranslateMessage(MSG* pMsg) override;
 
     BOOL m_bAutoDelete = FALSE;
     DWORD m_dwStyle = 0;
@@ -78,13 +82,14 @@ protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     BOOL PreCreateWindow(CREATESTRUCT& cs) override;
     void PostNcDestroy() override;
-    BOOL DestroyWindow() override;
     virtual void DoPaint(CDC* pDC);
     void DrawBorders(CDC* pDC, CRect& rect);
     void DrawGripper(CDC* pDC, const CRect& rect);
     // The inside of a rectangle without borders and gripper.
     void CalcInsideRect(CRect& rect, BOOL bHorz) const;
     BOOL IsHorizontal() const;
+    // Whether a client point lies on something that takes clicks itself; the rest of the bar is there to drag it by.
+    virtual BOOL hitsTool(CPoint point) const;
 
     afx_msg int OnCreate(LPCREATESTRUCT lpcs);
     afx_msg void OnDestroy();
@@ -96,6 +101,7 @@ protected:
     afx_msg void OnLButtonDblClk(UINT nFlags, CPoint point);
 
     CRect m_borders{6, 1, 6, 1};
+    CSize m_available; // what the frame offered at the last layout
 
     friend class CFrameWnd;
     friend class CDockBar;
@@ -103,7 +109,9 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    void trackDrag(CPoint start);
+    void trackDrag();
+    void toggleFloating();
+    CPoint m_floatPosition{-1, -1}; // where the bar floated last, on the screen
 };
 
 // One side of a frame, or the inside of a floating frame: holds docked bars in rows.
@@ -126,11 +134,24 @@ public:
 
     BOOL m_bFloating;
 
-protected:
-    void DoPaint(CDC* pDC) override;
-
 private:
+    struct Place
+    {
+        CControlBar* bar;
+        CRect rect;
+    };
+    // Where the visible bars go within a side of the given length, and the size of them all.
+    CSize arrange(int length, bool horizontal, std::vector<Place>& places);
+    bool horizontal() const;
+
     std::vector<CControlBar*> m_bars;
+
+    friend class CFrameWnd;
+    friend class CMiniDockFrameWnd;
+
+public:
+    // Moves the bars into their places.
+    void layOutBars();
 };
 
 // The small frame around a floating bar. It deletes itself with its window.
@@ -153,6 +174,8 @@ protected:
 
     CDockBar m_wndDockBar{TRUE};
     CFrameWnd* m_pOwnerFrame = nullptr;
+
+    friend class CFrameWnd;
     DECLARE_MESSAGE_MAP()
 };
 
@@ -174,9 +197,10 @@ public:
     void OnUpdateCmdUI(CFrameWnd* pTarget, BOOL bDisableIfNoHndler) override;
 
 protected:
-    BOOL PreCreateWindow(CREATESTRUCT& cs) override;
-    void DoPaint(CDC* pDC) override;
-    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    afx_msg void OnSize(UINT nType, int cx, int cy);
+    afx_msg void OnPaint();
+    afx_msg LRESULT OnSetText(WPARAM wParam, LPARAM lParam);
+    DECLARE_MESSAGE_MAP()
 
 private:
     struct Pane

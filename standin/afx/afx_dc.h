@@ -16,7 +16,7 @@ public:
     ~CDC() override;
 
     operator HDC() const { return m_hDC; }
-    HDC GetSafeHdc() const;
+    HDC GetSafeHdc() const { return m_hDC; }
     CWnd* GetWindow() const;
     static CDC* FromHandle(HDC hDC);
     static void DeleteTempMap();

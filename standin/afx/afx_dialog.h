@@ -15,9 +15,9 @@ public:
     // Modeless.
     virtual BOOL Create(LPCWSTR lpszTemplateName, CWnd* pParentWnd = nullptr);
     virtual BOOL Create(UINT nIDTemplate, CWnd* pParentWnd = nullptr);
-    virtual BOOL CreateIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd = nullptr, void* lpInit = nullptr);
+    virtual BOOL CreateIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd = nullptr);
     // For DoModal: the template in memory, which stays the caller's, in place of a resource.
-    BOOL InitModalIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd = nullptr, void* lpInit = nullptr);
+    BOOL InitModalIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd = nullptr);
 
     // The result of EndDialog; -1 when the dialog cannot be made.
     virtual INT_PTR DoModal();
@@ -39,19 +39,15 @@ protected:
     HWND PreModal();
     void PostModal();
     afx_msg LRESULT HandleInitDialog(WPARAM wParam, LPARAM lParam);
-    virtual void PreInitDialog();
     using CWnd::Create;
 
-    UINT m_nIDHelp = 0;
     LPCWSTR m_lpszTemplateName = nullptr;
     LPCDLGTEMPLATE m_lpDialogTemplate = nullptr;
-    void* m_lpDialogInit = nullptr;
     CWnd* m_pParentWnd = nullptr;
     HWND m_hWndTop = nullptr; // top-level window that PreModal disabled
 
 private:
     BOOL createFromTemplate(LPCDLGTEMPLATE dialogTemplate, HWND parent, HINSTANCE instance);
-    INT_PTR runModal(LPCDLGTEMPLATE dialogTemplate, HINSTANCE instance);
     DECLARE_MESSAGE_MAP()
 };
 

@@ -45,5 +45,4 @@ protected:
     CString m_strFilter;               // with terminators in place of the bars
     wchar_t m_szFileTitle[MAX_PATH]{}; // GetOFN().lpstrFileTitle
     wchar_t m_szFileName[MAX_PATH]{};  // GetOFN().lpstrFile
-    OPENFILENAMEW* m_pofnTemp = nullptr;
 };

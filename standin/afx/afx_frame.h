@@ -85,7 +85,6 @@ protected:
     CWnd* CreateView(CCreateContext* pContext, UINT nID = AFX_IDW_PANE_FIRST);
     BOOL PreCreateWindow(CREATESTRUCT& cs) override;
     void PostNcDestroy() override;
-    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
 
     afx_msg int OnCreate(LPCREATESTRUCT lpcs);
     afx_msg void OnDestroy();
@@ -97,17 +96,15 @@ protected:
     afx_msg void OnInitMenuPopup(CMenu* pMenu, UINT nIndex, BOOL bSysMenu);
     afx_msg void OnMenuSelect(UINT nItemID, UINT nFlags, HMENU hSysMenu);
     afx_msg LRESULT OnSetMessageString(WPARAM wParam, LPARAM lParam);
-    afx_msg LRESULT OnIdleUpdateCmdUI(WPARAM wParam, LPARAM lParam);
 
+    int createHelper(LPCREATESTRUCT lpcs, CCreateContext* pContext);
     CDockBar* dockBar(UINT id);
-    virtual HWND clientWindow() const;
 
     CView* m_pViewActive = nullptr;
     std::vector<CControlBar*> m_bars;
     std::vector<CDockBar*> m_dockBars;
     std::vector<CMiniDockFrameWnd*> m_floatingFrames;
     BOOL m_bInRecalcLayout = FALSE;
-    UINT m_nIDTracking = 0;
     CString m_strTitle;
 
     friend class CControlBar;
@@ -131,7 +128,6 @@ public:
     void MDINext();
     void MDITile(int nType);
     void MDICascade(int nType = 0);
-    CMenu* MDISetMenu(CMenu* pFrameMenu, CMenu* pWindowMenu);
     virtual BOOL CreateClient(LPCREATESTRUCT lpCreateStruct, CMenu* pWindowMenu);
 
     CFrameWnd* GetActiveFrame() override;
@@ -141,10 +137,8 @@ public:
 protected:
     BOOL OnCreateClient(LPCREATESTRUCT lpcs, CCreateContext* pContext) override;
     LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
-    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
-    HWND clientWindow() const override;
 
-    afx_msg void OnActivate(UINT nState, CWnd* pWndOther, BOOL bMinimized);
+    afx_msg void OnSetFocus(CWnd* pOldWnd);
     DECLARE_MESSAGE_MAP()
 };
 
@@ -165,14 +159,12 @@ public:
     CMDIFrameWnd* GetMDIFrame();
     BOOL DestroyWindow() override;
     void ActivateFrame(int nCmdShow = -1) override;
-    BOOL PreTranslateMessage(MSG* pMsg) override;
 
 protected:
     LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     BOOL PreCreateWindow(CREATESTRUCT& cs) override;
 
+    afx_msg int OnCreate(LPCREATESTRUCT lpcs);
     afx_msg void OnMDIActivate(BOOL bActivate, CWnd* pActivateWnd, CWnd* pDeactivateWnd);
-    afx_msg int OnMouseActivate(CWnd* pDesktopWnd, UINT nHitTest, UINT message);
-    afx_msg void OnSize(UINT nType, int cx, int cy);
     DECLARE_MESSAGE_MAP()
 };

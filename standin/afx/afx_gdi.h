@@ -17,7 +17,7 @@ public:
     ~CGdiObject() override;
 
     operator HGDIOBJ() const { return m_hObject; }
-    HGDIOBJ GetSafeHandle() const;
+    HGDIOBJ GetSafeHandle() const { return m_hObject; }
     static CGdiObject* FromHandle(HGDIOBJ hObject);
     static void DeleteTempMap();
     // The object takes the handle; false when it is null.

@@ -15,7 +15,7 @@ public:
     ~CImageList() override;
 
     operator HIMAGELIST() const { return m_hImageList; }
-    HIMAGELIST GetSafeHandle() const;
+    HIMAGELIST GetSafeHandle() const { return m_hImageList; }
     BOOL Attach(HIMAGELIST hImageList);
     HIMAGELIST Detach();
     BOOL Create(int cx, int cy, UINT nFlags, int nInitial, int nGrow);

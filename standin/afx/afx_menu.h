@@ -16,7 +16,7 @@ public:
     ~CMenu() override;
 
     operator HMENU() const { return m_hMenu; }
-    HMENU GetSafeHmenu() const;
+    HMENU GetSafeHmenu() const { return m_hMenu; }
     static CMenu* FromHandle(HMENU hMenu);
     static CMenu* FromHandlePermanent(HMENU hMenu);
     static void DeleteTempMap();

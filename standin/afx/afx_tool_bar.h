@@ -36,22 +36,24 @@ public:
     void OnUpdateCmdUI(CFrameWnd* pTarget, BOOL bDisableIfNoHndler) override;
 
 protected:
-    BOOL PreCreateWindow(CREATESTRUCT& cs) override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
-    BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
+    BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
+    BOOL hitsTool(CPoint point) const override;
 
     afx_msg void OnNcCalcSize(BOOL bCalcValidRects, NCCALCSIZE_PARAMS* lpncsp);
     afx_msg void OnNcPaint();
     afx_msg BOOL OnEraseBkgnd(CDC* pDC);
     afx_msg void OnPaint();
     afx_msg LRESULT OnNcHitTest(CPoint point);
-    afx_msg BOOL OnSetCursor(CWnd* pWnd, UINT nHitTest, UINT message);
-    afx_msg void OnNcLButtonDown(UINT nHitTest, CPoint point);
-    afx_msg void OnNcLButtonDblClk(UINT nHitTest, CPoint point);
     DECLARE_MESSAGE_MAP()
 
 private:
+    // The extent of the buttons in one row, or in one column.
     CSize layOut(BOOL bHorz);
+    BOOL useBitmap(CBitmap& bitmap);
+    void giveTipText(NMTTDISPINFOW* info) const;
+    // Sends one of the control's own messages.
+    LRESULT control(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
 
     SIZE m_sizeImage{16, 15};
     SIZE m_sizeButton{23, 22};

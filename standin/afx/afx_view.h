@@ -25,5 +25,6 @@ protected:
     afx_msg int OnMouseActivate(CWnd* pDesktopWnd, UINT nHitTest, UINT message);
 
     friend class CFrameWnd;
+    friend class CMDIChildWnd;
     DECLARE_MESSAGE_MAP()
 };

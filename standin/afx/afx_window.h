@@ -33,7 +33,7 @@ public:
 
     // --- handles
     operator HWND() const { return m_hWnd; }
-    HWND GetSafeHwnd() const;
+    HWND GetSafeHwnd() const { return m_hWnd; }
     bool operator==(const CWnd& other) const { return m_hWnd == other.GetSafeHwnd(); }
     static CWnd* FromHandle(HWND hWnd);
     static CWnd* FromHandlePermanent(HWND hWnd);
@@ -190,7 +190,6 @@ public:
     virtual BOOL ContinueModal();
     virtual void EndModalLoop(int nResult);
 
-    static BOOL GrayCtlColor(HDC hDC, HWND hWnd, UINT nCtlColor, HBRUSH hbrGray, COLORREF clrText);
     static HWND GetSafeOwner(HWND hParent, HWND* pWndTop);
 
     UINT m_nFlags = 0;

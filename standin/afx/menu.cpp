@@ -1,0 +1,156 @@
+#include "standin/afx/afx_menu.h"
+
+#include "standin/afx/state.h"
+
+IMPLEMENT_DYNCREATE(CMenu, CObject)
+
+CMenu::~CMenu()
+{
+    DestroyMenu();
+}
+
+CMenu* CMenu::FromHandle(HMENU hMenu)
+{
+    return afx::threadState().menus.any(hMenu, [=] {
+        CMenu* menu = new CMenu;
+        menu->m_hMenu = hMenu;
+        return menu;
+    });
+}
+
+CMenu* CMenu::FromHandlePermanent(HMENU hMenu)
+{
+    return afx::threadState().menus.permanent(hMenu);
+}
+
+void CMenu::DeleteTempMap()
+{
+    afx::threadState().menus.deleteTemporary([](CMenu* menu) { menu->m_hMenu = nullptr; });
+}
+
+BOOL CMenu::Attach(HMENU hMenu)
+{
+    if (!hMenu)
+        return FALSE;
+    m_hMenu = hMenu;
+    afx::threadState().menus.setPermanent(hMenu, this);
+    return TRUE;
+}
+
+HMENU CMenu::Detach()
+{
+    const HMENU handle = m_hMenu;
+    if (handle)
+        afx::threadState().menus.removePermanent(handle);
+    m_hMenu = nullptr;
+    return handle;
+}
+
+BOOL CMenu::CreateMenu()
+{
+    return Attach(::CreateMenu());
+}
+
+BOOL CMenu::CreatePopupMenu()
+{
+    return Attach(::CreatePopupMenu());
+}
+
+BOOL CMenu::LoadMenu(LPCWSTR lpszResourceName)
+{
+    return Attach(::LoadMenuW(AfxFindResourceHandle(lpszResourceName, RT_MENU), lpszResourceName));
+}
+
+BOOL CMenu::LoadMenu(UINT nIDResource)
+{
+    return LoadMenu(MAKEINTRESOURCEW(nIDResource));
+}
+
+BOOL CMenu::DestroyMenu()
+{
+    return m_hMenu && ::DestroyMenu(Detach());
+}
+
+BOOL CMenu::AppendMenu(UINT nFlags, UINT_PTR nIDNewItem, LPCWSTR lpszNewItem)
+{
+    return ::AppendMenuW(m_hMenu, nFlags, nIDNewItem, lpszNewItem);
+}
+
+BOOL CMenu::InsertMenu(UINT nPosition, UINT nFlags, UINT_PTR nIDNewItem, LPCWSTR lpszNewItem)
+{
+    return ::InsertMenuW(m_hMenu, nPosition, nFlags, nIDNewItem, lpszNewItem);
+}
+
+BOOL CMenu::ModifyMenu(UINT nPosition, UINT nFlags, UINT_PTR nIDNewItem, LPCWSTR lpszNewItem)
+{
+    return ::ModifyMenuW(m_hMenu, nPosition, nFlags, nIDNewItem, lpszNewItem);
+}
+
+BOOL CMenu::DeleteMenu(UINT nPosition, UINT nFlags)
+{
+    return ::DeleteMenu(m_hMenu, nPosition, nFlags);
+}
+
+BOOL CMenu::RemoveMenu(UINT nPosition, UINT nFlags)
+{
+    return ::RemoveMenu(m_hMenu, nPosition, nFlags);
+}
+
+UINT CMenu::CheckMenuItem(UINT nIDCheckItem, UINT nCheck)
+{
+    return ::CheckMenuItem(m_hMenu, nIDCheckItem, nCheck);
+}
+
+UINT CMenu::EnableMenuItem(UINT nIDEnableItem, UINT nEnable)
+{
+    return static_cast<UINT>(::EnableMenuItem(m_hMenu, nIDEnableItem, nEnable));
+}
+
+BOOL CMenu::CheckMenuRadioItem(UINT nIDFirst, UINT nIDLast, UINT nIDItem, UINT nFlags)
+{
+    return ::CheckMenuRadioItem(m_hMenu, nIDFirst, nIDLast, nIDItem, nFlags);
+}
+
+BOOL CMenu::SetDefaultItem(UINT uItem, BOOL fByPos)
+{
+    return ::SetMenuDefaultItem(m_hMenu, uItem, static_cast<UINT>(fByPos));
+}
+
+UINT CMenu::GetDefaultItem(UINT gmdiFlags, BOOL fByPos)
+{
+    return ::GetMenuDefaultItem(m_hMenu, static_cast<UINT>(fByPos), gmdiFlags);
+}
+
+UINT CMenu::GetMenuItemCount() const
+{
+    return static_cast<UINT>(::GetMenuItemCount(m_hMenu));
+}
+
+UINT CMenu::GetMenuItemID(int nPos) const
+{
+    return ::GetMenuItemID(m_hMenu, nPos);
+}
+
+UINT CMenu::GetMenuState(UINT nID, UINT nFlags) const
+{
+    return ::GetMenuState(m_hMenu, nID, nFlags);
+}
+
+int CMenu::GetMenuString(UINT nIDItem, CString& rString, UINT nFlags) const
+{
+    const int length = ::GetMenuStringW(m_hMenu, nIDItem, nullptr, 0, nFlags);
+    ::GetMenuStringW(m_hMenu, nIDItem, rString.GetBuffer(length + 1), length + 1, nFlags);
+    rString.ReleaseBuffer();
+    return rString.GetLength();
+}
+
+CMenu* CMenu::GetSubMenu(int nPos) const
+{
+    return FromHandle(::GetSubMenu(m_hMenu, nPos));
+}
+
+BOOL CMenu::TrackPopupMenu(UINT nFlags, int x, int y, CWnd* pWnd, LPCRECT lpRect)
+{
+    const HWND owner = pWnd ? pWnd->m_hWnd : ::GetActiveWindow();
+    return ::TrackPopupMenu(m_hMenu, nFlags, x, y, 0, owner, lpRect);
+}
