@@ -1,9 +1,13 @@
 #include "standin/arx/dbmain.h"
 
 #include <filesystem>
+#include <set>
 
 #include "drawing/drawing_file.h"
 #include "drawing/error.h"
+#include "standin/arx/desk_services.h"
+#include "standin/arx/document_manager.h"
+#include "standin/arx/document_merge.h"
 #include "standin/arx/editor.h"
 #include "standin/arx/imgdef.h"
 #include "standin/arx/object_store.h"
@@ -35,7 +39,6 @@ AcDbDatabase::~AcDbDatabase()
         stub->writer = false;
         stub->object.reset();
         stub->erased.reset();
-        stub->companions.clear();
     }
 }
 
@@ -55,6 +58,44 @@ Acad::ErrorStatus AcDbDatabase::readDwgFile(const ACHAR* fileName, int, bool, co
         return Acad::eDwgNeedsRecovery;
     }
     m_state->fileName = path.wstring();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDatabase::insert(const AcGeMatrix3d& transform, AcDbDatabase* source, bool preserveSource)
+{
+    if (!source || source == this || !preserveSource)
+        return Acad::eInvalidInput;
+    for (unsigned row = 0; row < 4; ++row)
+        for (unsigned column = 0; column < 4; ++column)
+            if (transform(row, column) != (row == column ? 1 : 0))
+                return Acad::eNotApplicable;
+    if (!standin::mayWrite(this)) {
+        standin::recordBreach("A drawing was inserted without a document lock.");
+        return Acad::eLockViolation;
+    }
+    standin::mergeModelSpace(m_state->document, source->m_state->document);
+    if (this == standin::drawingDatabase() && standin::deskServices())
+        standin::deskServices()->redraw();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDatabase::wblock(AcDbDatabase*& target, const AcDbObjectIdArray& entities,
+                                       const AcGePoint3d& basePoint)
+{
+    target = nullptr;
+    std::set<drawing::Handle> handles;
+    for (int i = 0; i < entities.length(); ++i) {
+        if (entities[i].database() != this)
+            return Acad::eWrongDatabase;
+        if (!entities[i].isErased())
+            handles.insert(entities[i].handle());
+    }
+    if (handles.empty())
+        return Acad::eInvalidInput;
+    auto made = std::make_unique<AcDbDatabase>(false, true);
+    made->m_state->document =
+        standin::extractEntities(m_state->document, handles, {basePoint.x, basePoint.y, basePoint.z});
+    target = made.release();
     return Acad::eOk;
 }
 

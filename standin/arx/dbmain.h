@@ -26,7 +26,8 @@ class HALVORAN_STANDIN_API AcDbDatabase : public AcRxObject
                                   const wchar_t* password = nullptr);
 
     // Copies the source's model space, with the tables and image definitions that it needs, into this one; symbols of a
-    // name that is there already keep this one's meaning. The source stays as it is; it has to be asked for.
+    // name that is there already keep this one's meaning. The source stays as it is, which has to be asked for.
+    // eNotApplicable for a transformation other than the identity.
     Acad::ErrorStatus insert(const AcGeMatrix3d& transform, AcDbDatabase* source, bool preserveSource = true);
 
     // A new database, which the caller deletes, with copies of these entities and of what they refer to. The base point

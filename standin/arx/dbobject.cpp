@@ -128,7 +128,11 @@ Acad::ErrorStatus AcDbObject::erase(Adesk::Boolean erasing)
     drawing::Document& document = stub->database->state().document;
     if (erasing) {
         subErase(true);
-        stub->erased = document.erase(stub->handle);
+        try {
+            stub->erased = document.erase(stub->handle);
+        } catch (const drawing::DrawingError&) {
+            return Acad::eNotApplicable; // what no drawing can be without
+        }
     } else {
         document.restore(std::move(*stub->erased));
         stub->erased.reset();

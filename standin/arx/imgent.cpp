@@ -135,25 +135,3 @@ Adesk::Boolean AcDbRasterImage::isSetDisplayOpt(ImageDisplayOpt option) const
     assertReadEnabled("isSetDisplayOpt");
     return (record().display & option) != 0;
 }
-
-// The object that ties the entity to its definition goes and comes back with it.
-void AcDbRasterImage::subErase(Adesk::Boolean erasing)
-{
-    AcDbStub* stub = objectId().stub();
-    drawing::Document& document = stub->database->state().document;
-    auto* definition = document.find<drawing::ImageDefinition>(record().definition);
-    const drawing::Handle tie = record().definitionReactor;
-    if (erasing && document.find(tie)) {
-        stub->companions.push_back(document.erase(tie));
-        if (definition)
-            std::erase(definition->reactors, tie);
-    }
-    if (!erasing) {
-        for (auto& companion : stub->companions) {
-            const drawing::Handle handle = document.restore(std::move(companion)).handle;
-            if (definition)
-                definition->reactors.push_back(handle);
-        }
-        stub->companions.clear();
-    }
-}

@@ -44,9 +44,6 @@ class HALVORAN_STANDIN_API AcDbRasterImage : public AcDbEntity
     // Width and height in pixels.
     AcGeVector2d imageSize() const;
 
-protected:
-    void subErase(Adesk::Boolean erasing) override;
-
 private:
     drawing::Image& record() const;
 

@@ -17,8 +17,7 @@ struct AcDbStub
     std::unique_ptr<AcDbObject> object; // made when it is first needed
     int readers = 0;
     bool writer = false;
-    std::optional<drawing::Document::Erased> erased;   // the record, while it is out of the drawing
-    std::vector<drawing::Document::Erased> companions; // what left the drawing with it
+    std::optional<drawing::Document::Erased> erased; // the record, while it is out of the drawing
 
     bool open() const { return writer || readers > 0; }
 };
