@@ -1,0 +1,50 @@
+#pragma once
+
+namespace desk {
+
+// A point or a displacement: in drawing units (y up) or in view pixels (y down), as the name beside it says.
+struct Vec2
+{
+    double x = 0;
+    double y = 0;
+
+    friend Vec2 operator+(Vec2 a, Vec2 b) { return {a.x + b.x, a.y + b.y}; }
+    friend Vec2 operator-(Vec2 a, Vec2 b) { return {a.x - b.x, a.y - b.y}; }
+    friend Vec2 operator*(Vec2 a, double factor) { return {a.x * factor, a.y * factor}; }
+    friend bool operator==(const Vec2&, const Vec2&) = default;
+};
+
+// An upright box. Empty until a point has been put into it.
+struct Box
+{
+    Vec2 low{1e300, 1e300};
+    Vec2 high{-1e300, -1e300};
+
+    bool empty() const { return low.x > high.x || low.y > high.y; }
+    double width() const { return high.x - low.x; }
+    double height() const { return high.y - low.y; }
+    Vec2 centre() const { return (low + high) * 0.5; }
+    bool contains(Vec2 p) const { return p.x >= low.x && p.x <= high.x && p.y >= low.y && p.y <= high.y; }
+    bool contains(const Box& other) const
+    {
+        return !other.empty() && contains(other.low) && contains(other.high);
+    }
+    bool overlaps(const Box& other) const
+    {
+        return low.x <= other.high.x && high.x >= other.low.x && low.y <= other.high.y && high.y >= other.low.y;
+    }
+    void add(Vec2 p)
+    {
+        low = {p.x < low.x ? p.x : low.x, p.y < low.y ? p.y : low.y};
+        high = {p.x > high.x ? p.x : high.x, p.y > high.y ? p.y : high.y};
+    }
+    void add(const Box& other)
+    {
+        if (!other.empty()) {
+            add(other.low);
+            add(other.high);
+        }
+    }
+};
+
+} // namespace desk
