@@ -1,0 +1,89 @@
+#pragma once
+
+#include "standin/afx/afx.h"
+#include "standin/desk/command_panel.h"
+#include "standin/desk/drawing_view.h"
+#include "standin/desk/editor.h"
+#include "standin/desk/status_panel.h"
+#include "standin/desk/ui_fonts.h"
+#include "standin/host.h"
+
+namespace desk {
+
+// The desk's main window: menu, drawing window, command line and status line; it gives the host's API what it needs of
+// the desk. It deletes itself with its window.
+class MainFrame : public CMDIFrameWnd, private EditorWindows, private standin::DeskServices
+{
+public:
+    MainFrame();
+    ~MainFrame() override;
+
+    bool create(int width, int height);
+    // Ends the program without asking.
+    void closeAtOnce();
+
+    Editor& editor() { return editor_; }
+    // Null while no drawing is open.
+    DrawingView* view() { return view_; }
+    CommandPanel& commandPanel() { return commandPanel_; }
+
+    void RecalcLayout(BOOL bNotify = TRUE) override;
+
+protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    BOOL PreTranslateMessage(MSG* pMsg) override;
+    void onDeskCommand(UINT id);
+    void onUpdateDeskCommand(CCmdUI* item);
+    DECLARE_MESSAGE_MAP()
+
+private:
+    // EditorWindows
+    void print(const std::wstring& line) override;
+    void showPrompt(const std::wstring& prompt) override;
+    std::wstring typedText() override;
+    void setTypedText(const std::wstring& text) override;
+    void drawingChanged() override;
+    void viewChanged() override;
+    void overlayChanged() override;
+    void stateChanged() override;
+    void wake() override;
+    bool pumpMessage() override;
+    std::optional<std::filesystem::path> askForDrawing(bool toSave) override;
+    std::optional<std::filesystem::path> askForModule() override;
+    int askToSave(const std::wstring& drawing) override;
+    void alert(const std::wstring& text) override;
+    void showHelp() override;
+    void close() override;
+    void openDrawingWindow() override;
+    void closeDrawingWindow() override;
+    void reportFrameTimes() override;
+
+    // standin::DeskServices; alert serves both
+    CMDIFrameWnd* frame() override { return this; }
+    CView* drawingView() override { return view_; }
+    void postCommandText(const std::wstring& text) override;
+    standin::ViewState viewState() override;
+    void redraw() override;
+    std::optional<std::vector<standin::Handle>> selectEntities() override;
+    std::vector<standin::Handle> currentSelection() override;
+    bool runDeskCommand(const std::vector<standin::CommandArgument>& arguments) override;
+
+    void fitDrawingWindow();
+    void toggleGround();
+    void hovered(Vec2 view);
+    void onClose();
+    void shutDown();
+
+    UiFonts fonts_;
+    Editor editor_;
+    CommandPanel commandPanel_;
+    StatusPanel statusPanel_;
+    CMDIChildWnd* child_ = nullptr;
+    DrawingView* view_ = nullptr;
+    bool dark_ = false;
+    bool wakePosted_ = false;
+    bool quitting_ = false;
+    HICON bigIcon_ = nullptr, smallIcon_ = nullptr;
+};
+
+} // namespace desk

@@ -1,0 +1,119 @@
+#include "standin/desk/raster_coverage.h"
+
+#include "imaging/display.h"
+
+#include <cmath>
+#include <cstring>
+
+namespace desk {
+namespace {
+
+// From the corners of the area's pixels to the image's pixel corners (y down from its top).
+std::optional<imaging::Affine> fromAreaToImage(const SceneImage& image, const imaging::Bitmap& pixels,
+                                               const ViewTransform& view, imaging::Point area) {
+    const Vec2 right = image.u * image.pixels.width, up = image.v * image.pixels.height;
+    const double determinant = right.x * up.y - right.y * up.x;
+    if (!std::isfinite(determinant) || determinant == 0)
+        return std::nullopt;
+    const auto toImage = [&](Vec2 drawing) -> Vec2 {
+        const Vec2 from = drawing - image.position;
+        const double across = (from.x * up.y - from.y * up.x) / determinant;
+        const double upward = (right.x * from.y - right.y * from.x) / determinant;
+        return {across * pixels.width(), (1 - upward) * pixels.height()};
+    };
+    const Vec2 corner{area.x - 0.5, area.y - 0.5};
+    const Vec2 origin = toImage(view.toDrawing(corner));
+    // Long arms keep the digits that a step of one pixel would lose.
+    const double arm = 1024;
+    const Vec2 x = (toImage(view.toDrawing(corner + Vec2{arm, 0})) - origin) * (1 / arm);
+    const Vec2 y = (toImage(view.toDrawing(corner + Vec2{0, arm})) - origin) * (1 / arm);
+    return imaging::Affine{x.x, y.x, origin.x, x.y, y.y, origin.y};
+}
+
+bool samePlace(const SceneImage& a, const SceneImage& b) {
+    return a.position == b.position && a.u == b.u && a.v == b.v && a.pixels == b.pixels;
+}
+
+} // namespace
+
+std::optional<imaging::Point> panBetween(const ViewTransform& from, const ViewTransform& to) {
+    if (from.height() != to.height() || !(from.client() == to.client()))
+        return std::nullopt;
+    const Vec2 moved = to.toView(from.centre()) - from.toView(from.centre());
+    const Vec2 whole{std::round(moved.x), std::round(moved.y)};
+    constexpr double tolerance = 1e-3;
+    if (std::abs(moved.x - whole.x) > tolerance || std::abs(moved.y - whole.y) > tolerance ||
+        std::abs(whole.x) >= to.client().width || std::abs(whole.y) >= to.client().height)
+        return std::nullopt;
+    return imaging::Point{static_cast<int>(whole.x), static_cast<int>(whole.y)};
+}
+
+const std::vector<std::uint8_t>& RasterCoverage::update(const SceneImage& image,
+                                                        const std::shared_ptr<const imaging::Bitmap>& pixels,
+                                                        const ViewTransform& view) {
+    const imaging::Size client = view.client();
+    sampled_ = 0;
+    std::optional<imaging::Point> pan;
+    if (pixels == pixels_ && samePlace(image, image_) && !coverage_.empty())
+        pan = panBetween(view_, view);
+    image_ = image;
+    pixels_ = pixels;
+    view_ = view;
+    if (!pan) {
+        coverage_.assign(std::size_t(client.width) * client.height, 0);
+        sample(imaging::Rect::of(client));
+        return coverage_;
+    }
+    if (pan->x == 0 && pan->y == 0)
+        return coverage_;
+    shift(*pan);
+    const int newTop = pan->y > 0 ? 0 : client.height + pan->y;
+    const int oldTop = std::max(pan->y, 0), oldBottom = client.height + std::min(pan->y, 0);
+    sample({0, newTop, client.width, newTop + std::abs(pan->y)});
+    const int newLeft = pan->x > 0 ? 0 : client.width + pan->x;
+    sample({newLeft, oldTop, newLeft + std::abs(pan->x), oldBottom});
+    return coverage_;
+}
+
+void RasterCoverage::shift(imaging::Point pan) {
+    const imaging::Size client = view_.client();
+    const int kept = client.width - std::abs(pan.x);
+    const int from = std::max(-pan.x, 0), to = std::max(pan.x, 0);
+    const auto moveRow = [&](int y) {
+        std::memmove(&coverage_[std::size_t(y) * client.width + to],
+                     &coverage_[std::size_t(y - pan.y) * client.width + from], kept);
+    };
+    if (pan.y > 0) {
+        for (int y = client.height - 1; y >= pan.y; --y)
+            moveRow(y);
+    } else {
+        for (int y = 0; y < client.height + pan.y; ++y)
+            moveRow(y);
+    }
+}
+
+void RasterCoverage::sample(const imaging::Rect& area) {
+    const int width = view_.client().width;
+    if (area.empty())
+        return;
+    for (int y = area.top; y < area.bottom; ++y)
+        std::memset(&coverage_[std::size_t(y) * width + area.left], 0, area.width());
+
+    // Only what the image's own box covers is looked at.
+    Box box;
+    for (const Vec2 corner : image_.corners())
+        box.add(view_.toView(corner));
+    const auto bounded = [](double value) { return static_cast<int>(std::clamp(value, -1e8, 1e8)); };
+    const imaging::Rect part =
+        area.intersect({bounded(std::floor(box.low.x)), bounded(std::floor(box.low.y)),
+                        bounded(std::ceil(box.high.x)) + 1, bounded(std::ceil(box.high.y)) + 1});
+    if (part.empty())
+        return;
+    const auto map = fromAreaToImage(image_, *pixels_, view_, {part.left, part.top});
+    if (!map)
+        return;
+    imaging::sampleCoverage(*pixels_, *map, part.size(), &coverage_[std::size_t(part.top) * width + part.left], width);
+    sampled_ += std::int64_t(part.width()) * part.height();
+}
+
+} // namespace desk

@@ -1,0 +1,153 @@
+#include "standin/desk/scene.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+namespace desk {
+namespace {
+
+Vec2 toVec2(const drawing::Vector2& v) {
+    return {v.x, v.y};
+}
+
+ScenePath pathOf(const drawing::FlatPath& flat, const drawing::FlatStyle& style, const drawing::Document& document) {
+    ScenePath path;
+    path.filled = flat.filled;
+    path.points.reserve(flat.points.size() + 1);
+    for (const auto& point : flat.points)
+        path.points.push_back(toVec2(point));
+    if (flat.closed && !flat.filled && !path.points.empty())
+        path.points.push_back(path.points.front());
+    if (const auto* linetype = document.findLinetype(style.linetype); linetype && !flat.filled) {
+        const double scale = style.linetypeScale * document.header.real("$LTSCALE", 1);
+        for (const auto& element : linetype->elements)
+            path.dashes.push_back(element.length * scale);
+    }
+    return path;
+}
+
+// Clip points are pixels, y down from the centre of the top left pixel.
+std::vector<Vec2> clipOf(const drawing::Image& image, const SceneImage& placed) {
+    std::vector<drawing::Vector2> corners = image.clip;
+    if (image.clipType == drawing::Image::ClipType::Rectangle && corners.size() == 2)
+        corners = {corners[0], {corners[1].x, corners[0].y}, corners[1], {corners[0].x, corners[1].y}};
+    std::vector<Vec2> polygon;
+    for (const auto& corner : corners)
+        polygon.push_back(placed.position + placed.u * (corner.x + 0.5) +
+                          placed.v * (placed.pixels.height - corner.y - 0.5));
+    return polygon;
+}
+
+SceneImage imageOf(const drawing::FlatImage& flat, const drawing::Document& document) {
+    const drawing::Image& image = *flat.image;
+    SceneImage placed;
+    placed.image = image.handle;
+    placed.position = toVec2(flat.position);
+    placed.u = toVec2(flat.u);
+    placed.v = toVec2(flat.v);
+    placed.pixels = {static_cast<int>(image.pixels.x), static_cast<int>(image.pixels.y)};
+    placed.shown = (image.display & drawing::Image::kShow) != 0;
+    placed.transparent = (image.display & drawing::Image::kTransparent) != 0;
+    placed.fade = std::clamp(image.fade, 0, 100);
+    if (const auto* definition = document.find<drawing::ImageDefinition>(image.definition))
+        placed.file = definition->path;
+    if (image.clipped && (image.display & drawing::Image::kClip) != 0)
+        placed.clip = clipOf(image, placed);
+    return placed;
+}
+
+Box boundsOf(const SceneItem& item) {
+    Box box;
+    if (const auto* path = std::get_if<ScenePath>(&item.shape)) {
+        for (const Vec2 point : path->points)
+            box.add(point);
+    } else if (const auto* text = std::get_if<PlacedText>(&item.shape)) {
+        for (const auto& line : text->lineBoxes)
+            for (const Vec2 corner : line)
+                box.add(corner);
+    } else {
+        for (const Vec2 corner : std::get<SceneImage>(item.shape).corners())
+            box.add(corner);
+    }
+    return box;
+}
+
+} // namespace
+
+std::vector<Vec2> SceneImage::corners() const {
+    const Vec2 right = u * pixels.width, up = v * pixels.height;
+    return {position, position + right, position + right + up, position + up};
+}
+
+PickShape SceneItem::pickShape() const {
+    PickShape pieces;
+    if (const auto* path = std::get_if<ScenePath>(&shape)) {
+        pieces.push_back({path->points, path->filled});
+    } else if (const auto* text = std::get_if<PlacedText>(&shape)) {
+        for (const auto& line : text->lineBoxes)
+            pieces.push_back({{line.begin(), line.end()}, true});
+    } else {
+        std::vector<Vec2> outline = std::get<SceneImage>(shape).outline();
+        if (!outline.empty())
+            outline.push_back(outline.front());
+        pieces.push_back({std::move(outline), false});
+    }
+    return pieces;
+}
+
+void Scene::build(const drawing::Document& document, const drawing::Block& space, double tolerance,
+                  TypefaceCache& typefaces) {
+    items_.clear();
+    extents_ = {};
+    tolerance_ = tolerance;
+    drawing::FlattenOptions options;
+    options.tolerance = tolerance;
+    drawing::flattenBlock(document, space, options, [&](drawing::FlatItem&& flat) {
+        SceneItem item;
+        item.entity = flat.entity;
+        item.color = Color(flat.style.rgb.red) << 16 | Color(flat.style.rgb.green) << 8 | flat.style.rgb.blue;
+        item.inForeground = flat.style.colorIndex == 7 && flat.style.rgb == drawing::rgbOfIndex(7);
+        if (const auto* path = std::get_if<drawing::FlatPath>(&flat.shape))
+            item.shape = pathOf(*path, flat.style, document);
+        else if (const auto* text = std::get_if<drawing::FlatText>(&flat.shape))
+            item.shape = layOut(*text, typefaces.forFontFile(text->font));
+        else
+            item.shape = imageOf(std::get<drawing::FlatImage>(flat.shape), document);
+        item.bounds = boundsOf(item);
+        extents_.add(item.bounds);
+        items_.push_back(std::move(item));
+    });
+}
+
+drawing::Handle Scene::pick(Vec2 at, double reach) const {
+    Box near;
+    near.add(at - Vec2{reach, reach});
+    near.add(at + Vec2{reach, reach});
+    for (auto item = items_.rbegin(); item != items_.rend(); ++item)
+        if (item->bounds.overlaps(near) && distanceTo(item->pickShape(), at) <= reach)
+            return item->entity;
+    return 0;
+}
+
+std::vector<drawing::Handle> Scene::pickWindow(const Box& window, bool crossing) const {
+    std::set<drawing::Handle> touched, straying;
+    std::vector<drawing::Handle> found;
+    for (const SceneItem& item : items_) {
+        if (item.bounds.empty())
+            continue;
+        const PickShape shape = item.pickShape();
+        if (crossing) {
+            if (item.bounds.overlaps(window) && touchesWindow(shape, window) && touched.insert(item.entity).second)
+                found.push_back(item.entity);
+        } else if (!insideWindow(shape, window)) {
+            straying.insert(item.entity);
+        } else if (touched.insert(item.entity).second) {
+            found.push_back(item.entity);
+        }
+    }
+    std::erase_if(found, [&](drawing::Handle entity) { return straying.contains(entity); });
+    return found;
+}
+
+} // namespace desk

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "drawing/document.h"
+#include "drawing/flatten.h"
+#include "standin/desk/canvas.h"
+#include "standin/desk/dash_pattern.h"
+#include "standin/desk/picking.h"
+#include "standin/desk/text_layout.h"
+#include "standin/desk/vec2.h"
+
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace desk {
+
+// What an entity's pieces look like in the drawing, ready to be painted and picked; drawing units throughout.
+struct ScenePath
+{
+    std::vector<Vec2> points; // a closed path ends with its first point again
+    bool filled = false;
+    DashPattern dashes; // empty for continuous lines
+};
+
+struct SceneImage
+{
+    drawing::Handle image = 0; // of the image entity itself, also inside a block reference
+    Vec2 position;             // lower left corner of the lower left pixel
+    Vec2 u, v;                 // edges of one pixel
+    imaging::Size pixels;      // as the entity tells them
+    bool shown = true;
+    bool transparent = false;
+    int fade = 0;           // 0 to 100
+    std::string file;       // of the definition, UTF-8
+    std::vector<Vec2> clip; // polygon in drawing units; empty if the whole image shows
+
+    std::vector<Vec2> corners() const;
+    // What the frame runs around: the clip, or the whole image.
+    std::vector<Vec2> outline() const { return clip.empty() ? corners() : clip; }
+};
+
+struct SceneItem
+{
+    drawing::Handle entity = 0; // of the space's own list
+    Color color = 0;
+    bool inForeground = false; // colour 7: black on a light ground, white on a dark one
+    Box bounds;
+    std::variant<ScenePath, PlacedText, SceneImage> shape;
+
+    PickShape pickShape() const;
+};
+
+// The flattened model or paper space.
+class Scene
+{
+public:
+    // tolerance: how far a curve's straight pieces may stray from it, in drawing units. Typefaces must outlive the scene.
+    void build(const drawing::Document& document, const drawing::Block& space, double tolerance,
+               TypefaceCache& typefaces);
+
+    const std::vector<SceneItem>& items() const { return items_; }
+    const Box& extents() const { return extents_; }
+    double tolerance() const { return tolerance_; }
+
+    // The topmost entity whose shape comes within `reach` of the point; 0 if there is none. An image is picked at its
+    // outline alone, so that what lies on it can be picked too.
+    drawing::Handle pick(Vec2 at, double reach) const;
+    // Entities wholly inside the window, or, crossing, with any part in it. In drawing order, each once.
+    std::vector<drawing::Handle> pickWindow(const Box& window, bool crossing) const;
+
+private:
+    std::vector<SceneItem> items_;
+    Box extents_;
+    double tolerance_ = 0;
+};
+
+} // namespace desk

@@ -1,0 +1,195 @@
+#include "standin/desk/scene_painter.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace desk {
+namespace {
+
+constexpr int maximumDashes = 4000;
+// A dash pattern finer than this many pixels is drawn as a continuous line.
+constexpr double finestPattern = 3;
+// Texts with lower capitals than this many pixels are drawn as bars.
+constexpr double smallestReadable = 2.5;
+
+Box viewBox(const Box& drawing, const ViewTransform& view) {
+    Box box;
+    box.add(view.toView(drawing.low));
+    box.add(view.toView(drawing.high));
+    return box;
+}
+
+bool showsIn(const Box& box, const imaging::Rect& clip) {
+    constexpr double margin = 3;
+    return !box.empty() && box.low.x <= clip.right + margin && box.high.x >= clip.left - margin &&
+           box.low.y <= clip.bottom + margin && box.high.y >= clip.top - margin;
+}
+
+std::vector<Vec2> toView(std::span<const Vec2> points, const ViewTransform& view) {
+    std::vector<Vec2> converted;
+    converted.reserve(points.size());
+    for (const Vec2 point : points)
+        converted.push_back(view.toView(point));
+    return converted;
+}
+
+void outline(Canvas& canvas, const std::vector<Vec2>& corners, Color color) {
+    for (std::size_t i = 0; i < corners.size(); ++i)
+        canvas.line(corners[i], corners[(i + 1) % corners.size()], color);
+}
+
+void grip(Canvas& canvas, Vec2 at, Color color) {
+    const double half = 3.5;
+    const Vec2 centre{std::round(at.x), std::round(at.y)};
+    const std::vector<Vec2> square = {centre + Vec2{-half, -half}, centre + Vec2{half, -half},
+                                      centre + Vec2{half, half}, centre + Vec2{-half, half}};
+    canvas.polygon(std::span(&square, 1), color);
+}
+
+} // namespace
+
+void ScenePainter::paint(Canvas& canvas, const Scene& scene, const ViewTransform& view, const Palette& palette,
+                         bool imageFrames) {
+    canvas.fill(palette.ground);
+    std::set<drawing::Handle> images;
+    for (const SceneItem& item : scene.items()) {
+        if (const auto* image = std::get_if<SceneImage>(&item.shape)) {
+            images.insert(image->image);
+            if (showsIn(viewBox(item.bounds, view), canvas.clip()))
+                paintImage(canvas, item, view, palette, imageFrames);
+            continue;
+        }
+        if (!showsIn(viewBox(item.bounds, view), canvas.clip()))
+            continue;
+        const Color color = palette.shown(item.color, item.inForeground);
+        if (const auto* path = std::get_if<ScenePath>(&item.shape))
+            paintPath(canvas, *path, view, color);
+        else
+            paintText(canvas, std::get<PlacedText>(item.shape), view, color);
+    }
+    std::erase_if(coverage_, [&](const auto& entry) { return !images.contains(entry.first); });
+}
+
+void ScenePainter::paintPath(Canvas& canvas, const ScenePath& path, const ViewTransform& view, Color color) const {
+    const std::vector<Vec2> points = toView(path.points, view);
+    if (path.filled) {
+        canvas.polygon(std::span(&points, 1), color);
+        return;
+    }
+    if (points.size() == 1) {
+        canvas.point(points.front(), color);
+        return;
+    }
+    double period = 0;
+    DashPattern dashes;
+    for (const double element : path.dashes) {
+        dashes.push_back(element / view.unitsPerPixel());
+        period += std::abs(dashes.back());
+    }
+    if (period < finestPattern)
+        dashes.clear();
+    drawDashed(points, dashes, maximumDashes, [&](Vec2 a, Vec2 b) { canvas.line(a, b, color); });
+}
+
+void ScenePainter::paintText(Canvas& canvas, const PlacedText& text, const ViewTransform& view, Color color) const {
+    if (text.height / view.unitsPerPixel() < smallestReadable) {
+        for (const auto& line : text.lineBoxes) {
+            const std::vector<Vec2> bar = toView(line, view);
+            canvas.polygon(std::span(&bar, 1), color, 90);
+        }
+        return;
+    }
+    std::vector<std::vector<Vec2>> contours;
+    for (const PlacedGlyph& placed : text.glyphs) {
+        contours.clear();
+        for (const auto& contour : placed.glyph->contours) {
+            auto& points = contours.emplace_back();
+            points.reserve(contour.size());
+            for (const Vec2 point : contour)
+                points.push_back(view.toView(placed.origin + text.across * point.x + text.up * point.y));
+        }
+        canvas.polygon(contours, color);
+    }
+}
+
+void ScenePainter::paintImage(Canvas& canvas, const SceneItem& item, const ViewTransform& view, const Palette& palette,
+                              bool imageFrames) {
+    const auto& image = std::get<SceneImage>(item.shape);
+    const Color color = palette.shown(item.color, item.inForeground);
+    const auto pixels = pixels_(image.image);
+    if (!pixels)
+        paintMissing(canvas, image, view, color);
+    else if (image.shown)
+        paintRaster(canvas, image, pixels, view, palette, color);
+    if (imageFrames || !pixels || !image.shown)
+        outline(canvas, toView(image.outline(), view), mix(palette.ground, color, 120));
+}
+
+void ScenePainter::paintRaster(Canvas& canvas, const SceneImage& image,
+                               const std::shared_ptr<const imaging::Bitmap>& pixels, const ViewTransform& view,
+                               const Palette& palette, Color color) {
+    const std::vector<Vec2> frame = toView(image.outline(), view);
+    if (!image.transparent)
+        canvas.polygon(std::span(&frame, 1), palette.ground);
+    RasterCoverage& cached = coverage_[image.image];
+    const auto& coverage = cached.update(image, pixels, view);
+    sampled_ += cached.sampled();
+    const Color ink = mix(color, palette.ground, static_cast<unsigned>(image.fade * 255 / 100));
+    const imaging::Rect client = imaging::Rect::of(view.client());
+    if (image.clip.empty()) {
+        canvas.blend(client, coverage, ink);
+        return;
+    }
+    // What lies outside the clip is masked out: the mask is the clip polygon's own coverage.
+    std::vector<std::uint32_t> maskPixels(coverage.size(), 0);
+    Canvas mask(maskPixels.data(), client.size(), client.width());
+    mask.setClip(canvas.clip());
+    mask.polygon(std::span(&frame, 1), 0xFF);
+    std::vector<std::uint8_t> masked(coverage.size());
+    for (std::size_t i = 0; i < masked.size(); ++i)
+        masked[i] = static_cast<std::uint8_t>(coverage[i] * (maskPixels[i] & 0xFF) / 255);
+    canvas.blend(client, masked, ink);
+}
+
+// The path is written across the middle of the image, as large as fits.
+void ScenePainter::paintMissing(Canvas& canvas, const SceneImage& image, const ViewTransform& view, Color color) {
+    const Vec2 right = image.u * image.pixels.width, up = image.v * image.pixels.height;
+    const double width = std::hypot(right.x, right.y), height = std::hypot(up.x, up.y);
+    if (!(width > 0 && height > 0) || image.file.empty())
+        return;
+    drawing::FlatText text;
+    const Vec2 middle = image.position + right * 0.5 + up * 0.5;
+    text.position = {middle.x, middle.y};
+    text.direction = {right.x / width, right.y / width};
+    text.up = {up.x / height, up.y / height};
+    text.horizontal = drawing::HorizontalAlignment::Middle;
+    text.lines = {image.file};
+    text.height = std::min(height / 8, width / (1.2 * double(image.file.size())));
+    paintText(canvas, layOut(text, typefaces_.forFontFile("")), view, color);
+}
+
+void ScenePainter::paintSelected(Canvas& canvas, const Scene& scene, const ViewTransform& view, const Palette& palette,
+                                 const std::set<drawing::Handle>& selected) {
+    const DashPattern dashes = {5, -3};
+    for (const SceneItem& item : scene.items()) {
+        if (!selected.contains(item.entity) || !showsIn(viewBox(item.bounds, view), canvas.clip()))
+            continue;
+        for (const PickPiece& piece : item.pickShape()) {
+            std::vector<Vec2> points = toView(piece.points, view);
+            if (points.empty())
+                continue;
+            if (piece.filled)
+                points.push_back(points.front());
+            drawDashed(points, dashes, maximumDashes, [&](Vec2 a, Vec2 b) { canvas.line(a, b, palette.highlight); });
+            grip(canvas, points.front(), palette.highlight);
+            if (!(points.back() == points.front()))
+                grip(canvas, points.back(), palette.highlight);
+        }
+    }
+}
+
+std::int64_t ScenePainter::takeSampledPixels() {
+    return std::exchange(sampled_, 0);
+}
+
+} // namespace desk

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "standin/desk/canvas.h"
+#include "standin/desk/palette.h"
+#include "standin/desk/raster_coverage.h"
+#include "standin/desk/scene.h"
+#include "standin/desk/view_transform.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+
+namespace desk {
+
+// The present pixels of an image entity, a new pointer whenever they have changed; null if its file is missing.
+using PixelSource = std::function<std::shared_ptr<const imaging::Bitmap>(drawing::Handle image)>;
+
+// Draws a scene as a view shows it.
+class ScenePainter
+{
+public:
+    ScenePainter(PixelSource pixels, TypefaceCache& typefaces) : pixels_(std::move(pixels)), typefaces_(typefaces) {}
+
+    // Fills the canvas's clip with the ground and draws every item that shows there, the lowest first.
+    void paint(Canvas& canvas, const Scene& scene, const ViewTransform& view, const Palette& palette, bool imageFrames);
+    // Draws the given entities once more, as selected: dashed outlines with grips.
+    void paintSelected(Canvas& canvas, const Scene& scene, const ViewTransform& view, const Palette& palette,
+                       const std::set<drawing::Handle>& selected);
+
+    // View pixels for which rasters were sampled since the last call.
+    std::int64_t takeSampledPixels();
+
+private:
+    void paintPath(Canvas& canvas, const ScenePath& path, const ViewTransform& view, Color color) const;
+    void paintText(Canvas& canvas, const PlacedText& text, const ViewTransform& view, Color color) const;
+    void paintImage(Canvas& canvas, const SceneItem& item, const ViewTransform& view, const Palette& palette,
+                    bool imageFrames);
+    void paintRaster(Canvas& canvas, const SceneImage& image, const std::shared_ptr<const imaging::Bitmap>& pixels,
+                     const ViewTransform& view, const Palette& palette, Color color);
+    void paintMissing(Canvas& canvas, const SceneImage& image, const ViewTransform& view, Color color);
+
+    PixelSource pixels_;
+    TypefaceCache& typefaces_;
+    std::map<drawing::Handle, RasterCoverage> coverage_;
+    std::int64_t sampled_ = 0;
+};
+
+} // namespace desk
