@@ -1,7 +1,5 @@
 #include "standin/desk/command_panel.h"
 
-#include <windowsx.h>
-
 namespace desk {
 namespace {
 
@@ -57,11 +55,11 @@ CSize CommandPanel::CalcFixedLayout(BOOL, BOOL) {
 
 void CommandPanel::print(const std::wstring& line) {
     const HWND edit = transcript_.m_hWnd;
-    int length = GetWindowTextLengthW(edit);
+    int length = ::GetWindowTextLengthW(edit);
     if (length > longestTranscript) {
         ::SendMessageW(edit, EM_SETSEL, 0, length / 2);
         ::SendMessageW(edit, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(L""));
-        length = GetWindowTextLengthW(edit);
+        length = ::GetWindowTextLengthW(edit);
     }
     const std::wstring text = (length > 0 ? L"\r\n" : L"") + line;
     ::SendMessageW(edit, EM_SETSEL, length, length);
@@ -82,7 +80,7 @@ std::wstring CommandPanel::typedText() const {
 void CommandPanel::setTypedText(const std::wstring& text) {
     if (text == typedText())
         return;
-    SetWindowTextW(input_.m_hWnd, text.c_str());
+    ::SetWindowTextW(input_.m_hWnd, text.c_str());
     ::SendMessageW(input_.m_hWnd, EM_SETSEL, text.size(), static_cast<LPARAM>(text.size()));
 }
 

@@ -38,7 +38,7 @@ public:
     // More lines of the transcript, or as many as usual.
     void toggleHeight();
     std::wstring transcript() const;
-    CommandHistory& history() { return history_; }
+    HWND inputWindow() const { return input_.m_hWnd; }
 
     CSize CalcFixedLayout(BOOL stretch, BOOL horizontal) override;
     void OnUpdateCmdUI(CFrameWnd*, BOOL) override {}

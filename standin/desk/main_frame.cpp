@@ -12,6 +12,7 @@ namespace desk {
 namespace {
 
 constexpr UINT processInputMessage = WM_APP + 1;
+constexpr UINT_PTR endOfScriptTimer = 1;
 const wchar_t* const programName = L"Halvoran Desk";
 
 // What a menu entry types at the command line, after what runs has been cancelled.
@@ -122,6 +123,15 @@ LRESULT MainFrame::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CLOSE:
         onClose();
         return 0;
+    case WM_TIMER:
+        if (wParam != endOfScriptTimer)
+            break;
+        KillTimer(endOfScriptTimer);
+        closeAtOnce();
+        return 0;
+    case endOfScriptMessage:
+        closeAtOnce();
+        return 0;
     case WM_SETFOCUS:
         if (view_ != nullptr)
             view_->SetFocus();
@@ -209,10 +219,14 @@ void MainFrame::onClose() {
         shutDown();
 }
 
+// A command that waits for input is cancelled first, and the end comes once it has returned.
 void MainFrame::closeAtOnce() {
-    if (editor_.commandRunning())
-        editor_.cancelCommand();
-    shutDown();
+    if (!editor_.commandRunning()) {
+        shutDown();
+        return;
+    }
+    editor_.cancelCommand();
+    SetTimer(endOfScriptTimer, 50, nullptr);
 }
 
 void MainFrame::shutDown() {
@@ -220,6 +234,8 @@ void MainFrame::shutDown() {
         return;
     editor_.closeDrawing();
     standin::unloadAllModules();
+    if (closed_)
+        closed_();
     DestroyWindow();
 }
 

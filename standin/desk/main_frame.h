@@ -18,9 +18,12 @@ public:
     MainFrame();
     ~MainFrame() override;
 
+    // Posted when a script is over: the program ends without asking.
+    static constexpr UINT endOfScriptMessage = WM_APP + 2;
+
     bool create(int width, int height);
-    // Ends the program without asking.
-    void closeAtOnce();
+    // Called just before the window goes.
+    void whenClosed(std::function<void()> closed) { closed_ = std::move(closed); }
 
     Editor& editor() { return editor_; }
     // Null while no drawing is open.
@@ -72,6 +75,7 @@ private:
     void toggleGround();
     void hovered(Vec2 view);
     void onClose();
+    void closeAtOnce();
     void shutDown();
 
     UiFonts fonts_;
@@ -80,6 +84,7 @@ private:
     StatusPanel statusPanel_;
     CMDIChildWnd* child_ = nullptr;
     DrawingView* view_ = nullptr;
+    std::function<void()> closed_;
     bool dark_ = false;
     bool wakePosted_ = false;
     bool quitting_ = false;

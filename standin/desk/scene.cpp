@@ -121,11 +121,11 @@ void Scene::build(const drawing::Document& document, const drawing::Block& space
 }
 
 drawing::Handle Scene::pick(Vec2 at, double reach) const {
-    Box near;
-    near.add(at - Vec2{reach, reach});
-    near.add(at + Vec2{reach, reach});
+    Box around;
+    around.add(at - Vec2{reach, reach});
+    around.add(at + Vec2{reach, reach});
     for (auto item = items_.rbegin(); item != items_.rend(); ++item)
-        if (item->bounds.overlaps(near) && distanceTo(item->pickShape(), at) <= reach)
+        if (item->bounds.overlaps(around) && distanceTo(item->pickShape(), at) <= reach)
             return item->entity;
     return 0;
 }

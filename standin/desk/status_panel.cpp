@@ -1,7 +1,5 @@
 #include "standin/desk/status_panel.h"
 
-#include <windowsx.h>
-
 namespace desk {
 namespace {
 

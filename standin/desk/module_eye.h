@@ -1,0 +1,46 @@
+#pragma once
+
+#include "imaging/geometry.h"
+#include "standin/desk/main_frame.h"
+#include "standin/desk/script_agent.h"
+#include "standin/desk/script_hand.h"
+
+#include <optional>
+#include <string>
+
+namespace desk::script {
+
+// Tells what state the raster module is in from what a draughtsman can see and feel of it, so that the module need not
+// offer anything for the sake of scripts: which of its buttons are enabled or pressed, whether the mouse still reaches
+// the drawing view, and where its crawling frames run on the view.
+class ModuleEye
+{
+public:
+    ModuleEye(MainFrame& frame, const Agent& agent, const Hand& hand) : frame_(frame), agent_(agent), hand_(hand) {}
+
+    // Where the mouse was last, in view pixels.
+    void noteMouse(POINT view) { mouse_ = view; }
+
+    // A raster is current exactly when the button to save it is enabled. Nothing if there is no such button.
+    // To be called on the windows' thread.
+    std::optional<bool> rasterIsCurrent() const;
+
+    // The rest is called from the script thread and takes a moment.
+
+    // Moves the mouse where it is already: a tool's hook keeps the message from the view.
+    bool toolHoldsMouse() const;
+    // Tools 1 to 5 show by their pressed buttons. The others have none: any of them is seen when a tool holds the mouse
+    // and no button is pressed. `seen` says what was seen instead.
+    bool sees(int tool, std::wstring& seen) const;
+    // The selection's frame around the box of image pixels, on the image where it fits.
+    bool seesSelection(const imaging::Rect& pixels, std::wstring& seen) const;
+    bool seesAnySelection() const;
+
+private:
+    MainFrame& frame_;
+    const Agent& agent_;
+    const Hand& hand_;
+    POINT mouse_{0, 0};
+};
+
+} // namespace desk::script

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace desk {
+
+// What the program was started with.
+struct Options
+{
+    std::vector<std::filesystem::path> modules;
+    std::filesystem::path script, log, drawing; // empty if not given
+    int runLimitSeconds = 300;
+    int width = 1240, height = 900;
+    bool help = false;
+};
+
+class OptionError : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+// arguments: without the program's name. Throws OptionError.
+Options parseOptions(const std::vector<std::wstring>& arguments);
+
+// What --help says.
+extern const wchar_t* const usage;
+
+} // namespace desk

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "imaging/geometry.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <vector>
+
+#include <windows.h>
+
+namespace desk {
+
+// A picture in colour, 0x00RRGGBB, rows from the top.
+struct Picture
+{
+    imaging::Size size;
+    std::vector<std::uint32_t> pixels;
+};
+
+// What the window shows, and over it all dialogs, menus and floating bars of its thread, as they lie on the screen.
+Picture takePicture(HWND window, DWORD threadId);
+
+// Writes a PNG file; folders are made where they are missing. Throws ImagingError.
+void savePicture(const Picture& picture, const std::filesystem::path& path);
+
+} // namespace desk

@@ -1,0 +1,272 @@
+// The steps of a script that work the desk.
+
+#include "standin/desk/screenshot.h"
+#include "standin/desk/script_player.h"
+#include "standin/desk/text_encoding.h"
+
+#include <commctrl.h>
+
+namespace desk::script {
+
+void Player::act(const Type& type) {
+    HWND input = nullptr;
+    bool reachable = false;
+    agent_.ask([&] {
+        input = frame_.commandPanel().inputWindow();
+        reachable = frame_.IsWindowEnabled() != FALSE;
+    });
+    if (!reachable)
+        throw Miss{L"the command line is out of reach: a dialog is open"};
+    hand_.type(input, type.text);
+    hand_.character(input, L'\r');
+    settle();
+}
+
+void Player::act(const Click& click) {
+    const HWND view = viewForMouse();
+    hand_.click(view, inView(click.place), click.right, click.twice, {click.shift, click.control});
+    eye_.noteMouse(inView(click.place));
+    settle();
+}
+
+void Player::act(const Drag& drag) {
+    const HWND view = viewForMouse();
+    std::vector<POINT> points;
+    for (const Place& place : drag.places)
+        points.push_back(inView(place));
+    hand_.drag(view, points, {drag.shift, drag.control});
+    eye_.noteMouse(points.back());
+    settle();
+}
+
+void Player::act(const Move& move) {
+    const HWND view = viewForMouse();
+    const POINT at = inView(move.place);
+    hand_.move(view, at);
+    eye_.noteMouse(at);
+    settle();
+}
+
+void Player::act(const Key& key) {
+    const GUITHREADINFO state = inputState(agent_.threadId());
+    HWND target = state.hwndFocus != nullptr ? state.hwndFocus : state.hwndActive;
+    if (target == nullptr)
+        agent_.ask([&] { target = frame_.view() != nullptr ? frame_.view()->m_hWnd : frame_.m_hWnd; });
+    if (key.virtualKey != 0)
+        hand_.key(target, key.virtualKey);
+    else
+        hand_.character(target, key.character);
+    settle();
+}
+
+ToolbarButton Player::usableButton(int id) const {
+    ToolbarButton button;
+    comesTrue([&] {
+        button = findToolbarButton(agent_.threadId(), id);
+        return button.toolbar != nullptr && button.visible && button.enabled;
+    });
+    if (button.toolbar == nullptr)
+        throw Miss{L"no toolbar has that button"};
+    if (!button.visible)
+        throw Miss{L"the toolbar is hidden"};
+    if (!button.enabled)
+        throw Miss{L"the button is greyed"};
+    return button;
+}
+
+void Player::act(const Button& button) {
+    const ToolbarButton found = usableButton(button.id);
+    // On the left, as the arrow of a button that has one lies at its right.
+    const POINT at{found.place.left + 8, (found.place.top + found.place.bottom) / 2};
+    hand_.click(found.toolbar, at, false, false);
+    settle();
+}
+
+void Player::act(const DropArrow& arrow) {
+    const ToolbarButton found = usableButton(arrow.id);
+    if (!found.hasArrow)
+        throw Miss{L"the button has no arrow"};
+    POINT at{found.place.right - 5, (found.place.top + found.place.bottom) / 2};
+    hand_.press(found.toolbar, at);
+    if (!comesTrue([this] { return openMenu(agent_.threadId()) != nullptr; }))
+        throw Miss{L"no menu popped up"};
+    ClientToScreen(found.toolbar, &at);
+    hand_.releaseOverMenu(menuOwner(agent_.threadId()), at);
+    settle();
+}
+
+void Player::act(const MenuEntry& entry) {
+    MenuItem item;
+    if (!comesTrue([&] {
+            const HMENU menu = openMenu(agent_.threadId());
+            if (menu != nullptr)
+                item = findMenuItem(menu, entry.id);
+            return menu != nullptr;
+        }))
+        throw Miss{L"no menu is open"};
+    if (!item.found)
+        throw Miss{L"the menu has no such entry"};
+    if (!item.enabled)
+        throw Miss{L"the entry is greyed"};
+    const POINT middle{(item.place.left + item.place.right) / 2, (item.place.top + item.place.bottom) / 2};
+    hand_.clickMenu(menuOwner(agent_.threadId()), middle);
+    if (!comesTrue([this] { return openMenu(agent_.threadId()) == nullptr; }))
+        throw Miss{L"the menu stayed open"};
+    settle();
+}
+
+void Player::act(const WaitForDialog& wait) {
+    HWND dialog = nullptr;
+    if (!comesTrue([&] {
+            dialog = openDialog(agent_.threadId());
+            return dialog != nullptr && windowText(dialog) == wait.title;
+        }))
+        throw Miss{dialog != nullptr ? L"the open dialog is \"" + windowText(dialog) + L"\"" : L"no dialog is open"};
+}
+
+void Player::act(const SetText& set) {
+    HWND edit = control(set.id);
+    COMBOBOXINFO parts{};
+    parts.cbSize = sizeof(parts);
+    if (classOf(edit) == L"ComboBox" && GetComboBoxInfo(edit, &parts) && parts.hwndItem != nullptr)
+        edit = parts.hwndItem;
+    hand_.typeInto(edit, set.text);
+    settle();
+}
+
+void Player::act(const Check& check) {
+    const HWND box = control(check.id);
+    const bool checked = SendMessageW(box, BM_GETCHECK, 0, 0) == BST_CHECKED;
+    if (checked != check.on)
+        pushControl(box);
+    if (!comesTrue([&] { return (SendMessageW(box, BM_GETCHECK, 0, 0) == BST_CHECKED) == check.on; }))
+        throw Miss{L"the check mark did not change"};
+}
+
+void Player::act(const Choose& choose) {
+    const HWND list = control(choose.id);
+    const std::wstring kind = classOf(list);
+    const bool combo = kind == L"ComboBox";
+    if (!combo && kind != L"ListBox" && kind != WC_LISTVIEWW)
+        throw Miss{L"control " + std::to_wstring(choose.id) + L" is no list but a " + kind};
+    const UINT countMessage = combo ? CB_GETCOUNT : kind == L"ListBox" ? LB_GETCOUNT : LVM_GETITEMCOUNT;
+    const int count = static_cast<int>(SendMessageW(list, countMessage, 0, 0));
+    if (choose.index < 0 || choose.index >= count)
+        throw Miss{L"the list has " + std::to_wstring(count) + L" entries"};
+    if (combo) {
+        // By keys, so that the dialog hears of the choice as it would from a user.
+        PostMessageW(list, WM_SETFOCUS, 0, 0);
+        const int present = static_cast<int>(SendMessageW(list, CB_GETCURSEL, 0, 0));
+        for (int i = present; i != choose.index; i += i < choose.index ? 1 : -1)
+            hand_.key(list, i < choose.index ? VK_DOWN : VK_UP);
+        settle();
+        if (!comesTrue([&] { return SendMessageW(list, CB_GETCURSEL, 0, 0) == choose.index; }))
+            throw Miss{L"the choice did not change"};
+        return;
+    }
+    RECT place{};
+    if (kind == L"ListBox") {
+        SendMessageW(list, LB_SETTOPINDEX, static_cast<WPARAM>(choose.index), 0);
+        SendMessageW(list, LB_GETITEMRECT, static_cast<WPARAM>(choose.index), reinterpret_cast<LPARAM>(&place));
+    } else {
+        SendMessageW(list, LVM_ENSUREVISIBLE, static_cast<WPARAM>(choose.index), FALSE);
+        place.left = LVIR_LABEL;
+        SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(choose.index), reinterpret_cast<LPARAM>(&place));
+    }
+    hand_.click(list, {place.left + 4, (place.top + place.bottom) / 2}, false, false);
+    settle();
+}
+
+void Player::act(const Slide& slide) {
+    const HWND slider = control(slide.id);
+    const auto position = [&] { return static_cast<int>(SendMessageW(slider, TBM_GETPOS, 0, 0)); };
+    const int step = std::max(1, static_cast<int>(SendMessageW(slider, TBM_GETLINESIZE, 0, 0)));
+    const int start = position();
+    for (int i = 0; i < std::abs(slide.position - start) / step; ++i)
+        hand_.key(slider, slide.position > start ? VK_RIGHT : VK_LEFT);
+    settle();
+    if (!comesTrue([&] { return position() == slide.position; }))
+        throw Miss{L"the slider stands at " + std::to_wstring(position())};
+}
+
+void Player::pushControl(HWND button) const {
+    hand_.clickControl(button);
+    settle();
+}
+
+void Player::act(const Push& push) {
+    pushControl(control(push.id));
+}
+
+void Player::act(const PickFile& pick) {
+    HWND dialog = nullptr, name = nullptr;
+    if (!comesTrue([&] {
+            dialog = openDialog(agent_.threadId());
+            name = dialog != nullptr ? fileNameBox(dialog) : nullptr;
+            return name != nullptr;
+        }))
+        throw Miss{L"no file dialog is open"};
+    hand_.typeInto(name, pick.path.wstring());
+    agent_.waitForPosted();
+    pushControl(GetDlgItem(dialog, IDOK));
+    comesTrue([&] { return openDialog(agent_.threadId()) != dialog; });
+    if (openDialog(agent_.threadId()) == dialog)
+        throw Miss{L"the file dialog did not take the path"};
+    settle();
+}
+
+void Player::act(const Answer& answer) {
+    const HWND box = dialogInFront();
+    if (!isMessageBox(box))
+        throw Miss{L"the open dialog is no message box but \"" + windowText(box) + L"\""};
+    HWND button = GetDlgItem(box, answer.button);
+    if (button == nullptr && answer.button == IDOK)
+        button = GetDlgItem(box, IDCANCEL); // a box with a single button may give it this number
+    if (button == nullptr)
+        throw Miss{L"the message box has no such button"};
+    pushControl(button);
+    if (!comesTrue([&] { return !IsWindow(box) || !IsWindowVisible(box); }))
+        throw Miss{L"the message box stayed open"};
+    settle();
+}
+
+void Player::act(const Wait& wait) {
+    Sleep(static_cast<DWORD>(std::max(wait.milliseconds, 0)));
+}
+
+// Nothing queued, nothing running, nothing open, for longer than the shortest one-shot timers of a module.
+void Player::act(const Idle&) {
+    constexpr int quietMilliseconds = 250;
+    ULONGLONG quietSince = 0;
+    const bool quiet = comesTrue([&] {
+        const bool idle = frame_.editor().idle() && !frame_.editor().commandRunning() && frame_.IsWindowEnabled() &&
+                          openMenu(agent_.threadId()) == nullptr;
+        if (!idle) {
+            quietSince = 0;
+            return false;
+        }
+        if (quietSince == 0)
+            quietSince = GetTickCount64();
+        return GetTickCount64() - quietSince >= quietMilliseconds;
+    });
+    if (!quiet)
+        throw Miss{L"the desk did not come to rest"};
+}
+
+void Player::act(const Shot& shot) {
+    agent_.waitForPosted();
+    std::string failure;
+    agent_.ask([&] {
+        if (frame_.view() != nullptr)
+            frame_.view()->UpdateWindow();
+        try {
+            savePicture(takePicture(frame_.m_hWnd, agent_.threadId()), shot.path);
+        } catch (const std::exception& error) {
+            failure = error.what();
+        }
+    });
+    if (!failure.empty())
+        throw Miss{fromUtf8(failure)};
+}
+
+} // namespace desk::script

@@ -1,0 +1,83 @@
+#include "standin/desk/script_agent.h"
+
+#include <memory>
+
+namespace desk::script {
+namespace {
+
+constexpr UINT askMessage = WM_APP + 1, passedMessage = WM_APP + 2, heldKeysMessage = WM_APP + 3;
+const wchar_t* const className = L"HalvoranDeskScriptAgent";
+
+struct Passed
+{
+    HANDLE event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    ~Passed() { CloseHandle(event); }
+};
+
+void holdKeys(bool shift, bool control) {
+    BYTE state[256];
+    GetKeyboardState(state);
+    state[VK_SHIFT] = state[VK_LSHIFT] = shift ? 0x80 : 0;
+    state[VK_CONTROL] = state[VK_LCONTROL] = control ? 0x80 : 0;
+    SetKeyboardState(state);
+}
+
+} // namespace
+
+Agent::Agent() : threadId_(GetCurrentThreadId()) {
+    WNDCLASSW description{};
+    description.lpfnWndProc = procedure;
+    description.hInstance = GetModuleHandleW(nullptr);
+    description.lpszClassName = className;
+    RegisterClassW(&description);
+    window_ = CreateWindowW(className, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, description.hInstance, nullptr);
+}
+
+Agent::~Agent() {
+    DestroyWindow(window_);
+}
+
+LRESULT CALLBACK Agent::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case askMessage:
+        if (!reinterpret_cast<const Agent*>(wParam)->open_)
+            return FALSE;
+        (*reinterpret_cast<const std::function<void()>*>(lParam))();
+        return TRUE;
+    case passedMessage: {
+        const std::unique_ptr<std::shared_ptr<Passed>> carried(reinterpret_cast<std::shared_ptr<Passed>*>(lParam));
+        SetEvent((*carried)->event);
+        return 0;
+    }
+    case heldKeysMessage:
+        holdKeys(wParam != 0, lParam != 0);
+        return 0;
+    default:
+        return DefWindowProcW(window, message, wParam, lParam);
+    }
+}
+
+void Agent::ask(const std::function<void()>& function) const {
+    if (SendMessageW(window_, askMessage, reinterpret_cast<WPARAM>(this), reinterpret_cast<LPARAM>(&function)) == FALSE)
+        throw DeskGone{};
+}
+
+void Agent::waitForPosted() const {
+    // Shared with the message, which may be handled after the wait was given up.
+    const auto passed = std::make_shared<Passed>();
+    auto* const carried = new std::shared_ptr<Passed>(passed);
+    if (!PostMessageW(window_, passedMessage, 0, reinterpret_cast<LPARAM>(carried))) {
+        delete carried;
+        throw DeskGone{};
+    }
+    // The run's time limit ends a wait that has no end.
+    while (WaitForSingleObject(passed->event, 50) == WAIT_TIMEOUT)
+        if (!open_)
+            throw DeskGone{};
+}
+
+void Agent::postHeldKeys(bool shift, bool control) const {
+    PostMessageW(window_, heldKeysMessage, shift, control);
+}
+
+} // namespace desk::script

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "standin/desk/script_agent.h"
+
+#include <string>
+#include <vector>
+
+#include <windows.h>
+
+namespace desk::script {
+
+// Keys that are held down while the mouse works.
+struct HeldKeys
+{
+    bool shift = false, control = false;
+};
+
+// Works the mouse and the keyboard: puts the messages of a real hand into the windows' queue, where hooks, dialogs and
+// menus find them. Nothing is sent straight to a window, so that everything takes its turn.
+class Hand
+{
+public:
+    explicit Hand(const Agent& agent) : agent_(agent) {}
+
+    void move(HWND window, POINT client, HeldKeys held = {}) const;
+    void click(HWND window, POINT client, bool right, bool twice, HeldKeys held = {}) const;
+    // Presses at the first point, moves through the others and releases at the last.
+    void drag(HWND window, const std::vector<POINT>& points, HeldKeys held) const;
+    // Presses only.
+    void press(HWND window, POINT client) const;
+    // In the middle of a control.
+    void clickControl(HWND control) const;
+    // Over an open menu; screen coordinates.
+    void releaseOverMenu(HWND owner, POINT screen) const;
+    void clickMenu(HWND owner, POINT screen) const;
+
+    void key(HWND window, unsigned virtualKey) const;
+    void character(HWND window, wchar_t character) const;
+    void type(HWND window, const std::wstring& text) const;
+    // Replaces what an edit control holds.
+    void typeInto(HWND edit, const std::wstring& text) const;
+
+private:
+    void post(HWND window, UINT message, WPARAM wParam, POINT at) const;
+
+    const Agent& agent_;
+};
+
+} // namespace desk::script

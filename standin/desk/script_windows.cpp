@@ -1,0 +1,163 @@
+#include "standin/desk/script_windows.h"
+
+#include <commctrl.h>
+
+namespace desk::script {
+namespace {
+
+constexpr int messageBoxTextId = 0xFFFF;
+// The file name's control in the system's file dialogs: the combined box, or the plain one.
+constexpr int fileNameIds[] = {1148, 1152};
+constexpr UINT getMenuHandle = 0x01E1; // MN_GETHMENU
+
+struct ControlSearch
+{
+    int id;
+    HWND found = nullptr;
+};
+
+BOOL CALLBACK noteControl(HWND window, LPARAM parameter) {
+    auto& search = *reinterpret_cast<ControlSearch*>(parameter);
+    if (GetDlgCtrlID(window) != search.id || !IsWindowVisible(window))
+        return TRUE;
+    search.found = window;
+    return FALSE;
+}
+
+BOOL CALLBACK noteToolbar(HWND window, LPARAM parameter) {
+    if (classOf(window) == TOOLBARCLASSNAMEW)
+        reinterpret_cast<std::vector<HWND>*>(parameter)->push_back(window);
+    return TRUE;
+}
+
+std::vector<HWND> toolbars(DWORD threadId) {
+    std::vector<HWND> found;
+    EnumThreadWindows(
+        threadId,
+        [](HWND window, LPARAM parameter) -> BOOL {
+            EnumChildWindows(window, noteToolbar, parameter);
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&found));
+    return found;
+}
+
+} // namespace
+
+std::wstring windowText(HWND window) {
+    const LRESULT length = SendMessageW(window, WM_GETTEXTLENGTH, 0, 0);
+    std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(
+        SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
+    return text;
+}
+
+std::wstring classOf(HWND window) {
+    wchar_t name[64]{};
+    GetClassNameW(window, name, 64);
+    return name;
+}
+
+std::vector<HWND> topWindows(DWORD threadId) {
+    std::vector<HWND> found;
+    for (HWND window = GetTopWindow(nullptr); window != nullptr; window = GetWindow(window, GW_HWNDNEXT))
+        if (GetWindowThreadProcessId(window, nullptr) == threadId && IsWindowVisible(window))
+            found.push_back(window);
+    return found;
+}
+
+HWND openDialog(DWORD threadId) {
+    for (const HWND window : topWindows(threadId))
+        if (classOf(window) == L"#32770" && IsWindowEnabled(window))
+            return window;
+    return nullptr;
+}
+
+HWND findControl(HWND parent, int id) {
+    ControlSearch search{id};
+    EnumChildWindows(parent, noteControl, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+bool isMessageBox(HWND dialog) {
+    const HWND text = GetDlgItem(dialog, messageBoxTextId);
+    return text != nullptr && classOf(text) == L"Static" &&
+           (GetDlgItem(dialog, IDOK) != nullptr || GetDlgItem(dialog, IDYES) != nullptr ||
+            GetDlgItem(dialog, IDCANCEL) != nullptr) &&
+           FindWindowExW(dialog, nullptr, L"Edit", nullptr) == nullptr;
+}
+
+std::wstring messageBoxText(HWND box) {
+    return windowText(GetDlgItem(box, messageBoxTextId));
+}
+
+HWND fileNameBox(HWND dialog) {
+    for (const int id : fileNameIds) {
+        const HWND box = findControl(dialog, id);
+        if (box == nullptr)
+            continue;
+        COMBOBOXINFO parts{};
+        parts.cbSize = sizeof(parts);
+        const HWND combo = classOf(box) == WC_COMBOBOXEXW
+                               ? reinterpret_cast<HWND>(SendMessageW(box, CBEM_GETCOMBOCONTROL, 0, 0))
+                               : box;
+        if (GetComboBoxInfo(combo, &parts) && parts.hwndItem != nullptr)
+            return parts.hwndItem;
+        return box;
+    }
+    return nullptr;
+}
+
+ToolbarButton findToolbarButton(DWORD threadId, int id) {
+    for (const HWND toolbar : toolbars(threadId)) {
+        const LRESULT index = SendMessageW(toolbar, TB_COMMANDTOINDEX, static_cast<WPARAM>(id), 0);
+        if (index < 0)
+            continue;
+        ToolbarButton found;
+        found.toolbar = toolbar;
+        SendMessageW(toolbar, TB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&found.place));
+        TBBUTTON button{};
+        SendMessageW(toolbar, TB_GETBUTTON, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&button));
+        found.visible = IsWindowVisible(toolbar) != FALSE;
+        found.enabled = (button.fsState & TBSTATE_ENABLED) != 0;
+        found.checked = (button.fsState & TBSTATE_CHECKED) != 0;
+        found.hasArrow = (button.fsStyle & BTNS_DROPDOWN) != 0;
+        return found;
+    }
+    return {};
+}
+
+HMENU openMenu(DWORD threadId) {
+    for (const HWND window : topWindows(threadId))
+        if (classOf(window) == L"#32768")
+            return reinterpret_cast<HMENU>(SendMessageW(window, getMenuHandle, 0, 0));
+    return nullptr;
+}
+
+MenuItem findMenuItem(HMENU menu, int id) {
+    MenuItem item;
+    const int count = GetMenuItemCount(menu);
+    for (int position = 0; position < count; ++position) {
+        if (GetMenuItemID(menu, position) != static_cast<UINT>(id))
+            continue;
+        item.found = true;
+        item.enabled = (GetMenuState(menu, static_cast<UINT>(position), MF_BYPOSITION) & (MF_GRAYED | MF_DISABLED)) == 0;
+        GetMenuItemRect(nullptr, menu, static_cast<UINT>(position), &item.place);
+        break;
+    }
+    return item;
+}
+
+HWND menuOwner(DWORD threadId) {
+    const GUITHREADINFO state = inputState(threadId);
+    return state.hwndMenuOwner != nullptr ? state.hwndMenuOwner : state.hwndCapture;
+}
+
+GUITHREADINFO inputState(DWORD threadId) {
+    GUITHREADINFO state{};
+    state.cbSize = sizeof(state);
+    GetGUIThreadInfo(threadId, &state);
+    return state;
+}
+
+} // namespace desk::script
