@@ -5,6 +5,10 @@
 
 #define AFX_IDS_APP_TITLE 0xE000
 
+namespace afx {
+struct ProgramStart; // names the program object at its start
+}
+
 // Tells the current program object, or a program without one, about the process.
 HALVORAN_STANDIN_API BOOL AfxWinInit(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPWSTR lpCmdLine, int nCmdShow);
 // AfxWinInit, InitInstance, Run and ExitInstance of the program object.
@@ -62,7 +66,7 @@ private:
     CString m_title;
     CString m_registryKey;
 
-    friend BOOL AfxWinInit(HINSTANCE, HINSTANCE, LPWSTR, int);
+    friend struct afx::ProgramStart;
 };
 
 HALVORAN_STANDIN_API CWinApp* AfxGetApp();

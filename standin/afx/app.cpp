@@ -142,24 +142,31 @@ LPCWSTR AfxGetAppName()
     return name;
 }
 
+// As a struct and not a function, since a friend function can't be both imported and declared again in the class.
+struct afx::ProgramStart
+{
+    static void tell(CWinApp& app, HINSTANCE instance, LPWSTR commandLine, int show)
+    {
+        app.m_hInstance = instance;
+        app.m_lpCmdLine = commandLine;
+        app.m_nCmdShow = show;
+        app.m_exeName = executableName();
+        app.m_pszExeName = app.m_exeName;
+        if (app.m_pszAppName)
+            return;
+        if (!app.m_title.LoadString(AFX_IDS_APP_TITLE))
+            app.m_title = app.m_exeName;
+        app.m_pszAppName = app.m_title;
+    }
+};
+
 BOOL AfxWinInit(HINSTANCE hInstance, HINSTANCE, LPWSTR lpCmdLine, int nCmdShow)
 {
     ::SetErrorMode(::SetErrorMode(0) | SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
     afx::processState().instance = hInstance;
     afx::processState().resources = hInstance;
-    CWinApp* app = AfxGetApp();
-    if (!app)
-        return TRUE;
-    app->m_hInstance = hInstance;
-    app->m_lpCmdLine = lpCmdLine;
-    app->m_nCmdShow = nCmdShow;
-    app->m_exeName = executableName();
-    app->m_pszExeName = app->m_exeName;
-    if (!app->m_pszAppName) {
-        if (!app->m_title.LoadString(AFX_IDS_APP_TITLE))
-            app->m_title = app->m_exeName;
-        app->m_pszAppName = app->m_title;
-    }
+    if (CWinApp* app = AfxGetApp())
+        afx::ProgramStart::tell(*app, hInstance, lpCmdLine, nCmdShow);
     return TRUE;
 }
 
