@@ -24,9 +24,10 @@ public:
 
 } // namespace
 
+// Never destroyed: the end of the process must not tell modules of a drawing's end when half of it has gone.
 DocumentManager& documentManager()
 {
-    static DocumentManager manager;
+    static auto& manager = *new DocumentManager;
     return manager;
 }
 

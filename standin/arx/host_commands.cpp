@@ -1,4 +1,5 @@
 // Running commands, with the events around them.
+#include "standin/afx/afx_exception.h"
 #include "standin/arx/acedads.h"
 #include "standin/arx/application_list.h"
 #include "standin/arx/command_stack.h"
@@ -28,7 +29,7 @@ public:
     }
     ~CommandLock()
     {
-        if (m_document && m_document == documentManager().current())
+        if (m_document && m_document == documentManager().current() && !m_document->commandLocks.empty())
             m_document->commandLocks.pop_back();
     }
     CommandLock(const CommandLock&) = delete;
@@ -62,6 +63,32 @@ void announceOutcome(const std::wstring& name, CommandOutcome outcome)
 
 } // namespace
 
+namespace {
+
+// The class library's exceptions that a handler lets out end in a message to the user, as they do in the class library
+// itself; any other is a fault of the module.
+CommandOutcome runHandler(const Command& command)
+{
+    const std::string name = narrow(command.global);
+    try {
+        const CommandLock lock((command.flags & ACRX_CMD_SESSION) != 0 ? AcAp::kRead : AcAp::kWrite);
+        command.function();
+        return CommandOutcome::ended;
+    } catch (CException* exception) {
+        wchar_t message[512] = L"";
+        if (exception->GetErrorMessage(message, 512))
+            acedAlert(message);
+        exception->Delete();
+    } catch (const std::exception& failure) {
+        recordBreach("An exception came out of the command " + name + ": " + failure.what());
+    } catch (...) {
+        recordBreach("An exception came out of the command " + name + '.');
+    }
+    return CommandOutcome::failed;
+}
+
+} // namespace
+
 bool hasModuleCommand(const std::wstring& name)
 {
     if (findCommand(name))
@@ -83,17 +110,7 @@ std::optional<CommandOutcome> runModuleCommand(const std::wstring& name)
         return CommandOutcome::failed;
     }
     announceStart(command.global);
-    CommandOutcome outcome = CommandOutcome::ended;
-    try {
-        const CommandLock lock((command.flags & ACRX_CMD_SESSION) != 0 ? AcAp::kRead : AcAp::kWrite);
-        command.function();
-    } catch (const std::exception& failure) {
-        outcome = CommandOutcome::failed;
-        recordBreach("An exception came out of the command " + narrow(command.global) + ": " + failure.what());
-    } catch (...) {
-        outcome = CommandOutcome::failed;
-        recordBreach("An exception came out of the command " + narrow(command.global) + '.');
-    }
+    const CommandOutcome outcome = runHandler(command);
     announceOutcome(command.global, outcome);
     return outcome;
 }

@@ -154,6 +154,8 @@ void AcDbRasterImageDef::releaseImage()
     const Atil::Image image = *m_state->image;
     const std::vector<AcDbObjectReactor*> present = reactors();
     for (AcDbObjectReactor* reactor : present) {
+        if (!m_state->image)
+            return;
         const bool still = std::find(reactors().begin(), reactors().end(), reactor) != reactors().end();
         auto* watcher = still ? dynamic_cast<AcDbRasterImageDefTransReactor*>(reactor) : nullptr;
         if (watcher)

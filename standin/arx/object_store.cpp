@@ -13,9 +13,10 @@ namespace {
 
 using Stubs = std::unordered_map<const AcDbStub*, std::unique_ptr<AcDbStub>>;
 
+// Never destroyed, like the document whose objects it holds.
 Stubs& allStubs()
 {
-    static Stubs stubs;
+    static auto& stubs = *new Stubs;
     return stubs;
 }
 

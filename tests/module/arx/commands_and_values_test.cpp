@@ -1,5 +1,6 @@
 #include <cstring>
 
+#include "standin/afx/afx_exception.h"
 #include "tests/module/arx/drawing_fixture.h"
 
 namespace {
@@ -61,6 +62,21 @@ TEST_F(CommandStackTest, AnExceptionEndsTheCommandAsFailed)
     ASSERT_EQ(standin::breaches().size(), 1u);
     EXPECT_NE(standin::breaches()[0].find("out of paper"), std::string::npos);
     EXPECT_EQ(acDocManagerPtr()->curDocument()->lockMode(), AcAp::kNotLocked) << "the command's own lock is back";
+    stack()->removeGroup(L"A");
+}
+
+void throwingFileException()
+{
+    throw new CFileException(CFileException::fileNotFound, -1, L"pens.pen");
+}
+
+TEST_F(CommandStackTest, AnExceptionOfTheClassLibraryIsToldToTheUser)
+{
+    stack()->addCommand(L"A", L"PENS", L"PENS", 0, throwingFileException);
+    EXPECT_EQ(standin::runModuleCommand(L"PENS"), standin::CommandOutcome::failed);
+    EXPECT_TRUE(standin::breaches().empty());
+    ASSERT_EQ(desk.alerts.size(), 1u);
+    EXPECT_NE(desk.alerts[0].find(L"pens.pen"), std::wstring::npos);
     stack()->removeGroup(L"A");
 }
 

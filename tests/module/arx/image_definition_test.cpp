@@ -207,6 +207,43 @@ TEST_F(ImageDefinitionTest, AReactorMayRemoveItselfWhenTheDefinitionIsErased)
     definition->close();
 }
 
+// Saving over the definition's own file from inside the callback unloads and loads it again.
+TEST_F(ImageDefinitionTest, AReactorMayUnloadAndLoadTheImageItIsToldOf)
+{
+    struct Saver final : AcDbRasterImageDefTransReactor
+    {
+        Adesk::Boolean onDeleteImage(const AcDbRasterImageDef* told, const Atil::Image* image) override
+        {
+            auto* definition = const_cast<AcDbRasterImageDef*>(told);
+            definition->removeReactor(this);
+            EXPECT_EQ(definition->unload(true), Acad::eOk);
+            EXPECT_TRUE(image->pixels()->ink(1, 0)) << "the image told of outlives the unloading";
+            if (loadsAgain) {
+                EXPECT_EQ(definition->load(), Acad::eOk);
+            }
+            return false;
+        }
+        bool loadsAgain = false;
+    };
+    const DocumentLock lock;
+    auto* definition = openDefinition(addImage(raster()));
+    for (const bool loadsAgain : {false, true}) {
+        Saver saver;
+        Watcher other;
+        saver.loadsAgain = loadsAgain;
+        definition->load();
+        ink(*definition);
+        definition->addReactor(&saver);
+        definition->addReactor(&other);
+        EXPECT_EQ(definition->unload(true), Acad::eOk);
+        EXPECT_FALSE(definition->isLoaded());
+        EXPECT_FALSE(definition->imageModified());
+        EXPECT_EQ(other.calls, loadsAgain ? 2 : 1) << "once for each image that went";
+        definition->removeReactor(&other);
+    }
+    definition->close();
+}
+
 TEST_F(ImageDefinitionTest, OpeningTheImageIsStrict)
 {
     const DocumentLock lock;
