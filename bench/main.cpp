@@ -35,6 +35,7 @@ void add(const std::string& name, const std::function<void()>& work)
                                          work();
                                  })
         ->Unit(benchmark::kMillisecond)
+        ->MeasureProcessCPUTime()
         ->UseRealTime()
         ->Repetitions(7)
         ->MinTime(0.1);

@@ -8,8 +8,9 @@
 
 namespace bench {
 
-/// Prints the best time of each benchmark named "row/who" as a table in Markdown: a row for each operation, with our
-/// time, the peers' times and how many times as long the fastest of them takes.
+/// Prints the best times of each benchmark named "row/who" as a table in Markdown: a row for each operation, with the
+/// time by the clock and the time that processors spent on it, all cores together, ours and the peers', and how many
+/// times as long the fastest peer takes.
 class TableReporter : public benchmark::BenchmarkReporter
 {
 public:
@@ -18,8 +19,18 @@ public:
     void Finalize() override;
 
 private:
+    struct Milliseconds
+    {
+        double clock;
+        double processor;
+    };
+    using Row = std::map<std::string, Milliseconds>;
+
+    static std::string cell(const Row& row, const std::string& who);
+    static std::string advantage(const Row& row, double Milliseconds::*time);
+
     std::vector<std::string> order_;
-    std::map<std::string, std::map<std::string, double>> milliseconds_;
+    std::map<std::string, Row> rows_;
 };
 
 } // namespace bench

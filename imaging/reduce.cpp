@@ -54,15 +54,21 @@ Counts<Digits + Log - Done> countAcross(const Counts<Digits>& counts)
     }
 }
 
-/// The first, third, fifth ... pixel of a word, brought together in the lower half.
-std::uint64_t everySecond(std::uint64_t word)
+/// The first, third, fifth ... pixels of two words, brought together in one.
+std::uint64_t everySecond(std::uint64_t left, std::uint64_t right)
 {
-    word = word >> 1 & 0x5555555555555555;
-    word = (word | word >> 1) & 0x3333333333333333;
-    word = (word | word >> 2) & 0x0f0f0f0f0f0f0f0f;
-    word = (word | word >> 4) & 0x00ff00ff00ff00ff;
-    word = (word | word >> 8) & 0x0000ffff0000ffff;
-    return (word | word >> 16) & 0x00000000ffffffff;
+    // The right word's pixels wait between the left one's; then pairs of ever larger groups of bits change places.
+    std::uint64_t word = (left & 0xaaaaaaaaaaaaaaaa) | (right >> 1 & 0x5555555555555555);
+    const auto exchange = [&word](std::uint64_t mask, int distance) {
+        const std::uint64_t change = (word ^ word >> distance) & mask;
+        word ^= change | change << distance;
+    };
+    exchange(0x2222222222222222, 1);
+    exchange(0x0c0c0c0c0c0c0c0c, 2);
+    exchange(0x00f000f000f000f0, 4);
+    exchange(0x0000ff000000ff00, 8);
+    exchange(0x00000000ffff0000, 16);
+    return word;
 }
 
 template <std::size_t Log> void reduce(const Bitmap& source, Bitmap& target)
@@ -82,8 +88,7 @@ template <std::size_t Log> void reduce(const Bitmap& source, Bitmap& target)
             }
             for (std::ptrdiff_t words = targetWords * factor; words > targetWords; words /= 2)
                 for (std::ptrdiff_t i = 0; i < words / 2; ++i)
-                    blocks[std::size_t(i)] =
-                        everySecond(blocks[std::size_t(2 * i)]) << 32 | everySecond(blocks[std::size_t(2 * i + 1)]);
+                    blocks[std::size_t(i)] = everySecond(blocks[std::size_t(2 * i)], blocks[std::size_t(2 * i + 1)]);
             std::copy_n(blocks.data(), targetWords, target.row(y));
         }
     });

@@ -10,19 +10,20 @@ namespace imaging {
 
 namespace {
 
-/// Exchanges rows and columns of 64 x 64 pixels: quarters first, then the quarters of each, down to single pixels.
-void transpose(std::uint64_t (&block)[64])
+/// Exchanges rows and columns of 64 x 64 pixels: quarters first, then the quarters of each, down to single pixels. Each
+/// size of quarters is a loop of its own, for the compiler to do several rows at once.
+template <int Step = 32> void transpose(std::uint64_t (&block)[64])
 {
-    std::uint64_t mask = 0x00000000ffffffff;
-    for (int step = 32; step != 0; step >>= 1, mask ^= mask << step) {
-        for (int group = 0; group < 64; group += 2 * step) {
-            for (int i = group; i < group + step; ++i) {
-                const std::uint64_t change = (block[i] ^ block[i + step] >> step) & mask;
-                block[i] ^= change;
-                block[i + step] ^= change << step;
-            }
+    constexpr std::uint64_t rightHalves = allBits / ((std::uint64_t(1) << Step) + 1);
+    for (int group = 0; group < 64; group += 2 * Step) {
+        for (int i = group; i < group + Step; ++i) {
+            const std::uint64_t change = (block[i] ^ block[i + Step] >> Step) & rightHalves;
+            block[i] ^= change;
+            block[i + Step] ^= change << Step;
         }
     }
+    if constexpr (Step > 1)
+        transpose<Step / 2>(block);
 }
 
 /// Turns 64 source rows, given from the one that becomes the left column on, at one column of source words.
@@ -56,11 +57,12 @@ Bitmap turn(const Bitmap& source, Bitmap& target, RowOf rowOf, TargetRow targetR
             for (std::ptrdiff_t top = 0; top < source.wordsPerRow(); top += square) {
                 const std::ptrdiff_t lastWord = std::min(top + square, source.wordsPerRow());
                 const std::ptrdiff_t lastTarget = std::min(left + square, target.wordsPerRow());
-                for (std::ptrdiff_t targetWord = left; targetWord < lastTarget; ++targetWord) {
-                    const auto rows = [&](int i) { return rowOf(targetWord * 64 + i); };
-                    for (std::ptrdiff_t word = top; word < lastWord; ++word)
-                        turnBlock(rows, targetRow, word, targetWord,
-                                  int(std::min<std::ptrdiff_t>(64, source.width() - word * 64)));
+                for (std::ptrdiff_t word = top; word < lastWord; ++word) {
+                    const int columns = int(std::min<std::ptrdiff_t>(64, source.width() - word * 64));
+                    for (std::ptrdiff_t targetWord = left; targetWord < lastTarget; ++targetWord) {
+                        const auto rows = [&](int i) { return rowOf(targetWord * 64 + i); };
+                        turnBlock(rows, targetRow, word, targetWord, columns);
+                    }
                 }
             }
         }
