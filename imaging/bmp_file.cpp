@@ -74,10 +74,11 @@ std::uint64_t readMasks(ByteSource& source, std::uint64_t header, std::uint32_t 
                         DibLayout& layout)
 {
     if (compression == uncompressed) {
-        if (layout.bitsPerPixel == 16)
+        if (layout.bitsPerPixel == 16) {
             layout.masks = {0x7C00, 0x03E0, 0x001F};
-        else
+        } else {
             layout.masks = {0xFF0000, 0x00FF00, 0x0000FF};
+        }
         return 0;
     }
     const Fields masks(source, header + infoHeaderSize, 12);

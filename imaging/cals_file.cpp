@@ -26,9 +26,10 @@ constexpr std::size_t headerLength = recordLength * recordCount;
 std::string lowerCase(std::string_view text)
 {
     std::string result(text);
-    for (char& c : result)
+    for (char& c : result) {
         if (c >= 'A' && c <= 'Z')
             c = char(c - 'A' + 'a');
+    }
     return result;
 }
 
@@ -38,9 +39,10 @@ std::string_view valueOf(std::string_view header, std::string_view key)
 {
     std::size_t found = std::string_view::npos;
     for (std::size_t start = 0; start + key.size() <= header.size() && found == std::string_view::npos;
-         start += recordLength)
+         start += recordLength) {
         if (header.substr(start, key.size()) == key)
             found = start;
+    }
     if (found == std::string_view::npos)
         found = header.find(key);
     if (found == std::string_view::npos)
@@ -86,9 +88,10 @@ Orientation orientationOf(std::string_view value)
     if (value.empty())
         return Orientation::TopLeft;
     const std::vector<std::uint32_t> numbers = numbersOf(value, 2);
-    for (const Row& row : rows)
+    for (const Row& row : rows) {
         if (numbers.size() == 2 && numbers[0] == row.pelPath && numbers[1] == row.lineProgression)
             return row.orientation;
+    }
     throw ImagingError("The CALS file has an orientation that does not exist.");
 }
 

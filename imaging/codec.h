@@ -7,9 +7,8 @@
 #include <cstdint>
 #include <span>
 
-// The table of file kinds. A new kind is one more codec, named in codecs() and in the format descriptions
-// (raster_file.cpp). The functions throw ImagingError without naming the file; the public functions put the name
-// before.
+// What the table of formats (raster_file.cpp) needs of a file kind. A new kind is one more codec. The functions throw
+// ImagingError without naming the file; the public functions put the name before.
 
 namespace imaging {
 

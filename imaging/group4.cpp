@@ -162,9 +162,10 @@ void decodeGroup4(std::span<const std::uint8_t> stream, Bitmap& bitmap, int firs
 {
     constexpr std::size_t most = std::size_t(1) << 31; // more than any image that can be worked on takes
     stream = stream.first(std::min(stream.size(), most));
-    if (std::size_t(rowCount) > stream.size() * 8) // a row takes one bit at least
+    if (std::size_t(rowCount) > stream.size() * 8) { // a row takes one bit at least
         throw ImagingError("The file holds less group 4 data than its " + std::to_string(bitmap.height()) +
                            " rows can take.");
+    }
 
     // At the end of its data libtiff goes on with zeros, takes them for the end-of-block mark and silently leaves the
     // rest white. Behind the pixels it therefore gets codes that it does not accept.
@@ -179,9 +180,10 @@ void decodeGroup4(std::span<const std::uint8_t> stream, Bitmap& bitmap, int firs
     static constexpr std::uint8_t otherwise[] = {0xFF, 0xFF, 0x00, 0xFF, 0x00, 0xFF};
     Bitmap again = Bitmap::uninitialized({bitmap.width(), rowCount});
     decodeRows(tiffOfStream(stream, end.bits, bitmap.width(), rowCount, otherwise), again, 0, rowCount, inverted);
-    for (int y = 0; y < rowCount; ++y)
+    for (int y = 0; y < rowCount; ++y) {
         if (!std::equal(again.row(y), again.row(y) + again.wordsPerRow(), bitmap.row(firstRow + y)))
             throw ImagingError("The group 4 data is cut off at row " + std::to_string(firstRow + y) + ".");
+    }
 }
 
 } // namespace imaging

@@ -39,10 +39,11 @@ public:
 
     ~PngHandle()
     {
-        if (source_)
+        if (source_) {
             png_destroy_read_struct(&png_, &info_, nullptr);
-        else
+        } else {
             png_destroy_write_struct(&png_, &info_);
+        }
     }
 
     PngHandle(const PngHandle&) = delete;
@@ -204,9 +205,9 @@ void readInterlaced(PngHandle& handle, const RowForm& form, std::size_t rowBytes
     if (rowBytes * std::uint64_t(bitmap.height()) > mostBytes)
         throw ImagingError("The interlaced PNG image is too large.");
     std::vector<std::uint8_t> bytes(rowBytes * std::size_t(bitmap.height()));
-    std::vector<png_bytep> rows;
-    for (int y = 0; y < bitmap.height(); ++y)
-        rows.push_back(bytes.data() + rowBytes * std::size_t(y));
+    std::vector<png_bytep> rows(std::size_t(bitmap.height()), nullptr);
+    for (std::size_t y = 0; y < rows.size(); ++y)
+        rows[y] = bytes.data() + rowBytes * y;
     handle.run([&] { png_read_image(handle.png(), rows.data()); });
     for (int y = 0; y < bitmap.height(); ++y)
         convertRow(form, bitmap.row(y), rows[std::size_t(y)], bitmap.width());

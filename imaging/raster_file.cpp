@@ -19,31 +19,37 @@ constexpr std::string_view calsExtensions[] = {"cal", "cals", "ct1", "ras", "gp4
 constexpr std::string_view pngExtensions[] = {"png"};
 constexpr std::string_view bmpExtensions[] = {"bmp", "dib"};
 
-constexpr FormatDescription descriptions[] = {
-    {Format::TiffGroup4, "TIFF group 4", tiffExtensions, true},
-    {Format::Cals, "CALS", calsExtensions, true},
-    {Format::Png, "PNG", pngExtensions, true},
-    {Format::Bmp, "BMP", bmpExtensions, true},
-    {Format::TiffUncompressed, "TIFF uncompressed", tiffExtensions, true},
-    {Format::TiffPackBits, "TIFF PackBits", tiffExtensions, true},
-    {Format::TiffDeflate, "TIFF deflate", tiffExtensions, true},
-    {Format::TiffOther, "TIFF", tiffExtensions, false},
+struct Row
+{
+    FormatDescription description;
+    const RasterCodec* codec;
 };
 
-constexpr const RasterCodec* codecs[] = {&tiffCodec, &pngCodec, &bmpCodec, &calsCodec};
+/// The one table of formats, in the order in which they are offered. A new format is a new row.
+constexpr Row table[] = {
+    {{Format::TiffGroup4, "TIFF group 4", tiffExtensions, true}, &tiffCodec},
+    {{Format::Cals, "CALS", calsExtensions, true}, &calsCodec},
+    {{Format::Png, "PNG", pngExtensions, true}, &pngCodec},
+    {{Format::Bmp, "BMP", bmpExtensions, true}, &bmpCodec},
+    {{Format::TiffUncompressed, "TIFF uncompressed", tiffExtensions, true}, &tiffCodec},
+    {{Format::TiffPackBits, "TIFF PackBits", tiffExtensions, true}, &tiffCodec},
+    {{Format::TiffDeflate, "TIFF deflate", tiffExtensions, true}, &tiffCodec},
+    {{Format::TiffOther, "TIFF", tiffExtensions, false}, &tiffCodec},
+};
 
-const RasterCodec& codecFor(Format format)
+constexpr auto descriptions = [] {
+    std::array<FormatDescription, std::size(table)> result{};
+    std::transform(std::begin(table), std::end(table), result.begin(), [](const Row& row) { return row.description; });
+    return result;
+}();
+
+const Row& rowOf(Format format)
 {
-    switch (format) {
-    case Format::Cals:
-        return calsCodec;
-    case Format::Png:
-        return pngCodec;
-    case Format::Bmp:
-        return bmpCodec;
-    default:
-        return tiffCodec;
-    }
+    const auto* const found = std::find_if(std::begin(table), std::end(table),
+                                           [format](const Row& row) { return row.description.format == format; });
+    if (found == std::end(table))
+        throw ImagingError("There is no raster format of the number " + std::to_string(formatCode(format)) + ".");
+    return *found;
 }
 
 const RasterCodec& recognise(ByteSource& source)
@@ -52,9 +58,10 @@ const RasterCodec& recognise(ByteSource& source)
     const std::size_t got = source.read(0, head.data(), head.size());
     if (got == 0)
         throw ImagingError("The file is empty.");
-    for (const RasterCodec* codec : codecs)
-        if (codec->recognises(std::span(head).first(got)))
-            return *codec;
+    for (const Row& row : table) {
+        if (row.codec->recognises(std::span(head).first(got)))
+            return *row.codec;
+    }
     throw ImagingError("This is not a raster file of a known kind.");
 }
 
@@ -85,12 +92,7 @@ std::span<const FormatDescription> formatDescriptions()
 
 const FormatDescription& describe(Format format)
 {
-    const auto* const found =
-        std::find_if(std::begin(descriptions), std::end(descriptions),
-                     [format](const FormatDescription& description) { return description.format == format; });
-    if (found == std::end(descriptions))
-        throw ImagingError("There is no raster format of the number " + std::to_string(formatCode(format)) + ".");
-    return *found;
+    return rowOf(format).description;
 }
 
 std::uint32_t formatCode(Format format)
@@ -100,9 +102,10 @@ std::uint32_t formatCode(Format format)
 
 std::optional<Format> formatFromCode(std::uint32_t code)
 {
-    for (const FormatDescription& description : descriptions)
+    for (const FormatDescription& description : descriptions) {
         if (formatCode(description.format) == code)
             return description.format;
+    }
     return std::nullopt;
 }
 
@@ -135,12 +138,13 @@ RasterFile readRaster(std::span<const std::byte> bytes)
 void writeRaster(const std::filesystem::path& path, const Bitmap& bitmap, Resolution resolution, Format format)
 {
     naming(path, [&] {
-        if (!describe(format).writable)
+        const Row& row = rowOf(format);
+        if (!row.description.writable)
             throw ImagingError("Files of this format are read, not written.");
         if (bitmap.empty())
             throw ImagingError("There is no image to write.");
         FreshFile file(path);
-        codecFor(format).write(file, bitmap, resolution, format);
+        row.codec->write(file, bitmap, resolution, format);
         file.commit();
     });
 }
@@ -151,9 +155,10 @@ Size checkedImageSize(std::uint64_t width, std::uint64_t height)
     constexpr std::uint64_t maximumPixels = std::uint64_t(1) << 31;
     if (width == 0 || height == 0)
         throw ImagingError("The image has no pixels.");
-    if (width > Bitmap::maximumSide || height > Bitmap::maximumSide || width * height > maximumPixels)
+    if (width > Bitmap::maximumSide || height > Bitmap::maximumSide || width * height > maximumPixels) {
         throw ImagingError("The file claims an image of " + std::to_string(width) + " x " + std::to_string(height) +
                            " pixels, which is too large.");
+    }
     return {int(width), int(height)};
 }
 

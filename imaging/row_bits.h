@@ -49,7 +49,8 @@ inline bool isDark(int red, int green, int blue)
 /// The same for a colour that lies with the given opacity on white paper.
 inline bool isDark(int red, int green, int blue, int opacity)
 {
-    return luminance(red, green, blue) * std::int64_t(opacity) + 255000 * std::int64_t(255 - opacity) < 127500 * 255;
+    constexpr std::int64_t half = std::int64_t(127500) * 255;
+    return luminance(red, green, blue) * std::int64_t(opacity) + 255000 * std::int64_t(255 - opacity) < half;
 }
 
 } // namespace imaging

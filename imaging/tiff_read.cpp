@@ -118,9 +118,9 @@ std::vector<int> paletteLuminances(const TiffHandle& tiff, int entries)
     for (const std::uint16_t* channel : map)
         wide = wide || std::any_of(channel, channel + entries, [](std::uint16_t value) { return value > 255; });
     const int shift = wide ? 8 : 0;
-    std::vector<int> result;
+    std::vector<int> result(std::size_t(entries), 0);
     for (int i = 0; i < entries; ++i)
-        result.push_back(luminance(map[0][i] >> shift, map[1][i] >> shift, map[2][i] >> shift));
+        result[std::size_t(i)] = luminance(map[0][i] >> shift, map[1][i] >> shift, map[2][i] >> shift);
     return result;
 }
 
@@ -131,11 +131,12 @@ std::vector<bool> inkTable(const TiffHandle& tiff, const Layout& layout)
     std::vector<bool> ink(std::size_t(entries), false);
     if (layout.photometric == PHOTOMETRIC_PALETTE) {
         const std::vector<int> luminances = paletteLuminances(tiff, entries);
-        for (int i = 0; i < entries; ++i)
+        for (int i = 0; i < entries; ++i) {
             // Of two colours the darker is ink, however light it is; two equal ones tell nothing, and 1 is then paper.
             ink[std::size_t(i)] = entries == 2 ? luminances[std::size_t(i)] < luminances[std::size_t(1 - i)] ||
                                                      (i == 0 && luminances[0] == luminances[1])
                                                : luminances[std::size_t(i)] < 127500;
+        }
         return ink;
     }
     for (int i = 0; i < entries; ++i)
@@ -162,15 +163,16 @@ RowConverter plainConverter(const TiffHandle& tiff, const Layout& layout)
         return {};
     if (layout.samplesPerPixel == 1 && (grey || palette)) {
         std::vector<bool> ink = inkTable(tiff, layout);
-        if (bits == 1)
+        if (bits == 1) {
             return [inverted = bool(ink[0])](std::uint64_t* row, const std::uint8_t* pixels, int width) {
                 wordsFromBytes(row, pixels, width, inverted);
             };
+        }
         return [bits, ink = std::move(ink)](std::uint64_t* row, const std::uint8_t* pixels, int width) {
             fillRow(row, width, [&](int x) { return ink[std::size_t(sampleAt(pixels, x, bits))]; });
         };
     }
-    if (layout.photometric == PHOTOMETRIC_RGB && layout.samplesPerPixel == 3 && !layout.planes)
+    if (layout.photometric == PHOTOMETRIC_RGB && layout.samplesPerPixel == 3 && !layout.planes) {
         return [bits](std::uint64_t* row, const std::uint8_t* pixels, int width) {
             const int scale = 255 / ((1 << bits) - 1);
             fillRow(row, width, [&](int x) {
@@ -178,6 +180,7 @@ RowConverter plainConverter(const TiffHandle& tiff, const Layout& layout)
                               sampleAt(pixels, 3 * x + 2, bits) * scale);
             });
         };
+    }
     return {};
 }
 
@@ -239,9 +242,10 @@ Size tileSize(const TiffHandle& tiff)
     constexpr std::uint64_t largestTile = std::uint64_t(1) << 26;
     const std::uint64_t width = tiff.longTag(TIFFTAG_TILEWIDTH, 0);
     const std::uint64_t height = tiff.longTag(TIFFTAG_TILELENGTH, 0);
-    if (width == 0 || height == 0 || width > largestTile || height > largestTile || width * height > largestTile)
+    if (width == 0 || height == 0 || width > largestTile || height > largestTile || width * height > largestTile) {
         throw ImagingError("The TIFF file claims tiles of " + std::to_string(width) + " x " + std::to_string(height) +
                            " pixels.");
+    }
     return {int(width), int(height)};
 }
 
@@ -254,7 +258,7 @@ void readTiles(TiffHandle& tiff, const RowConverter& convert, Bitmap& bitmap)
         tiff.fail(damaged);
     std::vector<std::uint8_t> bytes(std::size_t(tileBytes), 0);
     std::vector<std::uint64_t> bits((std::size_t(tile.width) + 63) / 64);
-    for (int top = 0; top < bitmap.height(); top += tile.height)
+    for (int top = 0; top < bitmap.height(); top += tile.height) {
         for (int left = 0; left < bitmap.width(); left += tile.width) {
             if (TIFFReadTile(tiff.get(), bytes.data(), std::uint32_t(left), std::uint32_t(top), 0, 0) < 0 ||
                 tiff.complained())
@@ -266,6 +270,7 @@ void readTiles(TiffHandle& tiff, const RowConverter& convert, Bitmap& bitmap)
                 addBits(bitmap.row(top + y), left, bits.data(), width);
             }
         }
+    }
 }
 
 /// Every other kind of pixel, through libtiff's conversion to red, green, blue and opacity.
@@ -281,7 +286,7 @@ void readColours(TiffHandle& tiff, const Layout& layout, Bitmap& bitmap)
         throw ImagingError("The TIFF colour image is too large.");
     std::vector<std::uint32_t> colours(std::size_t(piece.width) * std::size_t(piece.height));
     std::vector<std::uint64_t> bits((std::size_t(piece.width) + 63) / 64);
-    for (int top = 0; top < bitmap.height(); top += piece.height)
+    for (int top = 0; top < bitmap.height(); top += piece.height) {
         for (int left = 0; left < bitmap.width(); left += piece.width) {
             const int stopAtErrors = 1;
             const int done = layout.tiled
@@ -305,6 +310,7 @@ void readColours(TiffHandle& tiff, const Layout& layout, Bitmap& bitmap)
                 addBits(bitmap.row(top + y), left, bits.data(), width);
             }
         }
+    }
 }
 
 bool recognisesTiff(std::span<const std::byte> head)
@@ -337,14 +343,15 @@ RasterFile readTiff(ByteSource& source)
     const RowConverter convert = plainConverter(tiff, layout);
     const bool pieced = !convert || layout.tiled; // pieces are added to paper, rows of strips are written whole
     Bitmap bitmap = pieced ? Bitmap(layout.stored) : Bitmap::uninitialized(layout.stored);
-    if (!convert)
+    if (!convert) {
         readColours(tiff, layout, bitmap);
-    else if (layout.tiled)
+    } else if (layout.tiled) {
         readTiles(tiff, convert, bitmap);
-    else if (layout.compression == COMPRESSION_CCITTFAX4 && layout.bitsPerPixel() == 1)
+    } else if (layout.compression == COMPRESSION_CCITTFAX4 && layout.bitsPerPixel() == 1) {
         readGroup4Strips(tiff, layout, source, inkTable(tiff, layout)[0], bitmap);
-    else
+    } else {
         readStrips(tiff, layout, convert, bitmap);
+    }
     return {upright(std::move(bitmap), layout.orientation), infoOf(layout)};
 }
 

@@ -91,10 +91,11 @@ void writeTiff(ByteSink& sink, const Bitmap& bitmap, Resolution resolution, Form
     tiff.setTag(TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
     tiff.setTag(TIFFTAG_ROWSPERSTRIP, std::uint32_t(stripRows));
     setResolution(tiff, tidyResolution(resolution.x, resolution.y));
-    if (format == Format::TiffGroup4)
+    if (format == Format::TiffGroup4) {
         writeGroup4Strips(tiff, bitmap, stripRows);
-    else
+    } else {
         writeOtherStrips(tiff, bitmap, stripRows);
+    }
     if (!TIFFWriteDirectory(tiff.get()))
         tiff.fail("Writing the image failed");
 }
