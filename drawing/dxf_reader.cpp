@@ -172,16 +172,25 @@ void DxfReader::readHeader()
             advance();
         }
         if (name == "$HANDSEED" && !groups.empty()) {
-            const auto seed = parseHandle(groups[0].value);
-            if (!seed) {
-                throw DrawingError(line, "the seed of the handles is none");
-            }
-            m_builder.document().raiseHandleSeed(*seed);
+            raiseSeed(groups[0].value, line);
         }
         header.setGroups(name, std::move(groups));
         if (header.all().size() > kMostVariables) {
             throw DrawingError(line, "there are more header variables than any drawing has");
         }
+    }
+}
+
+void DxfReader::raiseSeed(const std::string& value, std::size_t line)
+{
+    const auto seed = parseHandle(value);
+    if (!seed) {
+        throw DrawingError(line, "the seed of the handles is none");
+    }
+    try {
+        m_builder.document().raiseHandleSeed(*seed);
+    } catch (const DrawingError& error) {
+        throw DrawingError(line, error.what());
     }
 }
 

@@ -37,6 +37,7 @@ private:
 
     void readSection();
     void readHeader();
+    void raiseSeed(const std::string& value, std::size_t line);
     void readClasses();
     void readTables();
     void readTable();

@@ -223,45 +223,18 @@ void Flattener::any(const Entity& entity, const Place& place)
 
 void Flattener::shape(const Entity& entity, const Place& place)
 {
-    const auto inPlane = [&](const Vector3& extrusion) { return place.map * Transform::fromExtrusion(extrusion); };
     if (const auto* line = dynamic_cast<const Line*>(&entity)) {
         emitPath(entity, projectedPath({line->start, line->end}, place.map, false, false), place);
     } else if (const auto* point = dynamic_cast<const Point*>(&entity)) {
         emitPath(entity, projectedPath({point->position}, place.map, false, false), place);
-    } else if (const auto* circle = dynamic_cast<const Circle*>(&entity)) {
-        emitPath(entity,
-                 curve(circle->center, circle->radius, 0, kTurn, inPlane(circle->extrusion), m_options.tolerance),
-                 place);
-    } else if (const auto* arc = dynamic_cast<const Arc*>(&entity)) {
-        const double start = arc->startAngle * kRadiansPerDegree;
-        emitPath(entity,
-                 curve(arc->center, arc->radius, start, sweepBetween(start, arc->endAngle * kRadiansPerDegree),
-                       inPlane(arc->extrusion), m_options.tolerance),
-                 place);
-    } else if (const auto* ellipse = dynamic_cast<const Ellipse*>(&entity)) {
-        // The unit circle, stretched to both axes.
-        const Vector3 minor = cross(normalized(ellipse->extrusion), ellipse->majorAxis) * ellipse->ratio;
-        const Transform axes{ellipse->majorAxis, minor, kZAxis, ellipse->center};
-        emitPath(entity,
-                 curve({}, 1, ellipse->startParameter, sweepBetween(ellipse->startParameter, ellipse->endParameter),
-                       place.map * axes, m_options.tolerance),
-                 place);
     } else if (const auto* light = dynamic_cast<const LightPolyline*>(&entity)) {
-        std::vector<PolylinePoint> points = light->points;
-        for (PolylinePoint& each : points) {
-            if (each.startWidth == 0 && each.endWidth == 0) {
-                each.startWidth = each.endWidth = light->constantWidth;
-            }
-        }
-        flattenPolyline(points, light->closed,
-                        inPlane(light->extrusion) * Transform::translation({0, 0, light->elevation}),
-                        m_options.tolerance, [&](FlatPath&& path) { emitPath(entity, std::move(path), place); });
+        lightPolyline(*light, place);
     } else if (const auto* heavy = dynamic_cast<const HeavyPolyline*>(&entity)) {
         heavyPolyline(*heavy, place);
     } else if (const auto* solid = dynamic_cast<const Solid*>(&entity)) {
         emitPath(entity,
                  projectedPath({solid->corners[0], solid->corners[1], solid->corners[3], solid->corners[2]},
-                               inPlane(solid->extrusion), true, true),
+                               place.map * Transform::fromExtrusion(solid->extrusion), true, true),
                  place);
     } else if (const auto* inserted = dynamic_cast<const BlockReference*>(&entity)) {
         reference(*inserted, place);
@@ -279,7 +252,43 @@ void Flattener::shape(const Entity& entity, const Place& place)
         image(*picture, place);
     } else if (entity.name() == "DIMENSION") {
         dimension(entity, place);
+    } else {
+        round(entity, place);
     }
+}
+
+/// Circles, arcs and ellipses.
+void Flattener::round(const Entity& entity, const Place& place)
+{
+    const auto draw = [&](const Vector3& center, double radius, double start, double sweep, const Transform& plane) {
+        emitPath(entity, curve(center, radius, start, sweep, place.map * plane, m_options.tolerance), place);
+    };
+    if (const auto* circle = dynamic_cast<const Circle*>(&entity)) {
+        draw(circle->center, circle->radius, 0, kTurn, Transform::fromExtrusion(circle->extrusion));
+    } else if (const auto* arc = dynamic_cast<const Arc*>(&entity)) {
+        const double start = arc->startAngle * kRadiansPerDegree;
+        draw(arc->center, arc->radius, start, sweepBetween(start, arc->endAngle * kRadiansPerDegree),
+             Transform::fromExtrusion(arc->extrusion));
+    } else if (const auto* ellipse = dynamic_cast<const Ellipse*>(&entity)) {
+        // The unit circle, stretched to both axes.
+        const Vector3 minor = cross(normalized(ellipse->extrusion), ellipse->majorAxis) * ellipse->ratio;
+        draw({}, 1, ellipse->startParameter, sweepBetween(ellipse->startParameter, ellipse->endParameter),
+             {ellipse->majorAxis, minor, kZAxis, ellipse->center});
+    }
+}
+
+void Flattener::lightPolyline(const LightPolyline& polyline, const Place& place)
+{
+    std::vector<PolylinePoint> points = polyline.points;
+    for (PolylinePoint& each : points) {
+        if (each.startWidth == 0 && each.endWidth == 0) {
+            each.startWidth = each.endWidth = polyline.constantWidth;
+        }
+    }
+    const Transform map =
+        place.map * Transform::fromExtrusion(polyline.extrusion) * Transform::translation({0, 0, polyline.elevation});
+    flattenPolyline(points, polyline.closed, map, m_options.tolerance,
+                    [&](FlatPath&& path) { emitPath(polyline, std::move(path), place); });
 }
 
 void Flattener::image(const Image& image, const Place& place)

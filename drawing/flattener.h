@@ -40,6 +40,8 @@ private:
     void content(const Block& block, const Place& place);
     void any(const Entity& entity, const Place& place);
     void shape(const Entity& entity, const Place& place);
+    void round(const Entity& entity, const Place& place);
+    void lightPolyline(const LightPolyline& polyline, const Place& place);
     void reference(const BlockReference& reference, const Place& place);
     void dimension(const Entity& entity, const Place& place);
     void heavyPolyline(const HeavyPolyline& polyline, const Place& place);

@@ -30,8 +30,8 @@ void Flattener::emitText(const Entity& entity, FlatText text, const Vector3& pos
     const Vector3 seenDirection = place.map.direction(direction);
     const Vector3 seenUp = place.map.direction(up);
     const double along = std::hypot(seenDirection.x, seenDirection.y);
-    if (along == 0) {
-        return; // seen from the side
+    if (along == 0 || !(text.height > 0)) {
+        return; // seen from the side, or too small to be seen at all
     }
     const Vector2 axis{seenDirection.x / along, seenDirection.y / along};
     const double across = axis.x * seenUp.y - axis.y * seenUp.x;

@@ -84,7 +84,9 @@ FileSurvey surveyFile(std::string_view bytes)
         } else if (group->code == 3 && variable == "$DWGCODEPAGE") {
             survey.codePage = trimmed(group->value);
             variable = {};
-        } else if (group->code == 5 || group->code == 105) {
+        } else if (group->code == 0) {
+            variable = {};
+        } else if ((group->code == 5 || group->code == 105) && variable != "$HANDSEED") {
             // Some fives are names in old files, and data in new ones; a true handle of that size fails when it is
             // read.
             const Handle handle = parseHandle(group->value).value_or(0);

@@ -119,7 +119,7 @@ void HeavyPolyline::fields(FieldVisitor& v)
     v.point(10, base, {});
     elevation = base.z;
     v.real(39, thickness, 0.0);
-    v.integer(70, flags, 0);
+    v.integer(70, flags);
     v.real(40, startWidth, 0.0);
     v.real(41, endWidth, 0.0);
     v.integer(71, meshCountM, 0);
@@ -143,7 +143,7 @@ void Vertex::fields(FieldVisitor& v)
     v.maybe(40, startWidth);
     v.maybe(41, endWidth);
     v.real(42, bulge, 0.0);
-    v.integer(70, flags, 0);
+    v.integer(70, flags);
     v.real(50, tangent, 0.0);
     for (int i = 0; i < 4; ++i) {
         v.integer(71 + i, face[static_cast<std::size_t>(i)], 0);

@@ -50,7 +50,7 @@ void Layer::fields(FieldVisitor& v)
     }
     v.string(6, linetype);
     v.boolean(290, plotted, true);
-    v.integer(370, lineweight, -3);
+    v.integer(370, lineweight);
     v.handle(390, plotStyle);
 }
 
