@@ -10,7 +10,8 @@ namespace {
 constexpr int samplesPerPixel = 4;
 
 // Shortens the segment to the rectangle widened by a margin; false if nothing of it is left.
-bool cutToRect(Vec2& a, Vec2& b, const imaging::Rect& rect) {
+bool cutToRect(Vec2& a, Vec2& b, const imaging::Rect& rect)
+{
     constexpr double margin = 2;
     const double low[2] = {rect.left - margin, rect.top - margin};
     const double high[2] = {rect.right + margin, rect.bottom + margin};
@@ -40,7 +41,8 @@ bool cutToRect(Vec2& a, Vec2& b, const imaging::Rect& rect) {
 
 } // namespace
 
-Color mix(Color a, Color b, unsigned share) {
+Color mix(Color a, Color b, unsigned share)
+{
     if (share >= 255)
         return b;
     if (share == 0)
@@ -52,19 +54,23 @@ Color mix(Color a, Color b, unsigned share) {
 }
 
 Canvas::Canvas(std::uint32_t* pixels, imaging::Size size, std::ptrdiff_t stride)
-    : pixels_(pixels), size_(size), stride_(stride), clip_(imaging::Rect::of(size)) {}
+    : pixels_(pixels), size_(size), stride_(stride), clip_(imaging::Rect::of(size))
+{}
 
-void Canvas::fill(Color color) {
+void Canvas::fill(Color color)
+{
     for (int y = clip_.top; y < clip_.bottom; ++y)
         std::fill(&at(clip_.left, y), &at(clip_.left, y) + std::max(clip_.width(), 0), color);
 }
 
-void Canvas::blendPixel(int x, int y, Color color, unsigned share) {
+void Canvas::blendPixel(int x, int y, Color color, unsigned share)
+{
     if (clip_.contains({x, y}))
         at(x, y) = mix(at(x, y), color, share);
 }
 
-void Canvas::line(Vec2 a, Vec2 b, Color color) {
+void Canvas::line(Vec2 a, Vec2 b, Color color)
+{
     if (clip_.empty() || !cutToRect(a, b, clip_))
         return;
     constexpr double level = 0.01;
@@ -96,7 +102,8 @@ void Canvas::line(Vec2 a, Vec2 b, Color color) {
     }
 }
 
-void Canvas::point(Vec2 at, Color color) {
+void Canvas::point(Vec2 at, Color color)
+{
     if (!(at.x > clip_.left - 4.0 && at.x < clip_.right + 4.0 && at.y > clip_.top - 4.0 && at.y < clip_.bottom + 4.0))
         return;
     const int x = static_cast<int>(std::lround(at.x)), y = static_cast<int>(std::lround(at.y));
@@ -105,7 +112,8 @@ void Canvas::point(Vec2 at, Color color) {
             blendPixel(x + dx, y + dy, color, 255);
 }
 
-void Canvas::addCoverage(std::vector<float>& row, double from, double to) const {
+void Canvas::addCoverage(std::vector<float>& row, double from, double to) const
+{
     from = std::max(from - clip_.left, 0.0);
     to = std::min<double>(to - clip_.left, clip_.width());
     if (!(from < to))
@@ -122,8 +130,8 @@ void Canvas::addCoverage(std::vector<float>& row, double from, double to) const 
     row[last] += weight * static_cast<float>(to - last);
 }
 
-void Canvas::crossingsAt(std::span<const std::vector<Vec2>> contours, double y,
-                         std::vector<Crossing>& crossings) const {
+void Canvas::crossingsAt(std::span<const std::vector<Vec2>> contours, double y, std::vector<Crossing>& crossings) const
+{
     crossings.clear();
     for (const auto& contour : contours) {
         for (std::size_t i = 0, j = contour.size() - 1; i < contour.size(); j = i++) {
@@ -135,7 +143,8 @@ void Canvas::crossingsAt(std::span<const std::vector<Vec2>> contours, double y,
     std::sort(crossings.begin(), crossings.end(), [](const Crossing& a, const Crossing& b) { return a.x < b.x; });
 }
 
-void Canvas::polygon(std::span<const std::vector<Vec2>> contours, Color color, unsigned opacity) {
+void Canvas::polygon(std::span<const std::vector<Vec2>> contours, Color color, unsigned opacity)
+{
     double low = 1e300, high = -1e300;
     for (const auto& contour : contours)
         for (const Vec2 point : contour) {
@@ -145,7 +154,8 @@ void Canvas::polygon(std::span<const std::vector<Vec2>> contours, Color color, u
     if (clip_.empty() || !(high >= clip_.top - 1.0 && low <= clip_.bottom + 1.0))
         return;
     const int top = std::max<int>(clip_.top, static_cast<int>(std::floor(std::max(low + 0.5, clip_.top - 1.0))));
-    const int bottom = std::min<int>(clip_.bottom, static_cast<int>(std::ceil(std::min(high + 0.5, clip_.bottom + 1.0))));
+    const int bottom =
+        std::min<int>(clip_.bottom, static_cast<int>(std::ceil(std::min(high + 0.5, clip_.bottom + 1.0))));
 
     std::vector<float> row(clip_.width());
     std::vector<Crossing> crossings;
@@ -162,15 +172,17 @@ void Canvas::polygon(std::span<const std::vector<Vec2>> contours, Color color, u
         }
         for (int x = 0; x < clip_.width(); ++x)
             if (row[x] > 0)
-                at(clip_.left + x, y) = mix(at(clip_.left + x, y), color,
-                                            static_cast<unsigned>(std::min(row[x], 1.0f) * opacity + 0.5f));
+                at(clip_.left + x, y) =
+                    mix(at(clip_.left + x, y), color, static_cast<unsigned>(std::min(row[x], 1.0f) * opacity + 0.5f));
     }
 }
 
-void Canvas::blend(const imaging::Rect& area, std::span<const std::uint8_t> coverage, Color color) {
+void Canvas::blend(const imaging::Rect& area, std::span<const std::uint8_t> coverage, Color color)
+{
     const imaging::Rect part = area.intersect(clip_);
     for (int y = part.top; y < part.bottom; ++y) {
-        const std::uint8_t* share = coverage.data() + std::size_t(y - area.top) * area.width() + (part.left - area.left);
+        const std::uint8_t* share =
+            coverage.data() + std::size_t(y - area.top) * area.width() + (part.left - area.left);
         for (int x = part.left; x < part.right; ++x, ++share)
             if (*share != 0)
                 at(x, y) = mix(at(x, y), color, *share);

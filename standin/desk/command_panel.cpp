@@ -12,7 +12,8 @@ constexpr COLORREF paper = RGB(0xFF, 0xFF, 0xFF), transcriptPaper = RGB(0xF4, 0x
 constexpr int longestTranscript = 200'000;
 const wchar_t* const commandPrompt = L"Command:";
 
-std::wstring textOf(HWND window) {
+std::wstring textOf(HWND window)
+{
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)), L'\0');
     text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1)));
     return text;
@@ -21,17 +22,20 @@ std::wstring textOf(HWND window) {
 } // namespace
 
 CommandPanel::CommandPanel(const UiFonts& fonts, CommandPanelEvents events)
-    : fonts_(fonts), events_(std::move(events)), input_(*this), prompt_(commandPrompt) {
+    : fonts_(fonts), events_(std::move(events)), input_(*this), prompt_(commandPrompt)
+{
     ground_.Attach(CreateSolidBrush(transcriptPaper));
     inputGround_.Attach(CreateSolidBrush(paper));
 }
 
-CommandPanel::~CommandPanel() {
+CommandPanel::~CommandPanel()
+{
     if (m_hWnd != nullptr)
         DestroyWindow();
 }
 
-BOOL CommandPanel::Create(CFrameWnd* frame) {
+BOOL CommandPanel::Create(CFrameWnd* frame)
+{
     m_dwStyle = CBRS_ALIGN_BOTTOM;
     const RECT nowhere{0, 0, 10, 10};
     if (!CWnd::Create(AfxRegisterWndClass(0, LoadCursorW(nullptr, IDC_ARROW)), L"Command line",
@@ -39,9 +43,9 @@ BOOL CommandPanel::Create(CFrameWnd* frame) {
         return FALSE;
     transcript_.Create(L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL,
                        nowhere, this, transcriptId);
-    const HWND edit = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL, 0, 0, 10, 10, m_hWnd,
-                                      reinterpret_cast<HMENU>(static_cast<INT_PTR>(inputId)), AfxGetInstanceHandle(),
-                                      nullptr);
+    const HWND edit =
+        CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL, 0, 0, 10, 10, m_hWnd,
+                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(inputId)), AfxGetInstanceHandle(), nullptr);
     input_.SubclassWindow(edit);
     for (const HWND window : {transcript_.m_hWnd, input_.m_hWnd})
         ::SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(fonts_.monospace.GetSafeHandle()), FALSE);
@@ -49,11 +53,13 @@ BOOL CommandPanel::Create(CFrameWnd* frame) {
     return TRUE;
 }
 
-CSize CommandPanel::CalcFixedLayout(BOOL, BOOL) {
+CSize CommandPanel::CalcFixedLayout(BOOL, BOOL)
+{
     return {32767, (tall_ ? manyLines : usualLines) * fonts_.monospaceHeight + margin + rowHeight()};
 }
 
-void CommandPanel::print(const std::wstring& line) {
+void CommandPanel::print(const std::wstring& line)
+{
     const HWND edit = transcript_.m_hWnd;
     int length = ::GetWindowTextLengthW(edit);
     if (length > longestTranscript) {
@@ -67,37 +73,44 @@ void CommandPanel::print(const std::wstring& line) {
     ::SendMessageW(edit, EM_SCROLLCARET, 0, 0);
 }
 
-void CommandPanel::showPrompt(const std::wstring& prompt) {
+void CommandPanel::showPrompt(const std::wstring& prompt)
+{
     prompt_ = prompt.empty() ? commandPrompt : prompt;
     layOut();
     Invalidate(FALSE);
 }
 
-std::wstring CommandPanel::typedText() const {
+std::wstring CommandPanel::typedText() const
+{
     return textOf(input_.m_hWnd);
 }
 
-void CommandPanel::setTypedText(const std::wstring& text) {
+void CommandPanel::setTypedText(const std::wstring& text)
+{
     if (text == typedText())
         return;
     ::SetWindowTextW(input_.m_hWnd, text.c_str());
     ::SendMessageW(input_.m_hWnd, EM_SETSEL, text.size(), static_cast<LPARAM>(text.size()));
 }
 
-void CommandPanel::type(wchar_t character) {
+void CommandPanel::type(wchar_t character)
+{
     ::SendMessageW(input_.m_hWnd, WM_CHAR, character, 1);
 }
 
-void CommandPanel::toggleHeight() {
+void CommandPanel::toggleHeight()
+{
     tall_ = !tall_;
     events_.heightChanged();
 }
 
-std::wstring CommandPanel::transcript() const {
+std::wstring CommandPanel::transcript() const
+{
     return textOf(transcript_.m_hWnd);
 }
 
-LRESULT CommandPanel::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT CommandPanel::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
     switch (message) {
     case WM_SIZE:
         layOut();
@@ -119,7 +132,8 @@ LRESULT CommandPanel::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     return CControlBar::WindowProc(message, wParam, lParam);
 }
 
-void CommandPanel::layOut() {
+void CommandPanel::layOut()
+{
     if (input_.m_hWnd == nullptr)
         return;
     CRect client;
@@ -138,7 +152,8 @@ void CommandPanel::layOut() {
     transcript_.SendMessage(EM_SCROLLCARET);
 }
 
-void CommandPanel::DoPaint(CDC* pDC) {
+void CommandPanel::DoPaint(CDC* pDC)
+{
     CRect client;
     GetClientRect(&client);
     const int inputTop = client.bottom - rowHeight();
@@ -155,7 +170,8 @@ void CommandPanel::DoPaint(CDC* pDC) {
 
 // --- The input line ---
 
-bool CommandPanel::onInputKey(WPARAM key) {
+bool CommandPanel::onInputKey(WPARAM key)
+{
     switch (key) {
     case VK_UP:
         setTypedText(history_.older(typedText()));
@@ -177,7 +193,8 @@ bool CommandPanel::onInputKey(WPARAM key) {
     }
 }
 
-bool CommandPanel::onInputCharacter(wchar_t character) {
+bool CommandPanel::onInputCharacter(wchar_t character)
+{
     if (character == VK_ESCAPE || character == L'\t')
         return true;
     if (character != L'\r' && (character != L' ' || events_.blanksAreText()))
@@ -187,7 +204,8 @@ bool CommandPanel::onInputCharacter(wchar_t character) {
     return true;
 }
 
-LRESULT CommandPanel::InputLine::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT CommandPanel::InputLine::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
     if (message == WM_KEYDOWN && panel_.onInputKey(wParam))
         return 0;
     if (message == WM_CHAR && panel_.onInputCharacter(static_cast<wchar_t>(wParam)))

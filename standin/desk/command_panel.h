@@ -12,8 +12,8 @@ namespace desk {
 // What the command panel tells its owner.
 struct CommandPanelEvents
 {
-    std::function<void()> entered;           // Enter, or a blank that ends the line
-    std::function<bool()> blanksAreText;     // whether a blank belongs to the line just now
+    std::function<void()> entered;       // Enter, or a blank that ends the line
+    std::function<bool()> blanksAreText; // whether a blank belongs to the line just now
     std::function<void()> escaped;
     std::function<void()> heightChanged;
 };

@@ -36,11 +36,13 @@ constexpr DeskCommand table[] = {
 
 } // namespace
 
-std::span<const DeskCommand> deskCommands() {
+std::span<const DeskCommand> deskCommands()
+{
     return table;
 }
 
-const DeskCommand* findDeskCommand(const std::wstring& name) {
+const DeskCommand* findDeskCommand(const std::wstring& name)
+{
     const auto start = name.find_first_not_of(L"_.'");
     if (start == std::wstring::npos)
         return nullptr;

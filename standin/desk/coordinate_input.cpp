@@ -7,7 +7,8 @@
 
 namespace desk {
 
-std::optional<double> parseNumber(const std::wstring& text) {
+std::optional<double> parseNumber(const std::wstring& text)
+{
     if (text.empty() || text.find_first_not_of(L"0123456789+-.eE") != std::wstring::npos)
         return std::nullopt;
     wchar_t* end = nullptr;
@@ -17,7 +18,8 @@ std::optional<double> parseNumber(const std::wstring& text) {
     return value;
 }
 
-std::optional<Vec2> parsePoint(const std::wstring& text, Vec2 lastPoint) {
+std::optional<Vec2> parsePoint(const std::wstring& text, Vec2 lastPoint)
+{
     const bool relative = !text.empty() && text.front() == L'@';
     const std::wstring body = relative ? text.substr(1) : text;
     const Vec2 base = relative ? lastPoint : Vec2{};
@@ -47,7 +49,8 @@ std::optional<Vec2> parsePoint(const std::wstring& text, Vec2 lastPoint) {
     return base + Vec2{parts[0], parts[1]};
 }
 
-std::wstring formatNumber(double value) {
+std::wstring formatNumber(double value)
+{
     wchar_t buffer[64];
     std::swprintf(buffer, 64, L"%.4f", value);
     std::wstring text = buffer;
@@ -57,7 +60,8 @@ std::wstring formatNumber(double value) {
     return text == L"-0" ? L"0" : text;
 }
 
-std::wstring formatPoint(Vec2 point) {
+std::wstring formatPoint(Vec2 point)
+{
     return formatNumber(point.x) + L", " + formatNumber(point.y);
 }
 

@@ -13,7 +13,8 @@ namespace {
 constexpr Color dark = 0x2A3038, pale = 0xFFFFFF;
 
 // pixels: 0xAARRGGBB, side x side.
-HICON makeIcon(const std::vector<std::uint32_t>& pixels, int side, bool cursor, int hotSpot) {
+HICON makeIcon(const std::vector<std::uint32_t>& pixels, int side, bool cursor, int hotSpot)
+{
     BITMAPV5HEADER header{};
     header.bV5Size = sizeof(header);
     header.bV5Width = side;
@@ -46,11 +47,13 @@ HICON makeIcon(const std::vector<std::uint32_t>& pixels, int side, bool cursor, 
     return icon;
 }
 
-std::vector<Vec2> rectangle(Vec2 a, Vec2 b) {
+std::vector<Vec2> rectangle(Vec2 a, Vec2 b)
+{
     return {a, {b.x, a.y}, b, {a.x, b.y}, a};
 }
 
-std::vector<Vec2> circle(Vec2 centre, double radius) {
+std::vector<Vec2> circle(Vec2 centre, double radius)
+{
     std::vector<Vec2> points;
     constexpr int pieces = 96;
     for (int i = 0; i <= pieces; ++i) {
@@ -62,7 +65,8 @@ std::vector<Vec2> circle(Vec2 centre, double radius) {
 
 } // namespace
 
-HCURSOR makeCrosshair() {
+HCURSOR makeCrosshair()
+{
     constexpr int side = 63, middle = side / 2, box = 4;
     std::vector<std::uint32_t> pixels(side * side, 0);
     const auto isLine = [&](int x, int y) {
@@ -85,7 +89,8 @@ HCURSOR makeCrosshair() {
     return static_cast<HCURSOR>(makeIcon(pixels, side, true, middle));
 }
 
-HICON makeProgramIcon(int side) {
+HICON makeProgramIcon(int side)
+{
     std::vector<std::uint32_t> pixels(std::size_t(side) * side, 0xFBFAF7);
     Canvas canvas(pixels.data(), {side, side}, side);
     const double unit = side / 16.0;
@@ -103,7 +108,8 @@ HICON makeProgramIcon(int side) {
     return makeIcon(pixels, side, false, 0);
 }
 
-void drawRubber(Canvas& canvas, const ViewTransform& view, const Palette& palette, const Editor::Overlay& overlay) {
+void drawRubber(Canvas& canvas, const ViewTransform& view, const Palette& palette, const Editor::Overlay& overlay)
+{
     const Vec2 from = view.toView(overlay.from), to = view.toView(overlay.to);
     const auto draw = [&](const std::vector<Vec2>& points, const DashPattern& dashes, Color color) {
         drawDashed(points, dashes, 4000, [&](Vec2 a, Vec2 b) { canvas.line(a, b, color); });

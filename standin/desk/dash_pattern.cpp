@@ -7,11 +7,13 @@
 namespace desk {
 namespace {
 
-double distance(Vec2 a, Vec2 b) {
+double distance(Vec2 a, Vec2 b)
+{
     return std::hypot(b.x - a.x, b.y - a.y);
 }
 
-double lengthOf(std::span<const Vec2> points) {
+double lengthOf(std::span<const Vec2> points)
+{
     double length = 0;
     for (std::size_t i = 1; i < points.size(); ++i)
         length += distance(points[i - 1], points[i]);
@@ -21,7 +23,8 @@ double lengthOf(std::span<const Vec2> points) {
 } // namespace
 
 void drawDashed(std::span<const Vec2> points, const DashPattern& pattern, int maximumDashes,
-                const std::function<void(Vec2, Vec2)>& draw) {
+                const std::function<void(Vec2, Vec2)>& draw)
+{
     const double period = std::accumulate(pattern.begin(), pattern.end(), 0.0,
                                           [](double sum, double element) { return sum + std::abs(element); });
     if (!(period > 0) || lengthOf(points) / period * double(pattern.size()) > maximumDashes) {

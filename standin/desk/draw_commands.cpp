@@ -11,11 +11,13 @@ namespace {
 
 using standin::CommandOutcome;
 
-drawing::Vector3 toVector(Vec2 point) {
+drawing::Vector3 toVector(Vec2 point)
+{
     return {point.x, point.y, 0};
 }
 
-void addLine(Editor& editor, Vec2 from, Vec2 to) {
+void addLine(Editor& editor, Vec2 from, Vec2 to)
+{
     auto line = std::make_unique<drawing::Line>();
     line->start = toVector(from);
     line->end = toVector(to);
@@ -23,7 +25,8 @@ void addLine(Editor& editor, Vec2 from, Vec2 to) {
 }
 
 // Points until Enter or a keyword other than `closing`; each goes to `added`. True if the run was closed.
-bool askRun(Editor& editor, Vec2 first, const std::function<void(Vec2 from, Vec2 to)>& added) {
+bool askRun(Editor& editor, Vec2 first, const std::function<void(Vec2 from, Vec2 to)>& added)
+{
     Vec2 last = first;
     for (int count = 1;; ++count) {
         Prompt prompt;
@@ -46,7 +49,8 @@ bool askRun(Editor& editor, Vec2 first, const std::function<void(Vec2 from, Vec2
     }
 }
 
-std::optional<Vec2> askPoint(Editor& editor, const wchar_t* text) {
+std::optional<Vec2> askPoint(Editor& editor, const wchar_t* text)
+{
     Prompt prompt;
     prompt.text = text;
     const Reply reply = editor.ask(prompt);
@@ -55,7 +59,8 @@ std::optional<Vec2> askPoint(Editor& editor, const wchar_t* text) {
 
 // A positive number typed, or the distance from `base` to a point.
 std::optional<double> askLength(Editor& editor, const std::wstring& text, Vec2 base, Prompt::Rubber rubber,
-                                std::optional<double> preset) {
+                                std::optional<double> preset)
+{
     for (;;) {
         Prompt prompt;
         prompt.text = text;
@@ -77,7 +82,8 @@ std::optional<double> askLength(Editor& editor, const std::wstring& text, Vec2 b
 
 } // namespace
 
-CommandOutcome line(Editor& editor) {
+CommandOutcome line(Editor& editor)
+{
     const auto first = askPoint(editor, L"Specify first point:");
     if (!first)
         return CommandOutcome::cancelled;
@@ -91,7 +97,8 @@ CommandOutcome line(Editor& editor) {
     return CommandOutcome::ended;
 }
 
-CommandOutcome polyline(Editor& editor) {
+CommandOutcome polyline(Editor& editor)
+{
     const auto first = askPoint(editor, L"Specify start point:");
     if (!first)
         return CommandOutcome::cancelled;
@@ -115,12 +122,12 @@ CommandOutcome polyline(Editor& editor) {
     return CommandOutcome::ended;
 }
 
-CommandOutcome circle(Editor& editor) {
+CommandOutcome circle(Editor& editor)
+{
     const auto centre = askPoint(editor, L"Specify center point for circle:");
     if (!centre)
         return CommandOutcome::cancelled;
-    const auto radius =
-        askLength(editor, L"Specify radius of circle:", *centre, Prompt::Rubber::circle, std::nullopt);
+    const auto radius = askLength(editor, L"Specify radius of circle:", *centre, Prompt::Rubber::circle, std::nullopt);
     if (!radius)
         return CommandOutcome::cancelled;
     auto entity = std::make_unique<drawing::Circle>();
@@ -130,13 +137,14 @@ CommandOutcome circle(Editor& editor) {
     return CommandOutcome::ended;
 }
 
-CommandOutcome text(Editor& editor) {
+CommandOutcome text(Editor& editor)
+{
     const auto start = askPoint(editor, L"Specify start point of text:");
     if (!start)
         return CommandOutcome::cancelled;
     const double preset = standin::document().header.real("$TEXTSIZE", 2.5);
-    const auto height = askLength(editor, L"Specify height <" + formatNumber(preset) + L">:", *start,
-                                  Prompt::Rubber::line, preset);
+    const auto height =
+        askLength(editor, L"Specify height <" + formatNumber(preset) + L">:", *start, Prompt::Rubber::line, preset);
     if (!height)
         return CommandOutcome::cancelled;
     Prompt prompt;

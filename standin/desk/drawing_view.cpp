@@ -16,7 +16,8 @@ constexpr double wheelStep = 1.25;
 // A press of an arrow key moves the drawing by this share of the view's height.
 constexpr int arrowShare = 8;
 
-Vec2 pointOf(LPARAM lParam) {
+Vec2 pointOf(LPARAM lParam)
+{
     return {double(GET_X_LPARAM(lParam)), double(GET_Y_LPARAM(lParam))};
 }
 
@@ -26,13 +27,16 @@ DrawingView::DrawingView(Editor& editor, const Palette& palette, std::function<v
                          std::function<void(Vec2 view)> hovered)
     : editor_(editor), palette_(palette), typed_(std::move(typed)), hovered_(std::move(hovered)),
       painter_(standin::imagePixels, editor.typefaces()), crosshair_(makeCrosshair()),
-      hand_(LoadCursorW(nullptr, IDC_SIZEALL)) {}
+      hand_(LoadCursorW(nullptr, IDC_SIZEALL))
+{}
 
-DrawingView::~DrawingView() {
+DrawingView::~DrawingView()
+{
     DestroyCursor(crosshair_);
 }
 
-BOOL DrawingView::PreCreateWindow(CREATESTRUCT& cs) {
+BOOL DrawingView::PreCreateWindow(CREATESTRUCT& cs)
+{
     if (!CView::PreCreateWindow(cs))
         return FALSE;
     // No background brush: the view paints every pixel itself. Double clicks come as such.
@@ -42,27 +46,32 @@ BOOL DrawingView::PreCreateWindow(CREATESTRUCT& cs) {
     return TRUE;
 }
 
-void DrawingView::repaintScene() {
+void DrawingView::repaintScene()
+{
     pictureStale_ = true;
     Invalidate(FALSE);
 }
 
-void DrawingView::repaintOverlay() {
+void DrawingView::repaintOverlay()
+{
     Invalidate(FALSE);
 }
 
-void DrawingView::setPalette(const Palette& palette) {
+void DrawingView::setPalette(const Palette& palette)
+{
     palette_ = palette;
     repaintScene();
 }
 
-void DrawingView::zoomAt(Vec2 view, double factor) {
+void DrawingView::zoomAt(Vec2 view, double factor)
+{
     editor_.changeView([&](ViewTransform& transform) { transform.zoomAbout(view, factor); });
 }
 
 // --- Painting ---
 
-void DrawingView::OnDraw(CDC* pDC) {
+void DrawingView::OnDraw(CDC* pDC)
+{
     CRect dirty;
     pDC->GetClipBox(&dirty);
     const imaging::Rect area = imaging::Rect{dirty.left, dirty.top, dirty.right, dirty.bottom}.intersect(
@@ -85,7 +94,8 @@ void DrawingView::OnDraw(CDC* pDC) {
     times_.longest = std::max(times_.longest, milliseconds);
 }
 
-void DrawingView::updatePicture() {
+void DrawingView::updatePicture()
+{
     const ViewTransform& view = editor_.view();
     if (picture_.resize(view.client()))
         pictureStale_ = true;
@@ -101,7 +111,8 @@ void DrawingView::updatePicture() {
     pictureView_ = view;
 }
 
-void DrawingView::paintArea(const imaging::Rect& area) {
+void DrawingView::paintArea(const imaging::Rect& area)
+{
     if (area.empty())
         return;
     Canvas canvas = picture_.canvas();
@@ -109,7 +120,8 @@ void DrawingView::paintArea(const imaging::Rect& area) {
     painter_.paint(canvas, editor_.scene(), editor_.view(), palette_, standin::imageFramesShown());
 }
 
-void DrawingView::paintStrips(imaging::Point pan) {
+void DrawingView::paintStrips(imaging::Point pan)
+{
     const imaging::Size client = picture_.size();
     picture_.shift(pan);
     if (pan.y > 0)
@@ -122,7 +134,8 @@ void DrawingView::paintStrips(imaging::Point pan) {
         paintArea({client.width + pan.x, 0, client.width, client.height});
 }
 
-void DrawingView::drawOverlay(Canvas& canvas) {
+void DrawingView::drawOverlay(Canvas& canvas)
+{
     const ViewTransform& view = editor_.view();
     if (!editor_.selected().empty())
         painter_.paintSelected(canvas, editor_.scene(), view, palette_, editor_.selected());
@@ -135,7 +148,8 @@ void DrawingView::drawOverlay(Canvas& canvas) {
 
 // --- Input ---
 
-LRESULT DrawingView::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT DrawingView::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
     switch (message) {
     case WM_ERASEBKGND:
         return TRUE;
@@ -194,7 +208,8 @@ LRESULT DrawingView::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     return CView::WindowProc(message, wParam, lParam);
 }
 
-bool DrawingView::onKeyDown(WPARAM key) {
+bool DrawingView::onKeyDown(WPARAM key)
+{
     const int step = editor_.view().client().height / arrowShare;
     const auto pan = [&](int dx, int dy) {
         editor_.changeView([&](ViewTransform& view) { view.pan(dx, dy); });
@@ -221,7 +236,8 @@ bool DrawingView::onKeyDown(WPARAM key) {
     }
 }
 
-void DrawingView::onMouseMove(Vec2 view) {
+void DrawingView::onMouseMove(Vec2 view)
+{
     ++mouseMoves_;
     if (panFrom_)
         panTo(view);
@@ -230,13 +246,15 @@ void DrawingView::onMouseMove(Vec2 view) {
     editor_.mouseMove(view);
 }
 
-void DrawingView::beginPan(Vec2 view) {
+void DrawingView::beginPan(Vec2 view)
+{
     SetCapture();
     panFrom_ = view;
     ::SetCursor(hand_);
 }
 
-void DrawingView::panTo(Vec2 view) {
+void DrawingView::panTo(Vec2 view)
+{
     const Vec2 moved = view - *panFrom_;
     panFrom_ = view;
     editor_.changeView(

@@ -23,7 +23,8 @@ struct FrameTimes
 class DrawingView : public CView
 {
 public:
-    // Keys that belong to the command line go to `typed`; `hovered` hears of each mouse move. The editor outlives the view.
+    // Keys that belong to the command line go to `typed`; `hovered` hears of each mouse move. The editor outlives the
+    // view.
     DrawingView(Editor& editor, const Palette& palette, std::function<void(wchar_t)> typed,
                 std::function<void(Vec2 view)> hovered);
     ~DrawingView() override;

@@ -10,19 +10,22 @@ namespace {
 using standin::CommandOutcome;
 
 // What was selected beforehand, else what the user selects now.
-std::optional<std::vector<drawing::Handle>> chosenEntities(Editor& editor) {
+std::optional<std::vector<drawing::Handle>> chosenEntities(Editor& editor)
+{
     if (!editor.selected().empty())
         return std::vector<drawing::Handle>(editor.selected().begin(), editor.selected().end());
     return editor.askEntities(L"Select objects:");
 }
 
-std::wstring counted(std::size_t count) {
+std::wstring counted(std::size_t count)
+{
     return std::to_wstring(count) + (count == 1 ? L" object" : L" objects");
 }
 
 } // namespace
 
-CommandOutcome select(Editor& editor) {
+CommandOutcome select(Editor& editor)
+{
     const auto chosen = editor.askEntities(L"Select objects:");
     if (!chosen)
         return CommandOutcome::cancelled;
@@ -30,7 +33,8 @@ CommandOutcome select(Editor& editor) {
     return CommandOutcome::ended;
 }
 
-CommandOutcome erase(Editor& editor) {
+CommandOutcome erase(Editor& editor)
+{
     const auto chosen = chosenEntities(editor);
     if (!chosen)
         return CommandOutcome::cancelled;
@@ -42,21 +46,24 @@ CommandOutcome erase(Editor& editor) {
     return CommandOutcome::ended;
 }
 
-CommandOutcome undo(Editor& editor) {
+CommandOutcome undo(Editor& editor)
+{
     if (editor.undo())
         return CommandOutcome::ended;
     editor.print(L"Nothing to undo.");
     return CommandOutcome::failed;
 }
 
-CommandOutcome redo(Editor& editor) {
+CommandOutcome redo(Editor& editor)
+{
     if (editor.redo())
         return CommandOutcome::ended;
     editor.print(L"Nothing to redo.");
     return CommandOutcome::failed;
 }
 
-CommandOutcome list(Editor& editor) {
+CommandOutcome list(Editor& editor)
+{
     const auto chosen = chosenEntities(editor);
     if (!chosen)
         return CommandOutcome::cancelled;
@@ -67,7 +74,8 @@ CommandOutcome list(Editor& editor) {
     return CommandOutcome::ended;
 }
 
-CommandOutcome identifyPoint(Editor& editor) {
+CommandOutcome identifyPoint(Editor& editor)
+{
     Prompt prompt;
     prompt.text = L"Specify point:";
     const Reply reply = editor.ask(prompt);

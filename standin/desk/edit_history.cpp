@@ -6,7 +6,8 @@ namespace desk {
 namespace {
 
 // Puts each entity in (or out) as the edits say, in order; on a failure what was done is taken back.
-bool applyAll(const EditGroup& edits, const EditHistory::Apply& apply) {
+bool applyAll(const EditGroup& edits, const EditHistory::Apply& apply)
+{
     for (std::size_t i = 0; i < edits.size(); ++i) {
         if (apply(edits[i].entity, edits[i].added))
             continue;
@@ -17,7 +18,8 @@ bool applyAll(const EditGroup& edits, const EditHistory::Apply& apply) {
     return true;
 }
 
-EditGroup reversed(const EditGroup& edits) {
+EditGroup reversed(const EditGroup& edits)
+{
     EditGroup group;
     for (auto edit = edits.rbegin(); edit != edits.rend(); ++edit)
         group.push_back({edit->entity, !edit->added});
@@ -26,20 +28,23 @@ EditGroup reversed(const EditGroup& edits) {
 
 } // namespace
 
-void EditHistory::commit() {
+void EditHistory::commit()
+{
     if (open_.empty())
         return;
     done_.push_back(std::exchange(open_, {}));
     undone_.clear();
 }
 
-void EditHistory::clear() {
+void EditHistory::clear()
+{
     open_.clear();
     done_.clear();
     undone_.clear();
 }
 
-bool EditHistory::undo(const Apply& apply) {
+bool EditHistory::undo(const Apply& apply)
+{
     if (done_.empty() || !applyAll(reversed(done_.back()), apply))
         return false;
     undone_.push_back(std::move(done_.back()));
@@ -47,7 +52,8 @@ bool EditHistory::undo(const Apply& apply) {
     return true;
 }
 
-bool EditHistory::redo(const Apply& apply) {
+bool EditHistory::redo(const Apply& apply)
+{
     if (undone_.empty() || !applyAll(undone_.back(), apply))
         return false;
     done_.push_back(std::move(undone_.back()));

@@ -29,18 +29,21 @@ Editor::Editor(EditorWindows& windows) : windows_(windows) {}
 
 // --- Input ---
 
-void Editor::post(const std::wstring& text) {
+void Editor::post(const std::wstring& text)
+{
     queue_.post(text);
     windows_.wake();
 }
 
-void Editor::processInput() {
+void Editor::processInput()
+{
     // A module's command takes no typed input: the text waits until it has ended.
     while (!queue_.empty() && (running_ == 0 || (waiting_ != nullptr && !waiting_->reply)))
         feed(queue_.take());
 }
 
-void Editor::feed(wchar_t character) {
+void Editor::feed(wchar_t character)
+{
     std::wstring line = windows_.typedText();
     switch (typeCharacter(line, character, blanksAreText())) {
     case LineEvent::changed:
@@ -58,7 +61,8 @@ void Editor::feed(wchar_t character) {
     }
 }
 
-void Editor::enterLine(const std::wstring& line) {
+void Editor::enterLine(const std::wstring& line)
+{
     windows_.setTypedText(L"");
     if (waiting_ != nullptr) {
         answerText(line);
@@ -71,18 +75,21 @@ void Editor::enterLine(const std::wstring& line) {
         execute(command);
 }
 
-void Editor::enterKey() {
+void Editor::enterKey()
+{
     enterLine(windows_.typedText());
 }
 
-void Editor::cancelCommand() {
+void Editor::cancelCommand()
+{
     windows_.setTypedText(L"");
     windowCorner_.reset();
     answer({Reply::Kind::cancel, {}, {}});
     windows_.overlayChanged();
 }
 
-void Editor::escapeKey() {
+void Editor::escapeKey()
+{
     queue_.clear();
     const bool nothingToCancel = running_ == 0 && !windowCorner_ && windows_.typedText().empty();
     cancelCommand();
@@ -90,14 +97,16 @@ void Editor::escapeKey() {
         clearSelection();
 }
 
-void Editor::answer(Reply reply) {
+void Editor::answer(Reply reply)
+{
     if (waiting_ != nullptr && !waiting_->reply) {
         waiting_->reply = std::move(reply);
         windows_.wake(); // so that a pump that waits for a message comes back
     }
 }
 
-void Editor::answerText(const std::wstring& text) {
+void Editor::answerText(const std::wstring& text)
+{
     const Prompt& prompt = waiting_->prompt;
     windows_.print(prompt.text + L" " + text);
     if (text.empty()) {
@@ -113,7 +122,8 @@ void Editor::answerText(const std::wstring& text) {
     }
 }
 
-Reply Editor::ask(const Prompt& prompt) {
+Reply Editor::ask(const Prompt& prompt)
+{
     if (answers_ != nullptr) {
         if (answers_->empty())
             return {Reply::Kind::cancel, {}, {}};
@@ -137,13 +147,15 @@ Reply Editor::ask(const Prompt& prompt) {
     return *waiting.reply;
 }
 
-void Editor::mouseMove(Vec2 view) {
+void Editor::mouseMove(Vec2 view)
+{
     cursor_ = view;
     if (overlay())
         windows_.overlayChanged();
 }
 
-void Editor::leftDown(Vec2 view, bool shift) {
+void Editor::leftDown(Vec2 view, bool shift)
+{
     cursor_ = pressedAt_ = view;
     const bool selecting = (waiting_ != nullptr && waiting_->prompt.entities) || running_ == 0;
     if (waiting_ != nullptr && waiting_->prompt.points && !waiting_->prompt.entities) {
@@ -158,7 +170,8 @@ void Editor::leftDown(Vec2 view, bool shift) {
     }
 }
 
-void Editor::leftUp(Vec2 view) {
+void Editor::leftUp(Vec2 view)
+{
     const Vec2 moved = view - pressedAt_;
     if (windowCorner_ && std::max(std::abs(moved.x), std::abs(moved.y)) >= clickSlack)
         finishWindow(view_.toDrawing(view));
@@ -166,7 +179,8 @@ void Editor::leftUp(Vec2 view) {
 
 // --- Commands ---
 
-void Editor::execute(const std::wstring& line) {
+void Editor::execute(const std::wstring& line)
+{
     lastCommand_ = line;
     windows_.print(std::wstring(commandPrompt) + L" " + line);
     runNamed(line);
@@ -176,7 +190,8 @@ void Editor::execute(const std::wstring& line) {
         windows_.wake();
 }
 
-void Editor::runNamed(const std::wstring& name) {
+void Editor::runNamed(const std::wstring& name)
+{
     const std::wstring upper = upperCase(name);
     ++running_;
     const std::wstring outerName = std::exchange(runningName_, upper);
@@ -205,7 +220,8 @@ void Editor::runNamed(const std::wstring& name) {
     --running_;
 }
 
-bool Editor::runDeskCommand(const std::wstring& name, std::deque<Reply> answers) {
+bool Editor::runDeskCommand(const std::wstring& name, std::deque<Reply> answers)
+{
     const DeskCommand* command = findDeskCommand(name);
     if (command == nullptr || (command->needsDrawing && !standin::drawingOpen()))
         return false;
@@ -215,7 +231,8 @@ bool Editor::runDeskCommand(const std::wstring& name, std::deque<Reply> answers)
     return true;
 }
 
-void Editor::runVariable(const std::wstring& name, const standin::VariableValue& present) {
+void Editor::runVariable(const std::wstring& name, const standin::VariableValue& present)
+{
     std::wstring shown;
     if (const auto* integer = std::get_if<std::int16_t>(&present))
         shown = std::to_wstring(*integer);
@@ -255,7 +272,8 @@ void Editor::runVariable(const std::wstring& name, const standin::VariableValue&
 
 // --- Edits ---
 
-void Editor::addEntity(std::unique_ptr<drawing::Entity> entity) {
+void Editor::addEntity(std::unique_ptr<drawing::Entity> entity)
+{
     drawing::Document& document = standin::document();
     drawing::Block& space = inModelSpace() ? document.modelSpace() : document.paperSpace();
     entity->layer = document.header.text("$CLAYER", "0");
@@ -264,7 +282,8 @@ void Editor::addEntity(std::unique_ptr<drawing::Entity> entity) {
     drawingChanged();
 }
 
-bool Editor::eraseEntities(const std::vector<drawing::Handle>& entities) {
+bool Editor::eraseEntities(const std::vector<drawing::Handle>& entities)
+{
     bool all = true;
     for (const drawing::Handle entity : entities) {
         if (standin::eraseEntity(entity))
@@ -277,7 +296,8 @@ bool Editor::eraseEntities(const std::vector<drawing::Handle>& entities) {
     return all;
 }
 
-bool Editor::undo() {
+bool Editor::undo()
+{
     const bool done = history_.undo([](drawing::Handle entity, bool present) {
         return present ? standin::restoreEntity(entity) : standin::eraseEntity(entity);
     });
@@ -286,7 +306,8 @@ bool Editor::undo() {
     return done;
 }
 
-bool Editor::redo() {
+bool Editor::redo()
+{
     const bool done = history_.redo([](drawing::Handle entity, bool present) {
         return present ? standin::restoreEntity(entity) : standin::eraseEntity(entity);
     });
@@ -297,7 +318,8 @@ bool Editor::redo() {
 
 // --- Selection ---
 
-std::optional<std::vector<drawing::Handle>> Editor::askEntities(const std::wstring& text) {
+std::optional<std::vector<drawing::Handle>> Editor::askEntities(const std::wstring& text)
+{
     Prompt prompt;
     prompt.text = text;
     prompt.entities = true;
@@ -310,7 +332,8 @@ std::optional<std::vector<drawing::Handle>> Editor::askEntities(const std::wstri
     return std::vector<drawing::Handle>(selected_.begin(), selected_.end());
 }
 
-bool Editor::selectByText(const std::wstring& text) {
+bool Editor::selectByText(const std::wstring& text)
+{
     if (upperCase(text) == L"ALL") {
         selectAll();
         return true;
@@ -326,7 +349,8 @@ bool Editor::selectByText(const std::wstring& text) {
     return false;
 }
 
-void Editor::pickAt(Vec2 view, bool shift) {
+void Editor::pickAt(Vec2 view, bool shift)
+{
     const Vec2 at = view_.toDrawing(view);
     const drawing::Handle found = scene().pick(at, pickReach * view_.unitsPerPixel());
     if (found == 0) {
@@ -341,7 +365,8 @@ void Editor::pickAt(Vec2 view, bool shift) {
     selectionChanged();
 }
 
-void Editor::finishWindow(Vec2 corner) {
+void Editor::finishWindow(Vec2 corner)
+{
     Box window;
     window.add(*windowCorner_);
     window.add(corner);
@@ -356,35 +381,41 @@ void Editor::finishWindow(Vec2 corner) {
     selectionChanged();
 }
 
-void Editor::selectionChanged() {
+void Editor::selectionChanged()
+{
     if (!selected_.empty())
         latestSelection_.assign(selected_.begin(), selected_.end());
     windows_.overlayChanged();
     windows_.stateChanged();
 }
 
-std::vector<drawing::Handle> Editor::latestSelection() const {
+std::vector<drawing::Handle> Editor::latestSelection() const
+{
     return latestSelection_;
 }
 
-void Editor::select(const std::vector<drawing::Handle>& entities) {
+void Editor::select(const std::vector<drawing::Handle>& entities)
+{
     selected_ = {entities.begin(), entities.end()};
     selectionChanged();
 }
 
-void Editor::selectAll() {
+void Editor::selectAll()
+{
     selected_.clear();
     for (const SceneItem& item : scene().items())
         selected_.insert(item.entity);
     selectionChanged();
 }
 
-void Editor::clearSelection() {
+void Editor::clearSelection()
+{
     selected_.clear();
     selectionChanged();
 }
 
-std::optional<Editor::Overlay> Editor::overlay() const {
+std::optional<Editor::Overlay> Editor::overlay() const
+{
     const Vec2 at = view_.toDrawing(cursor_);
     if (windowCorner_)
         return Overlay{Prompt::Rubber::rectangle, *windowCorner_, at, true, at.x < windowCorner_->x};
@@ -395,7 +426,8 @@ std::optional<Editor::Overlay> Editor::overlay() const {
 
 // --- View ---
 
-void Editor::changeView(const std::function<void(ViewTransform&)>& change) {
+void Editor::changeView(const std::function<void(ViewTransform&)>& change)
+{
     const ViewTransform former = view_;
     change(view_);
     if (view_ == former)
@@ -406,12 +438,14 @@ void Editor::changeView(const std::function<void(ViewTransform&)>& change) {
     windows_.viewChanged();
 }
 
-void Editor::zoomExtents() {
+void Editor::zoomExtents()
+{
     const Box extents = scene().extents();
     changeView([&](ViewTransform& view) { view.fit(extents, 0.04); });
 }
 
-void Editor::zoomPrevious() {
+void Editor::zoomPrevious()
+{
     if (formerViews_.empty())
         return;
     view_.set(formerViews_.back().centre(), formerViews_.back().height());
@@ -419,11 +453,13 @@ void Editor::zoomPrevious() {
     windows_.viewChanged();
 }
 
-void Editor::resizeView(imaging::Size client) {
+void Editor::resizeView(imaging::Size client)
+{
     view_.resize(client);
 }
 
-const Scene& Editor::scene() {
+const Scene& Editor::scene()
+{
     const double pixel = view_.unitsPerPixel();
     if (sceneStale_ || scene_.tolerance() > coarsestTolerance * pixel || scene_.tolerance() < finestTolerance * pixel) {
         if (standin::drawingOpen())
@@ -437,18 +473,21 @@ const Scene& Editor::scene() {
 
 // --- Drawing ---
 
-bool Editor::inModelSpace() const {
+bool Editor::inModelSpace() const
+{
     const auto value = standin::systemVariable(L"TILEMODE");
     const auto* integer = value ? std::get_if<std::int16_t>(&*value) : nullptr;
     return integer == nullptr || *integer != 0;
 }
 
-const drawing::Block& Editor::currentSpace() const {
+const drawing::Block& Editor::currentSpace() const
+{
     const drawing::Document& document = standin::document();
     return inModelSpace() ? document.modelSpace() : document.paperSpace();
 }
 
-void Editor::drawingChanged() {
+void Editor::drawingChanged()
+{
     sceneStale_ = true;
     modified_ = true;
     if (standin::drawingOpen())
@@ -456,17 +495,20 @@ void Editor::drawingChanged() {
     windows_.drawingChanged();
 }
 
-void Editor::regenerate() {
+void Editor::regenerate()
+{
     sceneStale_ = true;
     windows_.drawingChanged();
 }
 
-void Editor::showPending(std::vector<Vec2> points) {
+void Editor::showPending(std::vector<Vec2> points)
+{
     pending_ = std::move(points);
     windows_.overlayChanged();
 }
 
-void Editor::drawingOpened() {
+void Editor::drawingOpened()
+{
     windows_.openDrawingWindow();
     sceneStale_ = true;
     const drawing::ViewportRecord& shown = standin::document().activeViewport();
@@ -479,7 +521,8 @@ void Editor::drawingOpened() {
     windows_.stateChanged();
 }
 
-bool Editor::openDrawing(const std::filesystem::path& path) {
+bool Editor::openDrawing(const std::filesystem::path& path)
+{
     forgetDrawing();
     const standin::Failure failure = path.empty() ? standin::newDrawing() : standin::openDrawing(path);
     if (failure) {
@@ -493,7 +536,8 @@ bool Editor::openDrawing(const std::filesystem::path& path) {
     return true;
 }
 
-bool Editor::saveDrawing(const std::filesystem::path& path) {
+bool Editor::saveDrawing(const std::filesystem::path& path)
+{
     drawing::ViewportRecord& shown = standin::document().activeViewport();
     shown.center = {view_.centre().x, view_.centre().y};
     shown.height = view_.height();
@@ -509,7 +553,8 @@ bool Editor::saveDrawing(const std::filesystem::path& path) {
     return true;
 }
 
-void Editor::forgetDrawing() {
+void Editor::forgetDrawing()
+{
     selected_.clear();
     latestSelection_.clear();
     pending_.clear();
@@ -519,14 +564,16 @@ void Editor::forgetDrawing() {
     modified_ = false;
 }
 
-void Editor::closeDrawing() {
+void Editor::closeDrawing()
+{
     forgetDrawing();
     if (standin::drawingOpen())
         standin::closeDrawing();
     windows_.closeDrawingWindow();
 }
 
-bool Editor::mayDiscard() {
+bool Editor::mayDiscard()
+{
     if (!standin::drawingOpen() || !modified_)
         return true;
     const std::filesystem::path path = standin::drawingPath();

@@ -9,17 +9,20 @@
 namespace desk {
 namespace {
 
-std::wstring at(const drawing::Vector3& point) {
+std::wstring at(const drawing::Vector3& point)
+{
     return formatPoint({point.x, point.y});
 }
 
-std::wstring colorOf(const drawing::Entity& entity) {
+std::wstring colorOf(const drawing::Entity& entity)
+{
     if (entity.color == drawing::kColorByLayer)
         return L"ByLayer";
     return entity.color == drawing::kColorByBlock ? L"ByBlock" : std::to_wstring(entity.color);
 }
 
-std::wstring imageLine(const drawing::Document& document, const drawing::Image& image) {
+std::wstring imageLine(const drawing::Document& document, const drawing::Image& image)
+{
     const auto* definition = document.find<drawing::ImageDefinition>(image.definition);
     const std::wstring file = definition != nullptr ? fromUtf8(definition->path) : L"(no definition)";
     const double width = std::hypot(image.u.x, image.u.y) * image.pixels.x;
@@ -30,7 +33,8 @@ std::wstring imageLine(const drawing::Document& document, const drawing::Image& 
            ((image.display & drawing::Image::kTransparent) != 0 ? L"  transparent" : L"");
 }
 
-std::wstring geometryOf(const drawing::Document& document, const drawing::Entity& entity) {
+std::wstring geometryOf(const drawing::Document& document, const drawing::Entity& entity)
+{
     if (const auto* line = dynamic_cast<const drawing::Line*>(&entity))
         return L"from " + at(line->start) + L"  to " + at(line->end);
     if (const auto* circle = dynamic_cast<const drawing::Circle*>(&entity))
@@ -57,7 +61,8 @@ std::wstring geometryOf(const drawing::Document& document, const drawing::Entity
 
 } // namespace
 
-std::vector<std::wstring> describe(const drawing::Document& document, const drawing::Entity& entity) {
+std::vector<std::wstring> describe(const drawing::Document& document, const drawing::Entity& entity)
+{
     wchar_t handle[20];
     std::swprintf(handle, 20, L"%llX", static_cast<unsigned long long>(entity.handle));
     std::vector<std::wstring> lines = {fromUtf8(entity.name()) + L"  layer \"" + fromUtf8(entity.layer) +

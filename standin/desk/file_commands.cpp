@@ -8,7 +8,8 @@ namespace {
 using standin::CommandOutcome;
 
 // A path as typed; it may stand in quotes.
-std::optional<std::filesystem::path> askPath(Editor& editor, const wchar_t* prompt) {
+std::optional<std::filesystem::path> askPath(Editor& editor, const wchar_t* prompt)
+{
     Prompt ask;
     ask.text = prompt;
     ask.points = false;
@@ -22,58 +23,68 @@ std::optional<std::filesystem::path> askPath(Editor& editor, const wchar_t* prom
     return std::filesystem::path(path);
 }
 
-CommandOutcome outcome(bool done) {
+CommandOutcome outcome(bool done)
+{
     return done ? CommandOutcome::ended : CommandOutcome::failed;
 }
 
-CommandOutcome tell(Editor& editor, const standin::Failure& failure, const std::wstring& success) {
+CommandOutcome tell(Editor& editor, const standin::Failure& failure, const std::wstring& success)
+{
     editor.print(failure ? *failure : success);
     return outcome(!failure);
 }
 
 } // namespace
 
-CommandOutcome newDrawing(Editor& editor) {
+CommandOutcome newDrawing(Editor& editor)
+{
     if (!editor.mayDiscard())
         return CommandOutcome::cancelled;
     return outcome(editor.openDrawing({}));
 }
 
-CommandOutcome openDrawing(Editor& editor) {
+CommandOutcome openDrawing(Editor& editor)
+{
     if (!editor.mayDiscard())
         return CommandOutcome::cancelled;
     const auto path = editor.windows().askForDrawing(false);
     return path ? outcome(editor.openDrawing(*path)) : CommandOutcome::cancelled;
 }
 
-CommandOutcome openNamed(Editor& editor) {
+CommandOutcome openNamed(Editor& editor)
+{
     const auto path = askPath(editor, L"Enter name of drawing to open:");
     return path ? outcome(editor.openDrawing(*path)) : CommandOutcome::cancelled;
 }
 
-CommandOutcome save(Editor& editor) {
+CommandOutcome save(Editor& editor)
+{
     const auto path = standin::drawingPath();
     return path.empty() ? saveAs(editor) : outcome(editor.saveDrawing(path));
 }
 
-CommandOutcome saveAs(Editor& editor) {
+CommandOutcome saveAs(Editor& editor)
+{
     const auto path = editor.windows().askForDrawing(true);
     return path ? outcome(editor.saveDrawing(*path)) : CommandOutcome::cancelled;
 }
 
-CommandOutcome saveNamed(Editor& editor) {
+CommandOutcome saveNamed(Editor& editor)
+{
     const auto path = askPath(editor, L"Enter name of file to save as:");
     return path ? outcome(editor.saveDrawing(*path)) : CommandOutcome::cancelled;
 }
 
-CommandOutcome quit(Editor& editor) {
+CommandOutcome quit(Editor& editor)
+{
     if (!editor.mayDiscard())
         return CommandOutcome::cancelled;
     editor.windows().close();
     return CommandOutcome::ended;
 }
 
-CommandOutcome arx(Editor& editor) {
+CommandOutcome arx(Editor& editor)
+{
     Prompt ask;
     ask.text = L"Enter an option [Load/Unload/?]:";
     ask.points = false;
@@ -99,14 +110,16 @@ CommandOutcome arx(Editor& editor) {
     return tell(editor, standin::unloadModule(name->wstring()), name->wstring() + L" is unloaded.");
 }
 
-CommandOutcome loadModule(Editor& editor) {
+CommandOutcome loadModule(Editor& editor)
+{
     const auto path = editor.windows().askForModule();
     if (!path)
         return CommandOutcome::cancelled;
     return tell(editor, standin::loadModule(*path), path->filename().wstring() + L" is loaded.");
 }
 
-CommandOutcome help(Editor& editor) {
+CommandOutcome help(Editor& editor)
+{
     editor.windows().showHelp();
     return CommandOutcome::ended;
 }

@@ -9,7 +9,8 @@ namespace {
 
 constexpr DWORD longestPath = 32768;
 
-OPENFILENAMEW describe(HWND owner, const wchar_t* title, const wchar_t* filter, std::vector<wchar_t>& buffer) {
+OPENFILENAMEW describe(HWND owner, const wchar_t* title, const wchar_t* filter, std::vector<wchar_t>& buffer)
+{
     OPENFILENAMEW dialog{};
     dialog.lStructSize = sizeof(dialog);
     dialog.hwndOwner = owner;
@@ -25,7 +26,8 @@ OPENFILENAMEW describe(HWND owner, const wchar_t* title, const wchar_t* filter, 
 } // namespace
 
 std::optional<std::filesystem::path> askFileToOpen(HWND owner, const wchar_t* title, const wchar_t* filter,
-                                                   const std::filesystem::path& folder) {
+                                                   const std::filesystem::path& folder)
+{
     std::vector<wchar_t> buffer(longestPath, L'\0');
     OPENFILENAMEW dialog = describe(owner, title, filter, buffer);
     const std::wstring initial = folder.wstring();
@@ -38,7 +40,8 @@ std::optional<std::filesystem::path> askFileToOpen(HWND owner, const wchar_t* ti
 }
 
 std::optional<std::filesystem::path> askFileToSave(HWND owner, const wchar_t* title, const wchar_t* filter,
-                                                   const std::filesystem::path& preset, const wchar_t* extension) {
+                                                   const std::filesystem::path& preset, const wchar_t* extension)
+{
     std::vector<wchar_t> buffer(longestPath, L'\0');
     const std::wstring name = preset.wstring();
     name.copy(buffer.data(), longestPath - 1);

@@ -8,7 +8,8 @@ namespace {
 constexpr int period = 8;
 constexpr int shortestRun = 2 * period;
 
-std::vector<imaging::Point> outlineOf(const imaging::Rect& rectangle, const ViewPicture& picture) {
+std::vector<imaging::Point> outlineOf(const imaging::Rect& rectangle, const ViewPicture& picture)
+{
     std::vector<imaging::Point> points;
     const auto add = [&](int x, int y) {
         if (picture.holds(x, y))
@@ -25,13 +26,14 @@ std::vector<imaging::Point> outlineOf(const imaging::Rect& rectangle, const View
     return points;
 }
 
-std::uint32_t patternAt(const FramePattern& pattern, int x, int y) {
+std::uint32_t patternAt(const FramePattern& pattern, int x, int y)
+{
     return pattern[std::size_t(y & 7) * period + (x & 7)];
 }
 
 // Looks along a row or a column for the pattern at any of its positions.
-template <class At>
-bool runIn(int length, const FramePattern& pattern, bool upright, const At& at) {
+template <class At> bool runIn(int length, const FramePattern& pattern, bool upright, const At& at)
+{
     for (int shift = 0; shift < period; ++shift) {
         int run = 0;
         for (int i = 0; i < length; ++i) {
@@ -46,7 +48,8 @@ bool runIn(int length, const FramePattern& pattern, bool upright, const At& at) 
 
 } // namespace
 
-double outlineMatch(const ViewPicture& picture, const imaging::Rect& rectangle, const FramePattern& pattern) {
+double outlineMatch(const ViewPicture& picture, const imaging::Rect& rectangle, const FramePattern& pattern)
+{
     const auto points = outlineOf(rectangle, picture);
     if (points.empty())
         return 0;
@@ -61,7 +64,8 @@ double outlineMatch(const ViewPicture& picture, const imaging::Rect& rectangle, 
     return double(best) / double(points.size());
 }
 
-bool holdsPatternRun(const ViewPicture& picture, const FramePattern& pattern) {
+bool holdsPatternRun(const ViewPicture& picture, const FramePattern& pattern)
+{
     for (int y = 0; y < picture.size.height; ++y)
         if (runIn(picture.size.width, pattern, false, [&](int x) { return picture.at(x, y); }))
             return true;

@@ -13,15 +13,18 @@ namespace {
 constexpr int outlineHeight = 1024;
 constexpr int piecesPerCurve = 5;
 
-double toDouble(FIXED number) {
+double toDouble(FIXED number)
+{
     return number.value + number.fract / 65536.0;
 }
 
-Vec2 toVec2(const POINTFX& point) {
+Vec2 toVec2(const POINTFX& point)
+{
     return {toDouble(point.x), toDouble(point.y)};
 }
 
-void addQuadratic(std::vector<Vec2>& contour, Vec2 control, Vec2 end) {
+void addQuadratic(std::vector<Vec2>& contour, Vec2 control, Vec2 end)
+{
     const Vec2 start = contour.back();
     for (int i = 1; i <= piecesPerCurve; ++i) {
         const double t = double(i) / piecesPerCurve, s = 1 - t;
@@ -29,7 +32,8 @@ void addQuadratic(std::vector<Vec2>& contour, Vec2 control, Vec2 end) {
     }
 }
 
-void addCubic(std::vector<Vec2>& contour, Vec2 control1, Vec2 control2, Vec2 end) {
+void addCubic(std::vector<Vec2>& contour, Vec2 control1, Vec2 control2, Vec2 end)
+{
     const Vec2 start = contour.back();
     for (int i = 1; i <= piecesPerCurve; ++i) {
         const double t = double(i) / piecesPerCurve, s = 1 - t;
@@ -38,7 +42,8 @@ void addCubic(std::vector<Vec2>& contour, Vec2 control1, Vec2 control2, Vec2 end
     }
 }
 
-void addCurve(std::vector<Vec2>& contour, const TTPOLYCURVE& curve) {
+void addCurve(std::vector<Vec2>& contour, const TTPOLYCURVE& curve)
+{
     const POINTFX* points = curve.apfx;
     switch (curve.wType) {
     case TT_PRIM_QSPLINE: // a curve's end lies half-way between two controls, but for the last
@@ -59,7 +64,8 @@ void addCurve(std::vector<Vec2>& contour, const TTPOLYCURVE& curve) {
 }
 
 // The system's outline data: contours one behind the other, each a header and its curves.
-std::vector<std::vector<Vec2>> contoursOf(const std::vector<std::byte>& data) {
+std::vector<std::vector<Vec2>> contoursOf(const std::vector<std::byte>& data)
+{
     std::vector<std::vector<Vec2>> contours;
     std::size_t at = 0;
     while (at + sizeof(TTPOLYGONHEADER) <= data.size()) {
@@ -82,7 +88,8 @@ std::vector<std::vector<Vec2>> contoursOf(const std::vector<std::byte>& data) {
 
 } // namespace
 
-Typeface::Typeface(const std::wstring& family) : context_(CreateCompatibleDC(nullptr)) {
+Typeface::Typeface(const std::wstring& family) : context_(CreateCompatibleDC(nullptr))
+{
     LOGFONTW description{};
     description.lfHeight = -outlineHeight;
     description.lfWeight = FW_NORMAL;
@@ -100,18 +107,21 @@ Typeface::Typeface(const std::wstring& family) : context_(CreateCompatibleDC(nul
     glyphs_.clear();
 }
 
-Typeface::~Typeface() {
+Typeface::~Typeface()
+{
     SelectObject(context_, formerFont_);
     DeleteObject(font_);
     DeleteDC(context_);
 }
 
-const Glyph& Typeface::glyph(wchar_t character) {
+const Glyph& Typeface::glyph(wchar_t character)
+{
     const auto found = glyphs_.find(character);
     return found != glyphs_.end() ? found->second : glyphs_.emplace(character, fetch(character)).first->second;
 }
 
-Glyph Typeface::fetch(wchar_t character) const {
+Glyph Typeface::fetch(wchar_t character) const
+{
     const MAT2 identity{{0, 1}, {0, 0}, {0, 0}, {0, 1}};
     GLYPHMETRICS metrics{};
     Glyph glyph;
@@ -128,12 +138,19 @@ Glyph Typeface::fetch(wchar_t character) const {
     return glyph;
 }
 
-Typeface& TypefaceCache::forFontFile(const std::string& fontFile) {
+Typeface& TypefaceCache::forFontFile(const std::string& fontFile)
+{
     // The font files of everyday text styles; shape fonts have no outlines, and a plain sans serif stands for them.
     static const std::map<std::wstring, std::wstring> families = {
-        {L"ARIAL", L"Arial"},     {L"ARIALBD", L"Arial"},        {L"TIMES", L"Times New Roman"},
-        {L"COUR", L"Courier New"}, {L"TAHOMA", L"Tahoma"},       {L"VERDANA", L"Verdana"},
-        {L"DEJAVUSANS", L"DejaVu Sans"}, {L"DEJAVUSERIF", L"DejaVu Serif"}, {L"DEJAVUSANSMONO", L"DejaVu Sans Mono"},
+        {L"ARIAL", L"Arial"},
+        {L"ARIALBD", L"Arial"},
+        {L"TIMES", L"Times New Roman"},
+        {L"COUR", L"Courier New"},
+        {L"TAHOMA", L"Tahoma"},
+        {L"VERDANA", L"Verdana"},
+        {L"DEJAVUSANS", L"DejaVu Sans"},
+        {L"DEJAVUSERIF", L"DejaVu Serif"},
+        {L"DEJAVUSANSMONO", L"DejaVu Sans Mono"},
     };
     std::wstring stem = upperCase(fromUtf8(fontFile));
     stem = stem.substr(stem.find_last_of(L"\\/") + 1);

@@ -16,7 +16,8 @@ namespace {
 
 using desk::script::Outcome;
 
-std::vector<std::wstring> programArguments() {
+std::vector<std::wstring> programArguments()
+{
     int count = 0;
     wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
     std::vector<std::wstring> arguments(words + 1, words + count);
@@ -46,7 +47,8 @@ private:
 DeskApp theDesk;
 
 // Loads and opens what the command line asks for; a failure in a script's run is told there, without a box.
-void DeskApp::begin() {
+void DeskApp::begin()
+{
     for (const std::wstring& failure : standin::loadStartupModules())
         frame_->commandPanel().print(failure);
     for (const auto& module : options_.modules)
@@ -56,14 +58,16 @@ void DeskApp::begin() {
                                                           : std::filesystem::absolute(options_.drawing));
 }
 
-void DeskApp::playScript(std::vector<desk::script::Step> steps) {
+void DeskApp::playScript(std::vector<desk::script::Step> steps)
+{
     desk::script::Player::Limits limits;
     limits.run = options_.runLimitSeconds * 1000;
     player_ = std::make_unique<desk::script::Player>(*frame_, *console_, limits);
     player_->start(std::move(steps));
 }
 
-BOOL DeskApp::InitInstance() {
+BOOL DeskApp::InitInstance()
+{
     std::vector<desk::script::Step> steps;
     try {
         options_ = desk::parseOptions(programArguments());
@@ -98,7 +102,8 @@ BOOL DeskApp::InitInstance() {
     return TRUE;
 }
 
-int DeskApp::ExitInstance() {
+int DeskApp::ExitInstance()
+{
     if (player_) {
         // The run may only now notice that the desk is gone.
         desk::script::Player& player = *player_;
@@ -113,6 +118,7 @@ int DeskApp::ExitInstance() {
 
 } // namespace
 
-int WINAPI wWinMain(HINSTANCE instance, HINSTANCE previous, LPWSTR commandLine, int show) {
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE previous, LPWSTR commandLine, int show)
+{
     return AfxWinMain(instance, previous, commandLine, show);
 }

@@ -17,17 +17,28 @@ const wchar_t* const programName = L"Halvoran Desk";
 
 // What a menu entry types at the command line, after what runs has been cancelled.
 const std::map<UINT, const wchar_t*> typedByMenu = {
-    {ID_DESK_NEW, L"new "},           {ID_DESK_OPEN, L"open "},
-    {ID_DESK_SAVE, L"save "},         {ID_DESK_SAVE_AS, L"saveas "},
-    {ID_DESK_LOAD_MODULE, L"appload "}, {ID_DESK_UNLOAD_MODULE, L"arx u "},
-    {ID_DESK_UNDO, L"u "},            {ID_DESK_REDO, L"redo "},
-    {ID_DESK_ERASE, L"erase "},       {ID_DESK_ZOOM_EXTENTS, L"zoom e "},
-    {ID_DESK_ZOOM_WINDOW, L"zoom w "}, {ID_DESK_ZOOM_PREVIOUS, L"zoom p "},
-    {ID_DESK_ZOOM_IN, L"zoom 2x "},   {ID_DESK_ZOOM_OUT, L"zoom 0.5x "},
-    {ID_DESK_PAN, L"pan "},           {ID_DESK_REGEN, L"regen "},
-    {ID_DESK_LINE, L"line "},         {ID_DESK_POLYLINE, L"pline "},
-    {ID_DESK_CIRCLE, L"circle "},     {ID_DESK_TEXT, L"text "},
-    {ID_DESK_LIST, L"list "},         {ID_DESK_HELP, L"help "},
+    {ID_DESK_NEW, L"new "},
+    {ID_DESK_OPEN, L"open "},
+    {ID_DESK_SAVE, L"save "},
+    {ID_DESK_SAVE_AS, L"saveas "},
+    {ID_DESK_LOAD_MODULE, L"appload "},
+    {ID_DESK_UNLOAD_MODULE, L"arx u "},
+    {ID_DESK_UNDO, L"u "},
+    {ID_DESK_REDO, L"redo "},
+    {ID_DESK_ERASE, L"erase "},
+    {ID_DESK_ZOOM_EXTENTS, L"zoom e "},
+    {ID_DESK_ZOOM_WINDOW, L"zoom w "},
+    {ID_DESK_ZOOM_PREVIOUS, L"zoom p "},
+    {ID_DESK_ZOOM_IN, L"zoom 2x "},
+    {ID_DESK_ZOOM_OUT, L"zoom 0.5x "},
+    {ID_DESK_PAN, L"pan "},
+    {ID_DESK_REGEN, L"regen "},
+    {ID_DESK_LINE, L"line "},
+    {ID_DESK_POLYLINE, L"pline "},
+    {ID_DESK_CIRCLE, L"circle "},
+    {ID_DESK_TEXT, L"text "},
+    {ID_DESK_LIST, L"list "},
+    {ID_DESK_HELP, L"help "},
 };
 
 } // namespace
@@ -38,18 +49,20 @@ ON_UPDATE_COMMAND_UI_RANGE(ID_DESK_FIRST, ID_DESK_LAST, &MainFrame::onUpdateDesk
 END_MESSAGE_MAP()
 
 MainFrame::MainFrame()
-    : editor_(*this),
-      commandPanel_(fonts_, {[this] { editor_.enterKey(); }, [this] { return editor_.blanksAreText(); },
-                             [this] { editor_.escapeKey(); }, [this] { RecalcLayout(); }}),
-      statusPanel_(fonts_, [this] { onDeskCommand(ID_DESK_TOGGLE_SPACE); }) {}
+    : editor_(*this), commandPanel_(fonts_, {[this] { editor_.enterKey(); }, [this] { return editor_.blanksAreText(); },
+                                             [this] { editor_.escapeKey(); }, [this] { RecalcLayout(); }}),
+      statusPanel_(fonts_, [this] { onDeskCommand(ID_DESK_TOGGLE_SPACE); })
+{}
 
-MainFrame::~MainFrame() {
+MainFrame::~MainFrame()
+{
     standin::setDeskServices(nullptr);
     DestroyIcon(bigIcon_);
     DestroyIcon(smallIcon_);
 }
 
-bool MainFrame::create(int width, int height) {
+bool MainFrame::create(int width, int height)
+{
     if (!LoadFrame(IDR_DESK, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN))
         return false;
     SetWindowText(programName);
@@ -57,6 +70,10 @@ bool MainFrame::create(int width, int height) {
     smallIcon_ = makeProgramIcon(16);
     SetIcon(bigIcon_, TRUE);
     SetIcon(smallIcon_, FALSE);
+    // One drawing fills the client area: nothing to scroll, and no edge around it.
+    CWnd* const client = CWnd::FromHandle(m_hWndMDIClient);
+    client->ModifyStyle(WS_HSCROLL | WS_VSCROLL, 0, SWP_FRAMECHANGED);
+    client->ModifyStyleEx(WS_EX_CLIENTEDGE, 0, SWP_FRAMECHANGED);
     // The status line first: it lies at the very foot, the command line above it, docked bars above both.
     if (!statusPanel_.Create(this) || !commandPanel_.Create(this))
         return false;
@@ -71,13 +88,15 @@ bool MainFrame::create(int width, int height) {
 
 // --- Layout ---
 
-void MainFrame::RecalcLayout(BOOL bNotify) {
+void MainFrame::RecalcLayout(BOOL bNotify)
+{
     CMDIFrameWnd::RecalcLayout(bNotify);
     fitDrawingWindow();
 }
 
 // The one drawing window fills the client area without a frame of its own.
-void MainFrame::fitDrawingWindow() {
+void MainFrame::fitDrawingWindow()
+{
     if (child_ == nullptr || m_hWndMDIClient == nullptr)
         return;
     CRect client;
@@ -85,7 +104,8 @@ void MainFrame::fitDrawingWindow() {
     child_->MoveWindow(&client);
 }
 
-void MainFrame::openDrawingWindow() {
+void MainFrame::openDrawingWindow()
+{
     if (view_ != nullptr)
         return;
     child_ = new CMDIChildWnd;
@@ -93,8 +113,6 @@ void MainFrame::openDrawingWindow() {
     child_->ModifyStyle(WS_CAPTION | WS_THICKFRAME | WS_SYSMENU | WS_MINIMIZEBOX | WS_MAXIMIZEBOX | WS_BORDER, 0,
                         SWP_FRAMECHANGED);
     child_->ModifyStyleEx(WS_EX_CLIENTEDGE | WS_EX_WINDOWEDGE, 0, SWP_FRAMECHANGED);
-    ::SetWindowLongPtrW(m_hWndMDIClient, GWL_EXSTYLE,
-                        ::GetWindowLongPtrW(m_hWndMDIClient, GWL_EXSTYLE) & ~WS_EX_CLIENTEDGE);
     view_ = new DrawingView(
         editor_, dark_ ? Palette::dark() : Palette::light(), [this](wchar_t key) { commandPanel_.type(key); },
         [this](Vec2 at) { hovered(at); });
@@ -105,7 +123,8 @@ void MainFrame::openDrawingWindow() {
     view_->SetFocus();
 }
 
-void MainFrame::closeDrawingWindow() {
+void MainFrame::closeDrawingWindow()
+{
     if (child_ == nullptr)
         return;
     view_ = nullptr;
@@ -114,7 +133,8 @@ void MainFrame::closeDrawingWindow() {
 
 // --- Messages ---
 
-LRESULT MainFrame::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT MainFrame::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
     switch (message) {
     case processInputMessage:
         wakePosted_ = false;
@@ -141,7 +161,8 @@ LRESULT MainFrame::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 // The wheel goes to what lies under the mouse, wherever the keyboard is.
-BOOL MainFrame::PreTranslateMessage(MSG* pMsg) {
+BOOL MainFrame::PreTranslateMessage(MSG* pMsg)
+{
     if (pMsg->message == WM_MOUSEWHEEL && view_ != nullptr && pMsg->hwnd != view_->m_hWnd) {
         const POINT at{GET_X_LPARAM(pMsg->lParam), GET_Y_LPARAM(pMsg->lParam)};
         if (::WindowFromPoint(at) == view_->m_hWnd) {
@@ -152,7 +173,8 @@ BOOL MainFrame::PreTranslateMessage(MSG* pMsg) {
     return CMDIFrameWnd::PreTranslateMessage(pMsg);
 }
 
-void MainFrame::onDeskCommand(UINT id) {
+void MainFrame::onDeskCommand(UINT id)
+{
     switch (id) {
     case ID_DESK_EXIT:
         PostMessage(WM_CLOSE);
@@ -181,7 +203,8 @@ void MainFrame::onDeskCommand(UINT id) {
     }
 }
 
-void MainFrame::onUpdateDeskCommand(CCmdUI* item) {
+void MainFrame::onUpdateDeskCommand(CCmdUI* item)
+{
     const bool open = standin::drawingOpen();
     switch (item->m_nID) {
     case ID_DESK_NEW:
@@ -207,7 +230,8 @@ void MainFrame::onUpdateDeskCommand(CCmdUI* item) {
     }
 }
 
-void MainFrame::onClose() {
+void MainFrame::onClose()
+{
     if (editor_.commandRunning()) {
         if (!editor_.idle())
             return; // a module is at work
@@ -220,7 +244,8 @@ void MainFrame::onClose() {
 }
 
 // A command that waits for input is cancelled first, and the end comes once it has returned.
-void MainFrame::closeAtOnce() {
+void MainFrame::closeAtOnce()
+{
     if (!editor_.commandRunning()) {
         shutDown();
         return;
@@ -229,7 +254,8 @@ void MainFrame::closeAtOnce() {
     SetTimer(endOfScriptTimer, 50, nullptr);
 }
 
-void MainFrame::shutDown() {
+void MainFrame::shutDown()
+{
     if (std::exchange(quitting_, true))
         return;
     editor_.closeDrawing();
@@ -239,18 +265,21 @@ void MainFrame::shutDown() {
     DestroyWindow();
 }
 
-void MainFrame::close() {
+void MainFrame::close()
+{
     PostMessage(WM_CLOSE);
 }
 
-void MainFrame::toggleGround() {
+void MainFrame::toggleGround()
+{
     dark_ = !dark_;
     AfxGetApp()->WriteProfileInt(L"View", L"DarkGround", dark_ ? 1 : 0);
     if (view_ != nullptr)
         view_->setPalette(dark_ ? Palette::dark() : Palette::light());
 }
 
-void MainFrame::hovered(Vec2 view) {
+void MainFrame::hovered(Vec2 view)
+{
     statusPanel_.showCoordinates(formatPoint(editor_.view().toDrawing(view)));
 }
 

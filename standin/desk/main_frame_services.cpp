@@ -11,7 +11,8 @@ namespace {
 constexpr UINT processInputMessage = WM_APP + 1;
 const wchar_t* const programName = L"Halvoran Desk";
 
-Reply replyOf(const standin::CommandArgument& argument) {
+Reply replyOf(const standin::CommandArgument& argument)
+{
     if (const auto* point = std::get_if<standin::DrawingPoint>(&argument))
         return {Reply::Kind::point, {point->x, point->y}, {}};
     std::wstring text;
@@ -28,37 +29,45 @@ Reply replyOf(const standin::CommandArgument& argument) {
 
 // --- EditorWindows ---
 
-void MainFrame::print(const std::wstring& line) {
+void MainFrame::print(const std::wstring& line)
+{
     commandPanel_.print(line);
 }
 
-void MainFrame::showPrompt(const std::wstring& prompt) {
+void MainFrame::showPrompt(const std::wstring& prompt)
+{
     commandPanel_.showPrompt(prompt);
 }
 
-std::wstring MainFrame::typedText() {
+std::wstring MainFrame::typedText()
+{
     return commandPanel_.typedText();
 }
 
-void MainFrame::setTypedText(const std::wstring& text) {
+void MainFrame::setTypedText(const std::wstring& text)
+{
     commandPanel_.setTypedText(text);
 }
 
-void MainFrame::drawingChanged() {
+void MainFrame::drawingChanged()
+{
     if (view_ != nullptr)
         view_->repaintScene();
 }
 
-void MainFrame::viewChanged() {
+void MainFrame::viewChanged()
+{
     overlayChanged();
 }
 
-void MainFrame::overlayChanged() {
+void MainFrame::overlayChanged()
+{
     if (view_ != nullptr)
         view_->repaintOverlay();
 }
 
-void MainFrame::stateChanged() {
+void MainFrame::stateChanged()
+{
     const auto path = standin::drawingPath();
     const std::wstring drawing = path.empty() ? L"Untitled" : path.filename().wstring();
     SetWindowText(standin::drawingOpen() ? (drawing + L" - " + programName).c_str() : programName);
@@ -72,12 +81,14 @@ void MainFrame::stateChanged() {
         statusPanel_.showState(standin::drawingOpen() ? L"Ready" : L"No drawing is open");
 }
 
-void MainFrame::wake() {
+void MainFrame::wake()
+{
     if (!std::exchange(wakePosted_, true))
         PostMessage(processInputMessage);
 }
 
-bool MainFrame::pumpMessage() {
+bool MainFrame::pumpMessage()
+{
     MSG message;
     for (LONG count = 0; !PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE); ++count)
         if (!AfxGetThread()->OnIdle(count))
@@ -88,25 +99,30 @@ bool MainFrame::pumpMessage() {
     return false;
 }
 
-std::optional<std::filesystem::path> MainFrame::askForDrawing(bool toSave) {
+std::optional<std::filesystem::path> MainFrame::askForDrawing(bool toSave)
+{
     const auto path = standin::drawingPath();
     return toSave ? askFileToSave(m_hWnd, L"Save drawing as", drawingFilter, path, L"dxf")
                   : askFileToOpen(m_hWnd, L"Open drawing", drawingFilter, path.parent_path());
 }
 
-std::optional<std::filesystem::path> MainFrame::askForModule() {
+std::optional<std::filesystem::path> MainFrame::askForModule()
+{
     return askFileToOpen(m_hWnd, L"Load module", moduleFilter, {});
 }
 
-int MainFrame::askToSave(const std::wstring& drawing) {
+int MainFrame::askToSave(const std::wstring& drawing)
+{
     return AfxMessageBox((L"Save changes to " + drawing + L"?").c_str(), MB_YESNOCANCEL | MB_ICONQUESTION);
 }
 
-void MainFrame::alert(const std::wstring& text) {
+void MainFrame::alert(const std::wstring& text)
+{
     AfxMessageBox(text.c_str(), MB_OK | MB_ICONEXCLAMATION);
 }
 
-void MainFrame::showHelp() {
+void MainFrame::showHelp()
+{
     for (const DeskCommand& command : deskCommands()) {
         std::wstring line = L"  " + std::wstring(command.name);
         if (!command.alias.empty())
@@ -117,7 +133,8 @@ void MainFrame::showHelp() {
     print(L"  Wheel zooms, middle button pans; F2 shows more of this transcript.");
 }
 
-void MainFrame::reportFrameTimes() {
+void MainFrame::reportFrameTimes()
+{
     if (view_ == nullptr)
         return;
     const FrameTimes times = view_->takeFrameTimes();
@@ -128,28 +145,34 @@ void MainFrame::reportFrameTimes() {
 
 // --- standin::DeskServices ---
 
-void MainFrame::postCommandText(const std::wstring& text) {
+void MainFrame::postCommandText(const std::wstring& text)
+{
     editor_.post(text);
 }
 
-standin::ViewState MainFrame::viewState() {
+standin::ViewState MainFrame::viewState()
+{
     const ViewTransform& view = editor_.view();
     return {view.client().width, view.client().height, {view.centre().x, view.centre().y, 0}, view.height()};
 }
 
-void MainFrame::redraw() {
+void MainFrame::redraw()
+{
     editor_.drawingChanged();
 }
 
-std::optional<std::vector<standin::Handle>> MainFrame::selectEntities() {
+std::optional<std::vector<standin::Handle>> MainFrame::selectEntities()
+{
     return editor_.askEntities(L"Select objects:");
 }
 
-std::vector<standin::Handle> MainFrame::currentSelection() {
+std::vector<standin::Handle> MainFrame::currentSelection()
+{
     return editor_.latestSelection();
 }
 
-bool MainFrame::runDeskCommand(const std::vector<standin::CommandArgument>& arguments) {
+bool MainFrame::runDeskCommand(const std::vector<standin::CommandArgument>& arguments)
+{
     const auto* name = arguments.empty() ? nullptr : std::get_if<std::wstring>(&arguments.front());
     if (name == nullptr)
         return false;

@@ -19,7 +19,8 @@ constexpr DWORD framesSettle = 200;
 // Handles and rubber bands may lie over a part of the frame.
 constexpr double enoughOfFrame = 0.9;
 
-std::optional<FramePattern> selectionPattern() {
+std::optional<FramePattern> selectionPattern()
+{
     for (const auto& module : standin::loadedModules()) {
         const HMODULE handle = GetModuleHandleW(module.filename().c_str());
         const HBITMAP bitmap = LoadBitmapW(handle, MAKEINTRESOURCEW(selectionPatternBitmap));
@@ -41,7 +42,8 @@ std::optional<FramePattern> selectionPattern() {
     return std::nullopt;
 }
 
-ViewPicture pictureOf(DrawingView& view) {
+ViewPicture pictureOf(DrawingView& view)
+{
     CRect client;
     view.GetClientRect(&client);
     PixelBuffer buffer;
@@ -59,7 +61,8 @@ ViewPicture pictureOf(DrawingView& view) {
 
 // The view rectangle of a box of image pixels, reckoned as the frames are: corners rounded, then ordered.
 imaging::Rect viewRect(const SceneImage& image, imaging::Size pixels, const imaging::Rect& box,
-                       const ViewTransform& view) {
+                       const ViewTransform& view)
+{
     const auto corner = [&](int x, int y) {
         const Vec2 drawing = image.position + image.u * (double(x) / pixels.width * image.pixels.width) +
                              image.v * ((1 - double(y) / pixels.height) * image.pixels.height);
@@ -72,14 +75,16 @@ imaging::Rect viewRect(const SceneImage& image, imaging::Size pixels, const imag
 
 } // namespace
 
-std::optional<bool> ModuleEye::rasterIsCurrent() const {
+std::optional<bool> ModuleEye::rasterIsCurrent() const
+{
     const ToolbarButton button = findToolbarButton(agent_.threadId(), saveRasterButton);
     if (button.toolbar == nullptr)
         return std::nullopt;
     return button.enabled;
 }
 
-bool ModuleEye::toolHoldsMouse() const {
+bool ModuleEye::toolHoldsMouse() const
+{
     HWND view = nullptr;
     unsigned before = 0, after = 0;
     agent_.ask([&] {
@@ -96,7 +101,8 @@ bool ModuleEye::toolHoldsMouse() const {
     return after == before;
 }
 
-bool ModuleEye::sees(int tool, std::wstring& seen) const {
+bool ModuleEye::sees(int tool, std::wstring& seen) const
+{
     const bool held = toolHoldsMouse();
     int pressed = 0;
     agent_.ask([&] {
@@ -113,7 +119,8 @@ bool ModuleEye::sees(int tool, std::wstring& seen) const {
     return held && pressed == (toolButtons.contains(tool) ? tool : 0);
 }
 
-bool ModuleEye::seesSelection(const imaging::Rect& pixels, std::wstring& seen) const {
+bool ModuleEye::seesSelection(const imaging::Rect& pixels, std::wstring& seen) const
+{
     Sleep(framesSettle);
     double best = 0;
     agent_.ask([&] {
@@ -133,7 +140,8 @@ bool ModuleEye::seesSelection(const imaging::Rect& pixels, std::wstring& seen) c
     return best >= enoughOfFrame;
 }
 
-bool ModuleEye::seesAnySelection() const {
+bool ModuleEye::seesAnySelection() const
+{
     Sleep(framesSettle);
     bool any = false;
     agent_.ask([&] {

@@ -6,7 +6,8 @@
 namespace desk {
 namespace {
 
-int positiveNumber(const std::wstring& text, const char* option) {
+int positiveNumber(const std::wstring& text, const char* option)
+{
     const auto value = parseNumber(text);
     if (!value || *value < 1 || *value > 1e6)
         throw OptionError(std::string(option) + " wants a positive number, not \"" + toUtf8(text) + "\"");
@@ -22,7 +23,8 @@ const wchar_t* const usage = L"halvoran-desk [options] [DRAWING]\n"
                              L"  --limit SECONDS  the longest that a script's run may take (300)\n"
                              L"  --size WxH       the main window's size in pixels (1240x900)\n";
 
-Options parseOptions(const std::vector<std::wstring>& arguments) {
+Options parseOptions(const std::vector<std::wstring>& arguments)
+{
     Options options;
     std::size_t next = 0;
     const auto valueOf = [&](const std::wstring& option) {

@@ -7,7 +7,8 @@
 namespace desk {
 namespace {
 
-double distanceToSegment(Vec2 a, Vec2 b, Vec2 at) {
+double distanceToSegment(Vec2 a, Vec2 b, Vec2 at)
+{
     const Vec2 along = b - a;
     const double lengthSquared = along.x * along.x + along.y * along.y;
     double share = 0;
@@ -18,7 +19,8 @@ double distanceToSegment(Vec2 a, Vec2 b, Vec2 at) {
 }
 
 // Even-odd rule; the outline closes itself.
-bool insideOutline(const std::vector<Vec2>& outline, Vec2 at) {
+bool insideOutline(const std::vector<Vec2>& outline, Vec2 at)
+{
     bool inside = false;
     for (std::size_t i = 0, j = outline.size() - 1; i < outline.size(); j = i++) {
         const Vec2 a = outline[i], b = outline[j];
@@ -29,7 +31,8 @@ bool insideOutline(const std::vector<Vec2>& outline, Vec2 at) {
 }
 
 // Clips the segment to the box, edge by edge; true if anything is left.
-bool segmentTouches(Vec2 a, Vec2 b, const Box& box) {
+bool segmentTouches(Vec2 a, Vec2 b, const Box& box)
+{
     double first = 0, last = 1;
     const auto clip = [&](double direction, double room) {
         if (direction == 0)
@@ -48,7 +51,8 @@ bool segmentTouches(Vec2 a, Vec2 b, const Box& box) {
 
 } // namespace
 
-Box boundsOf(const PickShape& shape) {
+Box boundsOf(const PickShape& shape)
+{
     Box box;
     for (const PickPiece& piece : shape)
         for (const Vec2 point : piece.points)
@@ -56,7 +60,8 @@ Box boundsOf(const PickShape& shape) {
     return box;
 }
 
-double distanceTo(const PickShape& shape, Vec2 at) {
+double distanceTo(const PickShape& shape, Vec2 at)
+{
     double nearest = std::numeric_limits<double>::infinity();
     for (const PickPiece& piece : shape) {
         const auto& points = piece.points;
@@ -73,11 +78,13 @@ double distanceTo(const PickShape& shape, Vec2 at) {
     return nearest;
 }
 
-bool insideWindow(const PickShape& shape, const Box& window) {
+bool insideWindow(const PickShape& shape, const Box& window)
+{
     return window.contains(boundsOf(shape));
 }
 
-bool touchesWindow(const PickShape& shape, const Box& window) {
+bool touchesWindow(const PickShape& shape, const Box& window)
+{
     for (const PickPiece& piece : shape) {
         const auto& points = piece.points;
         if (points.empty())

@@ -5,7 +5,8 @@
 
 namespace desk {
 
-bool PixelBuffer::resize(imaging::Size size) {
+bool PixelBuffer::resize(imaging::Size size)
+{
     if (size == size_)
         return false;
     release();
@@ -29,7 +30,8 @@ bool PixelBuffer::resize(imaging::Size size) {
     return true;
 }
 
-void PixelBuffer::release() {
+void PixelBuffer::release()
+{
     if (bitmap_ != nullptr) {
         SelectObject(context_, formerBitmap_);
         DeleteObject(bitmap_);
@@ -42,7 +44,8 @@ void PixelBuffer::release() {
     size_ = {0, 0};
 }
 
-void PixelBuffer::shift(imaging::Point by) {
+void PixelBuffer::shift(imaging::Point by)
+{
     const int width = size_.width - std::abs(by.x);
     if (width <= 0 || std::abs(by.y) >= size_.height)
         return;
@@ -58,7 +61,8 @@ void PixelBuffer::shift(imaging::Point by) {
             moveRow(y);
 }
 
-void PixelBuffer::copyFrom(const PixelBuffer& other, const imaging::Rect& area) {
+void PixelBuffer::copyFrom(const PixelBuffer& other, const imaging::Rect& area)
+{
     const imaging::Rect part = area.intersect(imaging::Rect::of(size_)).intersect(imaging::Rect::of(other.size_));
     for (int y = part.top; y < part.bottom; ++y)
         std::memcpy(pixels_ + std::size_t(y) * size_.width + part.left,

@@ -10,7 +10,8 @@ namespace {
 
 // From the corners of the area's pixels to the image's pixel corners (y down from its top).
 std::optional<imaging::Affine> fromAreaToImage(const SceneImage& image, const imaging::Bitmap& pixels,
-                                               const ViewTransform& view, imaging::Point area) {
+                                               const ViewTransform& view, imaging::Point area)
+{
     const Vec2 right = image.u * image.pixels.width, up = image.v * image.pixels.height;
     const double determinant = right.x * up.y - right.y * up.x;
     if (!std::isfinite(determinant) || determinant == 0)
@@ -30,13 +31,15 @@ std::optional<imaging::Affine> fromAreaToImage(const SceneImage& image, const im
     return imaging::Affine{x.x, y.x, origin.x, x.y, y.y, origin.y};
 }
 
-bool samePlace(const SceneImage& a, const SceneImage& b) {
+bool samePlace(const SceneImage& a, const SceneImage& b)
+{
     return a.position == b.position && a.u == b.u && a.v == b.v && a.pixels == b.pixels;
 }
 
 } // namespace
 
-std::optional<imaging::Point> panBetween(const ViewTransform& from, const ViewTransform& to) {
+std::optional<imaging::Point> panBetween(const ViewTransform& from, const ViewTransform& to)
+{
     if (from.height() != to.height() || !(from.client() == to.client()))
         return std::nullopt;
     const Vec2 moved = to.toView(from.centre()) - from.toView(from.centre());
@@ -50,7 +53,8 @@ std::optional<imaging::Point> panBetween(const ViewTransform& from, const ViewTr
 
 const std::vector<std::uint8_t>& RasterCoverage::update(const SceneImage& image,
                                                         const std::shared_ptr<const imaging::Bitmap>& pixels,
-                                                        const ViewTransform& view) {
+                                                        const ViewTransform& view)
+{
     const imaging::Size client = view.client();
     sampled_ = 0;
     std::optional<imaging::Point> pan;
@@ -75,7 +79,8 @@ const std::vector<std::uint8_t>& RasterCoverage::update(const SceneImage& image,
     return coverage_;
 }
 
-void RasterCoverage::shift(imaging::Point pan) {
+void RasterCoverage::shift(imaging::Point pan)
+{
     const imaging::Size client = view_.client();
     const int kept = client.width - std::abs(pan.x);
     const int from = std::max(-pan.x, 0), to = std::max(pan.x, 0);
@@ -92,7 +97,8 @@ void RasterCoverage::shift(imaging::Point pan) {
     }
 }
 
-void RasterCoverage::sample(const imaging::Rect& area) {
+void RasterCoverage::sample(const imaging::Rect& area)
+{
     const int width = view_.client().width;
     if (area.empty())
         return;
@@ -104,9 +110,8 @@ void RasterCoverage::sample(const imaging::Rect& area) {
     for (const Vec2 corner : image_.corners())
         box.add(view_.toView(corner));
     const auto bounded = [](double value) { return static_cast<int>(std::clamp(value, -1e8, 1e8)); };
-    const imaging::Rect part =
-        area.intersect({bounded(std::floor(box.low.x)), bounded(std::floor(box.low.y)),
-                        bounded(std::ceil(box.high.x)) + 1, bounded(std::ceil(box.high.y)) + 1});
+    const imaging::Rect part = area.intersect({bounded(std::floor(box.low.x)), bounded(std::floor(box.low.y)),
+                                               bounded(std::ceil(box.high.x)) + 1, bounded(std::ceil(box.high.y)) + 1});
     if (part.empty())
         return;
     const auto map = fromAreaToImage(image_, *pixels_, view_, {part.left, part.top});

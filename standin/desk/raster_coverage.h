@@ -21,9 +21,8 @@ class RasterCoverage
 public:
     // Brings the picture up to date and returns one byte per client pixel, row by row: 0 no ink, 255 all ink.
     // The span holds until the next call.
-    const std::vector<std::uint8_t>& update(const SceneImage& image,
-                                            const std::shared_ptr<const imaging::Bitmap>& pixels,
-                                            const ViewTransform& view);
+    const std::vector<std::uint8_t>&
+    update(const SceneImage& image, const std::shared_ptr<const imaging::Bitmap>& pixels, const ViewTransform& view);
 
     // View pixels sampled by the last update.
     std::int64_t sampled() const { return sampled_; }

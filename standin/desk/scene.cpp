@@ -7,11 +7,13 @@
 namespace desk {
 namespace {
 
-Vec2 toVec2(const drawing::Vector2& v) {
+Vec2 toVec2(const drawing::Vector2& v)
+{
     return {v.x, v.y};
 }
 
-ScenePath pathOf(const drawing::FlatPath& flat, const drawing::FlatStyle& style, const drawing::Document& document) {
+ScenePath pathOf(const drawing::FlatPath& flat, const drawing::FlatStyle& style, const drawing::Document& document)
+{
     ScenePath path;
     path.filled = flat.filled;
     path.points.reserve(flat.points.size() + 1);
@@ -28,7 +30,8 @@ ScenePath pathOf(const drawing::FlatPath& flat, const drawing::FlatStyle& style,
 }
 
 // Clip points are pixels, y down from the centre of the top left pixel.
-std::vector<Vec2> clipOf(const drawing::Image& image, const SceneImage& placed) {
+std::vector<Vec2> clipOf(const drawing::Image& image, const SceneImage& placed)
+{
     std::vector<drawing::Vector2> corners = image.clip;
     if (image.clipType == drawing::Image::ClipType::Rectangle && corners.size() == 2)
         corners = {corners[0], {corners[1].x, corners[0].y}, corners[1], {corners[0].x, corners[1].y}};
@@ -39,7 +42,8 @@ std::vector<Vec2> clipOf(const drawing::Image& image, const SceneImage& placed) 
     return polygon;
 }
 
-SceneImage imageOf(const drawing::FlatImage& flat, const drawing::Document& document) {
+SceneImage imageOf(const drawing::FlatImage& flat, const drawing::Document& document)
+{
     const drawing::Image& image = *flat.image;
     SceneImage placed;
     placed.image = image.handle;
@@ -57,7 +61,8 @@ SceneImage imageOf(const drawing::FlatImage& flat, const drawing::Document& docu
     return placed;
 }
 
-Box boundsOf(const SceneItem& item) {
+Box boundsOf(const SceneItem& item)
+{
     Box box;
     if (const auto* path = std::get_if<ScenePath>(&item.shape)) {
         for (const Vec2 point : path->points)
@@ -75,12 +80,14 @@ Box boundsOf(const SceneItem& item) {
 
 } // namespace
 
-std::vector<Vec2> SceneImage::corners() const {
+std::vector<Vec2> SceneImage::corners() const
+{
     const Vec2 right = u * pixels.width, up = v * pixels.height;
     return {position, position + right, position + right + up, position + up};
 }
 
-PickShape SceneItem::pickShape() const {
+PickShape SceneItem::pickShape() const
+{
     PickShape pieces;
     if (const auto* path = std::get_if<ScenePath>(&shape)) {
         pieces.push_back({path->points, path->filled});
@@ -97,7 +104,8 @@ PickShape SceneItem::pickShape() const {
 }
 
 void Scene::build(const drawing::Document& document, const drawing::Block& space, double tolerance,
-                  TypefaceCache& typefaces) {
+                  TypefaceCache& typefaces)
+{
     items_.clear();
     extents_ = {};
     tolerance_ = tolerance;
@@ -120,7 +128,8 @@ void Scene::build(const drawing::Document& document, const drawing::Block& space
     });
 }
 
-drawing::Handle Scene::pick(Vec2 at, double reach) const {
+drawing::Handle Scene::pick(Vec2 at, double reach) const
+{
     Box around;
     around.add(at - Vec2{reach, reach});
     around.add(at + Vec2{reach, reach});
@@ -130,7 +139,8 @@ drawing::Handle Scene::pick(Vec2 at, double reach) const {
     return 0;
 }
 
-std::vector<drawing::Handle> Scene::pickWindow(const Box& window, bool crossing) const {
+std::vector<drawing::Handle> Scene::pickWindow(const Box& window, bool crossing) const
+{
     std::set<drawing::Handle> touched, straying;
     std::vector<drawing::Handle> found;
     for (const SceneItem& item : items_) {

@@ -54,7 +54,8 @@ struct SceneItem
 class Scene
 {
 public:
-    // tolerance: how far a curve's straight pieces may stray from it, in drawing units. Typefaces must outlive the scene.
+    // tolerance: how far a curve's straight pieces may stray from it, in drawing units. Typefaces must outlive the
+    // scene.
     void build(const drawing::Document& document, const drawing::Block& space, double tolerance,
                TypefaceCache& typefaces);
 

@@ -12,20 +12,23 @@ constexpr double finestPattern = 3;
 // Texts with lower capitals than this many pixels are drawn as bars.
 constexpr double smallestReadable = 2.5;
 
-Box viewBox(const Box& drawing, const ViewTransform& view) {
+Box viewBox(const Box& drawing, const ViewTransform& view)
+{
     Box box;
     box.add(view.toView(drawing.low));
     box.add(view.toView(drawing.high));
     return box;
 }
 
-bool showsIn(const Box& box, const imaging::Rect& clip) {
+bool showsIn(const Box& box, const imaging::Rect& clip)
+{
     constexpr double margin = 3;
     return !box.empty() && box.low.x <= clip.right + margin && box.high.x >= clip.left - margin &&
            box.low.y <= clip.bottom + margin && box.high.y >= clip.top - margin;
 }
 
-std::vector<Vec2> toView(std::span<const Vec2> points, const ViewTransform& view) {
+std::vector<Vec2> toView(std::span<const Vec2> points, const ViewTransform& view)
+{
     std::vector<Vec2> converted;
     converted.reserve(points.size());
     for (const Vec2 point : points)
@@ -33,12 +36,14 @@ std::vector<Vec2> toView(std::span<const Vec2> points, const ViewTransform& view
     return converted;
 }
 
-void outline(Canvas& canvas, const std::vector<Vec2>& corners, Color color) {
+void outline(Canvas& canvas, const std::vector<Vec2>& corners, Color color)
+{
     for (std::size_t i = 0; i < corners.size(); ++i)
         canvas.line(corners[i], corners[(i + 1) % corners.size()], color);
 }
 
-void grip(Canvas& canvas, Vec2 at, Color color) {
+void grip(Canvas& canvas, Vec2 at, Color color)
+{
     const double half = 3.5;
     const Vec2 centre{std::round(at.x), std::round(at.y)};
     const std::vector<Vec2> square = {centre + Vec2{-half, -half}, centre + Vec2{half, -half},
@@ -46,10 +51,19 @@ void grip(Canvas& canvas, Vec2 at, Color color) {
     canvas.polygon(std::span(&square, 1), color);
 }
 
+// What is gathered of a selected entity: an entity of one piece gets grips at the piece's ends, one of several pieces a
+// single grip in its middle.
+struct SelectedEntity
+{
+    Box bounds;
+    std::vector<Vec2> ends; // view pixels
+};
+
 } // namespace
 
 void ScenePainter::paint(Canvas& canvas, const Scene& scene, const ViewTransform& view, const Palette& palette,
-                         bool imageFrames) {
+                         bool imageFrames)
+{
     canvas.fill(palette.ground);
     std::set<drawing::Handle> images;
     for (const SceneItem& item : scene.items()) {
@@ -70,7 +84,8 @@ void ScenePainter::paint(Canvas& canvas, const Scene& scene, const ViewTransform
     std::erase_if(coverage_, [&](const auto& entry) { return !images.contains(entry.first); });
 }
 
-void ScenePainter::paintPath(Canvas& canvas, const ScenePath& path, const ViewTransform& view, Color color) const {
+void ScenePainter::paintPath(Canvas& canvas, const ScenePath& path, const ViewTransform& view, Color color) const
+{
     const std::vector<Vec2> points = toView(path.points, view);
     if (path.filled) {
         canvas.polygon(std::span(&points, 1), color);
@@ -91,7 +106,8 @@ void ScenePainter::paintPath(Canvas& canvas, const ScenePath& path, const ViewTr
     drawDashed(points, dashes, maximumDashes, [&](Vec2 a, Vec2 b) { canvas.line(a, b, color); });
 }
 
-void ScenePainter::paintText(Canvas& canvas, const PlacedText& text, const ViewTransform& view, Color color) const {
+void ScenePainter::paintText(Canvas& canvas, const PlacedText& text, const ViewTransform& view, Color color) const
+{
     if (text.height / view.unitsPerPixel() < smallestReadable) {
         for (const auto& line : text.lineBoxes) {
             const std::vector<Vec2> bar = toView(line, view);
@@ -113,7 +129,8 @@ void ScenePainter::paintText(Canvas& canvas, const PlacedText& text, const ViewT
 }
 
 void ScenePainter::paintImage(Canvas& canvas, const SceneItem& item, const ViewTransform& view, const Palette& palette,
-                              bool imageFrames) {
+                              bool imageFrames)
+{
     const auto& image = std::get<SceneImage>(item.shape);
     const Color color = palette.shown(item.color, item.inForeground);
     const auto pixels = pixels_(image.image);
@@ -127,7 +144,8 @@ void ScenePainter::paintImage(Canvas& canvas, const SceneItem& item, const ViewT
 
 void ScenePainter::paintRaster(Canvas& canvas, const SceneImage& image,
                                const std::shared_ptr<const imaging::Bitmap>& pixels, const ViewTransform& view,
-                               const Palette& palette, Color color) {
+                               const Palette& palette, Color color)
+{
     const std::vector<Vec2> frame = toView(image.outline(), view);
     if (!image.transparent)
         canvas.polygon(std::span(&frame, 1), palette.ground);
@@ -152,7 +170,8 @@ void ScenePainter::paintRaster(Canvas& canvas, const SceneImage& image,
 }
 
 // The path is written across the middle of the image, as large as fits.
-void ScenePainter::paintMissing(Canvas& canvas, const SceneImage& image, const ViewTransform& view, Color color) {
+void ScenePainter::paintMissing(Canvas& canvas, const SceneImage& image, const ViewTransform& view, Color color)
+{
     const Vec2 right = image.u * image.pixels.width, up = image.v * image.pixels.height;
     const double width = std::hypot(right.x, right.y), height = std::hypot(up.x, up.y);
     if (!(width > 0 && height > 0) || image.file.empty())
@@ -169,26 +188,40 @@ void ScenePainter::paintMissing(Canvas& canvas, const SceneImage& image, const V
 }
 
 void ScenePainter::paintSelected(Canvas& canvas, const Scene& scene, const ViewTransform& view, const Palette& palette,
-                                 const std::set<drawing::Handle>& selected) {
+                                 const std::set<drawing::Handle>& selected)
+{
     const DashPattern dashes = {5, -3};
+    std::map<drawing::Handle, SelectedEntity> entities;
     for (const SceneItem& item : scene.items()) {
-        if (!selected.contains(item.entity) || !showsIn(viewBox(item.bounds, view), canvas.clip()))
+        if (!selected.contains(item.entity))
             continue;
+        SelectedEntity& entity = entities[item.entity];
+        entity.bounds.add(item.bounds);
         for (const PickPiece& piece : item.pickShape()) {
             std::vector<Vec2> points = toView(piece.points, view);
             if (points.empty())
                 continue;
             if (piece.filled)
                 points.push_back(points.front());
-            drawDashed(points, dashes, maximumDashes, [&](Vec2 a, Vec2 b) { canvas.line(a, b, palette.highlight); });
-            grip(canvas, points.front(), palette.highlight);
-            if (!(points.back() == points.front()))
-                grip(canvas, points.back(), palette.highlight);
+            entity.ends.push_back(points.front());
+            entity.ends.push_back(points.back());
+            if (showsIn(viewBox(item.bounds, view), canvas.clip()))
+                drawDashed(points, dashes, maximumDashes,
+                           [&](Vec2 a, Vec2 b) { canvas.line(a, b, palette.highlight); });
         }
+    }
+    for (const auto& [handle, entity] : entities) {
+        if (entity.ends.size() > 2) {
+            grip(canvas, view.toView(entity.bounds.centre()), palette.highlight);
+            continue;
+        }
+        for (const Vec2 end : entity.ends)
+            grip(canvas, end, palette.highlight);
     }
 }
 
-std::int64_t ScenePainter::takeSampledPixels() {
+std::int64_t ScenePainter::takeSampledPixels()
+{
     return std::exchange(sampled_, 0);
 }
 

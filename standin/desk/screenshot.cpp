@@ -13,13 +13,15 @@ namespace desk {
 namespace {
 
 // The window's part of the screen, frame included.
-imaging::Rect placeOf(HWND window) {
+imaging::Rect placeOf(HWND window)
+{
     RECT place{};
     GetWindowRect(window, &place);
     return {place.left, place.top, place.right, place.bottom};
 }
 
-void copyWindow(HWND window, imaging::Point origin, PixelBuffer& target) {
+void copyWindow(HWND window, imaging::Point origin, PixelBuffer& target)
+{
     const imaging::Rect place = placeOf(window);
     const HDC source = GetWindowDC(window);
     BitBlt(target.context(), place.left - origin.x, place.top - origin.y, place.width(), place.height(), source, 0, 0,
@@ -29,7 +31,8 @@ void copyWindow(HWND window, imaging::Point origin, PixelBuffer& target) {
 
 } // namespace
 
-Picture takePicture(HWND window, DWORD threadId) {
+Picture takePicture(HWND window, DWORD threadId)
+{
     // Only the inside of the main window: its title bar may belong to the screen's window manager.
     RECT client{};
     GetClientRect(window, &client);
@@ -53,7 +56,8 @@ Picture takePicture(HWND window, DWORD threadId) {
     return picture;
 }
 
-void savePicture(const Picture& picture, const std::filesystem::path& path) {
+void savePicture(const Picture& picture, const std::filesystem::path& path)
+{
     std::error_code ignored;
     std::filesystem::create_directories(path.parent_path(), ignored);
     std::FILE* file = _wfopen(path.c_str(), L"wb");
@@ -71,8 +75,8 @@ void savePicture(const Picture& picture, const std::filesystem::path& path) {
             bytes.push_back(static_cast<std::uint8_t>(pixel >> shift));
     const bool written = png_image_write_to_stdio(&description, file, 0, bytes.data(), 0, nullptr) != 0;
     if (std::fclose(file) != 0 || !written)
-        throw imaging::ImagingError("the picture " + toUtf8(path.wstring()) + " can't be written: " +
-                                    description.message);
+        throw imaging::ImagingError("the picture " + toUtf8(path.wstring()) +
+                                    " can't be written: " + description.message);
 }
 
 } // namespace desk

@@ -20,13 +20,15 @@ class Words
 public:
     Words(std::wstring_view text, std::filesystem::path folder) : rest_(text), folder_(std::move(folder)) {}
 
-    bool atEnd() {
+    bool atEnd()
+    {
         skipBlanks();
         return rest_.empty();
     }
 
     // A word, or what stands between two double quotes.
-    std::wstring next(const char* what) {
+    std::wstring next(const char* what)
+    {
         if (atEnd())
             throw ScriptError(std::string(what) + " is missing");
         if (rest_.front() == L'"')
@@ -38,7 +40,8 @@ public:
     }
 
     // All that is left, without quotes around it. May be empty.
-    std::wstring remainder() {
+    std::wstring remainder()
+    {
         skipBlanks();
         if (!rest_.empty() && rest_.front() == L'"')
             return quoted();
@@ -47,7 +50,8 @@ public:
         return text;
     }
 
-    bool take(std::wstring_view word) {
+    bool take(std::wstring_view word)
+    {
         skipBlanks();
         const auto end = std::min(rest_.find_first_of(L" \t"), rest_.size());
         if (rest_.substr(0, end) != word)
@@ -56,7 +60,8 @@ public:
         return true;
     }
 
-    int number(const char* what) {
+    int number(const char* what)
+    {
         const std::wstring word = next(what);
         const auto value = parseNumber(word);
         if (!value || *value != static_cast<int>(*value))
@@ -64,7 +69,8 @@ public:
         return static_cast<int>(*value);
     }
 
-    std::vector<double> numbers(std::wstring_view word, std::size_t count, const char* what) {
+    std::vector<double> numbers(std::wstring_view word, std::size_t count, const char* what)
+    {
         std::vector<double> values;
         for (std::size_t start = 0; start <= word.size();) {
             const auto comma = std::min(word.find(L',', start), word.size());
@@ -80,12 +86,14 @@ public:
         return values;
     }
 
-    Vec2 point() {
+    Vec2 point()
+    {
         const auto values = numbers(next("the drawing point"), 2, "a drawing point");
         return {values[0], values[1]};
     }
 
-    Place place() {
+    Place place()
+    {
         std::wstring word = next("the place");
         static constexpr std::wstring_view viewPrefix = L"view:";
         const bool inView = word.starts_with(viewPrefix);
@@ -95,13 +103,15 @@ public:
     }
 
     // "X,Y" and "view:X,Y" begin a place; words such as "shift" do not.
-    bool placeFollows() {
+    bool placeFollows()
+    {
         skipBlanks();
         return !rest_.empty() && (std::iswdigit(rest_.front()) || rest_.front() == L'-' || rest_.front() == L'+' ||
                                   rest_.front() == L'.' || rest_.starts_with(L"view:"));
     }
 
-    std::filesystem::path path() {
+    std::filesystem::path path()
+    {
         const std::wstring text = remainder();
         if (text.empty())
             throw ScriptError("the path is missing");
@@ -111,7 +121,8 @@ public:
 private:
     void skipBlanks() { rest_.remove_prefix(std::min(rest_.find_first_not_of(L" \t"), rest_.size())); }
 
-    std::wstring quoted() {
+    std::wstring quoted()
+    {
         const auto end = rest_.find(L'"', 1);
         if (end == std::wstring_view::npos)
             throw ScriptError("the closing quotation mark is missing");
@@ -124,7 +135,8 @@ private:
     std::filesystem::path folder_;
 };
 
-Action parseClick(Words& words) {
+Action parseClick(Words& words)
+{
     Click click{words.place()};
     while (!words.atEnd()) {
         if (words.take(L"right"))
@@ -141,7 +153,8 @@ Action parseClick(Words& words) {
     return click;
 }
 
-Action parseDrag(Words& words) {
+Action parseDrag(Words& words)
+{
     Drag drag;
     while (words.placeFollows())
         drag.places.push_back(words.place());
@@ -158,13 +171,14 @@ Action parseDrag(Words& words) {
     return drag;
 }
 
-Action parseKey(Words& words) {
+Action parseKey(Words& words)
+{
     static const std::map<std::wstring, unsigned> named = {
-        {L"ESC", VK_ESCAPE},   {L"ENTER", VK_RETURN}, {L"DEL", VK_DELETE}, {L"BACK", VK_BACK},  {L"TAB", VK_TAB},
-        {L"SPACE", VK_SPACE},  {L"LEFT", VK_LEFT},    {L"RIGHT", VK_RIGHT}, {L"UP", VK_UP},      {L"DOWN", VK_DOWN},
-        {L"HOME", VK_HOME},    {L"END", VK_END},      {L"PGUP", VK_PRIOR}, {L"PGDN", VK_NEXT},  {L"F1", VK_F1},
-        {L"F2", VK_F2},        {L"F3", VK_F3},        {L"F4", VK_F4},      {L"F5", VK_F5},      {L"F6", VK_F6},
-        {L"F7", VK_F7},        {L"F8", VK_F8},        {L"F9", VK_F9},      {L"F10", VK_F10},    {L"F11", VK_F11},
+        {L"ESC", VK_ESCAPE},  {L"ENTER", VK_RETURN}, {L"DEL", VK_DELETE},  {L"BACK", VK_BACK}, {L"TAB", VK_TAB},
+        {L"SPACE", VK_SPACE}, {L"LEFT", VK_LEFT},    {L"RIGHT", VK_RIGHT}, {L"UP", VK_UP},     {L"DOWN", VK_DOWN},
+        {L"HOME", VK_HOME},   {L"END", VK_END},      {L"PGUP", VK_PRIOR},  {L"PGDN", VK_NEXT}, {L"F1", VK_F1},
+        {L"F2", VK_F2},       {L"F3", VK_F3},        {L"F4", VK_F4},       {L"F5", VK_F5},     {L"F6", VK_F6},
+        {L"F7", VK_F7},       {L"F8", VK_F8},        {L"F9", VK_F9},       {L"F10", VK_F10},   {L"F11", VK_F11},
         {L"F12", VK_F12},
     };
     const std::wstring name = words.next("the key");
@@ -175,7 +189,8 @@ Action parseKey(Words& words) {
     return Key{0, name.front()};
 }
 
-Action parseCheck(Words& words) {
+Action parseCheck(Words& words)
+{
     const int id = words.number("the control's id");
     const int state = words.number("the check mark");
     if (state != 0 && state != 1)
@@ -183,7 +198,8 @@ Action parseCheck(Words& words) {
     return Check{id, state == 1};
 }
 
-Action parseAnswer(Words& words) {
+Action parseAnswer(Words& words)
+{
     static const std::map<std::wstring, int> buttons = {
         {L"yes", IDYES}, {L"no", IDNO}, {L"ok", IDOK}, {L"cancel", IDCANCEL}};
     const auto found = buttons.find(words.next("the answer"));
@@ -192,7 +208,8 @@ Action parseAnswer(Words& words) {
     return Answer{found->second};
 }
 
-Action parseNegativeExpectation(Words& words) {
+Action parseNegativeExpectation(Words& words)
+{
     if (words.take(L"raster"))
         return ExpectRaster{false};
     if (words.take(L"tool"))
@@ -206,7 +223,8 @@ Action parseNegativeExpectation(Words& words) {
     throw ScriptError("\"no\" goes with raster, tool, selection, box or file");
 }
 
-Action parseExpectedPixel(Words& words) {
+Action parseExpectedPixel(Words& words)
+{
     const Vec2 at = words.point();
     if (words.take(L"ink"))
         return ExpectPixel{at, true};
@@ -215,7 +233,8 @@ Action parseExpectedPixel(Words& words) {
     throw ScriptError("a pixel is ink or paper");
 }
 
-Action parseExpectation(Words& words) {
+Action parseExpectation(Words& words)
+{
     if (words.take(L"no"))
         return parseNegativeExpectation(words);
     if (words.take(L"raster"))
@@ -246,7 +265,8 @@ Action parseExpectation(Words& words) {
     throw ScriptError("this can't be expected: \"" + toUtf8(words.remainder()) + "\"");
 }
 
-int parsePushId(Words& words) {
+int parsePushId(Words& words)
+{
     if (words.take(L"ok"))
         return IDOK;
     if (words.take(L"cancel"))
@@ -254,7 +274,8 @@ int parsePushId(Words& words) {
     return words.number("the button's id");
 }
 
-Action parseDirective(const std::wstring& name, Words& words) {
+Action parseDirective(const std::wstring& name, Words& words)
+{
     static const std::map<std::wstring, std::function<Action(Words&)>> directives = {
         {L"click", parseClick},
         {L"drag", parseDrag},
@@ -297,7 +318,8 @@ Action parseDirective(const std::wstring& name, Words& words) {
     return action;
 }
 
-std::optional<Action> parseLine(const std::wstring& line, const std::filesystem::path& folder) {
+std::optional<Action> parseLine(const std::wstring& line, const std::filesystem::path& folder)
+{
     if (line.empty() || line.front() == L';')
         return std::nullopt;
     if (line.front() != L'@' || line.size() == 1 || !std::iswalpha(line[1]))
@@ -307,7 +329,8 @@ std::optional<Action> parseLine(const std::wstring& line, const std::filesystem:
     return parseDirective(line.substr(1, end - 1), words);
 }
 
-std::wstring trimmed(const std::wstring& line) {
+std::wstring trimmed(const std::wstring& line)
+{
     const auto first = line.find_first_not_of(L" \t\r");
     if (first == std::wstring::npos)
         return {};
@@ -316,7 +339,8 @@ std::wstring trimmed(const std::wstring& line) {
 
 } // namespace
 
-std::vector<Step> parse(std::string_view text, const std::filesystem::path& folder) {
+std::vector<Step> parse(std::string_view text, const std::filesystem::path& folder)
+{
     if (text.starts_with("\xEF\xBB\xBF"))
         text.remove_prefix(3);
     std::vector<Step> steps;
@@ -336,7 +360,8 @@ std::vector<Step> parse(std::string_view text, const std::filesystem::path& fold
     return steps;
 }
 
-std::vector<Step> load(const std::filesystem::path& file) {
+std::vector<Step> load(const std::filesystem::path& file)
+{
     std::ifstream stream(file, std::ios::binary);
     const std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
     if (!stream)

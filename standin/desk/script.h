@@ -41,7 +41,7 @@ struct Move
 };
 struct Key
 {
-    unsigned virtualKey = 0;   // 0 when a character is meant
+    unsigned virtualKey = 0; // 0 when a character is meant
     wchar_t character = 0;
 };
 struct Button

@@ -8,7 +8,8 @@
 
 namespace desk::script {
 
-void Player::act(const Type& type) {
+void Player::act(const Type& type)
+{
     HWND input = nullptr;
     bool reachable = false;
     agent_.ask([&] {
@@ -22,14 +23,16 @@ void Player::act(const Type& type) {
     settle();
 }
 
-void Player::act(const Click& click) {
+void Player::act(const Click& click)
+{
     const HWND view = viewForMouse();
     hand_.click(view, inView(click.place), click.right, click.twice, {click.shift, click.control});
     eye_.noteMouse(inView(click.place));
     settle();
 }
 
-void Player::act(const Drag& drag) {
+void Player::act(const Drag& drag)
+{
     const HWND view = viewForMouse();
     std::vector<POINT> points;
     for (const Place& place : drag.places)
@@ -39,7 +42,8 @@ void Player::act(const Drag& drag) {
     settle();
 }
 
-void Player::act(const Move& move) {
+void Player::act(const Move& move)
+{
     const HWND view = viewForMouse();
     const POINT at = inView(move.place);
     hand_.move(view, at);
@@ -47,7 +51,8 @@ void Player::act(const Move& move) {
     settle();
 }
 
-void Player::act(const Key& key) {
+void Player::act(const Key& key)
+{
     const GUITHREADINFO state = inputState(agent_.threadId());
     HWND target = state.hwndFocus != nullptr ? state.hwndFocus : state.hwndActive;
     if (target == nullptr)
@@ -59,7 +64,8 @@ void Player::act(const Key& key) {
     settle();
 }
 
-ToolbarButton Player::usableButton(int id) const {
+ToolbarButton Player::usableButton(int id) const
+{
     ToolbarButton button;
     comesTrue([&] {
         button = findToolbarButton(agent_.threadId(), id);
@@ -74,7 +80,8 @@ ToolbarButton Player::usableButton(int id) const {
     return button;
 }
 
-void Player::act(const Button& button) {
+void Player::act(const Button& button)
+{
     const ToolbarButton found = usableButton(button.id);
     // On the left, as the arrow of a button that has one lies at its right.
     const POINT at{found.place.left + 8, (found.place.top + found.place.bottom) / 2};
@@ -82,7 +89,8 @@ void Player::act(const Button& button) {
     settle();
 }
 
-void Player::act(const DropArrow& arrow) {
+void Player::act(const DropArrow& arrow)
+{
     const ToolbarButton found = usableButton(arrow.id);
     if (!found.hasArrow)
         throw Miss{L"the button has no arrow"};
@@ -95,7 +103,8 @@ void Player::act(const DropArrow& arrow) {
     settle();
 }
 
-void Player::act(const MenuEntry& entry) {
+void Player::act(const MenuEntry& entry)
+{
     MenuItem item;
     if (!comesTrue([&] {
             const HMENU menu = openMenu(agent_.threadId());
@@ -115,7 +124,8 @@ void Player::act(const MenuEntry& entry) {
     settle();
 }
 
-void Player::act(const WaitForDialog& wait) {
+void Player::act(const WaitForDialog& wait)
+{
     HWND dialog = nullptr;
     if (!comesTrue([&] {
             dialog = openDialog(agent_.threadId());
@@ -124,7 +134,8 @@ void Player::act(const WaitForDialog& wait) {
         throw Miss{dialog != nullptr ? L"the open dialog is \"" + windowText(dialog) + L"\"" : L"no dialog is open"};
 }
 
-void Player::act(const SetText& set) {
+void Player::act(const SetText& set)
+{
     HWND edit = control(set.id);
     COMBOBOXINFO parts{};
     parts.cbSize = sizeof(parts);
@@ -134,7 +145,8 @@ void Player::act(const SetText& set) {
     settle();
 }
 
-void Player::act(const Check& check) {
+void Player::act(const Check& check)
+{
     const HWND box = control(check.id);
     const bool checked = SendMessageW(box, BM_GETCHECK, 0, 0) == BST_CHECKED;
     if (checked != check.on)
@@ -143,7 +155,8 @@ void Player::act(const Check& check) {
         throw Miss{L"the check mark did not change"};
 }
 
-void Player::act(const Choose& choose) {
+void Player::act(const Choose& choose)
+{
     const HWND list = control(choose.id);
     const std::wstring kind = classOf(list);
     const bool combo = kind == L"ComboBox";
@@ -177,7 +190,8 @@ void Player::act(const Choose& choose) {
     settle();
 }
 
-void Player::act(const Slide& slide) {
+void Player::act(const Slide& slide)
+{
     const HWND slider = control(slide.id);
     const auto position = [&] { return static_cast<int>(SendMessageW(slider, TBM_GETPOS, 0, 0)); };
     const int step = std::max(1, static_cast<int>(SendMessageW(slider, TBM_GETLINESIZE, 0, 0)));
@@ -189,16 +203,19 @@ void Player::act(const Slide& slide) {
         throw Miss{L"the slider stands at " + std::to_wstring(position())};
 }
 
-void Player::pushControl(HWND button) const {
+void Player::pushControl(HWND button) const
+{
     hand_.clickControl(button);
     settle();
 }
 
-void Player::act(const Push& push) {
+void Player::act(const Push& push)
+{
     pushControl(control(push.id));
 }
 
-void Player::act(const PickFile& pick) {
+void Player::act(const PickFile& pick)
+{
     HWND dialog = nullptr, name = nullptr;
     if (!comesTrue([&] {
             dialog = openDialog(agent_.threadId());
@@ -215,7 +232,8 @@ void Player::act(const PickFile& pick) {
     settle();
 }
 
-void Player::act(const Answer& answer) {
+void Player::act(const Answer& answer)
+{
     const HWND box = dialogInFront();
     if (!isMessageBox(box))
         throw Miss{L"the open dialog is no message box but \"" + windowText(box) + L"\""};
@@ -230,12 +248,14 @@ void Player::act(const Answer& answer) {
     settle();
 }
 
-void Player::act(const Wait& wait) {
+void Player::act(const Wait& wait)
+{
     Sleep(static_cast<DWORD>(std::max(wait.milliseconds, 0)));
 }
 
 // Nothing queued, nothing running, nothing open, for longer than the shortest one-shot timers of a module.
-void Player::act(const Idle&) {
+void Player::act(const Idle&)
+{
     constexpr int quietMilliseconds = 250;
     ULONGLONG quietSince = 0;
     const bool quiet = comesTrue([&] {
@@ -253,12 +273,12 @@ void Player::act(const Idle&) {
         throw Miss{L"the desk did not come to rest"};
 }
 
-void Player::act(const Shot& shot) {
+void Player::act(const Shot& shot)
+{
     agent_.waitForPosted();
     std::string failure;
     agent_.ask([&] {
-        if (frame_.view() != nullptr)
-            frame_.view()->UpdateWindow();
+        frame_.RedrawWindow(nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
         try {
             savePicture(takePicture(frame_.m_hWnd, agent_.threadId()), shot.path);
         } catch (const std::exception& error) {

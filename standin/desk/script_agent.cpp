@@ -14,7 +14,8 @@ struct Passed
     ~Passed() { CloseHandle(event); }
 };
 
-void holdKeys(bool shift, bool control) {
+void holdKeys(bool shift, bool control)
+{
     BYTE state[256];
     GetKeyboardState(state);
     state[VK_SHIFT] = state[VK_LSHIFT] = shift ? 0x80 : 0;
@@ -24,7 +25,8 @@ void holdKeys(bool shift, bool control) {
 
 } // namespace
 
-Agent::Agent() : threadId_(GetCurrentThreadId()) {
+Agent::Agent() : threadId_(GetCurrentThreadId())
+{
     WNDCLASSW description{};
     description.lpfnWndProc = procedure;
     description.hInstance = GetModuleHandleW(nullptr);
@@ -33,11 +35,13 @@ Agent::Agent() : threadId_(GetCurrentThreadId()) {
     window_ = CreateWindowW(className, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, description.hInstance, nullptr);
 }
 
-Agent::~Agent() {
+Agent::~Agent()
+{
     DestroyWindow(window_);
 }
 
-LRESULT CALLBACK Agent::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT CALLBACK Agent::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
     switch (message) {
     case askMessage:
         if (!reinterpret_cast<const Agent*>(wParam)->open_)
@@ -57,12 +61,14 @@ LRESULT CALLBACK Agent::procedure(HWND window, UINT message, WPARAM wParam, LPAR
     }
 }
 
-void Agent::ask(const std::function<void()>& function) const {
+void Agent::ask(const std::function<void()>& function) const
+{
     if (SendMessageW(window_, askMessage, reinterpret_cast<WPARAM>(this), reinterpret_cast<LPARAM>(&function)) == FALSE)
         throw DeskGone{};
 }
 
-void Agent::waitForPosted() const {
+void Agent::waitForPosted() const
+{
     // Shared with the message, which may be handled after the wait was given up.
     const auto passed = std::make_shared<Passed>();
     auto* const carried = new std::shared_ptr<Passed>(passed);
@@ -76,7 +82,8 @@ void Agent::waitForPosted() const {
             throw DeskGone{};
 }
 
-void Agent::postHeldKeys(bool shift, bool control) const {
+void Agent::postHeldKeys(bool shift, bool control) const
+{
     PostMessageW(window_, heldKeysMessage, shift, control);
 }
 

@@ -5,7 +5,8 @@
 
 namespace desk::script {
 
-Console::Console(const std::filesystem::path& log) : handle_(GetStdHandle(STD_OUTPUT_HANDLE)), owned_(!log.empty()) {
+Console::Console(const std::filesystem::path& log) : handle_(GetStdHandle(STD_OUTPUT_HANDLE)), owned_(!log.empty())
+{
     if (!owned_)
         return;
     handle_ = CreateFileW(log.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL,
@@ -14,12 +15,14 @@ Console::Console(const std::filesystem::path& log) : handle_(GetStdHandle(STD_OU
         throw ScriptError("the log " + toUtf8(log.wstring()) + " can't be written");
 }
 
-Console::~Console() {
+Console::~Console()
+{
     if (owned_)
         CloseHandle(handle_);
 }
 
-void Console::line(const std::wstring& text) {
+void Console::line(const std::wstring& text)
+{
     const std::lock_guard lock(mutex_);
     const std::string bytes = toUtf8(text) + "\n";
     DWORD written = 0;

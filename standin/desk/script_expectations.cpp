@@ -13,12 +13,14 @@ namespace {
 // What is expected has this long to come true.
 constexpr int patience = 5'000;
 
-std::wstring inQuotes(const std::wstring& text) {
+std::wstring inQuotes(const std::wstring& text)
+{
     return L"\"" + text + L"\"";
 }
 
 // The ink of the uppermost image at a drawing point; nothing where there is no image.
-std::optional<bool> inkAt(Editor& editor, Vec2 at) {
+std::optional<bool> inkAt(Editor& editor, Vec2 at)
+{
     const auto& items = editor.scene().items();
     for (auto item = items.rbegin(); item != items.rend(); ++item) {
         const auto* image = std::get_if<SceneImage>(&item->shape);
@@ -31,8 +33,8 @@ std::optional<bool> inkAt(Editor& editor, Vec2 at) {
             continue;
         const Vec2 from = at - image->position;
         const int x = static_cast<int>(std::floor((from.x * up.y - from.y * up.x) / determinant * pixels->width()));
-        const int y = static_cast<int>(
-            std::floor((1 - (right.x * from.y - right.y * from.x) / determinant) * pixels->height()));
+        const int y =
+            static_cast<int>(std::floor((1 - (right.x * from.y - right.y * from.x) / determinant) * pixels->height()));
         if (imaging::Rect::of(pixels->size()).contains({x, y}))
             return pixels->ink(x, y);
     }
@@ -41,15 +43,17 @@ std::optional<bool> inkAt(Editor& editor, Vec2 at) {
 
 } // namespace
 
-void Player::act(const ExpectRaster& expected) {
+void Player::act(const ExpectRaster& expected)
+{
     std::optional<bool> current;
     if (!comesTrue([&] { return (current = eye_.rasterIsCurrent()) == expected.current; }, patience))
-        throw Miss{!current ? L"no toolbar tells whether a raster is current"
+        throw Miss{!current   ? L"no toolbar tells whether a raster is current"
                    : *current ? L"a raster is current"
                               : L"no raster is current"};
 }
 
-void Player::act(const ExpectTool& expected) {
+void Player::act(const ExpectTool& expected)
+{
     const auto end = GetTickCount64() + patience;
     std::wstring seen;
     while (!eye_.sees(expected.id, seen))
@@ -57,14 +61,16 @@ void Player::act(const ExpectTool& expected) {
             throw Miss{seen};
 }
 
-void Player::act(const ExpectNoTool&) {
+void Player::act(const ExpectNoTool&)
+{
     const auto end = GetTickCount64() + patience;
     while (eye_.toolHoldsMouse())
         if (GetTickCount64() >= end)
             throw Miss{L"a tool holds the mouse"};
 }
 
-void Player::act(const ExpectBox& expected) {
+void Player::act(const ExpectBox& expected)
+{
     HWND dialog = nullptr;
     std::wstring text;
     if (!comesTrue(
@@ -74,19 +80,21 @@ void Player::act(const ExpectBox& expected) {
                 return text.find(expected.text) != std::wstring::npos && isMessageBox(dialog);
             },
             patience))
-        throw Miss{!text.empty()        ? L"the box says " + inQuotes(text)
+        throw Miss{!text.empty()       ? L"the box says " + inQuotes(text)
                    : dialog != nullptr ? L"the open dialog is " + inQuotes(windowText(dialog))
                                        : L"no message box is up"};
 }
 
-void Player::act(const ExpectNoBox&) {
+void Player::act(const ExpectNoBox&)
+{
     HWND dialog = nullptr;
     if (!comesTrue([&] { return (dialog = openDialog(agent_.threadId())) == nullptr; }, patience))
         throw Miss{isMessageBox(dialog) ? L"a box says " + inQuotes(messageBoxText(dialog))
                                         : L"the dialog " + inQuotes(windowText(dialog)) + L" is open"};
 }
 
-void Player::act(const ExpectText& expected) {
+void Player::act(const ExpectText& expected)
+{
     const HWND dialog = dialogInFront();
     HWND found = nullptr;
     std::wstring text;
@@ -101,14 +109,16 @@ void Player::act(const ExpectText& expected) {
                                     : L"there is no control " + std::to_wstring(expected.id)};
 }
 
-void Player::act(const ExpectFile& expected) {
+void Player::act(const ExpectFile& expected)
+{
     std::error_code ignored;
     if (!comesTrue([&] { return std::filesystem::is_regular_file(expected.path, ignored) == expected.present; },
                    patience))
         throw Miss{expected.path.wstring() + (expected.present ? L" is not there" : L" is there")};
 }
 
-void Player::act(const ExpectEntities& expected) {
+void Player::act(const ExpectEntities& expected)
+{
     std::size_t count = 0;
     if (!comesTrue(
             [&] {
@@ -123,20 +133,23 @@ void Player::act(const ExpectEntities& expected) {
         throw Miss{L"there are " + std::to_wstring(count) + L" entities"};
 }
 
-void Player::act(const ExpectPicked& expected) {
+void Player::act(const ExpectPicked& expected)
+{
     std::size_t count = 0;
     if (!comesTrue([&] { return (count = frame_.editor().selected().size()) == std::size_t(expected.count); },
                    patience))
         throw Miss{std::to_wstring(count) + L" entities are selected"};
 }
 
-void Player::act(const ExpectPixel& expected) {
+void Player::act(const ExpectPixel& expected)
+{
     std::optional<bool> ink;
     if (!comesTrue([&] { return (ink = inkAt(frame_.editor(), expected.at)) == expected.ink; }, patience))
         throw Miss{!ink ? L"there is no raster at that point" : *ink ? L"the pixel is ink" : L"the pixel is paper"};
 }
 
-void Player::act(const ExpectSelection& expected) {
+void Player::act(const ExpectSelection& expected)
+{
     const auto end = GetTickCount64() + patience;
     std::wstring seen;
     while (!eye_.seesSelection(expected.pixels, seen))
@@ -144,14 +157,16 @@ void Player::act(const ExpectSelection& expected) {
             throw Miss{seen};
 }
 
-void Player::act(const ExpectNoSelection&) {
+void Player::act(const ExpectNoSelection&)
+{
     const auto end = GetTickCount64() + patience;
     while (eye_.seesAnySelection())
         if (GetTickCount64() >= end)
             throw Miss{L"a selection's frame is on the view"};
 }
 
-void Player::act(const ExpectSaid& expected) {
+void Player::act(const ExpectSaid& expected)
+{
     std::wstring transcript;
     if (!comesTrue(
             [&] {

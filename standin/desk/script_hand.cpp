@@ -3,21 +3,25 @@
 namespace desk::script {
 namespace {
 
-WPARAM keyBits(HeldKeys held) {
+WPARAM keyBits(HeldKeys held)
+{
     return (held.shift ? MK_SHIFT : 0) | (held.control ? MK_CONTROL : 0);
 }
 
 } // namespace
 
-void Hand::post(HWND window, UINT message, WPARAM wParam, POINT at) const {
+void Hand::post(HWND window, UINT message, WPARAM wParam, POINT at) const
+{
     PostMessageW(window, message, wParam, MAKELPARAM(at.x, at.y));
 }
 
-void Hand::move(HWND window, POINT client, HeldKeys held) const {
+void Hand::move(HWND window, POINT client, HeldKeys held) const
+{
     post(window, WM_MOUSEMOVE, keyBits(held), client);
 }
 
-void Hand::click(HWND window, POINT client, bool right, bool twice, HeldKeys held) const {
+void Hand::click(HWND window, POINT client, bool right, bool twice, HeldKeys held) const
+{
     const UINT down = right ? WM_RBUTTONDOWN : WM_LBUTTONDOWN, up = right ? WM_RBUTTONUP : WM_LBUTTONUP;
     const WPARAM pressed = keyBits(held) | (right ? MK_RBUTTON : MK_LBUTTON);
     agent_.postHeldKeys(held.shift, held.control);
@@ -31,7 +35,8 @@ void Hand::click(HWND window, POINT client, bool right, bool twice, HeldKeys hel
     agent_.postHeldKeys(false, false);
 }
 
-void Hand::drag(HWND window, const std::vector<POINT>& points, HeldKeys held) const {
+void Hand::drag(HWND window, const std::vector<POINT>& points, HeldKeys held) const
+{
     agent_.postHeldKeys(held.shift, held.control);
     move(window, points.front(), held);
     post(window, WM_LBUTTONDOWN, keyBits(held) | MK_LBUTTON, points.front());
@@ -41,44 +46,52 @@ void Hand::drag(HWND window, const std::vector<POINT>& points, HeldKeys held) co
     agent_.postHeldKeys(false, false);
 }
 
-void Hand::press(HWND window, POINT client) const {
+void Hand::press(HWND window, POINT client) const
+{
     move(window, client);
     post(window, WM_LBUTTONDOWN, MK_LBUTTON, client);
 }
 
-void Hand::clickControl(HWND control) const {
+void Hand::clickControl(HWND control) const
+{
     RECT client{};
     GetClientRect(control, &client);
     click(control, {client.right / 2, client.bottom / 2}, false, false);
 }
 
-void Hand::releaseOverMenu(HWND owner, POINT screen) const {
+void Hand::releaseOverMenu(HWND owner, POINT screen) const
+{
     post(owner, WM_LBUTTONUP, 0, screen);
 }
 
 // While a menu is open, mouse messages carry screen coordinates.
-void Hand::clickMenu(HWND owner, POINT screen) const {
+void Hand::clickMenu(HWND owner, POINT screen) const
+{
     post(owner, WM_MOUSEMOVE, 0, screen);
     post(owner, WM_LBUTTONDOWN, MK_LBUTTON, screen);
     post(owner, WM_LBUTTONUP, 0, screen);
 }
 
-void Hand::key(HWND window, unsigned virtualKey) const {
+void Hand::key(HWND window, unsigned virtualKey) const
+{
     const LPARAM scan = static_cast<LPARAM>(MapVirtualKeyW(virtualKey, MAPVK_VK_TO_VSC)) << 16;
     PostMessageW(window, WM_KEYDOWN, virtualKey, scan | 1);
     PostMessageW(window, WM_KEYUP, virtualKey, scan | 0xC0000001);
 }
 
-void Hand::character(HWND window, wchar_t character) const {
+void Hand::character(HWND window, wchar_t character) const
+{
     PostMessageW(window, WM_CHAR, character, 1);
 }
 
-void Hand::type(HWND window, const std::wstring& text) const {
+void Hand::type(HWND window, const std::wstring& text) const
+{
     for (const wchar_t letter : text)
         character(window, letter);
 }
 
-void Hand::typeInto(HWND edit, const std::wstring& text) const {
+void Hand::typeInto(HWND edit, const std::wstring& text) const
+{
     clickControl(edit);
     PostMessageW(edit, EM_SETSEL, 0, -1);
     if (text.empty())

@@ -11,17 +11,21 @@ constexpr auto pollInterval = std::chrono::milliseconds(15);
 } // namespace
 
 Player::Player(MainFrame& frame, Console& console, Limits limits)
-    : frame_(frame), console_(console), limits_(limits), over_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
+    : frame_(frame), console_(console), limits_(limits), over_(CreateEventW(nullptr, TRUE, FALSE, nullptr))
+{
     frame_.whenClosed([this] { agent_.close(); });
 }
 
-Player::~Player() {
+Player::~Player()
+{
     finish();
     CloseHandle(over_);
 }
 
-void Player::finish() {
-    while (player_.joinable() && MsgWaitForMultipleObjects(1, &over_, FALSE, INFINITE, QS_SENDMESSAGE) != WAIT_OBJECT_0) {
+void Player::finish()
+{
+    while (player_.joinable() &&
+           MsgWaitForMultipleObjects(1, &over_, FALSE, INFINITE, QS_SENDMESSAGE) != WAIT_OBJECT_0) {
         MSG message;
         PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
     }
@@ -31,13 +35,15 @@ void Player::finish() {
         watchdog_.join();
 }
 
-void Player::start(std::vector<Step> steps) {
+void Player::start(std::vector<Step> steps)
+{
     steps_ = std::move(steps);
     watchdog_ = std::thread([this] { watch(); });
     player_ = std::thread([this] { run(); });
 }
 
-void Player::run() {
+void Player::run()
+{
     try {
         if (playAll())
             console_.line(L"All " + std::to_wstring(steps_.size()) + L" steps held.");
@@ -53,7 +59,8 @@ void Player::run() {
 }
 
 // After a miss the rest is left out: it would be played on a desk in an unknown state.
-bool Player::playAll() {
+bool Player::playAll()
+{
     settle();
     for (const Step& step : steps_) {
         present_ = &step;
@@ -72,7 +79,8 @@ bool Player::playAll() {
 }
 
 // Closes the desk. Whatever it or a module still asks is declined.
-void Player::leave() const {
+void Player::leave() const
+{
     const HWND frame = frame_.m_hWnd;
     PostMessageW(frame, MainFrame::endOfScriptMessage, 0, 0);
     for (;;) {
@@ -90,7 +98,8 @@ void Player::leave() const {
 }
 
 // Ends a run that hangs, also when the windows' thread is stuck.
-void Player::watch() const {
+void Player::watch() const
+{
     if (WaitForSingleObject(over_, static_cast<DWORD>(limits_.run)) != WAIT_TIMEOUT)
         return;
     const Step* const step = present_;
@@ -99,11 +108,13 @@ void Player::watch() const {
     TerminateProcess(GetCurrentProcess(), static_cast<UINT>(Outcome::missed));
 }
 
-void Player::play(const Step& step) {
+void Player::play(const Step& step)
+{
     std::visit([this](const auto& action) { act(action); }, step.action);
 }
 
-bool Player::comesTrue(const std::function<bool()>& condition, int milliseconds) const {
+bool Player::comesTrue(const std::function<bool()>& condition, int milliseconds) const
+{
     const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
     for (;;) {
         bool holds = false;
@@ -116,27 +127,31 @@ bool Player::comesTrue(const std::function<bool()>& condition, int milliseconds)
     }
 }
 
-bool Player::deskWaits() const {
+bool Player::deskWaits() const
+{
     const DWORD flags = inputState(agent_.threadId()).flags;
     if ((flags & (GUI_INMENUMODE | GUI_POPUPMENUMODE)) != 0 || openDialog(agent_.threadId()) != nullptr)
         return true;
     return frame_.editor().idle();
 }
 
-void Player::settle() const {
+void Player::settle() const
+{
     agent_.waitForPosted();
     comesTrue([this] { return deskWaits(); }, limits_.run);
     agent_.waitForPosted();
 }
 
-HWND Player::dialogInFront() const {
+HWND Player::dialogInFront() const
+{
     HWND dialog = nullptr;
     if (!comesTrue([&] { return (dialog = openDialog(agent_.threadId())) != nullptr; }))
         throw Miss{L"no dialog is open"};
     return dialog;
 }
 
-HWND Player::control(int id) const {
+HWND Player::control(int id) const
+{
     const HWND dialog = dialogInFront();
     HWND found = nullptr;
     if (!comesTrue([&] { return (found = findControl(dialog, id)) != nullptr && IsWindowEnabled(found); }))
@@ -145,7 +160,8 @@ HWND Player::control(int id) const {
     return found;
 }
 
-HWND Player::viewForMouse() const {
+HWND Player::viewForMouse() const
+{
     HWND view = nullptr;
     bool reachable = false;
     agent_.ask([&] {
@@ -162,7 +178,8 @@ HWND Player::viewForMouse() const {
     return view;
 }
 
-POINT Player::inView(const Place& place) const {
+POINT Player::inView(const Place& place) const
+{
     POINT at{};
     bool inside = false;
     agent_.ask([&] {

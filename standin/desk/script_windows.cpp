@@ -16,7 +16,8 @@ struct ControlSearch
     HWND found = nullptr;
 };
 
-BOOL CALLBACK noteControl(HWND window, LPARAM parameter) {
+BOOL CALLBACK noteControl(HWND window, LPARAM parameter)
+{
     auto& search = *reinterpret_cast<ControlSearch*>(parameter);
     if (GetDlgCtrlID(window) != search.id || !IsWindowVisible(window))
         return TRUE;
@@ -24,13 +25,15 @@ BOOL CALLBACK noteControl(HWND window, LPARAM parameter) {
     return FALSE;
 }
 
-BOOL CALLBACK noteToolbar(HWND window, LPARAM parameter) {
+BOOL CALLBACK noteToolbar(HWND window, LPARAM parameter)
+{
     if (classOf(window) == TOOLBARCLASSNAMEW)
         reinterpret_cast<std::vector<HWND>*>(parameter)->push_back(window);
     return TRUE;
 }
 
-std::vector<HWND> toolbars(DWORD threadId) {
+std::vector<HWND> toolbars(DWORD threadId)
+{
     std::vector<HWND> found;
     EnumThreadWindows(
         threadId,
@@ -44,21 +47,24 @@ std::vector<HWND> toolbars(DWORD threadId) {
 
 } // namespace
 
-std::wstring windowText(HWND window) {
+std::wstring windowText(HWND window)
+{
     const LRESULT length = SendMessageW(window, WM_GETTEXTLENGTH, 0, 0);
     std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
-    text.resize(static_cast<std::size_t>(
-        SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
+    text.resize(
+        static_cast<std::size_t>(SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
     return text;
 }
 
-std::wstring classOf(HWND window) {
+std::wstring classOf(HWND window)
+{
     wchar_t name[64]{};
     GetClassNameW(window, name, 64);
     return name;
 }
 
-std::vector<HWND> topWindows(DWORD threadId) {
+std::vector<HWND> topWindows(DWORD threadId)
+{
     std::vector<HWND> found;
     for (HWND window = GetTopWindow(nullptr); window != nullptr; window = GetWindow(window, GW_HWNDNEXT))
         if (GetWindowThreadProcessId(window, nullptr) == threadId && IsWindowVisible(window))
@@ -66,20 +72,23 @@ std::vector<HWND> topWindows(DWORD threadId) {
     return found;
 }
 
-HWND openDialog(DWORD threadId) {
+HWND openDialog(DWORD threadId)
+{
     for (const HWND window : topWindows(threadId))
         if (classOf(window) == L"#32770" && IsWindowEnabled(window))
             return window;
     return nullptr;
 }
 
-HWND findControl(HWND parent, int id) {
+HWND findControl(HWND parent, int id)
+{
     ControlSearch search{id};
     EnumChildWindows(parent, noteControl, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }
 
-bool isMessageBox(HWND dialog) {
+bool isMessageBox(HWND dialog)
+{
     const HWND text = GetDlgItem(dialog, messageBoxTextId);
     return text != nullptr && classOf(text) == L"Static" &&
            (GetDlgItem(dialog, IDOK) != nullptr || GetDlgItem(dialog, IDYES) != nullptr ||
@@ -87,11 +96,13 @@ bool isMessageBox(HWND dialog) {
            FindWindowExW(dialog, nullptr, L"Edit", nullptr) == nullptr;
 }
 
-std::wstring messageBoxText(HWND box) {
+std::wstring messageBoxText(HWND box)
+{
     return windowText(GetDlgItem(box, messageBoxTextId));
 }
 
-HWND fileNameBox(HWND dialog) {
+HWND fileNameBox(HWND dialog)
+{
     for (const int id : fileNameIds) {
         const HWND box = findControl(dialog, id);
         if (box == nullptr)
@@ -108,7 +119,8 @@ HWND fileNameBox(HWND dialog) {
     return nullptr;
 }
 
-ToolbarButton findToolbarButton(DWORD threadId, int id) {
+ToolbarButton findToolbarButton(DWORD threadId, int id)
+{
     for (const HWND toolbar : toolbars(threadId)) {
         const LRESULT index = SendMessageW(toolbar, TB_COMMANDTOINDEX, static_cast<WPARAM>(id), 0);
         if (index < 0)
@@ -127,33 +139,38 @@ ToolbarButton findToolbarButton(DWORD threadId, int id) {
     return {};
 }
 
-HMENU openMenu(DWORD threadId) {
+HMENU openMenu(DWORD threadId)
+{
     for (const HWND window : topWindows(threadId))
         if (classOf(window) == L"#32768")
             return reinterpret_cast<HMENU>(SendMessageW(window, getMenuHandle, 0, 0));
     return nullptr;
 }
 
-MenuItem findMenuItem(HMENU menu, int id) {
+MenuItem findMenuItem(HMENU menu, int id)
+{
     MenuItem item;
     const int count = GetMenuItemCount(menu);
     for (int position = 0; position < count; ++position) {
         if (GetMenuItemID(menu, position) != static_cast<UINT>(id))
             continue;
         item.found = true;
-        item.enabled = (GetMenuState(menu, static_cast<UINT>(position), MF_BYPOSITION) & (MF_GRAYED | MF_DISABLED)) == 0;
+        item.enabled =
+            (GetMenuState(menu, static_cast<UINT>(position), MF_BYPOSITION) & (MF_GRAYED | MF_DISABLED)) == 0;
         GetMenuItemRect(nullptr, menu, static_cast<UINT>(position), &item.place);
         break;
     }
     return item;
 }
 
-HWND menuOwner(DWORD threadId) {
+HWND menuOwner(DWORD threadId)
+{
     const GUITHREADINFO state = inputState(threadId);
     return state.hwndMenuOwner != nullptr ? state.hwndMenuOwner : state.hwndCapture;
 }
 
-GUITHREADINFO inputState(DWORD threadId) {
+GUITHREADINFO inputState(DWORD threadId)
+{
     GUITHREADINFO state{};
     state.cbSize = sizeof(state);
     GetGUIThreadInfo(threadId, &state);

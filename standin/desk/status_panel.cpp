@@ -10,21 +10,25 @@ constexpr COLORREF ground = RGB(0xEC, 0xEE, 0xF1), rule = RGB(0xD5, 0xD9, 0xDF),
 } // namespace
 
 StatusPanel::StatusPanel(const UiFonts& fonts, std::function<void()> spaceClicked)
-    : fonts_(fonts), spaceClicked_(std::move(spaceClicked)) {}
+    : fonts_(fonts), spaceClicked_(std::move(spaceClicked))
+{}
 
-StatusPanel::~StatusPanel() {
+StatusPanel::~StatusPanel()
+{
     if (m_hWnd != nullptr)
         DestroyWindow();
 }
 
-BOOL StatusPanel::Create(CFrameWnd* frame) {
+BOOL StatusPanel::Create(CFrameWnd* frame)
+{
     m_dwStyle = CBRS_ALIGN_BOTTOM;
     const RECT nowhere{0, 0, 10, 10};
     return CWnd::Create(AfxRegisterWndClass(CS_HREDRAW, LoadCursorW(nullptr, IDC_ARROW)), L"Status",
                         WS_CHILD | WS_VISIBLE, nowhere, frame, AFX_IDW_STATUS_BAR);
 }
 
-void StatusPanel::show(std::wstring& field, const std::wstring& text) {
+void StatusPanel::show(std::wstring& field, const std::wstring& text)
+{
     if (field == text)
         return;
     field = text;
@@ -32,29 +36,35 @@ void StatusPanel::show(std::wstring& field, const std::wstring& text) {
         Invalidate(FALSE);
 }
 
-void StatusPanel::showCoordinates(const std::wstring& text) {
+void StatusPanel::showCoordinates(const std::wstring& text)
+{
     show(coordinates_, text);
 }
 
-void StatusPanel::showState(const std::wstring& text) {
+void StatusPanel::showState(const std::wstring& text)
+{
     show(state_, text);
 }
 
-void StatusPanel::showSpace(const std::wstring& text) {
+void StatusPanel::showSpace(const std::wstring& text)
+{
     show(space_, text);
 }
 
-CSize StatusPanel::CalcFixedLayout(BOOL, BOOL) {
+CSize StatusPanel::CalcFixedLayout(BOOL, BOOL)
+{
     return {32767, height};
 }
 
-CRect StatusPanel::spaceButton() const {
+CRect StatusPanel::spaceButton() const
+{
     CRect client;
     GetClientRect(&client);
     return {client.right - spaceWidth - margin, 3, client.right - margin, client.bottom - 2};
 }
 
-LRESULT StatusPanel::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT StatusPanel::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
     if (message == WM_ERASEBKGND)
         return TRUE;
     if (message == WM_LBUTTONDOWN) {
@@ -65,7 +75,8 @@ LRESULT StatusPanel::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     return CControlBar::WindowProc(message, wParam, lParam);
 }
 
-void StatusPanel::DoPaint(CDC* pDC) {
+void StatusPanel::DoPaint(CDC* pDC)
+{
     CRect client;
     GetClientRect(&client);
     CDC memory;

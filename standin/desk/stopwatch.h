@@ -8,7 +8,8 @@ namespace desk {
 class Stopwatch
 {
 public:
-    double milliseconds() const {
+    double milliseconds() const
+    {
         return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start_).count();
     }
 

@@ -12,7 +12,8 @@ namespace {
 // How far letters such as g reach below the baseline, in capital heights.
 constexpr double descent = 0.3;
 
-double widthOf(const std::wstring& line, Typeface& typeface) {
+double widthOf(const std::wstring& line, Typeface& typeface)
+{
     double width = 0;
     for (const wchar_t character : line)
         width += typeface.glyph(character).advance;
@@ -20,7 +21,8 @@ double widthOf(const std::wstring& line, Typeface& typeface) {
 }
 
 // Breaks at blanks so that no line is longer than `limit`; a longer word stays whole.
-void wrapInto(std::vector<std::wstring>& lines, const std::wstring& text, double limit, Typeface& typeface) {
+void wrapInto(std::vector<std::wstring>& lines, const std::wstring& text, double limit, Typeface& typeface)
+{
     std::wstring line;
     for (std::size_t start = 0; start <= text.size();) {
         const auto end = std::min(text.find(L' ', start), text.size());
@@ -37,7 +39,8 @@ void wrapInto(std::vector<std::wstring>& lines, const std::wstring& text, double
     lines.push_back(line);
 }
 
-std::vector<std::wstring> brokenLines(const drawing::FlatText& text, double widthUnit, Typeface& typeface) {
+std::vector<std::wstring> brokenLines(const drawing::FlatText& text, double widthUnit, Typeface& typeface)
+{
     std::vector<std::wstring> lines;
     for (const std::string& line : text.lines) {
         if (text.wrapWidth > 0)
@@ -49,7 +52,8 @@ std::vector<std::wstring> brokenLines(const drawing::FlatText& text, double widt
 }
 
 // The first baseline's height above the insertion point, in capital heights.
-double firstBaseline(const drawing::FlatText& text, double linesBelow) {
+double firstBaseline(const drawing::FlatText& text, double linesBelow)
+{
     if (text.horizontal == drawing::HorizontalAlignment::Middle)
         return -0.5 + linesBelow / 2;
     switch (text.vertical) {
@@ -64,7 +68,8 @@ double firstBaseline(const drawing::FlatText& text, double linesBelow) {
     }
 }
 
-double lineStart(drawing::HorizontalAlignment alignment, double width) {
+double lineStart(drawing::HorizontalAlignment alignment, double width)
+{
     switch (alignment) {
     case drawing::HorizontalAlignment::Center:
     case drawing::HorizontalAlignment::Middle:
@@ -78,7 +83,8 @@ double lineStart(drawing::HorizontalAlignment alignment, double width) {
 
 } // namespace
 
-PlacedText layOut(const drawing::FlatText& text, Typeface& typeface) {
+PlacedText layOut(const drawing::FlatText& text, Typeface& typeface)
+{
     PlacedText placed;
     placed.height = text.height;
     const Vec2 along{text.direction.x, text.direction.y};

@@ -7,7 +7,8 @@ namespace {
 
 constexpr int pointSize = 9;
 
-bool installed(HDC context, const wchar_t* family) {
+bool installed(HDC context, const wchar_t* family)
+{
     LOGFONTW wanted{};
     wanted.lfCharSet = DEFAULT_CHARSET;
     wcsncpy(wanted.lfFaceName, family, LF_FACESIZE - 1);
@@ -20,7 +21,8 @@ bool installed(HDC context, const wchar_t* family) {
     return found;
 }
 
-HFONT makeFont(HDC context, std::initializer_list<const wchar_t*> families) {
+HFONT makeFont(HDC context, std::initializer_list<const wchar_t*> families)
+{
     LOGFONTW description{};
     description.lfHeight = -MulDiv(pointSize, GetDeviceCaps(context, LOGPIXELSY), 72);
     description.lfCharSet = DEFAULT_CHARSET;
@@ -35,7 +37,8 @@ HFONT makeFont(HDC context, std::initializer_list<const wchar_t*> families) {
 
 } // namespace
 
-UiFonts::UiFonts() {
+UiFonts::UiFonts()
+{
     const HDC context = GetDC(nullptr);
     text.Attach(makeFont(context, {L"Segoe UI", L"DejaVu Sans", L"Tahoma"}));
     monospace.Attach(makeFont(context, {L"Consolas", L"DejaVu Sans Mono", L"Liberation Mono", L"Courier New"}));

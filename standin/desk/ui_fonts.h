@@ -9,8 +9,8 @@ struct UiFonts
 {
     UiFonts();
 
-    CFont text;      // labels, status line
-    CFont monospace; // command line
+    CFont text;              // labels, status line
+    CFont monospace;         // command line
     int monospaceHeight = 0; // of a line, in pixels
 };
 

@@ -25,10 +25,7 @@ struct Box
     double height() const { return high.y - low.y; }
     Vec2 centre() const { return (low + high) * 0.5; }
     bool contains(Vec2 p) const { return p.x >= low.x && p.x <= high.x && p.y >= low.y && p.y <= high.y; }
-    bool contains(const Box& other) const
-    {
-        return !other.empty() && contains(other.low) && contains(other.high);
-    }
+    bool contains(const Box& other) const { return !other.empty() && contains(other.low) && contains(other.high); }
     bool overlaps(const Box& other) const
     {
         return low.x <= other.high.x && high.x >= other.low.x && low.y <= other.high.y && high.y >= other.low.y;

@@ -8,14 +8,16 @@ namespace {
 
 using standin::CommandOutcome;
 
-void zoomToWindow(Editor& editor, Vec2 a, Vec2 b) {
+void zoomToWindow(Editor& editor, Vec2 a, Vec2 b)
+{
     Box box;
     box.add(a);
     box.add(b);
     editor.changeView([&](ViewTransform& view) { view.fit(box, 0); });
 }
 
-CommandOutcome zoomToCorner(Editor& editor, Vec2 first) {
+CommandOutcome zoomToCorner(Editor& editor, Vec2 first)
+{
     Prompt prompt;
     prompt.text = L"Specify opposite corner:";
     prompt.rubber = Prompt::Rubber::rectangle;
@@ -28,7 +30,8 @@ CommandOutcome zoomToCorner(Editor& editor, Vec2 first) {
 }
 
 // "2x" counts from the present view, "2" from the whole drawing.
-bool zoomByFactor(Editor& editor, std::wstring text) {
+bool zoomByFactor(Editor& editor, std::wstring text)
+{
     const bool fromPresent = !text.empty() && (text.back() == L'x' || text.back() == L'X');
     if (fromPresent)
         text.pop_back();
@@ -41,7 +44,8 @@ bool zoomByFactor(Editor& editor, std::wstring text) {
     return true;
 }
 
-void goToSpace(Editor& editor, bool model) {
+void goToSpace(Editor& editor, bool model)
+{
     if (editor.inModelSpace() == model)
         return;
     editor.clearSelection();
@@ -53,7 +57,8 @@ void goToSpace(Editor& editor, bool model) {
 
 } // namespace
 
-CommandOutcome zoom(Editor& editor) {
+CommandOutcome zoom(Editor& editor)
+{
     Prompt prompt;
     prompt.text = L"Specify corner of window, or [All/Extents/Previous/Window] or a scale factor (nX):";
     const Reply reply = editor.ask(prompt);
@@ -77,7 +82,8 @@ CommandOutcome zoom(Editor& editor) {
     return CommandOutcome::ended;
 }
 
-CommandOutcome pan(Editor& editor) {
+CommandOutcome pan(Editor& editor)
+{
     Prompt prompt;
     prompt.text = L"Specify base point:";
     const Reply from = editor.ask(prompt);
@@ -93,23 +99,27 @@ CommandOutcome pan(Editor& editor) {
     return CommandOutcome::ended;
 }
 
-CommandOutcome regen(Editor& editor) {
+CommandOutcome regen(Editor& editor)
+{
     editor.regenerate();
     editor.print(L"Regenerating model.");
     return CommandOutcome::ended;
 }
 
-CommandOutcome frameTimes(Editor& editor) {
+CommandOutcome frameTimes(Editor& editor)
+{
     editor.windows().reportFrameTimes();
     return CommandOutcome::ended;
 }
 
-CommandOutcome model(Editor& editor) {
+CommandOutcome model(Editor& editor)
+{
     goToSpace(editor, true);
     return CommandOutcome::ended;
 }
 
-CommandOutcome layout(Editor& editor) {
+CommandOutcome layout(Editor& editor)
+{
     goToSpace(editor, false);
     return CommandOutcome::ended;
 }

@@ -13,7 +13,9 @@ using namespace desk;
 namespace {
 
 // Types all that is posted and writes down what comes of it: entered lines, "<cancel>" and "<refresh>".
-std::vector<std::wstring> played(const std::vector<std::wstring>& posts, std::wstring line = {}, bool blanksAreText = false) {
+std::vector<std::wstring> played(const std::vector<std::wstring>& posts, std::wstring line = {},
+                                 bool blanksAreText = false)
+{
     InputQueue queue;
     for (const auto& post : posts)
         queue.post(post);
@@ -42,42 +44,50 @@ struct Entities
     std::map<std::uint64_t, bool> present;
     std::uint64_t locked = 0;
 
-    bool apply(std::uint64_t entity, bool there) {
+    bool apply(std::uint64_t entity, bool there)
+    {
         if (entity == locked)
             return false;
         present[entity] = there;
         return true;
     }
-    EditHistory::Apply function() {
+    EditHistory::Apply function()
+    {
         return [this](std::uint64_t entity, bool there) { return apply(entity, there); };
     }
 };
 
 } // namespace
 
-TEST(CommandInput, APostedCommandIsCancelledTypedAndEntered) {
+TEST(CommandInput, APostedCommandIsCancelledTypedAndEntered)
+{
     EXPECT_THAT(played({L"CANCELCMD", L"orvo_invert "}, L"half typ"),
                 testing::ElementsAre(L"<cancel>", L"orvo_invert", L"left: "));
 }
 
-TEST(CommandInput, BlanksAndReturnsPartTheAnswersOfOneText) {
+TEST(CommandInput, BlanksAndReturnsPartTheAnswersOfOneText)
+{
     EXPECT_THAT(played({L"arx u HVA6\r"}), testing::ElementsAre(L"arx", L"u", L"HVA6", L"left: "));
 }
 
-TEST(CommandInput, ATextWithoutItsEndStaysInTheLine) {
+TEST(CommandInput, ATextWithoutItsEndStaysInTheLine)
+{
     EXPECT_THAT(played({L"arx u x"}), testing::ElementsAre(L"arx", L"u", L"left: x"));
 }
 
-TEST(CommandInput, ATabRefreshesAndABackspaceTakesBack) {
+TEST(CommandInput, ATabRefreshesAndABackspaceTakesBack)
+{
     EXPECT_THAT(played({L"\t\b"}, L"ab"), testing::ElementsAre(L"<refresh>", L"left: a"));
     EXPECT_THAT(played({L"\b\b"}, L"a"), testing::ElementsAre(L"left: "));
 }
 
-TEST(CommandInput, BlanksBelongToTextWhereItIsAskedFor) {
+TEST(CommandInput, BlanksBelongToTextWhereItIsAskedFor)
+{
     EXPECT_THAT(played({L"two words\r"}, L"", true), testing::ElementsAre(L"two words", L"left: "));
 }
 
-TEST(CommandHistory, UpAndDownGoThroughTheLinesAndBackToTheDraft) {
+TEST(CommandHistory, UpAndDownGoThroughTheLinesAndBackToTheDraft)
+{
     CommandHistory history;
     for (const wchar_t* line : {L"line", L"zoom", L"zoom", L""})
         history.add(line);
@@ -89,7 +99,8 @@ TEST(CommandHistory, UpAndDownGoThroughTheLinesAndBackToTheDraft) {
     EXPECT_EQ(history.newer(L"dra"), L"dra");
 }
 
-TEST(EditHistory, UndoTakesBackAGroupAndRedoBringsItAgain) {
+TEST(EditHistory, UndoTakesBackAGroupAndRedoBringsItAgain)
+{
     Entities entities;
     EditHistory history;
     history.record({1, true});
@@ -108,7 +119,8 @@ TEST(EditHistory, UndoTakesBackAGroupAndRedoBringsItAgain) {
     EXPECT_TRUE(entities.present[1] && entities.present[2]);
 }
 
-TEST(EditHistory, ANewEditForgetsWhatWasUndone) {
+TEST(EditHistory, ANewEditForgetsWhatWasUndone)
+{
     Entities entities;
     EditHistory history;
     history.record({1, true});
@@ -119,7 +131,8 @@ TEST(EditHistory, ANewEditForgetsWhatWasUndone) {
     EXPECT_FALSE(history.canRedo());
 }
 
-TEST(EditHistory, AGroupThatCantBeTakenBackWholeIsLeftWhole) {
+TEST(EditHistory, AGroupThatCantBeTakenBackWholeIsLeftWhole)
+{
     Entities entities;
     EditHistory history;
     for (const std::uint64_t entity : {1, 2, 3}) {

@@ -17,11 +17,12 @@ constexpr Color paper = 0xFFFFFF, ink = 0x000000;
 
 struct Sheet
 {
-    explicit Sheet(imaging::Size size) : size(size), pixels(std::size_t(size.width) * size.height, paper) {}
+    explicit Sheet(imaging::Size extent) : size(extent), pixels(std::size_t(extent.width) * extent.height, paper) {}
     Canvas canvas() { return {pixels.data(), size, size.width}; }
     // 0 for paper, 255 for ink.
     int darkness(int x, int y) const { return 255 - int(pixels[std::size_t(y) * size.width + x] & 0xFF); }
-    int total() const {
+    int total() const
+    {
         int sum = 0;
         for (const Color pixel : pixels)
             sum += 255 - int(pixel & 0xFF);
@@ -32,7 +33,8 @@ struct Sheet
     std::vector<Color> pixels;
 };
 
-std::shared_ptr<imaging::Bitmap> noise(imaging::Size size, unsigned seed) {
+std::shared_ptr<imaging::Bitmap> noise(imaging::Size size, unsigned seed)
+{
     auto bitmap = std::make_shared<imaging::Bitmap>(size);
     std::mt19937 random(seed);
     for (int y = 0; y < size.height; ++y)
@@ -42,7 +44,8 @@ std::shared_ptr<imaging::Bitmap> noise(imaging::Size size, unsigned seed) {
 }
 
 // An image whose pixels are one drawing unit, with its lower left corner at the origin.
-SceneImage placed(imaging::Size size) {
+SceneImage placed(imaging::Size size)
+{
     SceneImage image;
     image.u = {1, 0};
     image.v = {0, 1};
@@ -50,7 +53,8 @@ SceneImage placed(imaging::Size size) {
     return image;
 }
 
-script::FramePattern diagonalStripes() {
+script::FramePattern diagonalStripes()
+{
     script::FramePattern pattern{};
     for (int y = 0; y < 8; ++y)
         for (int x = 0; x < 8; ++x)
@@ -58,7 +62,8 @@ script::FramePattern diagonalStripes() {
     return pattern;
 }
 
-void frame(script::ViewPicture& picture, const imaging::Rect& at, int phase) {
+void frame(script::ViewPicture& picture, const imaging::Rect& at, int phase)
+{
     const auto pattern = diagonalStripes();
     for (int y = at.top; y < at.bottom; ++y)
         for (int x = at.left; x < at.right; ++x)
@@ -69,7 +74,8 @@ void frame(script::ViewPicture& picture, const imaging::Rect& at, int phase) {
 
 } // namespace
 
-TEST(Canvas, LevelAndUprightLinesAreSharp) {
+TEST(Canvas, LevelAndUprightLinesAreSharp)
+{
     Sheet sheet({20, 10});
     Canvas canvas = sheet.canvas();
     canvas.line({3, 5.2}, {9, 5.2}, ink);
@@ -81,7 +87,8 @@ TEST(Canvas, LevelAndUprightLinesAreSharp) {
     EXPECT_EQ(sheet.total(), 15 * 255);
 }
 
-TEST(Canvas, ASlantedLineSpreadsOneInkPerColumnOverTwoRows) {
+TEST(Canvas, ASlantedLineSpreadsOneInkPerColumnOverTwoRows)
+{
     Sheet sheet({12, 12});
     sheet.canvas().line({1, 1}, {9, 5}, ink);
     for (int x = 1; x <= 9; ++x) {
@@ -93,7 +100,8 @@ TEST(Canvas, ASlantedLineSpreadsOneInkPerColumnOverTwoRows) {
     EXPECT_EQ(sheet.darkness(3, 2), 255) << "where the line meets a pixel's centre";
 }
 
-TEST(Canvas, LinesFromFarOutsideCrossTheClipOnly) {
+TEST(Canvas, LinesFromFarOutsideCrossTheClipOnly)
+{
     Sheet sheet({30, 30});
     Canvas canvas = sheet.canvas();
     canvas.setClip({10, 10, 20, 20});
@@ -109,7 +117,8 @@ TEST(Canvas, LinesFromFarOutsideCrossTheClipOnly) {
     EXPECT_EQ(sheet.total(), before);
 }
 
-TEST(Canvas, AFillCoversTheShareOfEachPixelThatLiesInside) {
+TEST(Canvas, AFillCoversTheShareOfEachPixelThatLiesInside)
+{
     Sheet sheet({10, 10});
     // Pixel centres are at integers: this square runs from the middle of pixel 2 to the right edge of pixel 5.
     const std::vector<std::vector<Vec2>> square = {{{2, 2.5}, {5.5, 2.5}, {5.5, 5.5}, {2, 5.5}}};
@@ -122,7 +131,8 @@ TEST(Canvas, AFillCoversTheShareOfEachPixelThatLiesInside) {
     EXPECT_EQ(sheet.darkness(4, 3), 255);
 }
 
-TEST(Canvas, AHoleRunsTheOtherWayRound) {
+TEST(Canvas, AHoleRunsTheOtherWayRound)
+{
     Sheet sheet({12, 12});
     const std::vector<std::vector<Vec2>> ring = {{{0.5, 0.5}, {10.5, 0.5}, {10.5, 10.5}, {0.5, 10.5}},
                                                  {{3.5, 3.5}, {3.5, 7.5}, {7.5, 7.5}, {7.5, 3.5}}};
@@ -132,7 +142,8 @@ TEST(Canvas, AHoleRunsTheOtherWayRound) {
     EXPECT_EQ(sheet.darkness(9, 5), 255);
 }
 
-TEST(Canvas, CoverageIsBlendedWithinTheClip) {
+TEST(Canvas, CoverageIsBlendedWithinTheClip)
+{
     Sheet sheet({6, 4});
     Canvas canvas = sheet.canvas();
     canvas.setClip({2, 1, 6, 4});
@@ -145,7 +156,8 @@ TEST(Canvas, CoverageIsBlendedWithinTheClip) {
     EXPECT_NEAR(sheet.darkness(4, 2), 128, 2);
 }
 
-TEST(RasterCoverage, AtOneToOneShowsEachPixelWhereItsCentreLies) {
+TEST(RasterCoverage, AtOneToOneShowsEachPixelWhereItsCentreLies)
+{
     const auto pixels = noise({9, 7}, 1);
     RasterCoverage coverage;
     ViewTransform view;
@@ -160,7 +172,8 @@ TEST(RasterCoverage, AtOneToOneShowsEachPixelWhereItsCentreLies) {
             EXPECT_EQ(shares[std::size_t(y) * 9 + x], pixels->ink(x, y) ? 255 : 0) << x << "," << y;
 }
 
-TEST(RasterCoverage, APanSamplesTheUncoveredStripsAloneAndShowsTheSame) {
+TEST(RasterCoverage, APanSamplesTheUncoveredStripsAloneAndShowsTheSame)
+{
     const auto pixels = noise({400, 300}, 2);
     const SceneImage image = placed({400, 300});
     ViewTransform view;
@@ -169,7 +182,8 @@ TEST(RasterCoverage, APanSamplesTheUncoveredStripsAloneAndShowsTheSame) {
     RasterCoverage panned;
     panned.update(image, pixels, view);
     EXPECT_EQ(panned.sampled(), 100 * 80);
-    for (const auto& [dx, dy] : {std::pair(7, 3), std::pair(-12, 5), std::pair(4, -9), std::pair(-1, -1), std::pair(0, 20)}) {
+    for (const auto& [dx, dy] :
+         {std::pair(7, 3), std::pair(-12, 5), std::pair(4, -9), std::pair(-1, -1), std::pair(0, 20)}) {
         view.pan(dx, dy);
         const auto seen = panned.update(image, pixels, view);
         EXPECT_EQ(panned.sampled(), std::abs(dy) * 100 + std::abs(dx) * (80 - std::abs(dy)));
@@ -182,7 +196,8 @@ TEST(RasterCoverage, APanSamplesTheUncoveredStripsAloneAndShowsTheSame) {
     EXPECT_EQ(panned.sampled(), 100 * 80) << "new pixels are sampled whole";
 }
 
-TEST(RasterCoverage, ATurnedImageLiesTurned) {
+TEST(RasterCoverage, ATurnedImageLiesTurned)
+{
     // A quarter turn to the left: u points up, v points left. Ink in the image's first column becomes the bottom row.
     auto pixels = std::make_shared<imaging::Bitmap>(imaging::Size{6, 4});
     for (int y = 0; y < 4; ++y)
@@ -201,7 +216,8 @@ TEST(RasterCoverage, ATurnedImageLiesTurned) {
             EXPECT_EQ(shares[std::size_t(y) * 4 + x], y == 5 ? 255 : 0) << x << "," << y;
 }
 
-TEST(RasterCoverage, AnImageWithoutExtentShowsNothing) {
+TEST(RasterCoverage, AnImageWithoutExtentShowsNothing)
+{
     SceneImage flat = placed({5, 5});
     flat.v = {1, 0};
     ViewTransform view;
@@ -211,7 +227,8 @@ TEST(RasterCoverage, AnImageWithoutExtentShowsNothing) {
     EXPECT_THAT(coverage.update(flat, pixels, view), testing::Each(0));
 }
 
-TEST(FramePattern, AFrameIsFoundAtEachPhaseAndOnlyAtItsPlace) {
+TEST(FramePattern, AFrameIsFoundAtEachPhaseAndOnlyAtItsPlace)
+{
     const auto pattern = diagonalStripes();
     for (int phase = 0; phase < 8; ++phase) {
         script::ViewPicture picture{{120, 90}, std::vector<std::uint32_t>(120 * 90, 0xFBFAF7)};
@@ -224,7 +241,8 @@ TEST(FramePattern, AFrameIsFoundAtEachPhaseAndOnlyAtItsPlace) {
     }
 }
 
-TEST(FramePattern, AFrameThatRunsOutOfTheViewIsJudgedByWhatShows) {
+TEST(FramePattern, AFrameThatRunsOutOfTheViewIsJudgedByWhatShows)
+{
     const auto pattern = diagonalStripes();
     script::ViewPicture picture{{100, 60}, std::vector<std::uint32_t>(100 * 60, 0)};
     frame(picture, {-50, 10, 40, 200}, 3);

@@ -13,20 +13,23 @@ namespace {
 
 const std::filesystem::path folder = L"C:\\scripts";
 
-Step only(std::string_view line) {
+Step only(std::string_view line)
+{
     const auto steps = parse(line, folder);
     EXPECT_EQ(steps.size(), 1u) << line;
     return steps.empty() ? Step{} : steps.front();
 }
 
-template <class T> T actionOf(std::string_view line) {
+template <class T> T actionOf(std::string_view line)
+{
     const Step step = only(line);
     const T* action = std::get_if<T>(&step.action);
     EXPECT_NE(action, nullptr) << line << " was taken for another directive";
     return action != nullptr ? *action : T{};
 }
 
-std::string errorOf(std::string_view text) {
+std::string errorOf(std::string_view text)
+{
     try {
         parse(text, folder);
     } catch (const ScriptError& error) {
@@ -37,7 +40,8 @@ std::string errorOf(std::string_view text) {
 
 } // namespace
 
-TEST(Script, CommentsAndEmptyLinesAreNoStepsButAreCounted) {
+TEST(Script, CommentsAndEmptyLinesAreNoStepsButAreCounted)
+{
     const auto steps = parse("\xEF\xBB\xBF; a comment\r\n\r\n  LINE 0,0 5,5  \r\n@idle", folder);
     ASSERT_EQ(steps.size(), 2u);
     EXPECT_EQ(steps[0].line, 3);
@@ -46,12 +50,14 @@ TEST(Script, CommentsAndEmptyLinesAreNoStepsButAreCounted) {
     EXPECT_TRUE(std::holds_alternative<Idle>(steps[1].action));
 }
 
-TEST(Script, RelativeCoordinatesAreTypedAndNoDirectives) {
+TEST(Script, RelativeCoordinatesAreTypedAndNoDirectives)
+{
     EXPECT_EQ(actionOf<Type>("@5,5").text, L"@5,5");
     EXPECT_EQ(actionOf<Type>("@10<45").text, L"@10<45");
 }
 
-TEST(Script, ClickTakesItsWordsInAnyOrder) {
+TEST(Script, ClickTakesItsWordsInAnyOrder)
+{
     const Click click = actionOf<Click>("@click 12.5,-3 double shift");
     EXPECT_EQ(click.place, (Place{{12.5, -3}, false}));
     EXPECT_TRUE(click.twice);
@@ -62,23 +68,25 @@ TEST(Script, ClickTakesItsWordsInAnyOrder) {
     EXPECT_TRUE(actionOf<Click>("@click 1,2 ctrl").control);
 }
 
-TEST(Script, PlacesMayBeViewPixels) {
+TEST(Script, PlacesMayBeViewPixels)
+{
     EXPECT_EQ(actionOf<Move>("@move view:200,150").place, (Place{{200, 150}, true}));
     const Drag drag = actionOf<Drag>("@drag 1,2 view:3,4 -5,6 ctrl");
-    EXPECT_THAT(drag.places,
-                testing::ElementsAre(Place{{1, 2}, false}, Place{{3, 4}, true}, Place{{-5, 6}, false}));
+    EXPECT_THAT(drag.places, testing::ElementsAre(Place{{1, 2}, false}, Place{{3, 4}, true}, Place{{-5, 6}, false}));
     EXPECT_TRUE(drag.control);
     EXPECT_FALSE(drag.shift);
 }
 
-TEST(Script, KeysAreNamesOrSingleCharacters) {
+TEST(Script, KeysAreNamesOrSingleCharacters)
+{
     EXPECT_EQ(actionOf<Key>("@key ESC").virtualKey, unsigned(VK_ESCAPE));
     EXPECT_EQ(actionOf<Key>("@key F2").virtualKey, unsigned(VK_F2));
     EXPECT_EQ(actionOf<Key>("@key a").character, L'a');
     EXPECT_THAT(errorOf("@key HYPER"), testing::HasSubstr("no key \"HYPER\""));
 }
 
-TEST(Script, DialogDirectives) {
+TEST(Script, DialogDirectives)
+{
     EXPECT_EQ(actionOf<WaitForDialog>("@dialog \"Change raster\"").title, L"Change raster");
     const SetText set = actionOf<SetText>("@set 1012 two words");
     EXPECT_EQ(set.id, 1012);
@@ -92,13 +100,15 @@ TEST(Script, DialogDirectives) {
     EXPECT_EQ(actionOf<Answer>("@answer no").button, IDNO);
 }
 
-TEST(Script, PathsCountFromTheScriptsFolder) {
+TEST(Script, PathsCountFromTheScriptsFolder)
+{
     EXPECT_EQ(actionOf<PickFile>("@file ../out/my scan.tif").path.wstring(), L"C:\\out\\my scan.tif");
     EXPECT_EQ(actionOf<Shot>("@shot a.png").path.wstring(), L"C:\\scripts\\a.png");
     EXPECT_EQ(actionOf<PickFile>("@file D:\\x.tif").path.wstring(), L"D:\\x.tif");
 }
 
-TEST(Script, Expectations) {
+TEST(Script, Expectations)
+{
     EXPECT_TRUE(actionOf<ExpectRaster>("@expect raster").current);
     EXPECT_FALSE(actionOf<ExpectRaster>("@expect no raster").current);
     EXPECT_EQ(actionOf<ExpectTool>("@expect tool 3").id, 3);
@@ -112,7 +122,8 @@ TEST(Script, Expectations) {
     actionOf<ExpectNoSelection>("@expect no selection");
 }
 
-TEST(Script, MistakesNameTheirLineAndWhatWasExpected) {
+TEST(Script, MistakesNameTheirLineAndWhatWasExpected)
+{
     const struct
     {
         const char* text;

@@ -14,14 +14,16 @@ using namespace desk;
 
 namespace {
 
-ViewTransform viewOf(int width, int height, Vec2 centre, double units) {
+ViewTransform viewOf(int width, int height, Vec2 centre, double units)
+{
     ViewTransform view;
     view.resize({width, height});
     view.set(centre, units);
     return view;
 }
 
-void expectNear(Vec2 seen, Vec2 expected, const char* what) {
+void expectNear(Vec2 seen, Vec2 expected, const char* what)
+{
     EXPECT_NEAR(seen.x, expected.x, 1e-9) << what;
     EXPECT_NEAR(seen.y, expected.y, 1e-9) << what;
 }
@@ -31,7 +33,8 @@ const PickShape bent = {{{{0, 0}, {10, 0}, {10, 10}}, false}};
 
 } // namespace
 
-TEST(View, TheHostsVariablesPlaceADrawingPoint) {
+TEST(View, TheHostsVariablesPlaceADrawingPoint)
+{
     // 1000 pixels show 100 units about the origin: 10 pixels a unit, y turned over.
     const ViewTransform view = viewOf(1000, 1000, {0, 0}, 100);
     expectNear(view.toView({0, 0}), {500, 500}, "the centre");
@@ -39,7 +42,8 @@ TEST(View, TheHostsVariablesPlaceADrawingPoint) {
     expectNear(view.toDrawing({600, 300}), {10, 20}, "and back");
 }
 
-TEST(View, ZoomHoldsThePointUnderTheMouse) {
+TEST(View, ZoomHoldsThePointUnderTheMouse)
+{
     ViewTransform view = viewOf(800, 600, {50, 70}, 30);
     const Vec2 mouse{123, 456};
     const Vec2 held = view.toDrawing(mouse);
@@ -48,29 +52,32 @@ TEST(View, ZoomHoldsThePointUnderTheMouse) {
     EXPECT_NEAR(view.height(), 12, 1e-9);
 }
 
-TEST(View, PanMovesByWholePixels) {
+TEST(View, PanMovesByWholePixels)
+{
     ViewTransform view = viewOf(800, 600, {50, 70}, 30);
     const Vec2 before = view.toView({50, 70});
     view.pan(13, -7);
     expectNear(view.toView({50, 70}), before + Vec2{13, -7}, "the drawing follows the mouse");
 }
 
-TEST(View, FitShowsAllOfAWideOrATallBox) {
+TEST(View, FitShowsAllOfAWideOrATallBox)
+{
     ViewTransform view = viewOf(400, 200, {0, 0}, 1);
     Box wide;
-    wide.add({0, 0});
-    wide.add({1000, 10});
+    wide.add(Vec2{0, 0});
+    wide.add(Vec2{1000, 10});
     view.fit(wide, 0);
     EXPECT_NEAR(view.height(), 500, 1e-9);
     Box tall;
-    tall.add({0, 0});
-    tall.add({10, 1000});
+    tall.add(Vec2{0, 0});
+    tall.add(Vec2{10, 1000});
     view.fit(tall, 0.25);
     EXPECT_NEAR(view.height(), 2000, 1e-9) << "a margin of a quarter on each side halves the room";
     expectNear(view.centre(), {5, 500}, "in the middle");
 }
 
-TEST(View, ResizeKeepsTheScale) {
+TEST(View, ResizeKeepsTheScale)
+{
     ViewTransform view = viewOf(400, 200, {1, 2}, 100);
     view.resize({400, 300});
     EXPECT_NEAR(view.unitsPerPixel(), 0.5, 1e-12);
@@ -79,7 +86,8 @@ TEST(View, ResizeKeepsTheScale) {
     EXPECT_TRUE(std::isfinite(view.toView({0, 0}).x)) << "a minimised window has no client area";
 }
 
-TEST(View, AbsurdZoomsAreRefused) {
+TEST(View, AbsurdZoomsAreRefused)
+{
     ViewTransform view = viewOf(400, 200, {1e6, 0}, 100);
     for (int i = 0; i < 500; ++i)
         view.zoomAbout({0, 0}, 1.25);
@@ -88,7 +96,8 @@ TEST(View, AbsurdZoomsAreRefused) {
     EXPECT_TRUE(std::isfinite(view.height()));
 }
 
-TEST(Picking, DistanceToOpenAndFilledShapes) {
+TEST(Picking, DistanceToOpenAndFilledShapes)
+{
     EXPECT_NEAR(distanceTo(bent, {5, 3}), 3, 1e-12);
     EXPECT_NEAR(distanceTo(bent, {14, 13}), 5, 1e-12) << "beyond the end: to the corner";
     EXPECT_NEAR(distanceTo(triangle, {2, 2}), 0, 1e-12) << "inside a fill";
@@ -96,7 +105,8 @@ TEST(Picking, DistanceToOpenAndFilledShapes) {
     EXPECT_TRUE(std::isinf(distanceTo({}, {0, 0})));
 }
 
-TEST(Picking, AWindowTakesWhatLiesInItAndACrossingWhatTouchesIt) {
+TEST(Picking, AWindowTakesWhatLiesInItAndACrossingWhatTouchesIt)
+{
     const auto box = [](double left, double low, double right, double high) { return Box{{left, low}, {right, high}}; };
     const struct
     {
@@ -116,14 +126,15 @@ TEST(Picking, AWindowTakesWhatLiesInItAndACrossingWhatTouchesIt) {
     EXPECT_TRUE(touchesWindow(triangle, box(1, 1, 2, 2))) << "a window wholly inside a fill";
 }
 
-TEST(Coordinates, AreTypedAbsoluteRelativeAndPolar) {
+TEST(Coordinates, AreTypedAbsoluteRelativeAndPolar)
+{
     const Vec2 last{10, 20};
     const struct
     {
         const wchar_t* text;
         Vec2 expected;
     } cases[] = {
-        {L"1.5,-2", {1.5, -2}}, {L"1,2,3", {1, 2}},    {L"@1,2", {11, 22}},
+        {L"1.5,-2", {1.5, -2}}, {L"1,2,3", {1, 2}},   {L"@1,2", {11, 22}},
         {L"@", {10, 20}},       {L"@5<90", {10, 25}}, {L"2<180", {-2, 0}},
     };
     for (const auto& [text, expected] : cases) {
@@ -131,18 +142,21 @@ TEST(Coordinates, AreTypedAbsoluteRelativeAndPolar) {
         ASSERT_TRUE(point) << text;
         expectNear(*point, expected, "typed");
     }
-    for (const wchar_t* text : {L"", L"5", L"1,", L",1", L"1,2,3,4", L"1;2", L"a,b", L"1,2 ", L"5<", L"nan,1", L"1e999,1"})
+    for (const wchar_t* text :
+         {L"", L"5", L"1,", L",1", L"1,2,3,4", L"1;2", L"a,b", L"1,2 ", L"5<", L"nan,1", L"1e999,1"})
         EXPECT_FALSE(parsePoint(text, last)) << text;
 }
 
-TEST(Coordinates, NumbersAreShownShort) {
+TEST(Coordinates, NumbersAreShownShort)
+{
     EXPECT_EQ(formatNumber(12.50001), L"12.5");
     EXPECT_EQ(formatNumber(100), L"100");
     EXPECT_EQ(formatNumber(-0.00001), L"0");
     EXPECT_EQ(formatNumber(0.12345), L"0.1235");
 }
 
-TEST(Dashes, RunOnOverCorners) {
+TEST(Dashes, RunOnOverCorners)
+{
     const std::vector<Vec2> corner = {{0, 0}, {3, 0}, {3, 3}};
     std::vector<std::pair<double, double>> pieces;
     drawDashed(corner, {2, -1}, 100, [&](Vec2 a, Vec2 b) { pieces.push_back({a.x + a.y, b.x + b.y}); });
@@ -153,7 +167,8 @@ TEST(Dashes, RunOnOverCorners) {
         << "the first dash turns the corner";
 }
 
-TEST(Dashes, PatternsWithoutLengthAndTooManyDashesGivePlainLines) {
+TEST(Dashes, PatternsWithoutLengthAndTooManyDashesGivePlainLines)
+{
     const std::vector<Vec2> line = {{0, 0}, {1000, 0}};
     for (const DashPattern& pattern : {DashPattern{}, DashPattern{0, 0}, DashPattern{0.001, -0.001}}) {
         int pieces = 0;
