@@ -2,6 +2,8 @@
 
 #include "imaging/error.h"
 
+#include <algorithm>
+
 using namespace imaging;
 
 TEST(Bitmap, BeginsAsPaperAtEveryWidth)
@@ -39,6 +41,24 @@ TEST(Bitmap, MovingLeavesNoPixelsBehind)
     bitmap = std::move(moved);
     EXPECT_TRUE(samePicture(copy, bitmap));
     EXPECT_TRUE(moved.empty()); // NOLINT(bugprone-use-after-move)
+}
+
+TEST(Bitmap, MemoryUsedBeforeIsPaperAgain)
+{
+    // Large enough for the buffer to be kept and used again.
+    const Size large{4000, 3000};
+    for (const Size size : {large, Size{3999, 2500}, Size{63, 200000}}) {
+        Bitmap used(large);
+        for (int y = 0; y < large.height; ++y)
+            std::fill_n(used.row(y), used.wordsPerRow(), ~std::uint64_t(0));
+        used = Bitmap();
+        const Bitmap fresh(size);
+        bool paper = true;
+        for (int y = 0; y < size.height; ++y)
+            paper = paper && std::all_of(fresh.row(y), fresh.row(y) + fresh.wordsPerRow(),
+                                         [](std::uint64_t word) { return word == 0; });
+        EXPECT_TRUE(paper) << size.width << " x " << size.height;
+    }
 }
 
 TEST(Bitmap, SizesAreChecked)
