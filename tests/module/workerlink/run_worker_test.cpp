@@ -1,0 +1,304 @@
+#include "workerlink/RunWorker.h"
+
+#include "link_fixture.h"
+#include "workerlink/SendToWorker.h"
+#include "workerlink/SerializeMessage.h"
+
+// The run of one worker, and the exchange with its two attempts, against workers that do as they please.
+
+namespace {
+
+class WorkerRun : public LinkTest
+{
+protected:
+    WorkerRun()
+    {
+        SetWorkerPath(childPath());
+        // Blocks that no child takes would keep the test waiting for half a minute.
+        CurrentLinkLimits().publishedBlock = 5000;
+    }
+
+    WorkerRunResult run(const wchar_t* steps)
+    {
+        childrenTake(steps);
+        return RunWorker(childPath(), request.data(), static_cast<DWORD>(request.size()));
+    }
+
+    /// The text with the worker's path in it.
+    static CString text(LPCWSTR format)
+    {
+        CString made;
+        made.Format(format, static_cast<LPCWSTR>(childPath()));
+        return made;
+    }
+
+    static std::vector<BYTE> replyOf(const WorkerRunResult& result)
+    {
+        return {result.reply, result.reply + result.replySize};
+    }
+
+    bool send(const wchar_t* steps)
+    {
+        childrenTake(steps);
+        return SendToWorker(message);
+    }
+
+    const std::vector<BYTE> request = countingBytes(500);
+    WorkerMessage message{OperationInvert};
+};
+
+/// A request under way: what it asked for has to be told from what a reply put there.
+constexpr wchar_t asked[] = L"C:\\asked.tif";
+
+class Exchange : public WorkerRun
+{
+protected:
+    Exchange() { message.invert.file = asked; }
+
+    void expectUntouched() const
+    {
+        EXPECT_EQ(message.operation, static_cast<DWORD>(OperationInvert));
+        EXPECT_EQ(message.invert.file, asked);
+    }
+};
+
+} // namespace
+
+TEST_F(WorkerRun, AGoodWorkerGivesItsReply)
+{
+    const WorkerRunResult result = run(L"read working reply ok ready finish");
+    EXPECT_TRUE(result.ok);
+    EXPECT_EQ(replyOf(result), request);
+    EXPECT_EQ(result.errorText, L"");
+    EXPECT_NE(result.process, INVALID_HANDLE_VALUE) << "the caller closes the handles of a good run";
+    EXPECT_NE(result.thread, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(result.processId, GetProcessId(process(0)));
+    EXPECT_EQ(exitCode(0), 0u);
+    EXPECT_TRUE(start(0).received);
+    expectNothingLeftOfAnyRun();
+}
+
+TEST_F(WorkerRun, StartsTheWorkerHiddenOnTheUsersDesktopWithThePathInQuotesAndTheNumber)
+{
+    const WorkerRunResult result = run(L"read working ready linger");
+    CString expected;
+    expected.Format(L"\"%s\" %lu", static_cast<LPCWSTR>(childPath()), start(0).transferNumber);
+    EXPECT_STREQ(start(0).commandLine, expected);
+    EXPECT_GE(start(0).transferNumber, 0xFFFFu);
+    EXPECT_STREQ(start(0).desktop, L"winsta0\\default");
+    EXPECT_TRUE(start(0).startupFlags & STARTF_USESHOWWINDOW);
+    EXPECT_EQ(start(0).showWindow, static_cast<DWORD>(SW_HIDE));
+}
+
+TEST_F(WorkerRun, AWorkerKilledBeforeWorkingIsFoundOutAfterTheWholeTime)
+{
+    CurrentLinkLimits().workerStart = 1500;
+    const DWORD begun = GetTickCount();
+    const WorkerRunResult result = run(L"kill");
+    EXPECT_GE(GetTickCount() - begun, 1500u) << "the end of the process is not looked at before WORKING";
+    EXPECT_FALSE(result.ok);
+    EXPECT_EQ(result.reply, nullptr);
+    EXPECT_EQ(result.errorText, text(L"The process '%s' never started up correctly"));
+    ASSERT_NE(result.process, INVALID_HANDLE_VALUE);
+    WaitForSingleObject(result.process, INFINITE);
+    EXPECT_EQ(exitCode(0), 9u);
+    expectNothingLeftOfAnyRun();
+}
+
+TEST_F(WorkerRun, AWorkerThatNeverSaysWorkingIsLeftAlone)
+{
+    CurrentLinkLimits().workerStart = 1500;
+    const WorkerRunResult result = run(L"read hang");
+    EXPECT_EQ(result.errorText, text(L"The process '%s' never started up correctly"));
+    DWORD code = 0;
+    EXPECT_TRUE(GetExitCodeProcess(result.process, &code));
+    EXPECT_EQ(code, static_cast<DWORD>(STILL_ACTIVE)) << "nobody may stop it";
+    TerminateProcess(result.process, 0);
+    expectNothingLeftOfAnyRun();
+}
+
+TEST_F(WorkerRun, AWorkerThatDiesAtItsWorkEndedPremature)
+{
+    for (const wchar_t* steps : {L"read working kill", L"read working reply kill"}) {
+        const WorkerRunResult result = run(steps);
+        EXPECT_FALSE(result.ok);
+        EXPECT_EQ(result.reply, nullptr) << "no READY, no reading";
+        EXPECT_EQ(result.errorText, text(L"The process '%s' ended premature"));
+        EXPECT_EQ(result.process, INVALID_HANDLE_VALUE);
+        EXPECT_EQ(result.thread, INVALID_HANDLE_VALUE);
+    }
+    EXPECT_EQ(exitCode(0), 9u);
+    EXPECT_EQ(exitCode(1), 9u);
+    expectNothingLeftOfAnyRun();
+}
+
+TEST_F(WorkerRun, AWorkerThatDiesBetweenOkAndReadyIsOkWithoutAReply)
+{
+    const WorkerRunResult result = run(L"read working reply ok kill");
+    EXPECT_TRUE(result.ok);
+    EXPECT_EQ(result.reply, nullptr);
+    EXPECT_EQ(result.errorText, L"");
+    expectNothingLeftOfAnyRun();
+}
+
+TEST_F(WorkerRun, ReadyWithoutOkIsAFailureWithoutAText)
+{
+    const WorkerRunResult withReply = run(L"read working reply ready finish");
+    EXPECT_FALSE(withReply.ok);
+    EXPECT_EQ(replyOf(withReply), request) << "the reply is read all the same";
+    EXPECT_EQ(withReply.errorText, L"");
+    const WorkerRunResult withoutReply = run(L"read working ready linger");
+    EXPECT_FALSE(withoutReply.ok);
+    EXPECT_EQ(withoutReply.reply, nullptr);
+    EXPECT_EQ(withoutReply.errorText, L"");
+    expectNothingLeftOfAnyRun();
+}
+
+TEST_F(WorkerRun, OkBehindReadyComesTooLate)
+{
+    // The transfer of the reply is over only after the module has tested OK.
+    const WorkerRunResult result = run(L"read working reply ready finish ok");
+    EXPECT_FALSE(result.ok) << "OK is tested once, right after READY";
+    EXPECT_EQ(replyOf(result), request);
+    EXPECT_EQ(result.errorText, L"");
+    expectNothingLeftOfAnyRun();
+}
+
+TEST_F(WorkerRun, OkWithoutABlockIsOkWithoutAReply)
+{
+    const WorkerRunResult result = run(L"read working ok ready linger");
+    EXPECT_TRUE(result.ok);
+    EXPECT_EQ(result.reply, nullptr);
+    EXPECT_EQ(result.errorText, L"");
+    expectNothingLeftOfAnyRun();
+}
+
+TEST_F(WorkerRun, AWorkerThatHangsIsKilledAfterItsTime)
+{
+    CurrentLinkLimits().workerRun = 300;
+    CurrentLinkLimits().workerLeave = 300;
+    const WorkerRunResult result = run(L"read working hang");
+    EXPECT_FALSE(result.ok);
+    EXPECT_EQ(result.errorText, text(L"The process '%s' timed out"));
+    EXPECT_EQ(result.process, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(exitCode(0), 1u);
+    expectNothingLeftOfAnyRun();
+}
+
+TEST_F(WorkerRun, AWorkerThatIsLateIsAskedToLeaveFirst)
+{
+    CurrentLinkLimits().workerRun = 300;
+    CurrentLinkLimits().workerLeave = 60000;
+    const WorkerRunResult result = run(L"read working quit");
+    EXPECT_EQ(result.errorText, text(L"The process '%s' timed out"));
+    EXPECT_EQ(result.process, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(exitCode(0), 41u) << "WM_QUIT carries 1";
+    expectNothingLeftOfAnyRun();
+}
+
+TEST_F(WorkerRun, AMissingProgramCannotBeStarted)
+{
+    const CString missing = childPath() + L".missing.exe";
+    const WorkerRunResult result = RunWorker(missing, request.data(), static_cast<DWORD>(request.size()));
+    EXPECT_FALSE(result.ok);
+    EXPECT_EQ(result.reply, nullptr);
+    EXPECT_EQ(result.errorText, CString(L"Can't start '") + missing + L"'");
+    EXPECT_EQ(result.process, INVALID_HANDLE_VALUE);
+    WorkerRunResult unused;
+    WorkerProcess process(unused);
+    EXPECT_FALSE(process.Start(missing, 1));
+    EXPECT_EQ(process.lastError, static_cast<DWORD>(ERROR_FILE_NOT_FOUND));
+    EXPECT_FALSE(process.IsAlive());
+}
+
+TEST_F(WorkerRun, ARequestThatCannotBePublishedGoesUnderTheNumber0AndFails)
+{
+    childrenTake(L"read working ready linger");
+    const WorkerRunResult result = RunWorker(childPath(), nullptr, 0);
+    EXPECT_EQ(start(0).transferNumber, 0u);
+    EXPECT_FALSE(start(0).received);
+    EXPECT_FALSE(result.ok);
+    EXPECT_EQ(result.errorText, L"");
+    expectNothingLeftOfAnyRun();
+}
+
+TEST_F(Exchange, AGoodReplyNeedsOneAttempt)
+{
+    EXPECT_TRUE(send(L"read working reply ok ready finish"));
+    expectUntouched(); // the child echoes
+    EXPECT_EQ(starts(), 1);
+    const std::vector<BYTE> bytes = SerializeMessage(message);
+    EXPECT_EQ(std::vector<BYTE>(start(0).receivedBytes, start(0).receivedBytes + start(0).receivedSize), bytes);
+    expectNothingLeftOfAnyRun();
+}
+
+TEST_F(Exchange, AFastFailureIsTriedOnceMore)
+{
+    for (const wchar_t* steps : {L"read working kill", L"read working reply ready finish"}) {
+        const LONG before = starts();
+        EXPECT_FALSE(send(steps));
+        expectUntouched();
+        EXPECT_EQ(starts() - before, 2);
+    }
+    EXPECT_NE(start(0).transferNumber, start(1).transferNumber) << "each attempt has a number of its own";
+    expectNothingLeftOfAnyRun();
+}
+
+TEST_F(Exchange, OkWithoutABlockIsABadAttempt)
+{
+    EXPECT_FALSE(send(L"read working ok ready linger"));
+    EXPECT_EQ(starts(), 2);
+    expectUntouched();
+    expectNothingLeftOfAnyRun();
+}
+
+TEST_F(Exchange, TheSecondAttemptCanSucceed)
+{
+    EXPECT_TRUE(send(L"read working unless-first reply ok ready finish"));
+    EXPECT_EQ(starts(), 2);
+    EXPECT_EQ(exitCode(0), 7u);
+    EXPECT_EQ(exitCode(1), 0u);
+    expectNothingLeftOfAnyRun();
+}
+
+TEST_F(Exchange, ASlowFailureIsNotRepeated)
+{
+    CurrentLinkLimits().secondAttempt = 100;
+    EXPECT_FALSE(send(L"read working sleep:300 kill"));
+    EXPECT_EQ(starts(), 1);
+    expectUntouched();
+    expectNothingLeftOfAnyRun();
+}
+
+TEST_F(Exchange, AMissingProgramFailsSilently)
+{
+    SetWorkerPath(childPath() + L".missing.exe");
+    EXPECT_FALSE(send(L""));
+    expectUntouched();
+    EXPECT_EQ(starts(), 0);
+}
+
+TEST_F(Exchange, AReplyThatIsCutShortRaisesEndOfFile)
+{
+    int cause = -1;
+    try {
+        send(L"read working reply:cut ok ready finish");
+    } catch (CArchiveException* exception) {
+        cause = exception->m_cause;
+        exception->Delete();
+    }
+    EXPECT_EQ(cause, CArchiveException::endOfFile);
+    EXPECT_EQ(starts(), 1) << "a broken reply is not asked for again";
+    expectNothingLeftOfAnyRun();
+}
+
+TEST_F(Exchange, AForeignCodeInTheReplyIsTakenAsItComes)
+{
+    for (const DWORD code : {0u, 14u, 4000000000u}) {
+        message.operation = OperationInvert;
+        EXPECT_TRUE(send((L"read working reply:code:" + std::to_wstring(code) + L" ok ready finish").c_str()));
+        EXPECT_EQ(message.operation, code);
+        EXPECT_EQ(message.invert.file, asked);
+    }
+    expectNothingLeftOfAnyRun();
+}
