@@ -8,22 +8,6 @@ constexpr DWORD longEnough = 60000; // for any child to end that is going to end
 
 } // namespace
 
-std::set<std::wstring> temporaryFiles()
-{
-    wchar_t folder[MAX_PATH];
-    GetTempPathW(MAX_PATH, folder);
-    std::set<std::wstring> names;
-    WIN32_FIND_DATAW found;
-    const HANDLE search = FindFirstFileW((std::wstring(folder) + L"*").c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE)
-        return names;
-    do
-        names.insert(found.cFileName);
-    while (FindNextFileW(search, &found));
-    FindClose(search);
-    return names;
-}
-
 std::vector<BYTE> countingBytes(size_t count)
 {
     std::vector<BYTE> bytes(count);
@@ -39,8 +23,9 @@ CString programPath(const char* path)
     return text.GetAt(0) == L'\\' ? CString(L"Z:") + text : text;
 }
 
-LinkTest::LinkTest() : m_shipped(CurrentLinkLimits()), m_temporaryFiles(temporaryFiles())
+LinkTest::LinkTest() : m_shipped(CurrentLinkLimits())
 {
+    useOwnTemporaryFolder();
     wchar_t name[64];
     child::reportName(name, GetCurrentProcessId());
     m_mapping = CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(child::Report), name);
@@ -59,7 +44,20 @@ LinkTest::~LinkTest()
     }
     UnmapViewOfFile(m_report);
     CloseHandle(m_mapping);
-    EXPECT_EQ(temporaryFiles(), m_temporaryFiles) << "the temporary folder has changed";
+    SetEnvironmentVariableW(L"TMP", m_usualTemporaryFolder.c_str());
+    EXPECT_TRUE(RemoveDirectoryW(m_temporaryFolder.c_str())) << "something is left in the temporary folder";
+}
+
+void LinkTest::useOwnTemporaryFolder()
+{
+    static int number = 0;
+    wchar_t usual[MAX_PATH] = {};
+    GetTempPathW(MAX_PATH, usual);
+    m_usualTemporaryFolder = usual;
+    m_temporaryFolder = m_usualTemporaryFolder + L"halvoran-link-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
+                        std::to_wstring(++number);
+    CreateDirectoryW(m_temporaryFolder.c_str(), nullptr);
+    SetEnvironmentVariableW(L"TMP", m_temporaryFolder.c_str());
 }
 
 void LinkTest::childrenTake(const wchar_t* steps)

@@ -11,7 +11,8 @@
 #include "workerlink/LinkLimits.h"
 #include "workerlink/WorkerProcess.h"
 
-/// Both ends of the link: the test program on one, children that take the steps a test gives them on the other.
+/// Both ends of the link: the test program on one, children that take the steps a test gives them on the other. Each
+/// test has a temporary folder of its own, the children's too, which has to be empty at its end.
 class LinkTest : public testing::Test
 {
 protected:
@@ -41,13 +42,15 @@ protected:
     static std::set<std::wstring> objectsOf(DWORD number);
 
 private:
+    void useOwnTemporaryFolder();
+
     LinkLimits m_shipped;
+    std::wstring m_usualTemporaryFolder;
+    std::wstring m_temporaryFolder;
     HANDLE m_mapping;
     child::Report* m_report;
-    std::set<std::wstring> m_temporaryFiles;
 };
 
-std::set<std::wstring> temporaryFiles();
 std::vector<BYTE> countingBytes(size_t count);
 /// A path of the build as a program under Windows names it.
 CString programPath(const char* path);
