@@ -235,7 +235,7 @@ TEST_F(RealWorker, AnswersWhatItCannotDoAtOnceAndLeavesTheFile)
     }
     // A request cut short, and none at all.
     const std::vector<BYTE> bytes = SerializeMessage(missing);
-    for (const DWORD size : {static_cast<DWORD>(bytes.size()) - 1, 3u, 0u}) {
+    for (const DWORD size : {static_cast<DWORD>(bytes.size()) - 1, DWORD(3), DWORD(0)}) {
         const WorkerRunResult result = RunWorker(workerPath(), bytes.data(), size);
         EXPECT_FALSE(result.ok);
         EXPECT_EQ(result.errorText, L"") << "a request of " << size << " bytes";

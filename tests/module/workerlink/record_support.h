@@ -29,9 +29,9 @@ inline Bytes hex(const std::string& text)
 inline std::string shown(const Bytes& bytes)
 {
     std::string text;
-    for (const BYTE byte : bytes) {
+    for (const BYTE value : bytes) {
         char pair[4];
-        snprintf(pair, sizeof(pair), "%02X ", byte);
+        snprintf(pair, sizeof(pair), "%02X ", value);
         text += pair;
     }
     return text;
