@@ -75,9 +75,12 @@ CString LinkTest::childPath()
 
 std::unique_ptr<WorkerRunResult> LinkTest::startChild(DWORD number)
 {
+    const LONG index = starts();
     auto result = std::make_unique<WorkerRunResult>();
-    WorkerProcess process(*result);
-    EXPECT_TRUE(process.Start(childPath(), number)) << "the child did not start, error " << process.lastError;
+    WorkerProcess started(*result);
+    EXPECT_TRUE(started.Start(childPath(), number)) << "the child did not start, error " << started.lastError;
+    while (process(index) == nullptr && WaitForSingleObject(result->process, 5) == WAIT_TIMEOUT) {
+    }
     return result;
 }
 

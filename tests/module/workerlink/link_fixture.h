@@ -23,7 +23,7 @@ protected:
     void childrenTake(const wchar_t* steps);
     static CString childPath();
 
-    /// Starts a child with a number of the test's own choice.
+    /// Starts a child with a number of the test's own choice; it has reported when this returns.
     std::unique_ptr<WorkerRunResult> startChild(DWORD number);
 
     LONG starts() const { return m_report->starts; }
