@@ -39,13 +39,6 @@ private:
     HANDLE m_mapping;
 };
 
-/// Waits until somebody has made the semaphore.
-void waitFor(CMemMapSemaphore& semaphore, const CString& name)
-{
-    while (!semaphore.Open(name, false))
-        Sleep(5);
-}
-
 std::vector<BYTE> received(const child::Start& start)
 {
     return {start.receivedBytes, start.receivedBytes + start.receivedSize};
