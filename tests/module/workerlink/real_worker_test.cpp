@@ -193,14 +193,14 @@ TEST_F(RealWorker, DoesWhatTheModuleAsks)
     rotate.rotate.angle = std::numbers::pi / 2;
     rotate.rotate.pivot = {2, 1};
     ASSERT_TRUE(SendToWorker(rotate));
-    EXPECT_EQ(picture(L"image.tif"), (Picture{".#..", ".#..", "...."}));
+    EXPECT_EQ(picture(L"image.tif"), (Picture{"....", ".#..", ".#.."}));
 
     WorkerMessage convert(OperationConvertFile);
     convert.convertFile.sourceFile = text(L"image.tif");
     convert.convertFile.targetFile = text(L"Plan \x00DC\x0142\x4E2D.cal");
     convert.convertFile.formatCode = 50;
     ASSERT_TRUE(SendToWorker(convert));
-    EXPECT_EQ(picture(L"Plan \x00DC\x0142\x4E2D.cal"), (Picture{".#..", ".#..", "...."}));
+    EXPECT_EQ(picture(L"Plan \x00DC\x0142\x4E2D.cal"), (Picture{"....", ".#..", ".#.."}));
 
     CRgn ell;
     ell.CreateRectRgn(0, 0, 1, 3);
