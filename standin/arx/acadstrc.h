@@ -6,7 +6,6 @@ namespace Acad {
 enum ErrorStatus
 {
     eOk = 0,
-    eNotImplementedYet,
     eNotApplicable,
     eInvalidInput,
     eOutOfMemory,

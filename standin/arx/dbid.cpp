@@ -8,36 +8,36 @@ const AcDbObjectId AcDbObjectId::kNull;
 
 bool AcDbObjectId::isValid() const
 {
-    return standin::recordOf(m_stub) != nullptr;
+    return standin::recordOf(m_slot) != nullptr;
 }
 
 bool AcDbObjectId::isErased() const
 {
-    return m_stub && (!standin::recordOf(m_stub) || m_stub->erased);
+    return m_slot && (!standin::recordOf(m_slot) || m_slot->erased);
 }
 
 AcDbDatabase* AcDbObjectId::database() const
 {
-    return m_stub ? m_stub->database : nullptr;
+    return m_slot ? m_slot->database : nullptr;
 }
 
 Adesk::UInt64 AcDbObjectId::handle() const
 {
-    return m_stub ? m_stub->handle : 0;
+    return m_slot ? m_slot->handle : 0;
 }
 
-AcDbObjectId AcDbObjectId::fromStub(AcDbStub* stub)
+AcDbObjectId AcDbObjectId::fromSlot(standin::ObjectSlot* slot)
 {
     AcDbObjectId id;
-    id.m_stub = stub;
+    id.m_slot = slot;
     return id;
 }
 
 // An entity's name is its id's word with 0 in the second word.
 Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name)
 {
-    AcDbStub* stub = name[1] == 0 ? standin::knownStub(name[0]) : nullptr;
-    id = AcDbObjectId::fromStub(stub && stub->database ? stub : nullptr);
+    standin::ObjectSlot* slot = name[1] == 0 ? standin::knownSlot(name[0]) : nullptr;
+    id = AcDbObjectId::fromSlot(slot && slot->database ? slot : nullptr);
     return id.isNull() ? Acad::eInvalidAdsName : Acad::eOk;
 }
 
@@ -46,7 +46,7 @@ Acad::ErrorStatus acdbGetAdsName(ads_name& name, AcDbObjectId id)
     ads_name_clear(name);
     if (id.isNull())
         return Acad::eNullObjectId;
-    name[0] = reinterpret_cast<std::int64_t>(id.stub());
+    name[0] = reinterpret_cast<std::int64_t>(id.slot());
     return Acad::eOk;
 }
 

@@ -5,7 +5,9 @@
 #include "standin/arx/adsdef.h"
 
 class AcDbDatabase;
-struct AcDbStub;
+namespace standin {
+struct ObjectSlot;
+}
 
 // One word; stays safe to ask after the object, or its whole database, has gone.
 class HALVORAN_STANDIN_API AcDbObjectId
@@ -15,8 +17,8 @@ public:
 
     static const AcDbObjectId kNull;
 
-    bool isNull() const { return m_stub == nullptr; }
-    void setNull() { m_stub = nullptr; }
+    bool isNull() const { return m_slot == nullptr; }
+    void setNull() { m_slot = nullptr; }
     // Names an object of a database that is still there, be the object erased or not.
     bool isValid() const;
     bool isErased() const;
@@ -24,15 +26,15 @@ public:
     AcDbDatabase* database() const;
     Adesk::UInt64 handle() const;
 
-    bool operator==(const AcDbObjectId& other) const { return m_stub == other.m_stub; }
-    bool operator!=(const AcDbObjectId& other) const { return m_stub != other.m_stub; }
-    bool operator<(const AcDbObjectId& other) const { return m_stub < other.m_stub; }
+    bool operator==(const AcDbObjectId& other) const { return m_slot == other.m_slot; }
+    bool operator!=(const AcDbObjectId& other) const { return m_slot != other.m_slot; }
+    bool operator<(const AcDbObjectId& other) const { return m_slot < other.m_slot; }
 
-    static AcDbObjectId fromStub(AcDbStub* stub);
-    AcDbStub* stub() const { return m_stub; }
+    static AcDbObjectId fromSlot(standin::ObjectSlot* slot);
+    standin::ObjectSlot* slot() const { return m_slot; }
 
 private:
-    AcDbStub* m_stub = nullptr;
+    standin::ObjectSlot* m_slot = nullptr;
 };
 
 // eInvalidAdsName if the name is no entity's.

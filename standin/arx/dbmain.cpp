@@ -26,19 +26,19 @@ AcDbDatabase::AcDbDatabase(bool, bool) : m_state(std::make_unique<State>())
 AcDbDatabase::~AcDbDatabase()
 {
     standin::editor().tell([this](AcEditorReactor& reactor) { reactor.databaseToBeDestroyed(this); });
-    const auto stubs = m_state->stubs;
-    for (const auto& [handle, stub] : stubs)
-        if (stub->open())
+    const auto slots = m_state->slots;
+    for (const auto& [handle, slot] : slots)
+        if (slot->open())
             standin::recordBreach("An object was still open when its database was destroyed.");
-    for (const auto& [handle, stub] : stubs)
-        if (auto* definition = dynamic_cast<AcDbRasterImageDef*>(stub->object.get()))
-            standin::withWriteOpen(*stub, [&] { definition->releaseImage(); });
-    for (const auto& [handle, stub] : m_state->stubs) {
-        stub->database = nullptr;
-        stub->readers = 0;
-        stub->writer = false;
-        stub->object.reset();
-        stub->erased.reset();
+    for (const auto& [handle, slot] : slots)
+        if (auto* definition = dynamic_cast<AcDbRasterImageDef*>(slot->object.get()))
+            standin::withWriteOpen(*slot, [&] { definition->releaseImage(); });
+    for (const auto& [handle, slot] : m_state->slots) {
+        slot->database = nullptr;
+        slot->readers = 0;
+        slot->writer = false;
+        slot->object.reset();
+        slot->erased.reset();
     }
 }
 
@@ -50,7 +50,7 @@ Acad::ErrorStatus AcDbDatabase::readDwgFile(const ACHAR* fileName, int, bool, co
     const std::filesystem::path path = std::filesystem::absolute(fileName, error);
     if (!std::filesystem::is_regular_file(path, error))
         return Acad::eFileNotFound;
-    if (!m_state->stubs.empty())
+    if (!m_state->slots.empty())
         return Acad::eInvalidContext;
     try {
         m_state->document = drawing::readDrawing(path);

@@ -18,35 +18,35 @@ namespace {
 
 constexpr int mostReaders = 256;
 
-std::string describe(const AcDbStub& stub)
+std::string describe(const standin::ObjectSlot& slot)
 {
-    const drawing::Object* record = standin::recordOf(&stub);
+    const drawing::Object* record = standin::recordOf(&slot);
     char handle[32];
-    std::snprintf(handle, sizeof handle, " %llX", static_cast<unsigned long long>(stub.handle));
+    std::snprintf(handle, sizeof handle, " %llX", static_cast<unsigned long long>(slot.handle));
     return (record ? std::string(record->name()) : std::string("Object")) + handle;
 }
 
-Acad::ErrorStatus refuse(Acad::ErrorStatus status, const AcDbStub& stub, const char* what)
+Acad::ErrorStatus refuse(Acad::ErrorStatus status, const standin::ObjectSlot& slot, const char* what)
 {
-    standin::recordBreach(describe(stub) + ' ' + what + '.');
+    standin::recordBreach(describe(slot) + ' ' + what + '.');
     return status;
 }
 
-Acad::ErrorStatus openStub(AcDbStub& stub, AcDb::OpenMode mode)
+Acad::ErrorStatus openSlot(standin::ObjectSlot& slot, AcDb::OpenMode mode)
 {
-    if (stub.writer)
-        return refuse(Acad::eWasOpenForWrite, stub, "was opened while it was open for write");
+    if (slot.writer)
+        return refuse(Acad::eWasOpenForWrite, slot, "was opened while it was open for write");
     if (mode == AcDb::kForRead) {
-        if (stub.readers == mostReaders)
-            return refuse(Acad::eAtMaxReaders, stub, "was opened for read too many times");
-        ++stub.readers;
+        if (slot.readers == mostReaders)
+            return refuse(Acad::eAtMaxReaders, slot, "was opened for read too many times");
+        ++slot.readers;
         return Acad::eOk;
     }
-    if (stub.readers > 0)
-        return refuse(Acad::eWasOpenForRead, stub, "was opened for write while it was open for read");
-    if (!standin::mayWrite(stub.database))
-        return refuse(Acad::eLockViolation, stub, "was opened for write without a document lock");
-    stub.writer = true;
+    if (slot.readers > 0)
+        return refuse(Acad::eWasOpenForRead, slot, "was opened for write while it was open for read");
+    if (!standin::mayWrite(slot.database))
+        return refuse(Acad::eLockViolation, slot, "was opened for write without a document lock");
+    slot.writer = true;
     return Acad::eOk;
 }
 
@@ -71,17 +71,17 @@ Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb:
     object = nullptr;
     if (id.isNull())
         return Acad::eNullObjectId;
-    AcDbStub* stub = standin::knownStub(reinterpret_cast<std::int64_t>(id.stub()));
-    if (!stub || !stub->database)
+    standin::ObjectSlot* slot = standin::knownSlot(reinterpret_cast<std::int64_t>(id.slot()));
+    if (!slot || !slot->database)
         return Acad::eNoDatabase;
-    if (stub->erased && !openErased)
+    if (slot->erased && !openErased)
         return Acad::eWasErased;
-    AcDbObject* found = standin::objectOf(*stub);
-    if (!found || !standin::recordOf(stub))
+    AcDbObject* found = standin::objectOf(*slot);
+    if (!found || !standin::recordOf(slot))
         return Acad::ePermanentlyErased;
     if (type && !found->isKindOf(type))
         return Acad::eNotThatKindOfClass;
-    const Acad::ErrorStatus status = openStub(*stub, mode);
+    const Acad::ErrorStatus status = openSlot(*slot, mode);
     if (status == Acad::eOk)
         object = found;
     return status;
@@ -94,21 +94,21 @@ AcDbDatabase* AcDbObject::database() const
 
 Acad::ErrorStatus AcDbObject::close()
 {
-    AcDbStub* stub = m_id.stub();
-    if (!stub) {
+    standin::ObjectSlot* slot = m_id.slot();
+    if (!slot) {
         standin::recordBreach("An object that is in no database was closed.");
         return Acad::eNotInDatabase;
     }
-    if (!stub->open())
-        return refuse(Acad::eNotOpenForRead, *stub, "was closed though it was not open");
-    if (stub->writer)
-        stub->writer = false;
+    if (!slot->open())
+        return refuse(Acad::eNotOpenForRead, *slot, "was closed though it was not open");
+    if (slot->writer)
+        slot->writer = false;
     else
-        --stub->readers;
-    if (!stub->writer && m_modified) {
+        --slot->readers;
+    if (!slot->writer && m_modified) {
         m_modified = false;
         tell(*this, [&](AcDbObjectReactor& reactor) { reactor.modified(this); });
-        if (stub->database == standin::drawingDatabase() && standin::deskServices())
+        if (slot->database == standin::drawingDatabase() && standin::deskServices())
             standin::deskServices()->redraw();
     }
     tell(*this, [&](AcDbObjectReactor& reactor) { reactor.objectClosed(m_id); });
@@ -120,22 +120,22 @@ Acad::ErrorStatus AcDbObject::erase(Adesk::Boolean erasing)
     const Acad::ErrorStatus status = assertWriteEnabled("erase");
     if (status != Acad::eOk)
         return status;
-    AcDbStub* stub = m_id.stub();
-    if (!stub)
+    standin::ObjectSlot* slot = m_id.slot();
+    if (!slot)
         return Acad::eNotInDatabase;
-    if (erasing == bool(stub->erased))
+    if (erasing == bool(slot->erased))
         return erasing ? Acad::eWasErased : Acad::eInvalidInput;
-    drawing::Document& document = stub->database->state().document;
+    drawing::Document& document = slot->database->state().document;
     if (erasing) {
         subErase(true);
         try {
-            stub->erased = document.erase(stub->handle);
+            slot->erased = document.erase(slot->handle);
         } catch (const drawing::DrawingError&) {
             return Acad::eNotApplicable; // what no drawing can be without
         }
     } else {
-        document.restore(std::move(*stub->erased));
-        stub->erased.reset();
+        document.restore(std::move(*slot->erased));
+        slot->erased.reset();
         subErase(false);
     }
     setModified();
@@ -150,27 +150,27 @@ Adesk::Boolean AcDbObject::isErased() const
 
 Adesk::Boolean AcDbObject::isReadEnabled() const
 {
-    return !m_id.stub() || m_id.stub()->open();
+    return !m_id.slot() || m_id.slot()->open();
 }
 
 Adesk::Boolean AcDbObject::isWriteEnabled() const
 {
-    return !m_id.stub() || m_id.stub()->writer;
+    return !m_id.slot() || m_id.slot()->writer;
 }
 
 Acad::ErrorStatus AcDbObject::upgradeOpen()
 {
-    AcDbStub* stub = m_id.stub();
-    if (!stub)
+    standin::ObjectSlot* slot = m_id.slot();
+    if (!slot)
         return Acad::eNotInDatabase;
-    if (stub->writer)
+    if (slot->writer)
         return Acad::eWasOpenForWrite;
-    if (stub->readers != 1)
-        return refuse(Acad::eWasOpenForRead, *stub, "was upgraded though it was not open for read just once");
-    stub->readers = 0;
-    const Acad::ErrorStatus status = openStub(*stub, AcDb::kForWrite);
+    if (slot->readers != 1)
+        return refuse(Acad::eWasOpenForRead, *slot, "was upgraded though it was not open for read just once");
+    slot->readers = 0;
+    const Acad::ErrorStatus status = openSlot(*slot, AcDb::kForWrite);
     if (status != Acad::eOk)
-        stub->readers = 1;
+        slot->readers = 1;
     return status;
 }
 
@@ -193,12 +193,12 @@ Acad::ErrorStatus AcDbObject::assertReadEnabled(const char* call) const
 {
     if (isReadEnabled())
         return Acad::eOk;
-    return refuse(Acad::eNotOpenForRead, *m_id.stub(), (std::string("was not open for ") + call).c_str());
+    return refuse(Acad::eNotOpenForRead, *m_id.slot(), (std::string("was not open for ") + call).c_str());
 }
 
 Acad::ErrorStatus AcDbObject::assertWriteEnabled(const char* call)
 {
     if (isWriteEnabled())
         return Acad::eOk;
-    return refuse(Acad::eNotOpenForWrite, *m_id.stub(), (std::string("was not open for write for ") + call).c_str());
+    return refuse(Acad::eNotOpenForWrite, *m_id.slot(), (std::string("was not open for write for ") + call).c_str());
 }

@@ -7,22 +7,22 @@ namespace standin {
 
 namespace {
 
-AcDbStub* stubOf(Handle handle)
+standin::ObjectSlot* slotOf(Handle handle)
 {
     AcDbDatabase* database = drawingDatabase();
     if (!database)
         return nullptr;
-    const bool known = database->state().stubs.count(handle) > 0;
-    return known || database->state().document.find(handle) ? idOf(*database, handle).stub() : nullptr;
+    const bool known = database->state().slots.count(handle) > 0;
+    return known || database->state().document.find(handle) ? idOf(*database, handle).slot() : nullptr;
 }
 
 bool setErased(Handle handle, bool erased)
 {
-    AcDbStub* stub = stubOf(handle);
-    AcDbObject* object = stub ? objectOf(*stub) : nullptr;
-    if (!object || stub->open() || bool(stub->erased) == erased)
+    standin::ObjectSlot* slot = slotOf(handle);
+    AcDbObject* object = slot ? objectOf(*slot) : nullptr;
+    if (!object || slot->open() || bool(slot->erased) == erased)
         return false;
-    stub->writer = true;
+    slot->writer = true;
     const bool done = object->erase(erased) == Acad::eOk;
     object->close();
     return done;
@@ -42,16 +42,16 @@ bool restoreEntity(Handle entity)
 
 bool entityErased(Handle entity)
 {
-    const AcDbStub* stub = stubOf(entity);
-    return stub && stub->erased;
+    const standin::ObjectSlot* slot = slotOf(entity);
+    return slot && slot->erased;
 }
 
 std::shared_ptr<const imaging::Bitmap> imagePixels(Handle imageEntity)
 {
-    AcDbStub* entity = stubOf(imageEntity);
+    standin::ObjectSlot* entity = slotOf(imageEntity);
     const auto* image = dynamic_cast<drawing::Image*>(recordOf(entity));
-    AcDbStub* stub = image ? stubOf(image->definition) : nullptr;
-    auto* definition = stub ? dynamic_cast<AcDbRasterImageDef*>(objectOf(*stub)) : nullptr;
+    standin::ObjectSlot* slot = image ? slotOf(image->definition) : nullptr;
+    auto* definition = slot ? dynamic_cast<AcDbRasterImageDef*>(objectOf(*slot)) : nullptr;
     return definition ? definition->pixelsForPainting() : nullptr;
 }
 

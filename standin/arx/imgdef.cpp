@@ -258,8 +258,8 @@ std::shared_ptr<const imaging::Bitmap> AcDbRasterImageDef::pixels() const
 
 std::shared_ptr<const imaging::Bitmap> AcDbRasterImageDef::pixelsForPainting()
 {
-    if (!m_state->image && record().loaded && objectId().stub())
-        standin::withWriteOpen(*objectId().stub(), [this] {
+    if (!m_state->image && record().loaded && objectId().slot())
+        standin::withWriteOpen(*objectId().slot(), [this] {
             const std::wstring file = activeFileName();
             std::error_code error;
             const auto written = std::filesystem::last_write_time(file, error);

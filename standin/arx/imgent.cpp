@@ -34,9 +34,9 @@ void resizeImageEntities(AcDbDatabase& database, drawing::Handle definition, dra
         if (const auto* block = document.find<drawing::Block>(record))
             for (const drawing::Handle entity : block->entities)
                 follow(document.find(entity));
-    for (const auto& [handle, stub] : database.state().stubs)
-        if (stub->erased)
-            follow(stub->erased->object.get());
+    for (const auto& [handle, slot] : database.state().slots)
+        if (slot->erased)
+            follow(slot->erased->object.get());
 }
 
 } // namespace standin

@@ -11,13 +11,13 @@ namespace standin {
 
 namespace {
 
-using Stubs = std::unordered_map<const AcDbStub*, std::unique_ptr<AcDbStub>>;
+using Slots = std::unordered_map<const standin::ObjectSlot*, std::unique_ptr<standin::ObjectSlot>>;
 
 // Never destroyed, like the document whose objects it holds.
-Stubs& allStubs()
+Slots& allSlots()
 {
-    static auto& stubs = *new Stubs;
-    return stubs;
+    static auto& slots = *new Slots;
+    return slots;
 }
 
 // A record of a kind that has no class of its own here.
@@ -45,47 +45,47 @@ AcDbObjectId idOf(AcDbDatabase& database, drawing::Handle handle)
 {
     if (handle == 0)
         return {};
-    AcDbStub*& stub = database.state().stubs[handle];
-    if (!stub) {
-        auto made = std::make_unique<AcDbStub>();
+    standin::ObjectSlot*& slot = database.state().slots[handle];
+    if (!slot) {
+        auto made = std::make_unique<standin::ObjectSlot>();
         made->database = &database;
         made->handle = handle;
-        stub = made.get();
-        allStubs().emplace(stub, std::move(made));
+        slot = made.get();
+        allSlots().emplace(slot, std::move(made));
     }
-    return AcDbObjectId::fromStub(stub);
+    return AcDbObjectId::fromSlot(slot);
 }
 
-AcDbStub* knownStub(std::int64_t word)
+standin::ObjectSlot* knownSlot(std::int64_t word)
 {
-    auto* stub = reinterpret_cast<AcDbStub*>(word);
-    return allStubs().count(stub) ? stub : nullptr;
+    auto* slot = reinterpret_cast<standin::ObjectSlot*>(word);
+    return allSlots().count(slot) ? slot : nullptr;
 }
 
-drawing::Object* recordOf(const AcDbStub* stub)
+drawing::Object* recordOf(const standin::ObjectSlot* slot)
 {
-    if (!stub || !stub->database)
+    if (!slot || !slot->database)
         return nullptr;
-    if (stub->erased)
-        return stub->erased->object.get();
-    return stub->database->state().document.find(stub->handle);
+    if (slot->erased)
+        return slot->erased->object.get();
+    return slot->database->state().document.find(slot->handle);
 }
 
-AcDbObject* objectOf(AcDbStub& stub)
+AcDbObject* objectOf(standin::ObjectSlot& slot)
 {
-    if (!stub.object)
-        if (const drawing::Object* record = recordOf(&stub)) {
-            stub.object = makeObject(*record);
-            stub.object->setObjectId(AcDbObjectId::fromStub(&stub));
+    if (!slot.object)
+        if (const drawing::Object* record = recordOf(&slot)) {
+            slot.object = makeObject(*record);
+            slot.object->setObjectId(AcDbObjectId::fromSlot(&slot));
         }
-    return stub.object.get();
+    return slot.object.get();
 }
 
 int openObjects()
 {
     int count = 0;
-    for (const auto& [key, stub] : allStubs())
-        count += stub->database && stub->open();
+    for (const auto& [key, slot] : allSlots())
+        count += slot->database && slot->open();
     return count;
 }
 

@@ -10,7 +10,7 @@
 #include "standin/arx/dbmain.h"
 
 // One per object that was ever asked for. It outlives the object and the database, so that an old id stays safe to ask.
-struct AcDbStub
+struct standin::ObjectSlot
 {
     AcDbDatabase* database = nullptr; // null once the database has gone
     drawing::Handle handle = 0;
@@ -26,33 +26,33 @@ struct AcDbDatabase::State
 {
     drawing::Document document;
     std::wstring fileName;
-    std::unordered_map<drawing::Handle, AcDbStub*> stubs;
+    std::unordered_map<drawing::Handle, standin::ObjectSlot*> slots;
 };
 
 namespace standin {
 
 AcDbObjectId idOf(AcDbDatabase& database, drawing::Handle handle);
 // Null unless the word is one that idOf gave.
-AcDbStub* knownStub(std::int64_t word);
+standin::ObjectSlot* knownSlot(std::int64_t word);
 
 // Null if the database or the record has gone; an erased object's record is there still.
-drawing::Object* recordOf(const AcDbStub* stub);
+drawing::Object* recordOf(const standin::ObjectSlot* slot);
 template <class Record> Record* recordOf(AcDbObjectId id)
 {
-    return dynamic_cast<Record*>(recordOf(id.stub()));
+    return dynamic_cast<Record*>(recordOf(id.slot()));
 }
 
 // The object for a record that is there; null if the record is not.
-AcDbObject* objectOf(AcDbStub& stub);
+AcDbObject* objectOf(standin::ObjectSlot& slot);
 
 // Calls with the object open for write whatever the document's locks, for what the host does itself. A busy object is
 // used as it is.
-template <class Call> void withWriteOpen(AcDbStub& stub, Call call)
+template <class Call> void withWriteOpen(standin::ObjectSlot& slot, Call call)
 {
-    const bool before = stub.writer;
-    stub.writer = true;
+    const bool before = slot.writer;
+    slot.writer = true;
     call();
-    stub.writer = before;
+    slot.writer = before;
 }
 
 } // namespace standin
