@@ -16,7 +16,8 @@ public:
     virtual BOOL CreateEx(CWnd* pParentWnd, DWORD dwCtrlStyle = TBSTYLE_FLAT,
                           DWORD dwStyle = WS_CHILD | WS_VISIBLE | CBRS_ALIGN_TOP, CRect rcBorders = CRect(0, 0, 0, 0),
                           UINT nID = AFX_IDW_TOOLBAR);
-    // The template (resource type 241) and the bitmap of the same number.
+    // The template (resource type 241, in 16-bit words: version 1, width and height of the images, number of entries,
+    // then the commands, 0 for a separator) and the bitmap of the same number. False when either is missing.
     BOOL LoadToolBar(LPCWSTR lpszResourceName);
     BOOL LoadToolBar(UINT nIDResource);
     BOOL LoadBitmap(UINT nIDResource);

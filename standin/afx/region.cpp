@@ -51,7 +51,12 @@ BOOL CRgn::CreateFromPath(CDC* pDC)
 
 BOOL CRgn::CreateFromData(const XFORM* lpXForm, int nCount, const RGNDATA* pRgnData)
 {
-    return Attach(::ExtCreateRegion(lpXForm, static_cast<DWORD>(nCount), pRgnData));
+    // Not every version of the operating system checks that the rectangles lie within the block.
+    const DWORD size = static_cast<DWORD>(nCount);
+    if (nCount < 0 || size < sizeof(RGNDATAHEADER) ||
+        pRgnData->rdh.nCount > (size - sizeof(RGNDATAHEADER)) / sizeof(RECT))
+        return FALSE;
+    return Attach(::ExtCreateRegion(lpXForm, size, pRgnData));
 }
 
 void CRgn::SetRectRgn(int x1, int y1, int x2, int y2)

@@ -77,7 +77,8 @@ BOOL CToolBar::LoadToolBar(LPCWSTR lpszResourceName)
     const HGLOBAL loaded = found ? ::LoadResource(module, found) : nullptr;
     const ToolBarTemplate* head = loaded ? static_cast<const ToolBarTemplate*>(::LockResource(loaded)) : nullptr;
     const DWORD size = found ? ::SizeofResource(module, found) : 0;
-    if (!head || size < sizeof *head || size < sizeof *head + head->itemCount * sizeof(WORD))
+    if (!head || size < sizeof *head || size < sizeof *head + head->itemCount * sizeof(WORD) || head->width == 0 ||
+        head->height == 0)
         return FALSE;
     const WORD* items = reinterpret_cast<const WORD*>(head + 1);
     const std::vector<UINT> ids(items, items + head->itemCount);

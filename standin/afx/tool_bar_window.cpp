@@ -7,16 +7,17 @@
 CSize CToolBar::layOut(BOOL bHorz)
 {
     const int count = GetCount();
-    // In a column every button ends its line.
+    // In a column every button ends its line. The control lays itself out anew only for a new button, so that one whose
+    // line changes is taken out and put in again.
     for (int i = 0; i < count; ++i) {
-        const TBBUTTON button = [&] {
-            TBBUTTON read{};
-            control(TB_GETBUTTON, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&read));
-            return read;
-        }();
-        const BYTE state = static_cast<BYTE>(bHorz ? button.fsState & ~TBSTATE_WRAP : button.fsState | TBSTATE_WRAP);
-        if (state != button.fsState)
-            control(TB_SETSTATE, static_cast<WPARAM>(button.idCommand), state);
+        TBBUTTON button{};
+        control(TB_GETBUTTON, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&button));
+        const BYTE former = button.fsState;
+        button.fsState = static_cast<BYTE>(bHorz ? former & ~TBSTATE_WRAP : former | TBSTATE_WRAP);
+        if (button.fsState == former)
+            continue;
+        control(TB_DELETEBUTTON, static_cast<WPARAM>(i));
+        control(TB_INSERTBUTTONW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&button));
     }
     CSize extent;
     for (int i = 0; i < count; ++i) {
