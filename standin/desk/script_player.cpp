@@ -67,6 +67,7 @@ bool Player::playAll()
         console_.line(std::to_wstring(step.line) + L": " + step.source);
         try {
             play(step);
+            showTranscript();
         } catch (const Miss& miss) {
             ++misses_;
             console_.line(L"MISSED at line " + std::to_wstring(step.line) + L": " + step.source + L"\n    " +
@@ -76,6 +77,23 @@ bool Player::playAll()
     }
     present_ = nullptr;
     return true;
+}
+
+// What the command line has said since the last step.
+void Player::showTranscript()
+{
+    std::wstring transcript;
+    agent_.ask([&] { transcript = frame_.commandPanel().transcript(); });
+    if (transcript.size() < transcriptShown_)
+        transcriptShown_ = 0; // the panel has let go of its oldest lines
+    std::wstring news = transcript.substr(transcriptShown_);
+    transcriptShown_ = transcript.size();
+    for (std::size_t start = 0; start < news.size();) {
+        const auto end = std::min(news.find(L"\r\n", start), news.size());
+        if (end > start)
+            console_.line(L"    | " + news.substr(start, end - start));
+        start = end + 2;
+    }
 }
 
 // Closes the desk. Whatever it or a module still asks is declined.

@@ -55,6 +55,7 @@ private:
     void run();
     bool playAll();
     void leave() const;
+    void showTranscript();
     void watch() const;
     void play(const Step& step);
 
@@ -110,6 +111,7 @@ private:
     Hand hand_{agent_};
     ModuleEye eye_{frame_, agent_, hand_};
     std::vector<Step> steps_;
+    std::size_t transcriptShown_ = 0; // characters
     std::atomic<int> misses_ = 0;
     std::atomic<const Step*> present_ = nullptr;
     HANDLE over_; // an event
