@@ -12,44 +12,54 @@
 namespace desk {
 namespace {
 
-// The window's part of the screen, frame included.
-imaging::Rect placeOf(HWND window)
+// The inside of a window, as it lies on the screen: a title bar may belong to the screen's window manager.
+imaging::Rect insideOf(HWND window)
 {
-    RECT place{};
-    GetWindowRect(window, &place);
-    return {place.left, place.top, place.right, place.bottom};
+    RECT client{};
+    GetClientRect(window, &client);
+    POINT corner{0, 0};
+    ClientToScreen(window, &corner);
+    return {corner.x, corner.y, corner.x + client.right, corner.y + client.bottom};
 }
 
-void copyWindow(HWND window, imaging::Point origin, PixelBuffer& target)
+// The inside together with the menu bar, which the window draws itself.
+imaging::Rect pictured(HWND window)
 {
-    const imaging::Rect place = placeOf(window);
+    imaging::Rect part = insideOf(window);
+    MENUBARINFO menu{};
+    menu.cbSize = sizeof(menu);
+    if (GetMenuBarInfo(window, OBJID_MENU, 0, &menu) && menu.rcBar.bottom > menu.rcBar.top)
+        part.top = std::min<int>(part.top, menu.rcBar.top);
+    return part;
+}
+
+void copyWindow(HWND window, bool main, const imaging::Rect& whole, PixelBuffer& target)
+{
+    RECT frame{};
+    GetWindowRect(window, &frame);
+    const imaging::Rect part = pictured(window);
     const HDC source = GetWindowDC(window);
-    BitBlt(target.context(), place.left - origin.x, place.top - origin.y, place.width(), place.height(), source, 0, 0,
-           SRCCOPY);
+    const imaging::Rect at = part.offset(-whole.left, -whole.top);
+    BitBlt(target.context(), at.left, at.top, at.width(), at.height(), source, part.left - frame.left,
+           part.top - frame.top, SRCCOPY);
     ReleaseDC(window, source);
+    if (main)
+        return;
+    const RECT edge{at.left - 1, at.top - 1, at.right + 1, at.bottom + 1};
+    FrameRect(target.context(), &edge, GetSysColorBrush(COLOR_BTNSHADOW));
 }
 
 } // namespace
 
 Picture takePicture(HWND window, DWORD threadId)
 {
-    // Only the inside of the main window: its title bar may belong to the screen's window manager.
-    RECT client{};
-    GetClientRect(window, &client);
-    POINT corner{0, 0};
-    ClientToScreen(window, &corner);
-    imaging::Rect part = {corner.x, corner.y, corner.x + client.right, corner.y + client.bottom};
-    MENUBARINFO menu{};
-    menu.cbSize = sizeof(menu);
-    if (GetMenuBarInfo(window, OBJID_MENU, 0, &menu) && menu.rcBar.top < part.top)
-        part.top = std::max<int>(menu.rcBar.top, placeOf(window).top);
-
+    const imaging::Rect part = pictured(window);
     PixelBuffer buffer;
     buffer.resize({std::max(part.width(), 1), std::max(part.height(), 1)});
     auto windows = script::topWindows(threadId);
     std::reverse(windows.begin(), windows.end());
     for (const HWND top : windows)
-        copyWindow(top, {part.left, part.top}, buffer);
+        copyWindow(top, top == window, part, buffer);
     GdiFlush();
     Picture picture{buffer.size(), {}};
     picture.pixels.assign(buffer.pixels(), buffer.pixels() + std::size_t(part.width()) * part.height());

@@ -136,11 +136,7 @@ void Player::act(const WaitForDialog& wait)
 
 void Player::act(const SetText& set)
 {
-    HWND edit = control(set.id);
-    COMBOBOXINFO parts{};
-    parts.cbSize = sizeof(parts);
-    if (classOf(edit) == L"ComboBox" && GetComboBoxInfo(edit, &parts) && parts.hwndItem != nullptr)
-        edit = parts.hwndItem;
+    const HWND edit = editWithin(control(set.id));
     hand_.typeInto(edit, set.text);
     settle();
 }

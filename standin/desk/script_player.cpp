@@ -45,7 +45,9 @@ void Player::start(std::vector<Step> steps)
 void Player::run()
 {
     try {
-        if (playAll())
+        const bool held = playAll();
+        present_ = nullptr;
+        if (held)
             console_.line(L"All " + std::to_wstring(steps_.size()) + L" steps held.");
         leave();
     } catch (const DeskGone&) {
@@ -75,7 +77,6 @@ bool Player::playAll()
             return false;
         }
     }
-    present_ = nullptr;
     return true;
 }
 

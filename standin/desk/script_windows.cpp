@@ -101,21 +101,23 @@ std::wstring messageBoxText(HWND box)
     return windowText(GetDlgItem(box, messageBoxTextId));
 }
 
+HWND editWithin(HWND control)
+{
+    const std::wstring kind = classOf(control);
+    if (kind == WC_COMBOBOXEXW)
+        return reinterpret_cast<HWND>(SendMessageW(control, CBEM_GETEDITCONTROL, 0, 0));
+    COMBOBOXINFO parts{};
+    parts.cbSize = sizeof(parts);
+    if (kind == L"ComboBox" && GetComboBoxInfo(control, &parts) && parts.hwndItem != nullptr)
+        return parts.hwndItem;
+    return control;
+}
+
 HWND fileNameBox(HWND dialog)
 {
-    for (const int id : fileNameIds) {
-        const HWND box = findControl(dialog, id);
-        if (box == nullptr)
-            continue;
-        COMBOBOXINFO parts{};
-        parts.cbSize = sizeof(parts);
-        const HWND combo = classOf(box) == WC_COMBOBOXEXW
-                               ? reinterpret_cast<HWND>(SendMessageW(box, CBEM_GETCOMBOCONTROL, 0, 0))
-                               : box;
-        if (GetComboBoxInfo(combo, &parts) && parts.hwndItem != nullptr)
-            return parts.hwndItem;
-        return box;
-    }
+    for (const int id : fileNameIds)
+        if (const HWND box = findControl(dialog, id))
+            return editWithin(box);
     return nullptr;
 }
 

@@ -22,6 +22,8 @@ HWND findControl(HWND parent, int id);
 // A message box's text, and whether the dialog is one.
 bool isMessageBox(HWND dialog);
 std::wstring messageBoxText(HWND box);
+// Where text typed into the control goes: the edit control of a combined box, or the control itself.
+HWND editWithin(HWND control);
 // The name box of a file dialog; null if the dialog is none.
 HWND fileNameBox(HWND dialog);
 
