@@ -1,0 +1,151 @@
+#!/usr/bin/env python3
+"""Draws the module's cursors and pictures beside this script. Run it after a change to a drawing and commit what it makes.
+
+In the drawings '#' is black, 'o' white and '.' see-through. A cursor's picture gets a white rim, so that it shows on
+black ink too.
+"""
+import pathlib
+import struct
+
+SIDE = 32
+BLACK, WHITE, CLEAR = "#", "o", "."
+KEY_COLOUR = (0, 255, 255)  # see-through pixels of the bitmaps that become cursors at run time
+
+# An arrow that points at a framed picture.
+SELECT_RASTER = """
+#
+##
+#o#
+#oo#
+#ooo#
+#oooo#
+#ooooo#
+#oooooo#
+#ooooooo#
+#oooooooo#
+#ooooo#####
+#oo#oo#
+#o#.#oo#
+##..#oo#
+#....#oo#
+.....#oo#..###############
+......##...#ooooooooooooo#
+...........#ooooooooo##oo#
+...........#oooooooo####o#
+...........#ooooooooo##oo#
+...........#oo#oooooooooo#
+...........#o###ooo#ooooo#
+...........#o####o###oooo#
+...........#############o#
+...........#############o#
+...........###############
+"""
+
+# The tools' pictures leave the hot spot (15, 16) to the brush's square and stand to its upper right.
+PEN = """
+.........................##
+........................####
+.......................######
+......................###.###
+.....................##..###
+....................##..###
+...................##..##
+..................##..##
+.................##..##
+.................#..##
+................##.##
+................####
+................##
+"""
+
+LINE = """
+..........................###
+..........................#o#
+.........................####
+........................#
+.......................#
+......................#
+.....................#
+....................#
+...................#
+..................#
+................###
+................#o#
+................###
+"""
+
+ERASER = """
+......................###
+.....................#ooo##
+....................#oooooo##
+...................#ooooooooo#
+..................#oooooooo##
+.................#oooooooo##
+................#########o#
+...............##########
+..............##########
+..............#########
+..............########
+...............######
+"""
+
+
+def grid(drawing):
+    lines = drawing.strip("\n").split("\n")
+    rows = [list(line.ljust(SIDE, CLEAR)) for line in lines]
+    rows += [[CLEAR] * SIDE for _ in range(SIDE - len(rows))]
+    assert len(rows) == SIDE and all(len(row) == SIDE for row in rows), "a drawing is too large"
+    return rows
+
+
+def with_rim(rows):
+    """Turns see-through pixels that touch black ones white."""
+    rimmed = [row[:] for row in rows]
+    for y in range(SIDE):
+        for x in range(SIDE):
+            around = [
+                rows[ny][nx]
+                for ny in range(max(0, y - 1), min(SIDE, y + 2))
+                for nx in range(max(0, x - 1), min(SIDE, x + 2))
+            ]
+            if rows[y][x] == CLEAR and BLACK in around:
+                rimmed[y][x] = WHITE
+    return rimmed
+
+
+def mask(rows, set_for):
+    """A 1-bit picture, bottom row first, with bits set for the given kinds of pixel."""
+    data = b""
+    for row in reversed(rows):
+        bits = "".join("1" if pixel in set_for else "0" for pixel in row)
+        data += int(bits, 2).to_bytes(SIDE // 8, "big")
+    return data
+
+
+def cursor_file(rows, hot_spot):
+    """A .cur file of one 1-bit picture: the XOR mask with its two colours, then the AND mask."""
+    header = struct.pack("<IiiHHIIiiII", 40, SIDE, 2 * SIDE, 1, 1, 0, 2 * SIDE * SIDE // 8, 0, 0, 2, 2)
+    colours = bytes((0, 0, 0, 0, 255, 255, 255, 0))
+    picture = header + colours + mask(rows, {WHITE}) + mask(rows, {CLEAR})
+    directory = struct.pack("<HHH", 0, 2, 1)
+    entry = struct.pack("<BBBBHHII", SIDE, SIDE, 2, 0, *hot_spot, len(picture), 6 + 16)
+    return directory + entry + picture
+
+
+def bitmap_file(rows):
+    """A 24-bit .bmp file with the key colour for see-through pixels."""
+    colours = {BLACK: (0, 0, 0), WHITE: (255, 255, 255), CLEAR: KEY_COLOUR}
+    pixels = b"".join(bytes(reversed(colours[pixel])) for row in reversed(rows) for pixel in row)
+    header = struct.pack("<IiiHHIIiiII", 40, SIDE, SIDE, 1, 24, 0, len(pixels), 0, 0, 0, 0)
+    return struct.pack("<2sIHHI", b"BM", 14 + len(header) + len(pixels), 0, 0, 14 + len(header)) + header + pixels
+
+
+def main():
+    folder = pathlib.Path(__file__).parent
+    folder.joinpath("select_raster.cur").write_bytes(cursor_file(with_rim(grid(SELECT_RASTER)), (0, 0)))
+    for name, drawing in (("cursor_pen", PEN), ("cursor_line", LINE), ("cursor_eraser", ERASER)):
+        folder.joinpath(name + ".bmp").write_bytes(bitmap_file(with_rim(grid(drawing))))
+
+
+if __name__ == "__main__":
+    main()
