@@ -1,0 +1,165 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/platform.h"
+
+/// What the worker says of the formats that a raster can be saved in.
+struct RasterFormats
+{
+    CString filter;       // for the file dialog, in the class library's form with |; empty if the worker did not answer
+    int filterIndex = -1; // zero-based, of the raster's own format
+};
+
+/// One raster image of the drawing: the entity, its definition, a working copy of the pixels, and the current region
+/// (the selection).
+///
+/// A first Lock opens the entity and the definition and copies the pixels into the working image, where all edits
+/// happen; nested locks are only counted. Reload carries the working image into the drawing; what was not reloaded
+/// before the last Unlock is lost. While the count is above zero the objects are open and the working image is valid,
+/// except between Suspend(1) and Suspend(0).
+///
+/// Pixels are whole numbers, origin at the image's top left corner, y down. The region lies in that space, right and
+/// bottom exclusive, and is the image's rectangle when nothing is selected.
+class CAcraster
+{
+public:
+    /// Opens the image and leaves it locked once; Unlock it unless it is to be used at once. An image that can't be
+    /// opened yields an object with a lock count of -1.
+    explicit CAcraster(const ads_name entityName);
+    /// Wraps what the caller has open, and keeps nothing open itself: Lock and Unlock do nothing.
+    /// Both stay the caller's and must outlive the object.
+    CAcraster(AcDbRasterImageDef* definition, Atil::Image* image);
+    virtual ~CAcraster();
+    CAcraster(const CAcraster&) = delete;
+    CAcraster& operator=(const CAcraster&) = delete;
+
+    // Locks and the way into the drawing.
+
+    /// For write if `write` is not 0, else for read. 0 if the image has gone; the raster is then of no more use.
+    int Lock(int write);
+    /// The count that is left.
+    int Unlock();
+    int GetLockCount() const { return m_nLockCount; }
+    /// Closes the objects for a host call (`close` not 0) and reopens them for write; the working image stays.
+    void Suspend(int close);
+    /// Commits the working image. The caller holds a lock, which stays as it is. There is no way back.
+    void Reload();
+    /// Makes an image that this object had to load stay loaded when the object goes.
+    void KeepLoaded();
+    /// Gives up the working image without freeing it.
+    void ForgetImage() { m_pImage = nullptr; }
+
+    // Questions.
+
+    CSize GetSize() const;
+    CRect GetImageRect() const { return CRect(CPoint(0, 0), GetSize()); }
+    CRgn& GetRegion() { return *m_pRegion; }
+    CRect GetRegionBox() const;
+    void ResetRegion();
+    /// Whether the region is anything but the whole image.
+    int HasSelection() const;
+    /// The full path of the raster's file, or "File not found".
+    CString GetFileName() const;
+    /// Dots per inch.
+    int GetDpi() const { return m_nDpi; }
+    void GetEntityName(ads_name& name) const;
+    /// Bits per pixel of the raster's file.
+    int GetColorDepth() const;
+    /// The number of colours to choose from: 2 for a bitonal image, else 0.
+    int GetImageKind() const;
+    /// Lower left corner and size of the image in the drawing, in drawing units.
+    void GetPlacement(AcGePoint3d& origin, double& width, double& height) const;
+    bool IsDirty() const { return m_bDirty; }
+    bool IsShown() const { return m_bShown; }
+    bool IsTransparent() const { return m_bTransparent; }
+    void SetShown(bool shown);
+    void SetTransparent(bool transparent);
+
+    // The colour to paint in: the flag is 1 for background (white) and 0 for ink (black).
+
+    static COLORREF ColorFromFlag(BYTE flag) { return flag ? 0xFFFFFF : 0; }
+    BYTE GetColorFlag() const { return m_nColorFlag; }
+    /// The old flag.
+    BYTE SetColorFlag(BYTE flag);
+    void SetColor(COLORREF color) { m_nColorFlag = color == 0xFFFFFF; }
+    /// Side of the square stamp in pixels; returns the old one.
+    int SetStampSize(int size);
+
+    // Coordinates. They use the matrix that was read at the last opening, so the caller holds a lock.
+
+    /// The drawing point of a pixel's top left corner.
+    AcGePoint3d PixelToWorld(CPoint pixel) const;
+    /// In the host's own pixel coordinates, where whole numbers lie at the centres of the pixels.
+    AcGePoint3d PixelToWorld(double x, double y) const;
+    CPoint WorldToPixel(const AcGePoint3d& point) const;
+    CPoint PixelToView(CPoint pixel) const;
+    CPoint ViewToPixel(CPoint point) const;
+    /// The image's frame in view space.
+    CRect GetViewRect() const;
+    /// Attaches the region in view space to `viewRegion`, which must be empty handed; rectangles that lie wholly
+    /// outside the view are left out. Returns the number of rectangles of the region itself.
+    int GetViewRegion(CRgn& viewRegion) const;
+
+    // Painting and turning in memory. The caller holds a lock, and calls Reload in the end.
+
+    /// Paints the square of the stamp size in the present colour; of an even size it lies half a pixel to the upper
+    /// left.
+    void Stamp(CPoint point);
+    /// Paints the region in the present colour.
+    void FillRegion();
+    void FlipHorizontal();
+    void FlipVertical();
+    /// A quarter turn, clockwise as seen if the flag is not 0.
+    void Turn(int clockwise);
+    /// To a new size in pixels, of which the lesser side is worked out anew to keep the proportions, and a new
+    /// resolution, which the image's size in the drawing follows.
+    void Resample(CSize pixelSize, int dpi);
+    /// The working image as a TIFF file with the raster's resolution. False if it could not be begun.
+    bool WriteTiff(const CString& path) const;
+
+    // Requests to the worker. A request that fails leaves the image as it was and says nothing.
+
+    void Invert();
+    /// `angle` in radians from +x towards +y, about the pixel `pivot`; what lies outside the selection stays if
+    /// `selectionOnly` is set.
+    void Rotate(double angle, CPoint pivot, bool selectionOnly, bool transparent);
+    /// Removes specks (`mode` FilterDespeckle) or fills holes (FilterFill) up to `size` tenths of a millimetre.
+    void Filter(DWORD mode, DWORD size, bool selectionOnly);
+    /// Cuts the image down to the selection's box and moves the entity, so that what is kept stays where it was.
+    void Crop();
+    /// The formats that the raster's file could be saved in.
+    RasterFormats QueryFormats() const;
+    /// The worker's number of the format in that place of the filter.
+    int QueryFormatCode(int filterIndex) const;
+    /// Writes the raster, or the part of it in `region`, to a file. False if the worker did not do it.
+    bool SaveAs(const CString& path, DWORD formatCode, CRgn* region);
+
+private:
+    AcDbObjectId ReadEntityData();
+    bool OpenObjects(AcDb::OpenMode mode);
+    void CloseObjects();
+    void DeleteImage();
+    void TakeWorkingImage();
+    void UnloadAfterUse();
+    CRect ClipToImage(const CRect& rect) const;
+    void ReplaceImage(int rotation);
+    void ReadBack(const CString& path);
+    void ReleaseFile(CString& target);
+
+    Atil::Image* m_pImage = nullptr; // working image; owned unless the count is -1, valid while the count is above 0
+    ads_name m_entityName = {};      // the object's lasting identity
+    AcDbObjectId m_entityId;
+    AcDbRasterImage* m_pEntity = nullptr;
+    AcDbRasterImageDef* m_pDefinition = nullptr;
+    AcGeMatrix3d m_pixelToModel;
+    std::unique_ptr<CRgn> m_pRegion;
+    int m_nLockCount = -1; // -1: not managed, nothing is opened or closed
+    BYTE m_nColorFlag = 0;
+    int m_nStampSize = 1;
+    bool m_bDirty = false; // the working image was changed in memory since it was taken or committed
+    int m_nDpi = 0;
+    bool m_bLoadedHere = false; // the image was not loaded before, and is to be unloaded again
+    bool m_bShown = false;
+    bool m_bTransparent = false;
+};

@@ -1,0 +1,17 @@
+#pragma once
+
+class CAcraster;
+
+/// Holds the current raster locked for write. All work on the current raster goes through one of these; on the heap it
+/// keeps one lock across a whole stroke. A raster that can't be locked has vanished from the drawing and is dropped.
+class CCurentRaster
+{
+public:
+    CCurentRaster();
+    virtual ~CCurentRaster();
+    CCurentRaster(const CCurentRaster&) = delete;
+    CCurentRaster& operator=(const CCurentRaster&) = delete;
+
+    /// The raster that was locked; null when there was none. Not owned.
+    CAcraster* m_pRaster;
+};
