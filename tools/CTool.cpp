@@ -1,0 +1,127 @@
+#include "tools/CTool.h"
+
+#include "host/CArxApp.h"
+#include "tools/ToolMessageHook.h"
+
+IMPLEMENT_DYNAMIC(CTool, CObject)
+
+CTool::CTool() : m_pView(acedGetAcadDwgView())
+{
+    if (g_pArxApp->m_pTool) {
+        StopToolCloseTimer();
+        delete g_pArxApp->m_pTool;
+    }
+    g_pArxApp->m_pTool = this;
+    ToolInputEnabled = 1;
+    InstallToolHook();
+}
+
+CTool::~CTool()
+{
+    RemoveToolHook();
+    g_pArxApp->m_pTool = nullptr;
+    // A younger timer stays, so that the next tool's Start can see how soon the button was pressed again.
+    if (ButtonClickTimer && ButtonClickTimer->HasElapsed())
+        ButtonClickTimer.reset();
+    StopToolCloseTimer();
+}
+
+int CTool::Start()
+{
+    return 1;
+}
+
+void CTool::Stop()
+{
+    SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+}
+
+int CTool::ToolId()
+{
+    return ToolIdNone;
+}
+
+void CTool::UpdateCursor()
+{
+    SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+}
+
+int CTool::OnLButtonDown(CPoint, UINT)
+{
+    return 1;
+}
+
+int CTool::OnRButtonDown(CPoint, UINT)
+{
+    return 1;
+}
+
+int CTool::OnLButtonUp(CPoint, UINT)
+{
+    return 1;
+}
+
+int CTool::OnRButtonUp(CPoint, UINT)
+{
+    return 1;
+}
+
+int CTool::OnLButtonDblClk(CPoint, UINT)
+{
+    return 1;
+}
+
+int CTool::OnMouseMove(CPoint, UINT)
+{
+    return 1;
+}
+
+int CTool::OnCommand(UINT)
+{
+    return 0;
+}
+
+int CTool::PreMessage(MSG*)
+{
+    return 0;
+}
+
+void CTool::SaveScreen()
+{
+    const HWND view = m_pView->m_hWnd;
+    RECT client = {};
+    GetClientRect(view, &client);
+    POINT origin = {0, 0};
+    ClientToScreen(view, &origin);
+
+    CDC* viewContext = m_pView->GetDC();
+    const HDC screenContext = ::GetDC(nullptr);
+    // What the screen shows is written into the view first: the host may have drawn past the view's own context.
+    BitBlt(viewContext->m_hDC, 0, 0, client.right, client.bottom, screenContext, origin.x, origin.y, SRCCOPY);
+
+    m_pSaveUnder = std::make_unique<CBitmap>();
+    m_pSaveUnder->CreateCompatibleBitmap(viewContext, client.right, client.bottom);
+    CDC memory;
+    memory.CreateCompatibleDC(viewContext);
+    CBitmap* previous = memory.SelectObject(m_pSaveUnder.get());
+    memory.BitBlt(0, 0, client.right, client.bottom, viewContext, 0, 0, SRCCOPY);
+    memory.SelectObject(previous);
+
+    ::ReleaseDC(nullptr, screenContext);
+    m_pView->ReleaseDC(viewContext);
+}
+
+void CTool::RestoreScreen()
+{
+    if (!m_pSaveUnder)
+        return;
+    BITMAP size = {};
+    m_pSaveUnder->GetBitmap(&size);
+    CDC* viewContext = m_pView->GetDC();
+    CDC memory;
+    memory.CreateCompatibleDC(viewContext);
+    CBitmap* previous = memory.SelectObject(m_pSaveUnder.get());
+    viewContext->BitBlt(0, 0, size.bmWidth, size.bmHeight, &memory, 0, 0, SRCCOPY);
+    memory.SelectObject(previous);
+    m_pView->ReleaseDC(viewContext);
+}
