@@ -1,0 +1,8 @@
+// Commands that change the current raster's image and commit it.
+#pragma once
+
+void InvertCommand();
+void FlipHorizontalCommand();
+void FlipVerticalCommand();
+/// Nothing without a selection; afterwards nothing is selected.
+void CropCommand();

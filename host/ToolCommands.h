@@ -1,0 +1,4 @@
+// Commands that start a tool and return while it goes on by itself.
+#pragma once
+
+void SelectRasterCommand();
