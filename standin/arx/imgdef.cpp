@@ -195,7 +195,7 @@ int AcDbRasterImageDef::colorDepth() const
 {
     assertReadEnabled("colorDepth");
     const imaging::RasterInfo* info = fileInfo();
-    return info ? standin::reportedDepth(info->bitsPerPixel) : 0;
+    return info ? standin::reportedDepth(info->bitsPerPixel) : 1;
 }
 
 Atil::Image* AcDbRasterImageDef::imageCopy(bool forceLoad) const

@@ -58,7 +58,7 @@ class HALVORAN_STANDIN_API AcDbRasterImageDef : public AcDbObject
     AcGeVector2d size() const;
     // Millimetres per pixel; 1 / width if the file knows no resolution.
     AcGeVector2d resolutionMMPerPixel() const;
-    // Bits per pixel of the file: 1, 8, 24 or 32.
+    // Bits per pixel of the file: 1, 8, 24 or 32; 1 if the file is missing.
     int colorDepth() const;
 
     // A new image that the caller deletes, sharing its pixels with the definition's until either is written; loads the
