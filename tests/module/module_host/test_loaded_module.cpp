@@ -1,0 +1,128 @@
+// The module's own file, loaded by the host as it would be at a draughtsman's desk.
+
+#include "tests/module/support/desk_fixture.h"
+
+namespace {
+
+using test::Picture;
+using test::pictureInDrawing;
+
+std::filesystem::path moduleFile()
+{
+    wchar_t path[MAX_PATH] = {};
+    GetModuleFileNameW(GetModuleHandleW(L"hvstandin.dll"), path, MAX_PATH);
+    return std::filesystem::path(path).parent_path() / "HVA6_13_64.arx";
+}
+
+class LoadedModule : public test::DeskFixture
+{
+protected:
+    void TearDown() override
+    {
+        standin::unloadAllModules();
+        DeskFixture::TearDown();
+    }
+    void load(const std::filesystem::path& path = moduleFile())
+    {
+        const standin::Failure failure = standin::loadModule(path);
+        ASSERT_FALSE(failure) << std::filesystem::path(*failure).string();
+    }
+    void run(const wchar_t* command) { ASSERT_EQ(standin::runModuleCommand(command), standin::CommandOutcome::ended); }
+    void click(int x, int y)
+    {
+        PostMessageW(view().m_hWnd, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, y));
+        PostMessageW(view().m_hWnd, WM_LBUTTONUP, 0, MAKELPARAM(x, y));
+        test::pumpAll();
+    }
+    AcadAppInfo entry() const
+    {
+        AcadAppInfo info;
+        info.setAppName(L"HVA6");
+        info.readFromRegistry();
+        return info;
+    }
+};
+
+TEST_F(LoadedModule, SelectFlipAndInvertAtTheCommandLine)
+{
+    openDrawing({{"#...", "##..", "...."}});
+    load();
+    run(L"ORVO_FLIPH");
+    EXPECT_EQ(pictureInDrawing(0), (Picture{"#...", "##..", "...."})) << "no raster is current";
+
+    run(L"ORVO_SELRAS");
+    click(505, 495); // the image lies at the origin, ten view pixels to a pixel
+    run(L"ORVO_FLIPH");
+    EXPECT_EQ(pictureInDrawing(0), (Picture{"...#", "..##", "...."}));
+    run(L"ORVO_INVERT");
+    EXPECT_EQ(pictureInDrawing(0), (Picture{"###.", "##..", "####"}));
+    run(L"ORVO_FLIPV");
+    EXPECT_EQ(pictureInDrawing(0), (Picture{"####", "##..", "###."}));
+
+    run(L"ORVO_SELRAS"); // drops the raster
+    run(L"ORVO_FLIPH");
+    EXPECT_EQ(pictureInDrawing(0), (Picture{"####", "##..", "###."}));
+}
+
+TEST_F(LoadedModule, ItsCommandsComeAndGoWithIt)
+{
+    constexpr Adesk::Int32 flags = 4 | 8 | 64; // redraw, no perspective, no paper space
+    constexpr const wchar_t* commands[] = {L"ORVO_SAVEAS", L"ORVO_SELRAS", L"ORVO_INVERT",
+                                           L"ORVO_FLIPH",  L"ORVO_FLIPV",  L"ORVO_CROP"};
+    load();
+    for (const wchar_t* name : commands) {
+        const AcEdCommand* command = acedRegCmds->lookupCmd(name);
+        ASSERT_TRUE(command) << std::filesystem::path(name).string();
+        EXPECT_EQ(std::wstring(command->globalName()), name);
+        EXPECT_EQ(std::wstring(command->localName()), name);
+        EXPECT_EQ(command->commandFlags(), flags);
+    }
+    ASSERT_FALSE(standin::unloadModule(L"HVA6"));
+    for (const wchar_t* name : commands)
+        EXPECT_EQ(acedRegCmds->lookupCmd(name), nullptr);
+    EXPECT_TRUE(standin::hasModuleCommand(L"ORVO_FLIPH")) << "the host loads it again for its command";
+}
+
+TEST_F(LoadedModule, TheApplicationListKeepsTheReasonThatTheUserChose)
+{
+    load();
+    EXPECT_EQ(std::filesystem::path(entry().moduleName()), moduleFile());
+    EXPECT_EQ(std::wstring(entry().appDesc()), L"HVA6");
+    EXPECT_EQ(entry().loadReason(), 6) << "at the host's start and on a command";
+    standin::unloadAllModules();
+
+    AcadAppInfo chosen = entry();
+    chosen.setLoadReason(AcadApp::kOnCommandInvocation);
+    chosen.writeToRegistry(false, false);
+    load();
+    EXPECT_EQ(entry().loadReason(), 4);
+}
+
+TEST_F(LoadedModule, UnderTheNameOfTheOtherEditionItIsListedUnderThisOnes)
+{
+    const std::filesystem::path other = file("HVA6_13_64.LTX");
+    std::filesystem::copy_file(moduleFile(), other);
+    load(other);
+    EXPECT_EQ(std::filesystem::path(entry().moduleName()), file("HVA6_13_64.ARX"));
+    standin::unloadAllModules();
+    load(); // lists the real file again
+}
+
+TEST_F(LoadedModule, LoadingTwiceOverLeavesNothingBehind)
+{
+    openDrawing({{"#...", "##..", "...."}});
+    for (int round = 0; round < 3; ++round) {
+        load();
+        run(L"ORVO_SELRAS");
+        click(505, 495);
+        run(L"ORVO_SELRAS"); // drops it
+        run(L"ORVO_SELRAS"); // and starts the tool, which is active when the module goes
+        ASSERT_FALSE(standin::unloadModule(L"HVA6"));
+        EXPECT_TRUE(standin::loadedModules().empty());
+        EXPECT_EQ(standin::selectionSets(), 0);
+        PostMessageW(view().m_hWnd, WM_MOUSEMOVE, 0, 0);
+        test::pumpAll(); // a hook that was left would call into code that has gone
+    }
+}
+
+} // namespace

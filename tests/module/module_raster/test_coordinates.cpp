@@ -1,0 +1,198 @@
+#include "host/CArxApp.h"
+#include "raster/Coordinates.h"
+#include "tests/module/support/desk_fixture.h"
+
+namespace {
+
+using test::blank;
+using test::PlacedImage;
+
+class Coordinates : public test::DeskFixture
+{
+protected:
+    // One image of 4 by 3 pixels with its lower left corner at the origin, 2 drawing units to a pixel, or as given.
+    CAcraster& openImage(PlacedImage place = {.unitsPerPixel = 2})
+    {
+        openDrawing({blank(4, 3)}, {place});
+        CAcraster& raster = makeCurrent(0);
+        raster.Lock(0);
+        return raster;
+    }
+};
+
+void expectPoint(CPoint point, int x, int y)
+{
+    EXPECT_EQ(point.x, x);
+    EXPECT_EQ(point.y, y);
+}
+
+void expectWorld(const AcGePoint3d& point, double x, double y)
+{
+    EXPECT_DOUBLE_EQ(point.x, x);
+    EXPECT_DOUBLE_EQ(point.y, y);
+    EXPECT_DOUBLE_EQ(point.z, 0);
+}
+
+void expectRect(const CRect& rect, const CRect& wanted)
+{
+    EXPECT_TRUE(rect == wanted) << "a rectangle " << rect.left << "," << rect.top << " - " << rect.right << ","
+                                << rect.bottom << " in place of " << wanted.left << "," << wanted.top << " - "
+                                << wanted.right << "," << wanted.bottom;
+}
+
+TEST_F(Coordinates, ViewAndDrawingConvertByTheHostsVariables)
+{
+    struct Case
+    {
+        standin::ViewState view;
+        double x, y; // drawing
+        int viewX, viewY;
+    };
+    const Case cases[] = {
+        {{1000, 1000, {0, 0, 0}, 100}, 0, 0, 500, 500},
+        {{1000, 1000, {0, 0, 0}, 100}, 50, 50, 1000, 0},
+        // Half a drawing unit to a view pixel; the centre of the view is drawing point (10, 20).
+        {{400, 300, {10, 20, 0}, 150}, 10, 20, 200, 150},
+        {{400, 300, {10, 20, 0}, 150}, 0, 0, 180, 190},
+        // -20.6 of a view pixel, with the half that rounds it -20.1: toward zero that is -20.
+        {{400, 300, {10, 20, 0}, 150}, -100.3, 20, -20, 150},
+        // Below the centre by one unit of 3 view pixels.
+        {{300, 300, {0, 0, 0}, 100}, 0, -1, 150, 153},
+    };
+    for (const Case& row : cases) {
+        m_viewState = row.view;
+        expectPoint(WorldToView(AcGePoint3d(row.x, row.y, 7)), row.viewX, row.viewY);
+    }
+
+    m_viewState = {1000, 1000, {0, 0, 0}, 100};
+    expectWorld(ViewToWorld(CPoint(500, 500)), 0, 0);
+    m_viewState = {400, 300, {10, 20, 0}, 150};
+    expectWorld(ViewToWorld(CPoint(200, 150)), 10, 20);
+    expectWorld(ViewToWorld(CPoint(-10, -10)), -95, 100);
+    expectWorld(ViewToWorld(CPoint(400, 300)), 110, -55);
+}
+
+TEST_F(Coordinates, PixelsConvertByTheirCornersAndDrawingPointsByThePixelTheyLieIn)
+{
+    const CAcraster& raster = openImage({.x = 10, .y = 20, .unitsPerPixel = 2});
+    expectWorld(raster.PixelToWorld(CPoint(0, 0)), 10, 26);
+    expectWorld(raster.PixelToWorld(CPoint(4, 3)), 18, 20);
+    expectWorld(raster.PixelToWorld(1.0, 1.0), 13, 23);
+
+    struct Case
+    {
+        double x, y;
+        int pixelX, pixelY;
+        const char* where;
+    };
+    const Case cases[] = {
+        {13, 23, 1, 1, "the centre of a pixel"},
+        {10.1, 25.9, 0, 0, "just inside the top left corner"},
+        {11.9, 24.1, 0, 0, "the far end of that pixel"},
+        {12.1, 23.9, 1, 1, "just inside the next pixel"},
+        {17.9, 20.1, 3, 2, "the last pixel"},
+        {9.2, 26.8, 0, 0, "less than half a pixel off the image"},
+        {7.9, 28.1, -1, -1, "more than a pixel off the image"},
+    };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.where);
+        expectPoint(raster.WorldToPixel(AcGePoint3d(row.x, row.y, 0)), row.pixelX, row.pixelY);
+    }
+}
+
+TEST_F(Coordinates, PixelsConvertToTheViewAndBack)
+{
+    const CAcraster& raster = openImage(); // 20 view pixels to a pixel
+    expectPoint(raster.PixelToView(CPoint(0, 0)), 500, 440);
+    expectPoint(raster.PixelToView(CPoint(4, 3)), 580, 500);
+    expectPoint(raster.ViewToPixel(CPoint(505, 445)), 0, 0);
+    expectPoint(raster.ViewToPixel(CPoint(541, 481)), 2, 2);
+    m_viewState.centre = {8, 6, 0}; // a pan moves it at once
+    expectPoint(raster.PixelToView(CPoint(4, 0)), 500, 500);
+}
+
+TEST_F(Coordinates, AnImagesFrameIsOrderedHoweverItIsTurned)
+{
+    struct Case
+    {
+        PlacedImage place;
+        CRect frame;
+    };
+    // Lower left corner at the origin, in view (500, 500); 20 view pixels to a pixel.
+    const Case cases[] = {
+        {{.unitsPerPixel = 2}, {500, 440, 580, 500}},
+        {{.unitsPerPixel = 0, .uy = 2}, {440, 420, 500, 500}},  // a quarter turn to the left
+        {{.unitsPerPixel = -2}, {420, 500, 500, 560}},          // a half turn
+        {{.unitsPerPixel = 0, .uy = -2}, {500, 500, 560, 580}}, // a quarter turn to the right
+    };
+    for (const Case& row : cases) {
+        expectRect(openImage(row.place).GetViewRect(), row.frame);
+        g_pArxApp->DropRaster();
+    }
+}
+
+TEST_F(Coordinates, TheRegionInTheViewKeepsWholeWhatTheScreenTouches)
+{
+    CAcraster& raster = openImage();
+    CRgn& region = raster.GetRegion();
+    const auto add = [&region](const CRect& rect) {
+        CRgn part;
+        part.CreateRectRgnIndirect(rect);
+        region.CombineRgn(&region, &part, RGN_OR);
+    };
+    region.SetRectRgn(0, 0, 1, 1);
+    add(CRect(2, 2, 4, 3));
+
+    CRgn both;
+    EXPECT_EQ(raster.GetViewRegion(both), 2);
+    CRgn wanted;
+    wanted.CreateRectRgn(500, 440, 520, 460);
+    CRgn second;
+    second.CreateRectRgn(540, 480, 580, 500);
+    wanted.CombineRgn(&wanted, &second, RGN_OR);
+    EXPECT_TRUE(both.EqualRgn(&wanted));
+
+    // The left edge of the screen cuts through the second rectangle; the first lies off it.
+    m_viewState.centre = {55, 0, 0};
+    CRgn cut;
+    EXPECT_EQ(raster.GetViewRegion(cut), 2);
+    CRect box;
+    cut.GetRgnBox(&box);
+    expectRect(box, CRect(-9, 480, 30, 500)); // -10 with the half that rounds is -9.5, toward zero -9
+
+    m_viewState.centre = {1000, 0, 0};
+    CRgn nothing;
+    EXPECT_EQ(raster.GetViewRegion(nothing), 2) << "the count is the region's own, also off the screen";
+    EXPECT_EQ(nothing.GetRgnBox(&box), NULLREGION);
+}
+
+TEST_F(Coordinates, ARectangleSmallerThanAViewPixelStaysVisible)
+{
+    CAcraster& raster = openImage({.unitsPerPixel = 0.01}); // a tenth of a view pixel to a pixel
+    raster.GetRegion().SetRectRgn(1, 1, 2, 2);
+    CRgn view;
+    EXPECT_EQ(raster.GetViewRegion(view), 1);
+    CRect box;
+    view.GetRgnBox(&box);
+    expectRect(box, CRect(500, 500, 501, 501));
+}
+
+TEST_F(Coordinates, AnEmptyRegionHasNoRectangles)
+{
+    CAcraster& raster = openImage();
+    raster.GetRegion().SetRectRgn(0, 0, 0, 0);
+    CRgn view;
+    EXPECT_EQ(raster.GetViewRegion(view), 0);
+    CRect box;
+    EXPECT_EQ(view.GetRgnBox(&box), NULLREGION);
+}
+
+TEST_F(Coordinates, ValuesThatNoIntegerHoldsStopAtItsEnds)
+{
+    EXPECT_EQ(TruncateToInt(2.999), 2);
+    EXPECT_EQ(TruncateToInt(-2.999), -2);
+    EXPECT_EQ(TruncateToInt(1e300), INT_MAX);
+    EXPECT_EQ(TruncateToInt(-1e300), INT_MIN);
+}
+
+} // namespace

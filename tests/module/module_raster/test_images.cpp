@@ -1,0 +1,242 @@
+#include <cmath>
+
+#include "host/CArxApp.h"
+#include "imaging/raster_file.h"
+#include "raster/CTempFile.h"
+#include "tests/module/support/desk_fixture.h"
+
+namespace {
+
+using test::blank;
+using test::Picture;
+using test::pictureInDrawing;
+
+const Picture threeDots = {
+    "#...", //
+    ".#..", //
+    "...#",
+};
+
+class RasterImages : public test::DeskFixture
+{
+protected:
+    CAcraster& openPicture(const Picture& picture)
+    {
+        openDrawing({picture});
+        CAcraster& raster = makeCurrent(0);
+        raster.Lock(1);
+        raster.SetColor(0);
+        return raster;
+    }
+    // What the drawing shows once the raster's work is committed.
+    Picture committed(CAcraster& raster)
+    {
+        raster.Reload();
+        return pictureInDrawing(0);
+    }
+};
+
+TEST_F(RasterImages, AStampIsASquareThatLiesToTheUpperLeft)
+{
+    struct Case
+    {
+        int size;
+        CPoint at;
+        Picture wanted;
+    };
+    const Case cases[] = {
+        {1, {2, 1}, {".....", "..#..", ".....", "....."}}, {2, {2, 1}, {".##..", ".##..", ".....", "....."}},
+        {3, {2, 1}, {".###.", ".###.", ".###.", "....."}}, {4, {2, 2}, {"####.", "####.", "####.", "####."}},
+        {3, {0, 0}, {"##...", "##...", ".....", "....."}}, {3, {4, 3}, {".....", ".....", "...##", "...##"}},
+        {9, {2, 2}, {"#####", "#####", "#####", "#####"}},
+    };
+    for (const Case& row : cases) {
+        CAcraster& raster = openPicture(blank(5, 4));
+        raster.SetStampSize(row.size);
+        raster.Stamp(row.at);
+        EXPECT_TRUE(raster.IsDirty());
+        EXPECT_EQ(committed(raster), row.wanted) << "a stamp of " << row.size << " at " << row.at.x << "," << row.at.y;
+        g_pArxApp->DropRaster();
+    }
+}
+
+TEST_F(RasterImages, AStampOffTheImageChangesNothing)
+{
+    CAcraster& raster = openPicture(threeDots);
+    raster.SetStampSize(3);
+    for (const CPoint& at : {CPoint(-2, 1), CPoint(6, 1), CPoint(1, -2), CPoint(1, 5)})
+        raster.Stamp(at);
+    EXPECT_FALSE(raster.IsDirty());
+    EXPECT_EQ(committed(raster), threeDots);
+}
+
+TEST_F(RasterImages, AWhiteStampErases)
+{
+    CAcraster& raster = openPicture(threeDots);
+    raster.SetColor(0xFFFFFF);
+    raster.SetStampSize(2);
+    raster.Stamp(CPoint(1, 1));
+    EXPECT_EQ(committed(raster), (Picture{"....", "....", "...#"}));
+}
+
+TEST_F(RasterImages, FillPaintsEachRectangleOfTheRegionInsideTheImage)
+{
+    CAcraster& raster = openPicture(blank(6, 4));
+    raster.GetRegion().SetRectRgn(-3, 0, 2, 2);
+    CRgn part;
+    part.CreateRectRgn(4, 3, 9, 9);
+    raster.GetRegion().CombineRgn(&raster.GetRegion(), &part, RGN_OR);
+    raster.FillRegion();
+    EXPECT_TRUE(raster.IsDirty());
+    EXPECT_EQ(committed(raster), (Picture{"##....", "##....", "......", "....##"}));
+
+    raster.SetColor(0xFFFFFF);
+    raster.GetRegion().SetRectRgn(1, 0, 5, 4);
+    raster.FillRegion();
+    EXPECT_EQ(committed(raster), (Picture{"#.....", "#.....", "......", ".....#"}));
+}
+
+TEST_F(RasterImages, FlipsChangeSidesAndLeaveTheSelection)
+{
+    CAcraster& raster = openPicture(threeDots);
+    raster.GetRegion().SetRectRgn(0, 0, 2, 2);
+    raster.FlipHorizontal();
+    EXPECT_EQ(committed(raster), (Picture{"...#", "..#.", "#..."}));
+    raster.FlipHorizontal();
+    raster.FlipVertical();
+    EXPECT_EQ(committed(raster), (Picture{"...#", ".#..", "#..."}));
+    EXPECT_TRUE(raster.GetRegionBox() == CRect(0, 0, 2, 2));
+}
+
+TEST_F(RasterImages, QuarterTurnsExchangeWidthAndHeight)
+{
+    struct Case
+    {
+        std::vector<int> turns; // 1 clockwise, 0 counter-clockwise
+        Picture wanted;
+    };
+    const Case cases[] = {
+        {{1}, {"..#", ".#.", "...", "#.."}},
+        {{0}, {"..#", "...", ".#.", "#.."}},
+        {{1, 1}, {"#...", "..#.", "...#"}},
+        {{1, 0}, threeDots},
+    };
+    for (const Case& row : cases) {
+        CAcraster& raster = openPicture(threeDots);
+        raster.GetRegion().SetRectRgn(0, 0, 1, 1);
+        for (const int clockwise : row.turns)
+            raster.Turn(clockwise);
+        EXPECT_TRUE(raster.IsDirty());
+        EXPECT_EQ(committed(raster), row.wanted);
+        raster.ResetRegion();
+        EXPECT_EQ(raster.HasSelection(), 0);
+        g_pArxApp->DropRaster();
+    }
+}
+
+TEST_F(RasterImages, ResamplingKeepsTheProportions)
+{
+    struct Case
+    {
+        CSize from, asked, wanted;
+    };
+    const Case cases[] = {
+        {{100, 100}, {10, 5}, {5, 5}},  // too wide for a square
+        {{40, 20}, {10, 10}, {10, 5}},  // too high for a 2:1 image
+        {{7, 3}, {5, 5}, {5, 2}},       // 2.14 and the half: 2
+        {{7, 3}, {14, 6}, {14, 6}},     // twice the size
+        {{40, 20}, {40, 20}, {40, 20}}, // as it is
+    };
+    for (const Case& row : cases) {
+        CAcraster& raster = openPicture(blank(row.from.cx, row.from.cy));
+        raster.Resample(row.asked, 300);
+        const Picture picture = committed(raster);
+        EXPECT_EQ(picture.size(), size_t(row.wanted.cy)) << row.from.cx << " x " << row.from.cy;
+        EXPECT_EQ(picture.at(0).size(), size_t(row.wanted.cx)) << row.from.cx << " x " << row.from.cy;
+        raster.ResetRegion();
+        EXPECT_EQ(raster.HasSelection(), 0);
+        g_pArxApp->DropRaster();
+    }
+}
+
+TEST_F(RasterImages, DoublingTheSizeDoublesEveryPixel)
+{
+    CAcraster& raster = openPicture({"##..", "##..", "..##", "..##"});
+    raster.Resample(CSize(2, 2), 300);
+    EXPECT_EQ(committed(raster), (Picture{"#.", ".#"}));
+    raster.Resample(CSize(4, 4), 300);
+    EXPECT_EQ(committed(raster), (Picture{"##..", "##..", "..##", "..##"}));
+}
+
+TEST_F(RasterImages, TheSizeInTheDrawingFollowsTheResolution)
+{
+    openDrawing({blank(40, 20)}, {{.x = 5, .y = 6, .unitsPerPixel = 0.5}});
+    CAcraster& raster = makeCurrent(0);
+    raster.Lock(1);
+    AcGePoint3d origin;
+    double width = 0;
+    double height = 0;
+    const auto expectPlacement = [&](double w, double h, const char* what) {
+        raster.GetPlacement(origin, width, height);
+        EXPECT_DOUBLE_EQ(origin.x, 5) << what;
+        EXPECT_DOUBLE_EQ(origin.y, 6) << what;
+        EXPECT_DOUBLE_EQ(width, w) << what;
+        EXPECT_DOUBLE_EQ(height, h) << what;
+    };
+    expectPlacement(20, 10, "as placed");
+
+    raster.Resample(CSize(40, 20), 600);
+    EXPECT_EQ(raster.GetDpi(), 600);
+    EXPECT_TRUE(raster.IsDirty());
+    raster.Reload();
+    expectPlacement(10, 5, "the same pixels at twice the resolution are half as large");
+    raster.Resample(CSize(80, 40), 1200);
+    raster.Reload();
+    expectPlacement(10, 5, "twice the pixels at twice the resolution are as large");
+    raster.Unlock();
+}
+
+TEST_F(RasterImages, TheTemporaryTiffHasTheImagesPixelsAndResolution)
+{
+    CAcraster& raster = openPicture(threeDots);
+    const std::filesystem::path path = file("out.tif");
+    test::writeTiff(path, blank(3, 3), 72); // is replaced
+    raster.FlipHorizontal();
+    ASSERT_TRUE(raster.WriteTiff(path.c_str()));
+
+    const test::TiffTags tags = test::readTiffTags(path);
+    EXPECT_EQ(tags.width, 4);
+    EXPECT_EQ(tags.height, 3);
+    EXPECT_EQ(tags.bitsPerSample, 1);
+    EXPECT_EQ(tags.compression, 4) << "group 4";
+    EXPECT_NEAR(tags.resolutionX, 300, 1e-3);
+    EXPECT_NEAR(tags.resolutionY, 300, 1e-3);
+    EXPECT_EQ(tags.resolutionUnit, 2) << "dots per inch";
+    const imaging::Bitmap written = imaging::readRaster(path).bitmap;
+    EXPECT_TRUE(written.ink(3, 0) && written.ink(2, 1) && written.ink(0, 2));
+    EXPECT_FALSE(written.ink(0, 0) || written.ink(1, 1) || written.ink(3, 2));
+
+    EXPECT_FALSE(raster.WriteTiff(file("no folder").append("out.tif").c_str()));
+}
+
+TEST_F(RasterImages, ATemporaryFileIsAFreeNameThatIsClearedInTheEnd)
+{
+    CString name;
+    {
+        const CTempFile temporary;
+        name = temporary.m_strPath;
+        const std::filesystem::path path(name.GetString());
+        EXPECT_EQ(path.filename().wstring().substr(0, 2), L"HV");
+        EXPECT_EQ(path.parent_path(), std::filesystem::temp_directory_path().parent_path());
+        EXPECT_FALSE(std::filesystem::exists(path));
+        const CTempFile other;
+        EXPECT_TRUE(CString(other.m_strPath).GetLength() > 0);
+        test::writeTiff(path, threeDots, 300);
+    }
+    EXPECT_FALSE(std::filesystem::exists(name.GetString()));
+    const CTempFile drawing(L".dwg", L"HV");
+    EXPECT_TRUE(drawing.m_strPath.Right(4) == L".dwg");
+    EXPECT_FALSE(std::filesystem::exists(drawing.m_strPath.GetString()));
+}
+
+} // namespace

@@ -1,0 +1,285 @@
+#include "host/CArxApp.h"
+#include "raster/CCurentRaster.h"
+#include "tests/module/support/desk_fixture.h"
+
+namespace {
+
+using test::blank;
+using test::Picture;
+using test::pictureInDrawing;
+
+const Picture threeDots = {
+    "#...", //
+    ".#..", //
+    "...#",
+};
+
+class RasterLocks : public test::DeskFixture
+{};
+
+TEST_F(RasterLocks, OnlyTheLastUnlockClosesTheObjects)
+{
+    openDrawing({threeDots});
+    CAcraster& raster = makeCurrent(0);
+    ASSERT_EQ(standin::openObjects(), 0);
+    for (int count = 1; count <= 5; ++count) {
+        EXPECT_EQ(raster.Lock(count == 1), 1);
+        EXPECT_EQ(raster.GetLockCount(), count);
+        EXPECT_EQ(standin::openObjects(), 2) << "the image and its definition";
+    }
+    for (int left = 4; left >= 1; --left) {
+        EXPECT_EQ(raster.Unlock(), left);
+        EXPECT_EQ(standin::openObjects(), 2);
+    }
+    EXPECT_EQ(raster.Unlock(), 0);
+    EXPECT_EQ(standin::openObjects(), 0);
+    EXPECT_EQ(raster.Unlock(), 0) << "one unlock too many changes nothing";
+}
+
+TEST_F(RasterLocks, AWrapperOfOpenObjectsIsNeverLocked)
+{
+    openDrawing({threeDots});
+    ads_name name = {};
+    entityName(0, name);
+    CAcraster owner(name);
+    AcDbRasterImageDef definition;
+    definition.setSourceFileName(file("image0.tif").c_str());
+    definition.load();
+    const std::unique_ptr<Atil::Image> image(definition.imageCopy(true));
+    {
+        CAcraster wrapper(&definition, image.get());
+        EXPECT_EQ(wrapper.GetLockCount(), -1);
+        EXPECT_EQ(wrapper.Lock(1), 1);
+        EXPECT_EQ(wrapper.GetLockCount(), -1);
+        EXPECT_EQ(wrapper.Unlock(), -1);
+        EXPECT_TRUE(wrapper.GetSize() == CSize(4, 3));
+        EXPECT_EQ(wrapper.GetDpi(), 300);
+    }
+    EXPECT_EQ(standin::openObjects(), 2) << "the wrapper closed what it had not opened";
+    EXPECT_EQ(image->size().width, 4) << "the wrapper freed the image of its maker";
+}
+
+TEST_F(RasterLocks, PaintingIsLostWithoutACommit)
+{
+    openDrawing({threeDots});
+    CAcraster& raster = makeCurrent(0);
+    raster.Lock(1);
+    raster.SetColor(0);
+    raster.Stamp(CPoint(3, 0));
+    EXPECT_TRUE(raster.IsDirty());
+    raster.Unlock();
+    EXPECT_EQ(pictureInDrawing(0), threeDots);
+    raster.Lock(1);
+    raster.Reload();
+    raster.Unlock();
+    EXPECT_EQ(pictureInDrawing(0), threeDots) << "the next lock began with the pixels of the drawing";
+}
+
+TEST_F(RasterLocks, ACommitReachesTheDrawingAndKeepsTheLock)
+{
+    openDrawing({threeDots});
+    CAcraster& raster = makeCurrent(0);
+    raster.Lock(1);
+    raster.Lock(1);
+    raster.SetColor(0);
+    raster.Stamp(CPoint(3, 0));
+    raster.Reload();
+    EXPECT_EQ(pictureInDrawing(0), (Picture{"#..#", ".#..", "...#"}));
+    EXPECT_EQ(m_posted, std::vector<std::wstring>{L"\t"}) << "a tab makes the host refresh";
+    EXPECT_EQ(raster.GetLockCount(), 2);
+    EXPECT_FALSE(raster.IsDirty());
+    // The work goes on with the committed pixels.
+    raster.SetColor(0xFFFFFF);
+    raster.Stamp(CPoint(0, 0));
+    raster.Reload();
+    EXPECT_EQ(pictureInDrawing(0), (Picture{"...#", ".#..", "...#"}));
+    raster.Unlock();
+    raster.Unlock();
+}
+
+TEST_F(RasterLocks, SuspendClosesTheObjectsAndKeepsTheWork)
+{
+    openDrawing({threeDots});
+    CAcraster& raster = makeCurrent(0);
+    raster.Suspend(1);
+    EXPECT_FALSE(g_pArxApp->m_bSuspended) << "an unlocked raster has nothing to suspend";
+
+    raster.Lock(1);
+    raster.SetColor(0);
+    raster.Stamp(CPoint(2, 2));
+    raster.Suspend(1);
+    EXPECT_TRUE(g_pArxApp->m_bSuspended);
+    EXPECT_EQ(standin::openObjects(), 0);
+    raster.Suspend(0);
+    EXPECT_FALSE(g_pArxApp->m_bSuspended);
+    EXPECT_EQ(standin::openObjects(), 2);
+    raster.Reload();
+    raster.Unlock();
+    EXPECT_EQ(pictureInDrawing(0), (Picture{"#...", ".#..", "..##"}));
+}
+
+TEST_F(RasterLocks, AnErasedRasterIsDroppedByTheGuard)
+{
+    openDrawing({threeDots});
+    makeCurrent(0);
+    ASSERT_TRUE(standin::eraseEntity(test::imageHandle(0)));
+    const CCurentRaster guard;
+    EXPECT_EQ(guard.m_pRaster, nullptr);
+    EXPECT_EQ(g_pArxApp->m_pRaster, nullptr);
+    m_locksLeft = 1; // a lock that failed leaves the document locked
+}
+
+TEST_F(RasterLocks, AnErasedImageYieldsARasterThatIsNotManaged)
+{
+    openDrawing({threeDots});
+    ads_name name = {};
+    entityName(0, name);
+    ASSERT_TRUE(standin::eraseEntity(test::imageHandle(0)));
+    CAcraster raster(name);
+    EXPECT_EQ(raster.GetLockCount(), -1);
+    m_locksLeft = 1;
+}
+
+TEST_F(RasterLocks, AGuardUnlocksOnlyTheRasterThatIsStillCurrent)
+{
+    openDrawing({threeDots, blank(5, 5)});
+    makeCurrent(0);
+    {
+        const CCurentRaster guard;
+        ASSERT_EQ(guard.m_pRaster, g_pArxApp->m_pRaster);
+        EXPECT_EQ(guard.m_pRaster->GetLockCount(), 1);
+        ads_name other = {};
+        entityName(1, other);
+        auto* replacement = new CAcraster(other); // locked once
+        g_pArxApp->DropRaster();
+        g_pArxApp->m_pRaster = replacement;
+    }
+    EXPECT_EQ(g_pArxApp->m_pRaster->GetLockCount(), 1) << "the guard of the old raster unlocked the new one";
+    g_pArxApp->m_pRaster->Unlock();
+    {
+        const CCurentRaster guard;
+        EXPECT_EQ(g_pArxApp->m_pRaster->GetLockCount(), 1);
+    }
+    EXPECT_EQ(g_pArxApp->m_pRaster->GetLockCount(), 0);
+    g_pArxApp->DropRaster();
+    const CCurentRaster none;
+    EXPECT_EQ(none.m_pRaster, nullptr);
+}
+
+TEST_F(RasterLocks, ADeletedRasterGivesBackAllItsLocks)
+{
+    openDrawing({threeDots});
+    makeCurrent(0).Lock(1);
+    g_pArxApp->m_pRaster->Lock(1);
+    g_pArxApp->DropRaster();
+    EXPECT_EQ(standin::openObjects(), 0);
+}
+
+// Whether the definition is loaded, asked of the host itself.
+bool loaded(int index)
+{
+    AcDbRasterImageDef* definition = nullptr;
+    ads_name set = {};
+    acedSSGet(L"X", nullptr, nullptr, nullptr, set);
+    ads_name name = {};
+    acedSSName(set, index, name);
+    acedSSFree(set);
+    AcDbObjectId id;
+    acdbGetObjectId(id, name);
+    AcDbRasterImage* image = nullptr;
+    EXPECT_EQ(acdbOpenObject(image, id, AcDb::kForRead), Acad::eOk);
+    EXPECT_EQ(acdbOpenObject(definition, image->imageDefId(), AcDb::kForRead), Acad::eOk);
+    const bool result = definition->isLoaded();
+    definition->close();
+    image->close();
+    return result;
+}
+
+TEST_F(RasterLocks, AnImageThatWasLoadedForTheRasterGoesWithItUnlessItIsKept)
+{
+    openDrawing({threeDots, threeDots});
+    ASSERT_FALSE(loaded(0));
+    makeCurrent(0);
+    EXPECT_TRUE(loaded(0));
+    g_pArxApp->DropRaster();
+    EXPECT_FALSE(loaded(0));
+
+    makeCurrent(1).KeepLoaded();
+    g_pArxApp->DropRaster();
+    EXPECT_TRUE(loaded(1));
+    EXPECT_EQ(pictureInDrawing(1), threeDots);
+}
+
+TEST_F(RasterLocks, ASelectionIsAnythingButTheWholeImage)
+{
+    openDrawing({blank(8, 4)});
+    CAcraster& raster = makeCurrent(0);
+    raster.Lock(0);
+    EXPECT_EQ(raster.HasSelection(), 0);
+
+    raster.GetRegion().SetRectRgn(1, 0, 8, 4);
+    EXPECT_EQ(raster.HasSelection(), 1) << "a part of the image";
+    raster.ResetRegion();
+    EXPECT_EQ(raster.HasSelection(), 0) << "the whole image again";
+
+    // The image without its middle: the box is the image all the same.
+    CRgn hole;
+    hole.CreateRectRgn(2, 1, 4, 3);
+    raster.GetRegion().CombineRgn(&raster.GetRegion(), &hole, RGN_DIFF);
+    EXPECT_TRUE(raster.GetRegionBox() == raster.GetImageRect());
+    EXPECT_EQ(raster.HasSelection(), 1);
+    raster.Unlock();
+}
+
+TEST_F(RasterLocks, FileNameResolutionAndDepthComeFromTheDefinition)
+{
+    test::writeGrayTiff(file("gray.tif"), 6, 2);
+    openDrawing({threeDots, blank(6, 2), threeDots}, {{}, {.file = file("gray.tif")}, {.file = file("missing.tif")}},
+                25.4 / 0.0847);
+    struct Case
+    {
+        const wchar_t* name; // its end
+        int depth;
+        int kind;
+    };
+    const Case cases[] = {{L"image0.tif", 1, 2}, {L"gray.tif", 8, 0}, {L"File not found", 1, 0}};
+    for (int i = 0; i < 3; ++i) {
+        CAcraster& raster = makeCurrent(i);
+        raster.Lock(0);
+        const CString name = raster.GetFileName();
+        EXPECT_TRUE(name.Right(CString(cases[i].name).GetLength()) == cases[i].name)
+            << std::filesystem::path(name.GetString()).string();
+        EXPECT_EQ(raster.GetColorDepth(), cases[i].depth);
+        if (i != 1) {
+            EXPECT_EQ(raster.GetImageKind(), cases[i].kind);
+        }
+        ads_name entity = {};
+        raster.GetEntityName(entity);
+        AcDbObjectId id;
+        acdbGetObjectId(id, entity);
+        EXPECT_EQ(id.handle(), test::imageHandle(i));
+        if (i == 0) {
+            EXPECT_EQ(raster.GetDpi(), 299) << "0.0847 mm to a pixel is 299.88 dots per inch, which is cut off";
+        }
+        raster.Unlock();
+    }
+}
+
+TEST_F(RasterLocks, ColourFlagAndStampSizeHandBackTheOldValue)
+{
+    openDrawing({threeDots});
+    CAcraster& raster = makeCurrent(0);
+    EXPECT_EQ(raster.GetColorFlag(), 0) << "a new raster paints in ink";
+    EXPECT_EQ(raster.SetColorFlag(1), 0);
+    EXPECT_EQ(raster.SetColorFlag(0), 1);
+    raster.SetColor(0xFFFFFF);
+    EXPECT_EQ(raster.GetColorFlag(), 1);
+    raster.SetColor(0xFFFFFE);
+    EXPECT_EQ(raster.GetColorFlag(), 0);
+    EXPECT_EQ(CAcraster::ColorFromFlag(1), 0xFFFFFFu);
+    EXPECT_EQ(CAcraster::ColorFromFlag(0), 0u);
+    EXPECT_EQ(raster.SetStampSize(7), 1);
+    EXPECT_EQ(raster.SetStampSize(2), 7);
+}
+
+} // namespace

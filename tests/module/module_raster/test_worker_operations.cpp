@@ -1,0 +1,250 @@
+// Operations that go to the worker process and back.
+
+#include "host/CArxApp.h"
+#include "imaging/raster_file.h"
+#include "raster/PendingFileSwap.h"
+#include "tests/module/support/desk_fixture.h"
+#include "workerlink/SendToWorker.h"
+
+namespace {
+
+using test::blank;
+using test::Picture;
+using test::pictureInDrawing;
+
+const Picture steps = {
+    "........", //
+    ".##.....", //
+    "...##...", //
+    ".....#..",
+};
+
+Picture readPicture(const std::filesystem::path& path)
+{
+    const imaging::Bitmap bitmap = imaging::readRaster(path).bitmap;
+    Picture picture = blank(bitmap.width(), bitmap.height());
+    for (int y = 0; y < bitmap.height(); ++y) {
+        for (int x = 0; x < bitmap.width(); ++x)
+            picture[y][x] = bitmap.ink(x, y) ? '#' : '.';
+    }
+    return picture;
+}
+
+class WorkerOperations : public test::DeskFixture
+{
+protected:
+    CAcraster& openPicture(const Picture& picture)
+    {
+        openDrawing({picture}, {{.x = 10, .y = 20}});
+        CAcraster& raster = makeCurrent(0);
+        raster.Lock(1);
+        return raster;
+    }
+};
+
+TEST_F(WorkerOperations, InvertGoesThroughTheWorkerAndBack)
+{
+    CAcraster& raster = openPicture(steps);
+    raster.Invert();
+    EXPECT_FALSE(raster.IsDirty());
+    EXPECT_EQ(pictureInDrawing(0), steps) << "nothing is committed yet";
+    raster.Reload();
+    EXPECT_EQ(pictureInDrawing(0), (Picture{
+                                       "########",
+                                       "#..#####",
+                                       "###..###",
+                                       "#####.##",
+                                   }));
+}
+
+TEST_F(WorkerOperations, AWorkerThatFailsLeavesTheImageAsItWas)
+{
+    CAcraster& raster = openPicture(steps);
+    SetWorkerPath(file("no worker.exe").c_str());
+    raster.Invert();
+    raster.Reload();
+    EXPECT_EQ(pictureInDrawing(0), steps);
+    EXPECT_TRUE(raster.QueryFormats().filter.IsEmpty());
+    EXPECT_FALSE(raster.SaveAs(file("copy.tif").c_str(), 29, nullptr));
+    EXPECT_FALSE(std::filesystem::exists(file("copy.tif")));
+}
+
+TEST_F(WorkerOperations, CropKeepsThePlaceOfWhatIsKept)
+{
+    CAcraster& raster = openPicture(steps);
+    raster.GetRegion().SetRectRgn(2, 1, 6, 3);
+    raster.Crop();
+    raster.Reload();
+    raster.ResetRegion();
+    EXPECT_EQ(pictureInDrawing(0), (Picture{"#...", ".##."}));
+    AcGePoint3d origin;
+    double width = 0;
+    double height = 0;
+    raster.GetPlacement(origin, width, height);
+    EXPECT_DOUBLE_EQ(origin.x, 12);
+    EXPECT_DOUBLE_EQ(origin.y, 21) << "one row below the crop was cut off";
+    EXPECT_DOUBLE_EQ(width, 4);
+    EXPECT_DOUBLE_EQ(height, 2);
+    EXPECT_EQ(raster.HasSelection(), 0);
+}
+
+TEST_F(WorkerOperations, CropWithoutASelectionSendsNothing)
+{
+    CAcraster& raster = openPicture(steps);
+    SetWorkerPath(file("no worker.exe").c_str());
+    const ULONGLONG start = GetTickCount64();
+    raster.Crop();
+    raster.Reload();
+    EXPECT_EQ(pictureInDrawing(0), steps);
+    EXPECT_LT(GetTickCount64() - start, 10000u);
+}
+
+TEST_F(WorkerOperations, RotateTurnsTheSelectionAboutThePixelAndEndsIt)
+{
+    CAcraster& raster = openPicture({
+        "#..#.", //
+        "....#", //
+        "##...", //
+    });
+    raster.GetRegion().SetRectRgn(0, 0, 3, 3);
+    constexpr double halfTurn = 3.14159265358979323846;
+    raster.Rotate(halfTurn, CPoint(1, 1), true, false);
+    EXPECT_EQ(raster.HasSelection(), 0);
+    raster.Reload();
+    EXPECT_EQ(pictureInDrawing(0), (Picture{
+                                       ".###.", //
+                                       "....#", //
+                                       "..#..", //
+                                   }));
+}
+
+TEST_F(WorkerOperations, FilterRemovesSpecksOrFillsHolesInTheSelection)
+{
+    // At 254 dots per inch a size of 10 is 10 pixels.
+    Picture picture = blank(40, 20);
+    picture[3][3] = '#';
+    picture[3][30] = '#';
+    Picture withoutLeft = picture;
+    withoutLeft[3][3] = '.';
+    openDrawing({picture}, {}, 254);
+    CAcraster& raster = makeCurrent(0);
+    raster.Lock(1);
+    raster.GetRegion().SetRectRgn(0, 0, 20, 20);
+    raster.Filter(FilterDespeckle, 10, true);
+    raster.Reload();
+    EXPECT_EQ(pictureInDrawing(0), withoutLeft);
+    raster.Filter(FilterDespeckle, 10, false);
+    raster.Reload();
+    EXPECT_EQ(pictureInDrawing(0), blank(40, 20));
+
+    raster.Invert();
+    raster.SetColor(0xFFFFFF);
+    raster.Stamp(CPoint(10, 10));
+    raster.Filter(FilterFill, 10, false);
+    raster.Reload();
+    EXPECT_EQ(pictureInDrawing(0), Picture(20, std::string(40, '#')));
+}
+
+TEST_F(WorkerOperations, TheWorkerNamesTheFormats)
+{
+    CAcraster& raster = openPicture(steps);
+    const RasterFormats formats = raster.QueryFormats();
+    EXPECT_GE(formats.filterIndex, 0) << "the raster's own format is among them";
+    EXPECT_GE(formats.filter.Find(L"*.tif"), 0);
+    EXPECT_TRUE(formats.filter.Right(2) == L"||");
+    EXPECT_EQ(raster.QueryFormatCode(formats.filterIndex), 101) << "the file is a TIFF without compression";
+}
+
+TEST_F(WorkerOperations, SaveAsWritesAnotherFileAndLeavesTheDrawing)
+{
+    CAcraster& raster = openPicture(steps);
+    raster.FlipHorizontal();
+    ASSERT_TRUE(raster.SaveAs(file("copy.tif").c_str(), 29, nullptr));
+    EXPECT_EQ(readPicture(file("copy.tif")), (Picture{"........", ".....##.", "...##...", "..#....."}));
+    EXPECT_EQ(readPicture(file("image0.tif")), steps);
+    EXPECT_FALSE(g_pPendingFileSwap);
+
+    raster.GetRegion().SetRectRgn(3, 2, 6, 4);
+    ASSERT_TRUE(raster.SaveAs(file("part.tif").c_str(), 29, &raster.GetRegion()));
+    EXPECT_EQ(readPicture(file("part.tif")), (Picture{"##.", "..."}));
+}
+
+TEST_F(WorkerOperations, SaveAsReplacesTheRastersOwnFile)
+{
+    CAcraster& raster = openPicture(steps);
+    raster.FlipVertical();
+    const Picture flipped = {".....#..", "...##...", ".##.....", "........"};
+    ASSERT_TRUE(raster.SaveAs(file("image0.tif").c_str(), 29, nullptr));
+    EXPECT_EQ(readPicture(file("image0.tif")), flipped);
+    EXPECT_FALSE(g_pPendingFileSwap);
+    EXPECT_EQ(pictureInDrawing(0), flipped) << "the drawing loaded the file again";
+    // The raster goes on with an image of its own.
+    raster.FlipVertical();
+    raster.Reload();
+    EXPECT_EQ(pictureInDrawing(0), steps);
+}
+
+class HeldFile
+{
+public:
+    explicit HeldFile(const std::filesystem::path& path)
+        : m_handle(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr))
+    {
+        EXPECT_NE(m_handle, INVALID_HANDLE_VALUE);
+    }
+    ~HeldFile() { CloseHandle(m_handle); }
+    HeldFile(const HeldFile&) = delete;
+    HeldFile& operator=(const HeldFile&) = delete;
+
+private:
+    HANDLE m_handle;
+};
+
+TEST_F(WorkerOperations, AHeldFileIsReplacedLater)
+{
+    CAcraster& raster = openPicture(steps);
+    raster.FlipVertical();
+    const Picture flipped = {".....#..", "...##...", ".##.....", "........"};
+    {
+        const HeldFile held(file("image0.tif"));
+        ASSERT_TRUE(raster.SaveAs(file("image0.tif").c_str(), 29, nullptr));
+        ASSERT_TRUE(g_pPendingFileSwap);
+        EXPECT_EQ(readPicture(file("image0.tif")), steps);
+        EXPECT_EQ(readPicture(g_pPendingFileSwap->sourcePath.GetString()), flipped);
+    }
+    raster.Unlock();
+    RunFileSwap(*g_pPendingFileSwap);
+    EXPECT_FALSE(std::filesystem::exists(g_pPendingFileSwap->sourcePath.GetString()));
+    EXPECT_EQ(readPicture(file("image0.tif")), flipped);
+    EXPECT_EQ(pictureInDrawing(0), flipped);
+    RunFileSwap(*g_pPendingFileSwap);
+    EXPECT_EQ(readPicture(file("image0.tif")), flipped) << "a swap whose source has gone does nothing";
+    g_pPendingFileSwap.reset();
+}
+
+TEST_F(WorkerOperations, ASwapOntoAFileThatIsStillHeldLeavesBothFiles)
+{
+    openDrawing({steps});
+    test::writeTiff(file("new.tif"), blank(2, 2), 300);
+    const PendingFileSwap swap{file("new.tif").c_str(), file("image0.tif").c_str(), AcDbObjectId()};
+    {
+        const HeldFile held(file("image0.tif"));
+        RunFileSwap(swap);
+    }
+    EXPECT_EQ(readPicture(file("image0.tif")), steps);
+    EXPECT_EQ(readPicture(file("new.tif")), blank(2, 2));
+}
+
+TEST_F(WorkerOperations, AWaitingSwapIsCarriedOutWhenTheModuleStops)
+{
+    openDrawing({steps});
+    test::writeTiff(file("new.tif"), blank(2, 2), 300);
+    g_pPendingFileSwap.reset(new PendingFileSwap{file("new.tif").c_str(), file("image0.tif").c_str(), AcDbObjectId()});
+    delete g_pArxApp;
+    g_pArxApp = nullptr;
+    EXPECT_FALSE(g_pPendingFileSwap);
+    EXPECT_EQ(readPicture(file("image0.tif")), blank(2, 2));
+    g_pArxApp = new CArxApp;
+}
+
+} // namespace

@@ -1,0 +1,62 @@
+// Small pictures, raster files and drawings, written byte by byte so that nothing under test has a hand in them.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "standin/host.h"
+
+namespace test {
+
+// '#' is ink, '.' is paper; all rows are of one length.
+using Picture = std::vector<std::string>;
+
+// A picture without ink.
+Picture blank(int width, int height);
+
+// A folder of this test's own, emptied.
+std::filesystem::path freshFolder(const std::string& name);
+
+// A 1-bit TIFF file. A millimetres-per-pixel value is written as dots per inch of 25.4 / value.
+void writeTiff(const std::filesystem::path& path, const Picture& picture, double dotsPerInch);
+// An 8-bit gray TIFF file, all white.
+void writeGrayTiff(const std::filesystem::path& path, int width, int height);
+
+struct PlacedImage
+{
+    std::filesystem::path file{};
+    int width = 0;  // pixels
+    int height = 0; // pixels
+    double x = 0;
+    double y = 0;             // lower left corner in the drawing
+    double unitsPerPixel = 1; // drawing units
+    double uy = 0;            // the u of a pixel turned: its y, and the v's x the other way
+    int display = 7;          // bits: 1 show, 2 show when not aligned, 4 clip, 8 transparent
+};
+
+// The handle of the image entity that stands at `index` in the list that was given to writeDrawing.
+standin::Handle imageHandle(int index);
+// An ASCII DXF file with these images in model space and nothing else.
+void writeDrawing(const std::filesystem::path& path, const std::vector<PlacedImage>& images);
+
+// What the drawing that is open holds now for an image.
+Picture pictureInDrawing(int index);
+
+// Tags of the first directory of a little-endian TIFF file.
+struct TiffTags
+{
+    long width = 0;
+    long height = 0;
+    long bitsPerSample = 0;
+    long compression = 0;
+    double resolutionX = 0;
+    double resolutionY = 0;
+    long resolutionUnit = 0; // 2: inch
+};
+TiffTags readTiffTags(const std::filesystem::path& path);
+
+// Every file in the temporary folder whose name begins with HV.
+std::vector<std::wstring> temporaryFiles();
+
+} // namespace test
