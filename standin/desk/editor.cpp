@@ -528,7 +528,6 @@ bool Editor::openDrawing(const std::filesystem::path& path)
     if (failure) {
         windows_.closeDrawingWindow();
         windows_.stateChanged();
-        print(*failure);
         windows_.alert(*failure);
         return false;
     }
@@ -543,7 +542,6 @@ bool Editor::saveDrawing(const std::filesystem::path& path)
     shown.height = view_.height();
     shown.aspect = double(view_.client().width) / view_.client().height;
     if (const standin::Failure failure = standin::saveDrawing(path)) {
-        print(*failure);
         windows_.alert(*failure);
         return false;
     }

@@ -34,7 +34,7 @@ public:
     int ExitInstance() override;
 
 private:
-    void begin();
+    bool begin();
     void playScript(std::vector<desk::script::Step> steps);
 
     desk::Options options_;
@@ -46,16 +46,21 @@ private:
 
 DeskApp theDesk;
 
-// Loads and opens what the command line asks for; a failure in a script's run is told there, without a box.
-void DeskApp::begin()
+// Loads and opens what the command line asks for. False if anything of it failed, which the command line then says.
+bool DeskApp::begin()
 {
+    bool done = true;
     for (const std::wstring& failure : standin::loadStartupModules())
         frame_->commandPanel().print(failure);
-    for (const auto& module : options_.modules)
-        if (const auto failure = standin::loadModule(module))
+    for (const auto& module : options_.modules) {
+        if (const auto failure = standin::loadModule(module)) {
             frame_->commandPanel().print(*failure);
-    frame_->editor().openDrawing(options_.drawing.empty() ? std::filesystem::path()
-                                                          : std::filesystem::absolute(options_.drawing));
+            done = false;
+        }
+    }
+    const bool opened = frame_->editor().openDrawing(
+        options_.drawing.empty() ? std::filesystem::path() : std::filesystem::absolute(options_.drawing));
+    return done && opened;
 }
 
 void DeskApp::playScript(std::vector<desk::script::Step> steps)
@@ -96,9 +101,19 @@ BOOL DeskApp::InitInstance()
     m_pMainWnd = frame_;
     frame_->ShowWindow(SW_SHOW);
     frame_->UpdateWindow();
-    begin();
-    if (!options_.script.empty())
+    // Nobody is there to close a box before the script has begun.
+    frame_->setAlertsShown(options_.script.empty());
+    const bool begun = begin();
+    frame_->setAlertsShown(true);
+    if (options_.script.empty())
+        return TRUE;
+    if (begun) {
         playScript(std::move(steps));
+    } else {
+        console_->line(L"The script was not played:\n" + frame_->commandPanel().transcript());
+        status_ = static_cast<int>(Outcome::badScript);
+        frame_->PostMessage(desk::MainFrame::endOfScriptMessage);
+    }
     return TRUE;
 }
 

@@ -22,6 +22,8 @@ public:
     static constexpr UINT endOfScriptMessage = WM_APP + 2;
 
     bool create(int width, int height);
+    // Without boxes, what is to be told stands in the transcript alone.
+    void setAlertsShown(bool shown) { alertsShown_ = shown; }
     // Called just before the window goes.
     void whenClosed(std::function<void()> closed) { closed_ = std::move(closed); }
 
@@ -88,6 +90,7 @@ private:
     bool dark_ = false;
     bool wakePosted_ = false;
     bool quitting_ = false;
+    bool alertsShown_ = true;
     HICON bigIcon_ = nullptr, smallIcon_ = nullptr;
 };
 

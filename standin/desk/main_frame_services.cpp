@@ -118,7 +118,9 @@ int MainFrame::askToSave(const std::wstring& drawing)
 
 void MainFrame::alert(const std::wstring& text)
 {
-    AfxMessageBox(text.c_str(), MB_OK | MB_ICONEXCLAMATION);
+    print(text);
+    if (alertsShown_)
+        AfxMessageBox(text.c_str(), MB_OK | MB_ICONEXCLAMATION);
 }
 
 void MainFrame::showHelp()

@@ -58,6 +58,8 @@ Picture takePicture(HWND window, DWORD threadId)
     buffer.resize({std::max(part.width(), 1), std::max(part.height(), 1)});
     auto windows = script::topWindows(threadId);
     std::reverse(windows.begin(), windows.end());
+    for (const HWND top : windows) // nothing shall be missing because its turn to be painted had not come
+        RedrawWindow(top, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
     for (const HWND top : windows)
         copyWindow(top, top == window, part, buffer);
     GdiFlush();

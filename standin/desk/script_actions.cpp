@@ -274,7 +274,6 @@ void Player::act(const Shot& shot)
     agent_.waitForPosted();
     std::string failure;
     agent_.ask([&] {
-        frame_.RedrawWindow(nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
         try {
             savePicture(takePicture(frame_.m_hWnd, agent_.threadId()), shot.path);
         } catch (const std::exception& error) {

@@ -1,0 +1,250 @@
+// The script's hand and eyes on real windows: toolbar buttons with their arrows, pop-up menus, dialogs' controls.
+
+#include "standin/desk/script_agent.h"
+#include "standin/desk/script_hand.h"
+#include "standin/desk/script_windows.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <commctrl.h>
+
+using namespace desk::script;
+
+namespace {
+
+constexpr int plainButton = 501, arrowButton = 502, greyedButton = 503;
+constexpr int firstEntry = 601, greyedEntry = 602, lastEntry = 603;
+constexpr int editId = 701, boxId = 702;
+
+// A window with a toolbar, an edit control and a check box; it writes down the commands that reach it.
+class Bench
+{
+public:
+    Bench()
+    {
+        INITCOMMONCONTROLSEX controls{sizeof(controls), ICC_BAR_CLASSES};
+        InitCommonControlsEx(&controls);
+        WNDCLASSW description{};
+        description.lpfnWndProc = procedure;
+        description.hInstance = GetModuleHandleW(nullptr);
+        description.lpszClassName = L"DeskTestBench";
+        description.hbrBackground = GetSysColorBrush(COLOR_WINDOW);
+        RegisterClassW(&description);
+        window = CreateWindowW(description.lpszClassName, L"Bench", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50, 400, 300,
+                               nullptr, nullptr, description.hInstance, nullptr);
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+        toolbar = CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr, WS_CHILD | WS_VISIBLE | TBSTYLE_FLAT, 0, 0, 0, 0,
+                                  window, nullptr, description.hInstance, nullptr);
+        SendMessageW(toolbar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+        SendMessageW(toolbar, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS);
+        TBBUTTON buttons[3]{};
+        const int ids[] = {plainButton, arrowButton, greyedButton};
+        for (int i = 0; i < 3; ++i) {
+            buttons[i].idCommand = ids[i];
+            buttons[i].iBitmap = I_IMAGENONE;
+            buttons[i].fsState = ids[i] == greyedButton ? 0 : TBSTATE_ENABLED;
+            buttons[i].fsStyle = static_cast<BYTE>(ids[i] == arrowButton ? BTNS_DROPDOWN : BTNS_BUTTON);
+        }
+        SendMessageW(toolbar, TB_ADDBUTTONSW, 3, reinterpret_cast<LPARAM>(buttons));
+        SendMessageW(toolbar, TB_AUTOSIZE, 0, 0);
+        edit = CreateWindowW(L"EDIT", L"before", WS_CHILD | WS_VISIBLE, 10, 60, 200, 22, window,
+                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(editId)), description.hInstance, nullptr);
+        box = CreateWindowW(L"BUTTON", L"Box", WS_CHILD | WS_VISIBLE | BS_AUTOCHECKBOX, 10, 100, 200, 22, window,
+                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(boxId)), description.hInstance, nullptr);
+        UpdateWindow(window);
+    }
+    ~Bench() { DestroyWindow(window); }
+
+    // Plays on a thread of its own while this one handles messages.
+    void play(const std::function<void()>& script)
+    {
+        std::atomic<bool> over = false;
+        std::thread player([&] {
+            script();
+            over = true;
+            PostMessageW(window, WM_NULL, 0, 0);
+        });
+        MSG message;
+        while (!over && GetMessageW(&message, nullptr, 0, 0) > 0) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+        player.join();
+    }
+
+    HWND window, toolbar, edit, box;
+    std::vector<int> commands;
+
+private:
+    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+    {
+        auto* bench = reinterpret_cast<Bench*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+        if (bench != nullptr && message == WM_COMMAND && HIWORD(wParam) == 0)
+            bench->commands.push_back(LOWORD(wParam));
+        if (bench != nullptr && message == WM_NOTIFY &&
+            reinterpret_cast<const NMHDR*>(lParam)->code == static_cast<UINT>(TBN_DROPDOWN)) {
+            bench->dropMenu();
+            return TBDDRET_DEFAULT;
+        }
+        return DefWindowProcW(window, message, wParam, lParam);
+    }
+
+    void dropMenu() const
+    {
+        const HMENU menu = CreatePopupMenu();
+        AppendMenuW(menu, MF_STRING, firstEntry, L"First entry");
+        AppendMenuW(menu, MF_STRING | MF_GRAYED, greyedEntry, L"Greyed entry");
+        AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+        AppendMenuW(menu, MF_STRING, lastEntry, L"Last entry");
+        POINT at{10, 30};
+        ClientToScreen(window, &at);
+        TrackPopupMenu(menu, TPM_RIGHTBUTTON, at.x, at.y, 0, window, nullptr);
+        DestroyMenu(menu);
+    }
+};
+
+void waitUntil(const std::function<bool()>& condition)
+{
+    while (!condition())
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+}
+
+struct Stage
+{
+    Bench bench;
+    Agent agent;
+    Hand hand{agent};
+    DWORD thread = GetCurrentThreadId();
+
+    void openArrowMenu() const
+    {
+        const ToolbarButton button = findToolbarButton(thread, arrowButton);
+        hand.press(button.toolbar, {button.place.right - 4, (button.place.top + button.place.bottom) / 2});
+        waitUntil([&] { return openMenu(thread) != nullptr; });
+        POINT away{button.place.right - 4, button.place.top + 2};
+        ClientToScreen(button.toolbar, &away);
+        hand.releaseOverMenu(menuOwner(thread), away);
+    }
+    void choose(int id) const
+    {
+        const MenuItem item = findMenuItem(openMenu(thread), id);
+        ASSERT_TRUE(item.found);
+        hand.clickMenu(menuOwner(thread),
+                       {(item.place.left + item.place.right) / 2, (item.place.top + item.place.bottom) / 2});
+        waitUntil([&] { return openMenu(thread) == nullptr; });
+        agent.waitForPosted();
+    }
+};
+
+} // namespace
+
+TEST(Hand, AToolbarButtonIsPressedByItsNumber)
+{
+    Stage stage;
+    stage.bench.play([&] {
+        const ToolbarButton button = findToolbarButton(stage.thread, plainButton);
+        ASSERT_EQ(button.toolbar, stage.bench.toolbar);
+        EXPECT_TRUE(button.visible && button.enabled);
+        EXPECT_FALSE(button.hasArrow || button.checked);
+        EXPECT_FALSE(findToolbarButton(stage.thread, greyedButton).enabled);
+        EXPECT_TRUE(findToolbarButton(stage.thread, arrowButton).hasArrow);
+        EXPECT_EQ(findToolbarButton(stage.thread, 999).toolbar, nullptr);
+        stage.hand.click(button.toolbar, {button.place.left + 8, button.place.top + 5}, false, false);
+        stage.agent.waitForPosted();
+    });
+    EXPECT_THAT(stage.bench.commands, testing::ElementsAre(plainButton));
+}
+
+TEST(Hand, AnEntryOfAnArrowsMenuIsChosen)
+{
+    Stage stage;
+    stage.bench.play([&] {
+        EXPECT_EQ(openMenu(stage.thread), nullptr);
+        stage.openArrowMenu();
+        const HMENU menu = openMenu(stage.thread);
+        EXPECT_FALSE(findMenuItem(menu, greyedEntry).enabled);
+        EXPECT_FALSE(findMenuItem(menu, 999).found);
+        stage.choose(lastEntry);
+        stage.openArrowMenu();
+        stage.choose(firstEntry);
+    });
+    EXPECT_THAT(stage.bench.commands, testing::ElementsAre(lastEntry, firstEntry));
+}
+
+TEST(Hand, TextIsTypedOverWhatStandsInAnEditControl)
+{
+    Stage stage;
+    stage.bench.play([&] {
+        const HWND edit = findControl(stage.bench.window, editId);
+        ASSERT_EQ(edit, stage.bench.edit);
+        stage.hand.typeInto(edit, L"25.4 mm");
+        stage.agent.waitForPosted();
+        EXPECT_EQ(windowText(edit), L"25.4 mm");
+        stage.hand.typeInto(edit, L"");
+        stage.agent.waitForPosted();
+        EXPECT_EQ(windowText(edit), L"");
+        EXPECT_EQ(findControl(stage.bench.window, 999), nullptr);
+    });
+}
+
+TEST(Hand, ACheckBoxIsClickedAndItsOwnerHearsOfIt)
+{
+    Stage stage;
+    stage.bench.play([&] {
+        stage.hand.clickControl(stage.bench.box);
+        stage.agent.waitForPosted();
+        EXPECT_EQ(SendMessageW(stage.bench.box, BM_GETCHECK, 0, 0), BST_CHECKED);
+    });
+    EXPECT_THAT(stage.bench.commands, testing::ElementsAre(boxId));
+}
+
+TEST(Hand, MessageBoxesAreFoundReadAndAnswered)
+{
+    Stage stage;
+    int answer = 0;
+    stage.bench.play([&] {
+        std::thread closer([&] {
+            waitUntil([&] { return openDialog(stage.thread) != nullptr; });
+            const HWND box = openDialog(stage.thread);
+            EXPECT_TRUE(isMessageBox(box));
+            EXPECT_EQ(messageBoxText(box), L"Save changes?");
+            EXPECT_EQ(windowText(box), L"Question");
+            stage.hand.clickControl(GetDlgItem(box, IDNO));
+        });
+        stage.agent.ask([&] { answer = MessageBoxW(stage.bench.window, L"Save changes?", L"Question", MB_YESNO); });
+        closer.join();
+    });
+    EXPECT_EQ(answer, IDNO);
+}
+
+TEST(Hand, HeldKeysAreSeenByWhatTheClickReaches)
+{
+    Stage stage;
+    stage.bench.play([&] {
+        SHORT held = 0, after = 0;
+        stage.agent.postHeldKeys(true, false);
+        stage.agent.waitForPosted();
+        stage.agent.ask([&] { held = GetKeyState(VK_SHIFT); });
+        stage.agent.postHeldKeys(false, false);
+        stage.agent.waitForPosted();
+        stage.agent.ask([&] { after = GetKeyState(VK_SHIFT); });
+        EXPECT_LT(held, 0);
+        EXPECT_GE(after, 0);
+    });
+}
+
+TEST(Agent, AClosedDeskIsToldToTheScript)
+{
+    Stage stage;
+    stage.bench.play([&] {
+        stage.agent.close();
+        EXPECT_THROW(stage.agent.ask([] { FAIL() << "nothing may be run any more"; }), DeskGone);
+    });
+}
