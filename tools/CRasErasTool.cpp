@@ -1,0 +1,24 @@
+#include "tools/CRasErasTool.h"
+
+#include "resources/resource.h"
+#include "tools/Stroke.h"
+
+IMPLEMENT_DYNAMIC(CRasErasTool, CRasStrokeTool)
+
+namespace {
+double lastViewKey = 0;
+}
+
+CRasErasTool::CRasErasTool() : CRasStrokeTool(IDB_ERASER_CURSOR, lastViewKey) {}
+
+int CRasErasTool::OnLButtonDown(CPoint point, UINT /*flags*/)
+{
+    m_pView->SetCapture();
+    BeginStroke(point);
+    return 1;
+}
+
+int CRasErasTool::BrushWidth() const
+{
+    return EraserWidth;
+}

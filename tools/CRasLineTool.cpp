@@ -1,0 +1,123 @@
+#include "tools/CRasLineTool.h"
+
+#include "raster/CAcraster.h"
+#include "raster/CCurentRaster.h"
+#include "resources/resource.h"
+#include "tools/Stroke.h"
+
+IMPLEMENT_DYNAMIC(CRasLineTool, CTool)
+
+namespace {
+
+double lastViewKey = 0;
+
+// Under this, in view pixels both ways, a drag counts as none.
+constexpr int shortestDrag = 4;
+
+} // namespace
+
+CRasLineTool::CRasLineTool() : m_cursor(IDB_LINE_CURSOR, CPoint(15, 16)), m_xorPen(PS_SOLID, 0, 0xFFFFFF) {}
+
+CRasLineTool::~CRasLineTool()
+{
+    if (m_bStarted)
+        CRasLineTool::Stop();
+    ::ReleaseCapture();
+}
+
+int CRasLineTool::Start()
+{
+    const CCurentRaster current;
+    if (!current.m_pRaster)
+        return 0;
+    m_bStarted = true;
+    m_cursor.Rebuild(CursorHalfSize(*current.m_pRaster, LineWidth));
+    return 1;
+}
+
+void CRasLineTool::Stop()
+{
+    CTool::Stop();
+    m_bStarted = false;
+}
+
+void CRasLineTool::UpdateCursor()
+{
+    const double key = CursorViewKey();
+    if (key != lastViewKey) {
+        lastViewKey = key;
+        const CCurentRaster current;
+        if (current.m_pRaster)
+            m_cursor.Rebuild(CursorHalfSize(*current.m_pRaster, LineWidth));
+    }
+    m_cursor.Set();
+}
+
+int CRasLineTool::OnLButtonDown(CPoint point, UINT /*flags*/)
+{
+    SaveScreen();
+    m_pView->SetCapture();
+    m_pEndPoints = std::make_unique<EndPoints>(EndPoints{point, point});
+    return 1;
+}
+
+int CRasLineTool::OnMouseMove(CPoint point, UINT flags)
+{
+    if (!m_pEndPoints)
+        return 1;
+    DrawBand();
+    const CPoint start = m_pEndPoints->start;
+    CPoint& end = m_pEndPoints->end;
+    end = point;
+    if (flags & MK_SHIFT) {
+        if (std::abs(end.x - start.x) > std::abs(end.y - start.y))
+            end.y = start.y;
+        else
+            end.x = start.x;
+    }
+    DrawBand();
+    return 1;
+}
+
+int CRasLineTool::OnLButtonUp(CPoint /*point*/, UINT /*flags*/)
+{
+    const CWaitCursor wait;
+    if (!m_pEndPoints)
+        return 1;
+    DrawBand();
+    ::ReleaseCapture();
+    const bool tooShort = IsTooShort();
+    const std::unique_ptr<EndPoints> ends = std::move(m_pEndPoints);
+    const CCurentRaster current;
+    if (tooShort || !current.m_pRaster)
+        return 1;
+
+    CAcraster& raster = *current.m_pRaster;
+    // The start pixel has no stamp of its own: the first one, beside it, covers it if the line is wide.
+    ForEachStrokePixel(raster.ViewToPixel(ends->start), raster.ViewToPixel(ends->end), [&raster](CPoint pixel) {
+        raster.SetStampSize(StampSide(raster, LineWidth));
+        raster.SetColor(LineColor);
+        raster.Stamp(pixel);
+    });
+    raster.Reload();
+    return 1;
+}
+
+bool CRasLineTool::IsTooShort() const
+{
+    return std::abs(m_pEndPoints->end.x - m_pEndPoints->start.x) < shortestDrag &&
+           std::abs(m_pEndPoints->end.y - m_pEndPoints->start.y) < shortestDrag;
+}
+
+// Drawn a second time it erases itself.
+void CRasLineTool::DrawBand()
+{
+    if (IsTooShort())
+        return;
+    CClientDC view(m_pView);
+    view.SetROP2(R2_XORPEN);
+    CPen* const oldPen = view.SelectObject(&m_xorPen);
+    view.MoveTo(m_pEndPoints->start);
+    view.LineTo(m_pEndPoints->end);
+    view.SelectObject(oldPen);
+}

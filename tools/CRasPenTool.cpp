@@ -1,0 +1,29 @@
+#include "tools/CRasPenTool.h"
+
+#include "resources/resource.h"
+#include "tools/Stroke.h"
+
+IMPLEMENT_DYNAMIC(CRasPenTool, CRasStrokeTool)
+
+namespace {
+double lastViewKey = 0;
+}
+
+CRasPenTool::CRasPenTool() : CRasStrokeTool(IDB_PEN_CURSOR, lastViewKey) {}
+
+int CRasPenTool::OnLButtonDown(CPoint point, UINT /*flags*/)
+{
+    BeginStroke(point);
+    m_pView->SetCapture();
+    return 1;
+}
+
+int CRasPenTool::BrushWidth() const
+{
+    return PenWidth;
+}
+
+COLORREF CRasPenTool::BrushColor() const
+{
+    return PenColor;
+}

@@ -1,0 +1,51 @@
+#include "tools/RotateStart.h"
+
+#include "host/CArxApp.h"
+#include "host/CTempMFC.h"
+#include "tools/CBaseRotateTool.h"
+#include "tools/CFreeRotateTool.h"
+
+namespace {
+
+int rotateCode;
+UINT_PTR rotateTimer;
+
+constexpr UINT rotateDelay = 100; // ms
+
+template <typename Tool> void StartTool(int direction)
+{
+    auto* tool = new Tool;
+    // Its construction may have pumped messages, and one of them may have ended it.
+    if (g_pArxApp->m_pTool != tool)
+        return;
+    if (tool->Start())
+        tool->SetChoice(direction);
+    else
+        delete tool;
+}
+
+void CALLBACK RotateStartTimerProc(HWND, UINT, UINT_PTR, DWORD)
+{
+    CancelRotateStart();
+    const CTempMFC resources;
+    if (rotateCode >= 0)
+        StartTool<CBaseRotateTool>(rotateCode);
+    else
+        StartTool<CFreeRotateTool>(rotateCode == RotateFreeSelection ? 1 : 0);
+}
+
+} // namespace
+
+void StartRotateToolLater(int code)
+{
+    CancelRotateStart();
+    rotateCode = code;
+    rotateTimer = SetTimer(nullptr, 0, rotateDelay, RotateStartTimerProc);
+}
+
+void CancelRotateStart()
+{
+    if (rotateTimer)
+        KillTimer(nullptr, rotateTimer);
+    rotateTimer = 0;
+}
