@@ -4,6 +4,7 @@
 #include "host/CTempMFC.h"
 #include "host/CommandTable.h"
 #include "host/ExtensionModule.h"
+#include "host/MonitorTimer.h"
 #include "raster/CAcraster.h"
 #include "raster/CTempFile.h"
 #include "raster/PendingFileSwap.h"
@@ -45,6 +46,7 @@ CArxApp::~CArxApp()
         DropRaster();
         delete m_pTool;
         ButtonClickTimer.reset();
+        StopMonitorTimer();
         DeleteFileW(m_strTempFile);
         DeleteLeftoverDrawing();
         ExtensionModuleEnd();

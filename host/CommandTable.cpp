@@ -12,6 +12,10 @@ constexpr Adesk::Int32 commandFlags = ACRX_CMD_MODAL | ACRX_CMD_REDRAW | ACRX_CM
 constexpr CommandRow commandTable[] = {
     {L"ORVO_SAVEAS", SaveAsCommand},        //
     {L"ORVO_SELRAS", SelectRasterCommand},  //
+    {L"ORVO_SELAREA", SelectAreaCommand},   //
+    {L"ORVO_RASPEN", PenCommand},           //
+    {L"ORVO_RASLINE", LineCommand},         //
+    {L"ORVO_RASERAS", EraserCommand},       //
     {L"ORVO_INVERT", InvertCommand},        //
     {L"ORVO_FLIPH", FlipHorizontalCommand}, //
     {L"ORVO_FLIPV", FlipVerticalCommand},   //

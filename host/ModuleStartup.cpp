@@ -4,6 +4,7 @@
 #include "host/CTempMFC.h"
 #include "host/CommandTable.h"
 #include "host/ExtensionModule.h"
+#include "host/MonitorTimer.h"
 #include "workerlink/SendToWorker.h"
 
 namespace {
@@ -47,6 +48,7 @@ int ModuleStartup()
     const CTempMFC resources;
     SetWorkerPath(ProgramFilePath(L"HVV6.exe"));
     RegisterForDemandLoading();
+    StartMonitorTimer();
     acedArxLoad(L"ACISMUI");
     return started;
 }

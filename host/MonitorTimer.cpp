@@ -88,11 +88,11 @@ bool DrawFrames(CAcraster& raster)
 
 void CarryOutFileSwap()
 {
-    if (!PendingSwap || replacing)
+    if (!g_pPendingFileSwap || replacing)
         return;
     replacing = true;
-    RunFileSwap(*PendingSwap);
-    PendingSwap.reset();
+    RunFileSwap(*g_pPendingFileSwap);
+    g_pPendingFileSwap.reset();
     replacing = false;
 }
 

@@ -1,7 +1,11 @@
 #include "host/ToolCommands.h"
 
 #include "host/CArxApp.h"
-#include "host/CTempMFC.h"
+#include "host/CommandPattern.h"
+#include "tools/CRasArrowTool.h"
+#include "tools/CRasErasTool.h"
+#include "tools/CRasLineTool.h"
+#include "tools/CRasPenTool.h"
 #include "tools/CRasSelectTool.h"
 
 namespace {
@@ -15,6 +19,26 @@ template <typename Tool> void StartTool()
 }
 
 } // namespace
+
+void SelectAreaCommand()
+{
+    WithCurrentRaster([](CAcraster&) { StartTool<CRasArrowTool>(); });
+}
+
+void PenCommand()
+{
+    WithCurrentRaster([](CAcraster&) { StartTool<CRasPenTool>(); });
+}
+
+void LineCommand()
+{
+    WithCurrentRaster([](CAcraster&) { StartTool<CRasLineTool>(); });
+}
+
+void EraserCommand()
+{
+    WithCurrentRaster([](CAcraster&) { StartTool<CRasErasTool>(); });
+}
 
 void SelectRasterCommand()
 {

@@ -2,3 +2,7 @@
 #pragma once
 
 void SelectRasterCommand();
+void SelectAreaCommand();
+void PenCommand();
+void LineCommand();
+void EraserCommand();

@@ -120,6 +120,10 @@ public:
 
     // Requests to the worker. A request that fails leaves the image as it was and says nothing.
 
+    /// Puts the region's pixels on the clipboard, as a device-independent bitmap.
+    void CopyToClipboard();
+    /// Lays the clipboard's bitmap down with its top left corner at a pixel; only its ink if `transparent` is set.
+    void PasteFromClipboard(CPoint position, bool transparent);
     void Invert();
     /// `angle` in radians from +x towards +y, about the pixel `pivot`; what lies outside the selection stays if
     /// `selectionOnly` is set.

@@ -7,6 +7,28 @@
 
 // A worker that fails leaves the image as it was, and nothing is said: the caller commits what it has.
 
+void CAcraster::CopyToClipboard()
+{
+    const CTempFile file;
+    WriteTiff(file.m_strPath);
+    WorkerMessage message(OperationCopyToClipboard);
+    message.copyToClipboard.file = file.m_strPath;
+    message.copyToClipboard.region = m_pRegion.get();
+    SendToWorker(message);
+}
+
+void CAcraster::PasteFromClipboard(CPoint position, bool transparent)
+{
+    const CTempFile file;
+    WriteTiff(file.m_strPath);
+    WorkerMessage message(OperationPasteFromClipboard);
+    message.pasteFromClipboard.file = file.m_strPath;
+    message.pasteFromClipboard.position = position;
+    message.pasteFromClipboard.transparent = transparent;
+    if (SendToWorker(message))
+        ReadBack(file.m_strPath);
+}
+
 void CAcraster::Invert()
 {
     const CTempFile file;

@@ -9,7 +9,7 @@ namespace {
 double lastViewKey = 0;
 }
 
-CRasErasTool::CRasErasTool() : CRasStrokeTool(IDB_ERASER_CURSOR, lastViewKey) {}
+CRasErasTool::CRasErasTool() : CRasStrokeTool(IDB_CURSOR_ERASER, lastViewKey) {}
 
 int CRasErasTool::OnLButtonDown(CPoint point, UINT /*flags*/)
 {

@@ -9,7 +9,7 @@ class CRasErasTool : public CRasStrokeTool
 
 public:
     CRasErasTool();
-    int ToolId() override { return 5; }
+    int ToolId() override { return ToolIdEraser; }
     int OnLButtonDown(CPoint point, UINT flags) override;
 
 protected:

@@ -16,7 +16,7 @@ constexpr int shortestDrag = 4;
 
 } // namespace
 
-CRasLineTool::CRasLineTool() : m_cursor(IDB_LINE_CURSOR, CPoint(15, 16)), m_xorPen(PS_SOLID, 0, 0xFFFFFF) {}
+CRasLineTool::CRasLineTool() : m_cursor(IDB_CURSOR_LINE, CPoint(15, 16)), m_xorPen(PS_SOLID, 0, 0xFFFFFF) {}
 
 CRasLineTool::~CRasLineTool()
 {

@@ -15,7 +15,7 @@ public:
     ~CRasLineTool() override;
     int Start() override;
     void Stop() override;
-    int ToolId() override { return 4; }
+    int ToolId() override { return ToolIdLine; }
     void UpdateCursor() override;
     int OnLButtonDown(CPoint point, UINT flags) override;
     int OnLButtonUp(CPoint point, UINT flags) override;

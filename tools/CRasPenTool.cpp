@@ -9,7 +9,7 @@ namespace {
 double lastViewKey = 0;
 }
 
-CRasPenTool::CRasPenTool() : CRasStrokeTool(IDB_PEN_CURSOR, lastViewKey) {}
+CRasPenTool::CRasPenTool() : CRasStrokeTool(IDB_CURSOR_PEN, lastViewKey) {}
 
 int CRasPenTool::OnLButtonDown(CPoint point, UINT /*flags*/)
 {

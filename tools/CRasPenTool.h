@@ -9,7 +9,7 @@ class CRasPenTool : public CRasStrokeTool
 
 public:
     CRasPenTool();
-    int ToolId() override { return 3; }
+    int ToolId() override { return ToolIdPen; }
     int OnLButtonDown(CPoint point, UINT flags) override;
 
 protected:

@@ -52,4 +52,10 @@ enum ToolIds
 {
     ToolIdNone = 0,
     ToolIdSelectRaster = 1,
+    ToolIdArea = 2,
+    ToolIdPen = 3,
+    ToolIdLine = 4,
+    ToolIdEraser = 5,
+    ToolIdPaste = 7,
+    ToolIdFreeRotate = 9,
 };

@@ -5,6 +5,7 @@
 #include <memory>
 #include <vector>
 
+#include "worker/clipboard.h"
 #include "worker/engine/operations.h"
 #include "worker/record_conversion.h"
 #include "workerlink/CMemMap.h"
@@ -48,7 +49,11 @@ std::vector<BYTE> answer(const CMemMap& requestBlock, CommitGate& gate)
             std::fprintf(stderr, "There is no operation number %lu.\n", record.operation);
             return {};
         }
+        if (request.operation == OperationPasteFromClipboard)
+            request.pasteFromClipboard.dib = readClipboardDib();
         operation->run(request, gate);
+        if (request.operation == OperationCopyToClipboard)
+            putDibOnClipboard(request.copyToClipboard.dib);
         putResults(request, record);
         return SerializeMessage(record);
     } catch (CException* exception) {

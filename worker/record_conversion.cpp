@@ -47,6 +47,12 @@ Request requestFromRecord(const WorkerMessage& record)
     request.formatQuery = {pathFrom(record.formatQuery.file), {}, record.formatQuery.filterIndex, 0};
     request.convertFile = {pathFrom(record.convertFile.sourceFile), pathFrom(record.convertFile.targetFile),
                            record.convertFile.formatCode, regionFrom(record.convertFile.region)};
+    request.copyToClipboard = {
+        pathFrom(record.copyToClipboard.file), regionFrom(record.copyToClipboard.region), {}};
+    request.pasteFromClipboard = {pathFrom(record.pasteFromClipboard.file),
+                                  pointFrom(record.pasteFromClipboard.position),
+                                  record.pasteFromClipboard.transparent,
+                                  {}};
     request.invert = {pathFrom(record.invert.file)};
     request.rotate = {pathFrom(record.rotate.file), record.rotate.angle, pointFrom(record.rotate.pivot),
                       record.rotate.transparent, regionFrom(record.rotate.region)};

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "worker/engine/clipboard_file.h"
 #include "worker/engine/convert_file.h"
 #include "worker/engine/edit_file.h"
 #include "worker/engine/format_query.h"
@@ -14,6 +15,9 @@ namespace {
 constexpr std::array operations{
     Operation{6, "FormatQuery", [](Request& request, CommitGate&) { answerFormatQuery(request.formatQuery); }},
     Operation{7, "ConvertFile", [](Request& request, CommitGate& gate) { convertFile(request.convertFile, gate); }},
+    Operation{8, "CopyToClipboard", [](Request& request, CommitGate&) { copyFromFile(request.copyToClipboard); }},
+    Operation{9, "PasteFromClipboard",
+              [](Request& request, CommitGate& gate) { pasteIntoFile(request.pasteFromClipboard, gate); }},
     Operation{10, "Invert", [](Request& request, CommitGate& gate) { invertFile(request.invert, gate); }},
     Operation{11, "Rotate", [](Request& request, CommitGate& gate) { rotateFile(request.rotate, gate); }},
     Operation{12, "Filter", [](Request& request, CommitGate& gate) { filterFile(request.filter, gate); }},

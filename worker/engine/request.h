@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "imaging/geometry.h"
 #include "imaging/region.h"
@@ -26,6 +28,21 @@ struct ConvertFile
     std::filesystem::path targetFile;      // may be the source itself
     std::uint32_t formatCode = 0;          // 0 keeps the source's kind of file
     std::optional<imaging::Region> region; // what to keep, in pixels; everything when there is none
+};
+
+struct CopyToClipboard
+{
+    std::filesystem::path file;
+    std::optional<imaging::Region> region; // what to copy, in pixels; everything when there is none
+    std::vector<std::byte> dib;            // out: the device-independent bitmap for the clipboard
+};
+
+struct PasteFromClipboard
+{
+    std::filesystem::path file; // rewritten
+    imaging::Point position;    // pixel of the pasted rectangle's top left corner
+    bool transparent = false;   // adds ink only
+    std::vector<std::byte> dib; // the clipboard's device-independent bitmap
 };
 
 struct Invert
@@ -56,6 +73,8 @@ struct Request
     std::uint32_t operation = 0; // says which group counts
     FormatQuery formatQuery;
     ConvertFile convertFile;
+    CopyToClipboard copyToClipboard;
+    PasteFromClipboard pasteFromClipboard;
     Invert invert;
     Rotate rotate;
     Filter filter;
