@@ -90,6 +90,167 @@ ERASER = """
 """
 
 
+# A cross at the hot spot (10, 10), and a dashed frame that grows from it.
+AREA = """
+..........#
+..........#
+..........#
+..........#
+..........#
+..........#
+..........#
+
+..........#
+..........
+#######.#...#######
+..........
+..........#
+
+..........#..###..###..###
+..........#..............#
+..........#..............#
+..........#
+..........#.............
+..........#..............#
+.........................#
+.............#...........#
+.............#
+.............
+.............#...........#
+.............#...........#
+.............#...........#
+
+.............###..###..###
+"""
+
+PLUS = """
+...#
+...#
+...#
+#######
+...#
+...#
+...#
+"""
+
+MINUS = """
+
+
+
+#######
+"""
+
+# Four arrows about the hot spot (15, 15).
+MOVE = """
+
+...............#
+..............###
+.............#####
+............#######
+...............#
+...............#
+...............#
+...............#
+...............#
+...............#
+....#..........#..........#
+...##..........#..........##
+..###..........#..........###
+.####..........#..........####
+#####.....................#####
+#############.....#############
+#####.....................#####
+.####..........#..........####
+..###..........#..........###
+...##..........#..........##
+....#..........#..........#
+...............#
+...............#
+...............#
+...............#
+...............#
+............#######
+.............#####
+..............###
+...............#
+"""
+
+# A target at the hot spot (15, 15) with an arc that runs about it clockwise.
+ROTATE_BASE = """
+
+
+...........#########
+.........##.........##
+.......##.............##
+......#.................#
+.....#...................#
+....#.....................#
+....#.....................#
+...#.......................#
+...#...........#...........#
+..#............#............#
+..#............#............#
+..#............#............#
+..#............#............#
+..........###########
+..#............#............#
+..#............#.........#.....#
+..#............#..........#...#
+..#............#...........#.#
+...#...........#............#
+...#
+....#
+....#
+.....#
+......#
+.......##
+.........##
+...........######
+"""
+
+# The same arc without the target, for a place beside the handles.
+ROTATE_FREE = """
+
+............#######
+..........##.......##
+........##...........##
+.......#...............#
+......#.................#
+.....#...................#
+.....#...................#
+....#.....................#
+....#.....................#
+....#.....................#
+....#.....................#
+...#.......................#
+...#..........###..........#
+...#..........#.#......#...#...#
+...#..........###.......#..#..#
+...#.....................#.#.#
+....#.....................###
+....#......................#
+....#
+....#
+.....#
+.....#
+......#
+.......#
+........##
+..........##
+............######
+"""
+
+
+def with_badge(drawing, badge, left, top):
+    """The drawing with a smaller one laid over it."""
+    rows = grid(drawing)
+    for y, line in enumerate(badge.strip("\n").split("\n") if badge.strip() else []):
+        for x, pixel in enumerate(line):
+            if pixel != CLEAR:
+                rows[top + y][left + x] = pixel
+    return rows
+
+
 def grid(drawing):
     lines = drawing.strip("\n").split("\n")
     rows = [list(line.ljust(SIDE, CLEAR)) for line in lines]
@@ -132,6 +293,18 @@ def cursor_file(rows, hot_spot):
     return directory + entry + picture
 
 
+def stripes_file(colour):
+    """An 8 by 8 .bmp file of 16 colours with diagonal stripes: in each row four coloured pixels and four white ones, and
+    each row starts one pixel further on than the one above it."""
+    white_index, colour_index = 0, 1
+    rows = [[colour_index if (x - y) % 8 < 4 else white_index for x in range(8)] for y in range(8)]
+    pixels = b"".join(bytes(row[x] << 4 | row[x + 1] for x in range(0, 8, 2)) for row in reversed(rows))
+    palette = bytes((255, 255, 255, 0)) + bytes(reversed(colour)) + bytes(1) + bytes(4 * 14)
+    header = struct.pack("<IiiHHIIiiII", 40, 8, 8, 1, 4, 0, len(pixels), 0, 0, 16, 16)
+    offset = 14 + len(header) + len(palette)
+    return struct.pack("<2sIHHI", b"BM", offset + len(pixels), 0, 0, offset) + header + palette + pixels
+
+
 def bitmap_file(rows):
     """A 24-bit .bmp file with the key colour for see-through pixels."""
     colours = {BLACK: (0, 0, 0), WHITE: (255, 255, 255), CLEAR: KEY_COLOUR}
@@ -143,6 +316,18 @@ def bitmap_file(rows):
 def main():
     folder = pathlib.Path(__file__).parent
     folder.joinpath("select_raster.cur").write_bytes(cursor_file(with_rim(grid(SELECT_RASTER)), (0, 0)))
+    for name, rows, hot_spot in (
+        ("area", grid(AREA), (10, 10)),
+        ("area_add", with_badge(AREA, PLUS, 16, 18), (10, 10)),
+        ("area_subtract", with_badge(AREA, MINUS.replace("\n", "", 1), 16, 18), (10, 10)),
+        ("area_move", grid(MOVE), (15, 15)),
+        ("move_image", grid(MOVE), (15, 15)),
+        ("rotate_base", grid(ROTATE_BASE), (15, 15)),
+        ("rotate_free", grid(ROTATE_FREE), (15, 15)),
+    ):
+        folder.joinpath(name + ".cur").write_bytes(cursor_file(with_rim(rows), hot_spot))
+    for name, colour in (("pattern_red", (255, 0, 0)), ("pattern_blue", (0, 0, 255))):
+        folder.joinpath(name + ".bmp").write_bytes(stripes_file(colour))
     for name, drawing in (("cursor_pen", PEN), ("cursor_line", LINE), ("cursor_eraser", ERASER)):
         folder.joinpath(name + ".bmp").write_bytes(bitmap_file(with_rim(grid(drawing))))
 
