@@ -54,7 +54,7 @@ int CRasArrowTool::Start()
         RedrawView(m_pView);
         return 0;
     }
-    m_state = current.m_pRaster->HasSelection() ? StateSelection : 0;
+    m_state = current.m_pRaster->HasSelection() ? unsigned(StateSelection) : 0;
     m_cursorId = IDC_AREA;
     m_bStarted = true;
     return 1;
@@ -123,7 +123,7 @@ void CRasArrowTool::DrawMovedFrame(CDC& view)
     CRgn moved;
     moved.CreateRectRgn(0, 0, 1, 1);
     moved.CombineRgn(m_pMovedRegion.get(), nullptr, RGN_COPY);
-    moved.OffsetRgn(m_end - m_start);
+    moved.OffsetRgn(m_end.x - m_start.x, m_end.y - m_start.y);
     FrameRegionWithPattern(view, moved, IDB_SELECTION_PATTERN, CPoint(0, 0), 1);
 }
 
@@ -209,8 +209,8 @@ void CRasArrowTool::MoveRegion()
     const CCurentRaster current;
     if (!current.m_pRaster)
         return;
-    current.m_pRaster->GetRegion().OffsetRgn(current.m_pRaster->ViewToPixel(m_end) -
-                                             current.m_pRaster->ViewToPixel(m_start));
+    const CSize offset = current.m_pRaster->ViewToPixel(m_end) - current.m_pRaster->ViewToPixel(m_start);
+    current.m_pRaster->GetRegion().OffsetRgn(offset.cx, offset.cy);
     RedrawView(m_pView);
 }
 

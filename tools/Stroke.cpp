@@ -32,7 +32,7 @@ int CursorHalfSize(const CAcraster& raster, int width)
 
 int StampSide(const CAcraster& raster, int width)
 {
-    const CPoint far = raster.ViewToPixel(CPoint(largestCursor, largestCursor));
-    const CPoint near = raster.ViewToPixel(CPoint(0, 0));
-    return std::min(static_cast<int>(std::abs(far.x - near.x)), width);
+    const CPoint corner = raster.ViewToPixel(CPoint(largestCursor, largestCursor));
+    const CPoint origin = raster.ViewToPixel(CPoint(0, 0));
+    return std::min(static_cast<int>(std::abs(corner.x - origin.x)), width);
 }
