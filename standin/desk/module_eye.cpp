@@ -14,16 +14,17 @@ namespace {
 constexpr int saveRasterButton = 40009;
 const std::map<int, int> toolButtons = {{1, 32800}, {2, 32795}, {3, 32797}, {4, 32799}, {5, 32798}};
 constexpr int selectionPatternBitmap = 139;
+constexpr int rasterPatternBitmap = 30000;
 // The frame is repainted every 50 ms: after this time every frame that is to be seen is.
 constexpr DWORD framesSettle = 200;
 // Handles and rubber bands may lie over a part of the frame.
 constexpr double enoughOfFrame = 0.9;
 
-std::optional<FramePattern> selectionPattern()
+std::optional<FramePattern> patternOf(int bitmapNumber)
 {
     for (const auto& module : standin::loadedModules()) {
         const HMODULE handle = GetModuleHandleW(module.filename().c_str());
-        const HBITMAP bitmap = LoadBitmapW(handle, MAKEINTRESOURCEW(selectionPatternBitmap));
+        const HBITMAP bitmap = LoadBitmapW(handle, MAKEINTRESOURCEW(bitmapNumber));
         if (bitmap == nullptr)
             continue;
         BITMAPINFO format{};
@@ -75,12 +76,36 @@ imaging::Rect viewRect(const SceneImage& image, imaging::Size pixels, const imag
 
 } // namespace
 
-std::optional<bool> ModuleEye::rasterIsCurrent() const
+bool ModuleEye::rasterIsCurrent() const
 {
-    const ToolbarButton button = findToolbarButton(agent_.threadId(), saveRasterButton);
-    if (button.toolbar == nullptr)
-        return std::nullopt;
-    return button.enabled;
+    ToolbarButton button{};
+    agent_.ask([&] { button = findToolbarButton(agent_.threadId(), saveRasterButton); });
+    return button.toolbar != nullptr ? button.enabled : seesRasterFrame();
+}
+
+bool ModuleEye::seesRasterFrame() const
+{
+    agent_.ask([&] {
+        if (frame_.view() != nullptr)
+            frame_.view()->RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+    });
+    Sleep(framesSettle);
+    bool seen = false;
+    agent_.ask([&] {
+        const auto pattern = patternOf(rasterPatternBitmap);
+        if (!pattern || frame_.view() == nullptr)
+            return;
+        const ViewPicture picture = pictureOf(*frame_.view());
+        for (const SceneItem& item : frame_.editor().scene().items())
+            if (const auto* image = std::get_if<SceneImage>(&item.shape))
+                if (const auto bitmap = standin::imagePixels(image->image)) {
+                    const imaging::Rect whole = imaging::Rect::of(bitmap->size());
+                    const imaging::Rect outline =
+                        viewRect(*image, bitmap->size(), whole, frame_.editor().view());
+                    seen = seen || outlineMatch(picture, outline, *pattern) >= enoughOfFrame;
+                }
+    });
+    return seen;
 }
 
 bool ModuleEye::toolHoldsMouse() const
@@ -105,9 +130,10 @@ bool ModuleEye::sees(int tool, std::wstring& seen) const
 {
     const bool held = toolHoldsMouse();
     int pressed = 0;
+    const bool current = rasterIsCurrent();
     agent_.ask([&] {
         for (const auto& [id, button] : toolButtons)
-            if (findToolbarButton(agent_.threadId(), button).checked && (id != 1 || rasterIsCurrent() == false))
+            if (findToolbarButton(agent_.threadId(), button).checked && (id != 1 || !current))
                 pressed = id;
     });
     if (!held)
@@ -124,7 +150,7 @@ bool ModuleEye::seesSelection(const imaging::Rect& pixels, std::wstring& seen) c
     Sleep(framesSettle);
     double best = 0;
     agent_.ask([&] {
-        const auto pattern = selectionPattern();
+        const auto pattern = patternOf(selectionPatternBitmap);
         if (!pattern || frame_.view() == nullptr)
             return;
         const ViewPicture picture = pictureOf(*frame_.view());
@@ -145,7 +171,7 @@ bool ModuleEye::seesAnySelection() const
     Sleep(framesSettle);
     bool any = false;
     agent_.ask([&] {
-        const auto pattern = selectionPattern();
+        const auto pattern = patternOf(selectionPatternBitmap);
         if (pattern && frame_.view() != nullptr)
             any = holdsPatternRun(pictureOf(*frame_.view()), *pattern);
     });

@@ -5,7 +5,6 @@
 #include "standin/desk/script_agent.h"
 #include "standin/desk/script_hand.h"
 
-#include <optional>
 #include <string>
 
 namespace desk::script {
@@ -21,11 +20,11 @@ public:
     // Where the mouse was last, in view pixels.
     void noteMouse(POINT view) { mouse_ = view; }
 
-    // A raster is current exactly when the button to save it is enabled. Nothing if there is no such button.
-    // To be called on the windows' thread.
-    std::optional<bool> rasterIsCurrent() const;
+    // All of it is called from the script thread and takes a moment.
 
-    // The rest is called from the script thread and takes a moment.
+    // A raster is current exactly when the button to save it is enabled; without a toolbar, when a frame crawls about an
+    // image of the drawing again after the view was painted anew.
+    bool rasterIsCurrent() const;
 
     // Moves the mouse where it is already: a tool's hook keeps the message from the view.
     bool toolHoldsMouse() const;
@@ -37,6 +36,8 @@ public:
     bool seesAnySelection() const;
 
 private:
+    bool seesRasterFrame() const;
+
     MainFrame& frame_;
     const Agent& agent_;
     const Hand& hand_;

@@ -6,6 +6,7 @@
 #include "imaging/bitmap.h"
 
 #include <cmath>
+#include <optional>
 
 namespace desk::script {
 namespace {
@@ -45,11 +46,10 @@ std::optional<bool> inkAt(Editor& editor, Vec2 at)
 
 void Player::act(const ExpectRaster& expected)
 {
-    std::optional<bool> current;
-    if (!comesTrue([&] { return (current = eye_.rasterIsCurrent()) == expected.current; }, patience))
-        throw Miss{!current   ? L"no toolbar tells whether a raster is current"
-                   : *current ? L"a raster is current"
-                              : L"no raster is current"};
+    const auto end = GetTickCount64() + patience;
+    while (eye_.rasterIsCurrent() != expected.current)
+        if (GetTickCount64() >= end)
+            throw Miss{expected.current ? L"no raster is current" : L"a raster is current"};
 }
 
 void Player::act(const ExpectTool& expected)
