@@ -1,6 +1,19 @@
 # What the scripts share: the Wine environment and a display. To be sourced, with $root set to the project's folder.
 
+# Without a display of the user's own, programs run on an Xvfb. No window manager is there to be waited for, so they have
+# a Wine prefix of their own that knows this.
+use_own_display() {
+    unset DISPLAY
+    export HALVORAN_OWN_DISPLAY=1
+    export WINEPREFIX=$root/build/wine-headless
+}
+
 export WINEPREFIX=$root/build/wine
+if [ -n "${HALVORAN_OWN_DISPLAY:-}" ]; then
+    export WINEPREFIX=$root/build/wine-headless
+elif [ -z "${DISPLAY:-}" ]; then
+    use_own_display
+fi
 export WINEDEBUG=${WINEDEBUG:--all}
 # No questions about missing components, and no debugger window when a program crashes.
 export WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d"
@@ -17,9 +30,12 @@ prepare_wine() {
         [ -e "$WINEPREFIX/ready" ] && exit
         echo "Making the Wine prefix ..." >&2
         with_display wineboot -i >"$root/build/wineboot.log" 2>&1
+        if [ -n "${HALVORAN_OWN_DISPLAY:-}" ]; then
+            with_display wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >>"$root/build/wineboot.log" 2>&1
+        fi
         wineserver -w
         touch "$WINEPREFIX/ready"
-    ) 9>"$root/build/wine.lock"
+    ) 9>"$WINEPREFIX.lock"
 }
 
 # with_display COMMAND...: runs it on the present display, or on an Xvfb of its own.
