@@ -193,7 +193,7 @@ std::string freeLayoutName(const Dictionary& layouts)
 {
     const std::string stem = "Layout";
     for (int number = 1;; ++number) {
-        const std::string name = stem + std::to_string(number);
+        std::string name = stem + std::to_string(number);
         if (layouts.find(name) == 0) {
             return name;
         }

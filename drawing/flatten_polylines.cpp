@@ -66,6 +66,7 @@ Vector2 sideAt(const Vector2& before, const Vector2& after, const Vector2& own)
 FlatPath quadrangle(const std::array<Vector2, 4>& corners, const Transform& map)
 {
     std::vector<Vector3> points;
+    points.reserve(corners.size());
     for (const Vector2& corner : corners) {
         points.push_back({corner.x, corner.y, 0});
     }
@@ -131,6 +132,7 @@ void flattenPolyline(const std::vector<PolylinePoint>& points, bool closed, cons
         return;
     }
     std::vector<Vector3> line;
+    line.reserve(samples.size());
     for (const Sample& sample : samples) {
         line.push_back({sample.position.x, sample.position.y, 0});
     }

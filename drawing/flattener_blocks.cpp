@@ -98,6 +98,7 @@ void Flattener::heavyPolyline(const HeavyPolyline& polyline, const Place& place)
         mesh(polyline, vertices, place);
     } else if (polyline.flags & HeavyPolyline::kInSpace) {
         std::vector<Vector3> points;
+        points.reserve(vertices.size());
         for (const Vertex* vertex : vertices) {
             points.push_back(vertex->position);
         }
@@ -106,6 +107,7 @@ void Flattener::heavyPolyline(const HeavyPolyline& polyline, const Place& place)
         }
     } else {
         std::vector<PolylinePoint> points;
+        points.reserve(vertices.size());
         for (const Vertex* vertex : vertices) {
             points.push_back({{vertex->position.x, vertex->position.y},
                               vertex->startWidth.value_or(polyline.startWidth),

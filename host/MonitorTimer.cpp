@@ -46,7 +46,8 @@ bool IsNear(const CRect& a, const CRect& b)
 void UpdateViewRegion(CAcraster& raster)
 {
     const CRect pixels = raster.GetRegionBox();
-    CRect box(WorldToView(raster.PixelToWorld(pixels.TopLeft())), WorldToView(raster.PixelToWorld(pixels.BottomRight())));
+    CRect box(WorldToView(raster.PixelToWorld(pixels.TopLeft())),
+              WorldToView(raster.PixelToWorld(pixels.BottomRight())));
     box.NormalizeRect();
     box.IntersectRect(box, CRect(CPoint(0, 0), ReadViewSize()));
     const DWORD size = GetRegionData(raster.GetRegion(), 0, nullptr);

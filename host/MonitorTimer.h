@@ -1,8 +1,8 @@
 #pragma once
 
 /// The module's heartbeat, twenty times a second on the main thread: carries out a postponed file swap, drops a current
-/// raster that is no longer valid, and paints the crawling frames that mark the current raster and its selection straight
-/// on the drawing view. The host repaints over them at will; the next tick paints them again.
+/// raster that is no longer valid, and paints the crawling frames that mark the current raster and its selection
+/// straight on the drawing view. The host repaints over them at will; the next tick paints them again.
 void StartMonitorTimer();
 void StopMonitorTimer();
 

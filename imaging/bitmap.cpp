@@ -13,9 +13,10 @@ namespace {
 Size checkedSize(Size size)
 {
     if (size.width < 0 || size.height < 0 || size.width > Bitmap::maximumSide || size.height > Bitmap::maximumSide ||
-        std::int64_t(size.width) * size.height > Bitmap::maximumPixels)
+        std::int64_t(size.width) * size.height > Bitmap::maximumPixels) {
         throw ImagingError("An image of " + std::to_string(size.width) + " x " + std::to_string(size.height) +
                            " pixels is beyond what can be worked on.");
+    }
     return size.empty() ? Size() : size;
 }
 

@@ -53,10 +53,11 @@ inline std::uint64_t pixelsAt(const std::uint64_t* row, std::ptrdiff_t words, st
 
 inline void setSpan(std::uint64_t* row, int left, int right, bool ink)
 {
-    if (ink)
+    if (ink) {
         forEachWord(left, right, [row](std::ptrdiff_t i, std::uint64_t mask) { row[i] |= mask; });
-    else
+    } else {
         forEachWord(left, right, [row](std::ptrdiff_t i, std::uint64_t mask) { row[i] &= ~mask; });
+    }
 }
 
 /// The word with its pixels in the opposite order.

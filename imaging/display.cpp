@@ -68,7 +68,7 @@ private:
 
     std::int64_t toUnits(double position) const
     {
-        return std::int64_t(std::clamp(position, 0.0, double(length_)) * unit_ + 0.5);
+        return std::llround(std::clamp(position, 0.0, double(length_)) * unit_);
     }
 
     double slope_;
@@ -98,13 +98,15 @@ public:
             weightSoFar += weight;
             usedPlanes_ = std::bit_width(std::uint64_t(weightSoFar));
             const std::uint64_t* row = bitmap_.row(y) + firstWord_;
-            for (int digit = 0; weight >> digit; ++digit)
+            for (int digit = 0; weight >> digit; ++digit) {
                 if (weight >> digit & 1)
                     add(row, digit);
+            }
         }
-        for (int digit = 0; digit < usedPlanes_; ++digit)
+        for (int digit = 0; digit < usedPlanes_; ++digit) {
             for (int i = 0; i < words_; ++i)
                 any_[std::size_t(i)] |= plane(digit)[i];
+        }
     }
 
     /// The weighted sum over the columns of a cover.
@@ -268,9 +270,10 @@ void sampleTurned(const Bitmap& bitmap, const Affine& map, Size output, std::uin
 
 void check(const Affine& map)
 {
-    for (const double number : {map.xx, map.xy, map.x0, map.yx, map.yy, map.y0})
+    for (const double number : {map.xx, map.xy, map.x0, map.yx, map.yy, map.y0}) {
         if (!std::isfinite(number))
             throw ImagingError("The image can't be shown: its place in the drawing has no usable numbers.");
+    }
     if (map.xx * map.yy - map.xy * map.yx == 0)
         throw ImagingError("The image can't be shown: it is flattened to a line.");
 }
@@ -285,10 +288,11 @@ void sampleCoverage(const Bitmap& bitmap, const Affine& fromOutputToImage, Size 
         std::memset(gray + y * stride, 0, std::size_t(std::max(output.width, 0)));
     if (bitmap.empty() || output.empty())
         return;
-    if (fromOutputToImage.xy == 0 && fromOutputToImage.yx == 0)
+    if (fromOutputToImage.xy == 0 && fromOutputToImage.yx == 0) {
         sampleUpright(bitmap, fromOutputToImage, output, gray, stride);
-    else
+    } else {
         sampleTurned(bitmap, fromOutputToImage, output, gray, stride);
+    }
 }
 
 OutputSpan insideImage(Size image, const Affine& map, Size output, int y)

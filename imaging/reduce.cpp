@@ -33,10 +33,11 @@ template <std::size_t Digits> Counts<Digits + 1> sum(const Counts<Digits>& a, co
 /// The ink in 2^Log pixels below each other.
 template <std::size_t Log> Counts<Log + 1> countDown(const std::uint64_t* const* rows, std::ptrdiff_t word)
 {
-    if constexpr (Log == 0)
+    if constexpr (Log == 0) {
         return {rows[0][word]};
-    else
+    } else {
         return sum(countDown<Log - 1>(rows, word), countDown<Log - 1>(rows + (1 << (Log - 1)), word));
+    }
 }
 
 /// Adds to each column's count those of the next ones until 2^Log columns are in it; Done is the logarithm of how many
@@ -86,9 +87,10 @@ template <std::size_t Log> void reduce(const Bitmap& source, Bitmap& target)
                 const auto counts = countAcross<Log, 0>(countDown<Log>(rows.data(), i));
                 blocks[std::size_t(i)] = counts[2 * Log] | counts[2 * Log - 1];
             }
-            for (std::ptrdiff_t words = targetWords * factor; words > targetWords; words /= 2)
+            for (std::ptrdiff_t words = targetWords * factor; words > targetWords; words /= 2) {
                 for (std::ptrdiff_t i = 0; i < words / 2; ++i)
                     blocks[std::size_t(i)] = everySecond(blocks[std::size_t(2 * i)], blocks[std::size_t(2 * i + 1)]);
+            }
             std::copy_n(blocks.data(), targetWords, target.row(y));
         }
     });
@@ -108,12 +110,13 @@ bool reducesByPowerOfTwo(Size source, Size target)
 
 void reduceByPowerOfTwo(const Bitmap& source, Bitmap& target)
 {
-    if (isTimes(source.size(), target.size(), 2))
+    if (isTimes(source.size(), target.size(), 2)) {
         reduce<1>(source, target);
-    else if (isTimes(source.size(), target.size(), 4))
+    } else if (isTimes(source.size(), target.size(), 4)) {
         reduce<2>(source, target);
-    else
+    } else {
         reduce<3>(source, target);
+    }
 }
 
 } // namespace imaging

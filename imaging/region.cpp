@@ -180,9 +180,10 @@ Region::Region(const Rect& rect)
 Region Region::fromRects(std::span<const Rect> rects)
 {
     std::vector<Rect> sorted;
-    for (const Rect& rect : rects)
+    for (const Rect& rect : rects) {
         if (!rect.empty())
             sorted.push_back(rect);
+    }
     if (sorted.empty())
         return Region();
     // In order of y the halves meet in few bands, so that uniting them costs little more than joining the lists.

@@ -169,12 +169,13 @@ Bitmap resample(const Bitmap& bitmap, Size size)
     const Axis columns(bitmap.width(), size.width);
     const Axis rows(bitmap.height(), size.height);
     // Sums of a whole row of pixels fit in an int for all but the most awkward pairs of large sizes.
-    if (size.width >= bitmap.width() && size.height >= bitmap.height())
+    if (size.width >= bitmap.width() && size.height >= bitmap.height()) {
         enlarge(bitmap, target, columns, rows);
-    else if (columns.unit() * rows.unit() < (1 << 30))
+    } else if (columns.unit() * rows.unit() < (1 << 30)) {
         resampleByArea<std::int32_t>(bitmap, target, columns, rows);
-    else
+    } else {
         resampleByArea<std::int64_t>(bitmap, target, columns, rows);
+    }
     return target;
 }
 

@@ -27,9 +27,10 @@ bool isFar(Point pivot)
 /// Turns a rectangle clockwise by quarters about the centre of the pivot pixel, which brings pixels onto pixels.
 Rect turnedByQuarters(Rect rect, Point pivot, int quarters)
 {
-    for (int i = 0; i < quarters; ++i)
+    for (int i = 0; i < quarters; ++i) {
         rect = {pivot.x - (rect.bottom - 1 - pivot.y), pivot.y + rect.left - pivot.x, pivot.x - rect.top + pivot.y + 1,
                 pivot.y + rect.right - pivot.x};
+    }
     return rect;
 }
 

@@ -26,10 +26,11 @@ public:
     {
         const std::lock_guard lock(guard_);
         auto best = idle_.end();
-        for (auto it = idle_.begin(); it != idle_.end(); ++it)
+        for (auto it = idle_.begin(); it != idle_.end(); ++it) {
             if (it->capacity >= count && it->capacity / 2 <= count &&
                 (best == idle_.end() || it->capacity < best->capacity))
                 best = it;
+        }
         if (best == idle_.end())
             return nullptr;
         const Idle found = *best;

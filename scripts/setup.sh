@@ -5,10 +5,10 @@
 build_packages=(
     cmake ninja-build g++ make ca-certificates dpkg-dev
     g++-mingw-w64-x86-64-posix libz-mingw-w64-dev
-    wine wine64 xvfb
+    wine wine64 xvfb googletest
 )
 test_packages=(
-    googletest libtiff-dev libpng-dev libjpeg62-turbo-dev zlib1g-dev
+    libtiff-dev libpng-dev libjpeg62-turbo-dev zlib1g-dev
     libtiff-tools imagemagick python3 python3-ezdxf
 )
 

@@ -16,9 +16,9 @@ bool PasteTransparent = true;
 
 namespace {
 
-CDC PasteDC;           // holds the floating bitmap
-double startViewKey;   // the view that the floating bitmap was built for
-UINT_PTR redrawTimer;  // runs between a move and the floating image's drawing anew
+CDC PasteDC;          // holds the floating bitmap
+double startViewKey;  // the view that the floating bitmap was built for
+UINT_PTR redrawTimer; // runs between a move and the floating image's drawing anew
 CEditPasteTool* redrawTool;
 CRect redrawRect; // in view space
 
@@ -99,7 +99,8 @@ bool CEditPasteTool::BuildFloatingBitmap(const CAcraster& raster, const Clipboar
 {
     const CSize size = ToView(raster, m_floating).Size();
     CClientDC view(m_pView);
-    if (!m_bitmap.CreateBitmap(size.cx, size.cy, 1, raster.GetColorDepth(), nullptr) || !PasteDC.CreateCompatibleDC(&view))
+    if (!m_bitmap.CreateBitmap(size.cx, size.cy, 1, raster.GetColorDepth(), nullptr) ||
+        !PasteDC.CreateCompatibleDC(&view))
         return false;
     m_pPreviousBitmap = PasteDC.SelectObject(&m_bitmap);
     dib.StretchTo(PasteDC, size);

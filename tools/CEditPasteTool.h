@@ -4,9 +4,9 @@
 
 #include "tools/CTool.h"
 
-/// Floats the clipboard's bitmap over the view at the size that it will have in the raster. It is dragged into place and
-/// goes into the raster with a click beside it. What floats is a picture in view pixels for show; the true pixels stay
-/// on the clipboard, from where the worker takes them.
+/// Floats the clipboard's bitmap over the view at the size that it will have in the raster. It is dragged into place
+/// and goes into the raster with a click beside it. What floats is a picture in view pixels for show; the true pixels
+/// stay on the clipboard, from where the worker takes them.
 class CEditPasteTool : public CTool
 {
     DECLARE_DYNAMIC(CEditPasteTool)
@@ -35,9 +35,9 @@ private:
 
     CPoint m_grabPixel; // image pixel that the drag was at last
     bool m_bDragging = false;
-    CRect m_floating;      // in image pixels
-    UINT m_cursorId = 0;   // 0 beside the floating image
-    CBitmap m_bitmap;      // in view pixels, selected into PasteDC
+    CRect m_floating;                     // in image pixels
+    UINT m_cursorId = 0;                  // 0 beside the floating image
+    CBitmap m_bitmap;                     // in view pixels, selected into PasteDC
     CBitmap* m_pPreviousBitmap = nullptr; // what PasteDC held before; null until the bitmap is built
     bool m_bStarted = false;
     CPoint m_menuPoint; // view point of the last right click

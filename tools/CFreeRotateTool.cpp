@@ -118,8 +118,8 @@ CRect CFreeRotateTool::HandleBox(const CAcraster& raster) const
     CRect view = Ordered(raster.PixelToView(CPoint(left, top)), raster.PixelToView(CPoint(right, bottom)));
     view.InflateRect(boxMargin, boxMargin);
     const CRect box = Ordered(raster.ViewToPixel(view.TopLeft()), raster.ViewToPixel(view.BottomRight()));
-    const int radius = TruncateToInt(
-        0.5 * std::min(DistanceBetween(m_base, m_firstArm), DistanceBetween(m_base, m_secondArm)));
+    const int radius =
+        TruncateToInt(0.5 * std::min(DistanceBetween(m_base, m_firstArm), DistanceBetween(m_base, m_secondArm)));
     CRect both;
     both.UnionRect(box, Around(m_base, radius + 1));
     return both;

@@ -8,8 +8,7 @@ IMPLEMENT_DYNAMIC(CRasStrokeTool, CTool)
 
 CRasStrokeTool::CRasStrokeTool(UINT cursorId, double& lastViewKey)
     : m_cursor(cursorId, CPoint(15, 16)), m_lastViewKey(lastViewKey)
-{
-}
+{}
 
 CRasStrokeTool::~CRasStrokeTool()
 {

@@ -1,5 +1,5 @@
-// What the tools share that paint with the square stamp: the widths and colours that they paint with, how wide the stamp
-// and its cursor are at the present zoom, and the pixels of a stroke.
+// What the tools share that paint with the square stamp: the widths and colours that they paint with, how wide the
+// stamp and its cursor are at the present zoom, and the pixels of a stroke.
 #pragma once
 
 #include <cmath>

@@ -6,8 +6,8 @@
 /// What all tools redraw the view with: at once, and with its background.
 void RedrawView(CWnd* view);
 
-/// Frames a region of the view with a pattern bitmap of the module's as brush, `thickness` pixels wide, in the context's
-/// drawing mode. False if the bitmap can't be loaded.
+/// Frames a region of the view with a pattern bitmap of the module's as brush, `thickness` pixels wide, in the
+/// context's drawing mode. False if the bitmap can't be loaded.
 bool FrameRegionWithPattern(CDC& view, CRgn& region, UINT bitmapId, CPoint brushOrigin, int thickness);
 
 /// The four sides of a rectangle by lines, in the context's pen and mode: drawn twice in XOR mode they vanish.

@@ -47,8 +47,7 @@ Request requestFromRecord(const WorkerMessage& record)
     request.formatQuery = {pathFrom(record.formatQuery.file), {}, record.formatQuery.filterIndex, 0};
     request.convertFile = {pathFrom(record.convertFile.sourceFile), pathFrom(record.convertFile.targetFile),
                            record.convertFile.formatCode, regionFrom(record.convertFile.region)};
-    request.copyToClipboard = {
-        pathFrom(record.copyToClipboard.file), regionFrom(record.copyToClipboard.region), {}};
+    request.copyToClipboard = {pathFrom(record.copyToClipboard.file), regionFrom(record.copyToClipboard.region), {}};
     request.pasteFromClipboard = {pathFrom(record.pasteFromClipboard.file),
                                   pointFrom(record.pasteFromClipboard.position),
                                   record.pasteFromClipboard.transparent,

@@ -100,8 +100,7 @@ bool ModuleEye::seesRasterFrame() const
             if (const auto* image = std::get_if<SceneImage>(&item.shape))
                 if (const auto bitmap = standin::imagePixels(image->image)) {
                     const imaging::Rect whole = imaging::Rect::of(bitmap->size());
-                    const imaging::Rect outline =
-                        viewRect(*image, bitmap->size(), whole, frame_.editor().view());
+                    const imaging::Rect outline = viewRect(*image, bitmap->size(), whole, frame_.editor().view());
                     seen = seen || outlineMatch(picture, outline, *pattern) >= enoughOfFrame;
                 }
     });

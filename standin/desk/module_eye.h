@@ -22,8 +22,8 @@ public:
 
     // All of it is called from the script thread and takes a moment.
 
-    // A raster is current exactly when the button to save it is enabled; without a toolbar, when a frame crawls about an
-    // image of the drawing again after the view was painted anew.
+    // A raster is current exactly when the button to save it is enabled; without a toolbar, when a frame crawls about
+    // an image of the drawing again after the view was painted anew.
     bool rasterIsCurrent() const;
 
     // Moves the mouse where it is already: a tool's hook keeps the message from the view.

@@ -74,10 +74,11 @@ void filterFile(const Filter& request, CommitGate& gate)
     imaging::RasterFile raster = imaging::readRaster(request.file);
     const int side = filterSide(request.size, raster.info.resolution);
     const imaging::Region* region = request.selectionOnly ? pointerTo(request.region) : nullptr;
-    if (request.mode == modeDespeckle)
+    if (request.mode == modeDespeckle) {
         imaging::despeckle(raster.bitmap, side, region);
-    else
+    } else {
         imaging::fillHoles(raster.bitmap, side, region);
+    }
     writeBack(request.file, raster, gate);
 }
 

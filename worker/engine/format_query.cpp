@@ -34,7 +34,11 @@ std::u16string filterText(const std::vector<FormatDescription>& rows)
     for (const FormatDescription& row : rows) {
         const std::string pattern = "*." + std::string(row.extensions.front());
         append(text, row.name);
-        append(text, " (" + pattern + ")|" + pattern + "|");
+        append(text, " (");
+        append(text, pattern);
+        append(text, ")|");
+        append(text, pattern);
+        append(text, "|");
     }
     append(text, "|");
     return text;
