@@ -1,9 +1,12 @@
 #include "tools/CRasSelectTool.h"
 
+#include <memory>
+
 #include "host/CArxApp.h"
 #include "host/CTempMFC.h"
 #include "raster/CAcraster.h"
 #include "resources/resource.h"
+#include "tools/ViewDrawing.h"
 
 IMPLEMENT_DYNAMIC(CRasSelectTool, CTool)
 
@@ -25,7 +28,7 @@ int CRasSelectTool::Start()
 {
     if (g_pArxApp->m_pRaster) {
         g_pArxApp->DropRaster();
-        m_pView->RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+        RedrawView(m_pView);
         return 0;
     }
     CreateToolTip();
@@ -91,7 +94,11 @@ void CRasSelectTool::MakeCurrent(size_t index)
 {
     ads_name entity = {};
     acedSSName(m_selectionSet, static_cast<Adesk::Int32>(index), entity);
-    g_pArxApp->m_pRaster = new CAcraster(entity);
+    auto raster = std::make_unique<CAcraster>(entity);
+    // Erased since the tool started. Nothing of it is open, and Lock would not tell whoever uses it.
+    if (raster->GetLockCount() < 0)
+        return;
+    g_pArxApp->m_pRaster = raster.release();
     g_pArxApp->m_pRaster->Unlock();
     g_pArxApp->m_pRaster->KeepLoaded();
 }

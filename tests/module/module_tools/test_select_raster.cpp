@@ -153,6 +153,17 @@ TEST_F(SelectRaster, FramesAreThoseOfTheStart)
     EXPECT_EQ(currentName(), "image0.tif");
 }
 
+TEST_F(SelectRaster, AnImageErasedWhileTheToolLivesIsNotTaken)
+{
+    openImages();
+    SelectRasterCommand();
+    ASSERT_TRUE(standin::eraseEntity(test::imageHandle(0)));
+    click(505, 490);
+    EXPECT_EQ(g_pArxApp->m_pRaster, nullptr) << "what can't be opened must not become the current raster";
+    EXPECT_EQ(g_pArxApp->m_pTool, nullptr);
+    m_locksLeft = 1; // that of the opening that failed
+}
+
 TEST_F(SelectRaster, ADrawingWithoutImagesEndsTheToolAtTheNextClick)
 {
     openDrawing({});
