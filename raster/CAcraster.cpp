@@ -104,6 +104,9 @@ void CAcraster::Suspend(int close)
 
 void CAcraster::Reload()
 {
+    // An image that was erased while it was suspended has nothing to commit to; the next first Lock finds that out.
+    if (!m_pDefinition)
+        return;
     const CDocumentLock lock;
     Atil::Image* image = nullptr;
     const bool opened = m_pImage && m_pDefinition->openImage(image) == Acad::eOk;
@@ -196,6 +199,8 @@ void CAcraster::UnloadAfterUse()
 
 CSize CAcraster::GetSize() const
 {
+    if (!m_pDefinition)
+        return CSize(0, 0);
     const AcGeVector2d size = m_pDefinition->size();
     return CSize(TruncateToInt(size.x), TruncateToInt(size.y));
 }

@@ -52,7 +52,7 @@ public:
 
     // Questions.
 
-    CSize GetSize() const;
+    CSize GetSize() const; // 0 by 0 of an image that has gone under its lock
     CRect GetImageRect() const { return CRect(CPoint(0, 0), GetSize()); }
     CRgn& GetRegion() { return *m_pRegion; }
     CRect GetRegionBox() const;

@@ -118,6 +118,26 @@ TEST_F(RasterLocks, SuspendClosesTheObjectsAndKeepsTheWork)
     EXPECT_EQ(pictureInDrawing(0), (Picture{"#...", ".#..", "..##"}));
 }
 
+TEST_F(RasterLocks, ARasterErasedWhileSuspendedHasNothingToCommitTo)
+{
+    openDrawing({threeDots});
+    makeCurrent(0);
+    {
+        const CCurentRaster guard;
+        ASSERT_TRUE(guard.m_pRaster);
+        guard.m_pRaster->Suspend(1);
+        ASSERT_TRUE(standin::eraseEntity(test::imageHandle(0)));
+        guard.m_pRaster->Suspend(0);
+        guard.m_pRaster->Reload();
+        guard.m_pRaster->ResetRegion();
+        EXPECT_TRUE(guard.m_pRaster->GetSize() == CSize(0, 0));
+    }
+    EXPECT_EQ(standin::openObjects(), 0);
+    const CCurentRaster next;
+    EXPECT_EQ(g_pArxApp->m_pRaster, nullptr) << "the next lock drops what has gone";
+    m_locksLeft = 1;
+}
+
 TEST_F(RasterLocks, AnErasedRasterIsDroppedByTheGuard)
 {
     openDrawing({threeDots});
