@@ -63,11 +63,11 @@ CString NameForPattern(const CString& name, const CString& pattern)
     return name + L"." + extension;
 }
 
-// Keeps the owner of a modal dialog disabled, and gives the focus back in the end.
+// Keeps the owner of a modal dialog disabled, and gives `focus` back in the end.
 class ModalOwner
 {
 public:
-    explicit ModalOwner(HWND owner) : m_focus(GetFocus()), m_owner(owner)
+    ModalOwner(HWND owner, HWND focus) : m_focus(focus), m_owner(owner)
     {
         m_disabled = m_owner && IsWindowEnabled(m_owner);
         if (m_disabled)
@@ -119,8 +119,7 @@ INT_PTR CFileDialogEx::DoModal()
     m_ofn.lpfnHook = FileDialogHook;
     m_ofn.lCustData = reinterpret_cast<LPARAM>(this);
     PrepareNameBuffer();
-    wchar_t presetFolder[CPathSplit::partLength] = {};
-    OpenInPresetFolder(presetFolder);
+    OpenInPresetFolder();
     const int result = ShowDialog();
     m_ofn.lpfnHook = m_pOldHook;
     return result ? result : IDCANCEL;
@@ -141,14 +140,14 @@ void CFileDialogEx::PrepareNameBuffer()
 }
 
 // A preset path wins over any initial folder; a folder alone opens there with an empty name.
-void CFileDialogEx::OpenInPresetFolder(wchar_t* folder)
+void CFileDialogEx::OpenInPresetFolder()
 {
     if (!m_ofn.lpstrFile[0])
         return;
     const CPathSplit preset(m_ofn.lpstrFile);
     if (preset.Folder()[0]) {
-        lstrcpynW(folder, preset.Folder(), CPathSplit::partLength);
-        m_ofn.lpstrInitialDir = folder;
+        m_presetFolder = preset.Folder();
+        m_ofn.lpstrInitialDir = m_presetFolder;
     }
     if (!preset.NameExt()[0])
         m_ofn.lpstrFile[0] = L'\0';
@@ -156,12 +155,13 @@ void CFileDialogEx::OpenInPresetFolder(wchar_t* folder)
 
 int CFileDialogEx::ShowDialog()
 {
+    const HWND focus = ::GetFocus(); // before PreModal, which may disable the window that has it
     const HWND ownerWindow = PreModal();
     m_ofn.hwndOwner = ownerWindow;
     AfxUnhookWindowCreate();
     int result;
     {
-        const ModalOwner owner(ownerWindow);
+        const ModalOwner owner(ownerWindow, focus);
         // The dialog's hook window is to become this object.
         AfxGetThreadState()->m_pAlternateWndInit = this;
         result = m_bOpenFileDialog ? GetOpenFileNameW(&m_ofn) : GetSaveFileNameW(&m_ofn);

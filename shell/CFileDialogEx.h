@@ -28,13 +28,14 @@ private:
     static UINT_PTR CALLBACK FileDialogHook(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
     void PrepareNameBuffer();
-    void OpenInPresetFolder(wchar_t* folder);
+    void OpenInPresetFolder();
     int ShowDialog();
     CString ChosenPattern() const;
 
     std::unique_ptr<CSubCwnd> m_pFrameSubclass; // while the dialog is open
     LPOFNHOOKPROC m_pOldHook = nullptr;         // the class library's own
     std::vector<wchar_t> m_nameBuffer;          // for a selection of many files
+    CString m_presetFolder;                     // what the fields' initial folder points at after a preset path
     CWnd* m_pDialogWindow = nullptr;            // the frame, as the last notification named it
 };
 

@@ -93,6 +93,24 @@ TEST_F(FileDialog, APresetPathOpensItsFolderWithItsName)
     }
 }
 
+TEST_F(FileDialog, ASecondShowingStandsInTheFolderOfTheFirst)
+{
+    const std::filesystem::path folder = file("plans");
+    std::filesystem::create_directories(folder);
+    wchar_t name[MAX_PATH] = {};
+    lstrcpynW(name, (folder.wstring() + L"\\").c_str(), MAX_PATH);
+    CFileDialogEx dialog(FALSE, OFN_HIDEREADONLY, filter, &m_owner);
+    dialog.GetOFN().lpstrFile = name;
+    dialog.GetOFN().nMaxFile = MAX_PATH;
+    for (int showing = 1; showing <= 2; ++showing) {
+        run(dialog, [&](HWND window) {
+            EXPECT_TRUE(sameFolder(folderOf(window), folder)) << "showing " << showing << ": " << folderOf(window);
+            press(window, IDCANCEL);
+        });
+        EXPECT_TRUE(dialog.GetOFN().lpstrInitialDir && sameFolder(dialog.GetOFN().lpstrInitialDir, folder));
+    }
+}
+
 TEST_F(FileDialog, TheNameFollowsTheType)
 {
     struct Case
