@@ -129,12 +129,18 @@ bool ModuleEye::sees(int tool, std::wstring& seen) const
 {
     const bool held = toolHoldsMouse();
     int pressed = 0;
+    bool toolbar = false;
     const bool current = rasterIsCurrent();
     agent_.ask([&] {
-        for (const auto& [id, button] : toolButtons)
-            if (findToolbarButton(agent_.threadId(), button).checked && (id != 1 || !current))
+        for (const auto& [id, number] : toolButtons) {
+            const ToolbarButton button = findToolbarButton(agent_.threadId(), number);
+            toolbar = toolbar || button.toolbar != nullptr;
+            if (button.checked && (id != 1 || !current))
                 pressed = id;
+        }
     });
+    if (held && !toolbar)
+        return true; // which tool it is shows in the toolbar alone
     if (!held)
         seen = L"no tool holds the mouse";
     else if (pressed != 0)
