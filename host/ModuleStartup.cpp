@@ -19,7 +19,7 @@ constexpr auto defaultLoadReason =
 // same with the extension of this one.
 CString RegisteredModulePath()
 {
-    const CString path = ModuleFilePath();
+    CString path = ModuleFilePath();
     CString extension = path.Right(3);
     if (extension.MakeUpper() != CString(L"LTX"))
         return path;

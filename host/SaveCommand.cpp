@@ -30,7 +30,7 @@ bool AskForFile(CAcraster& raster, SaveChoice& choice)
     fields.nMaxFile = MAX_PATH;
     fields.nFileOffset = static_cast<WORD>(CString(name).ReverseFind(L'\\') + 1);
     fields.lpstrTitle = title;
-    fields.nFilterIndex = static_cast<DWORD>(formats.filterIndex + 1);
+    fields.nFilterIndex = static_cast<DWORD>(formats.filterIndex) + 1;
     if (dialog.DoModal() != IDOK)
         return false;
     choice = {dialog.GetPathName(), static_cast<int>(fields.nFilterIndex) - 1};

@@ -119,10 +119,11 @@ void CAcraster::Resample(CSize pixelSize, int dpi)
         const double oldHeight = oldSize.cy;
         const double width = pixelSize.cx;
         const double height = pixelSize.cy;
-        if (oldWidth / oldHeight > width / height)
+        if (oldWidth / oldHeight > width / height) {
             pixelSize.cy = TruncateToInt(width / oldWidth * oldHeight + 0.5);
-        else
+        } else {
             pixelSize.cx = TruncateToInt(height / oldHeight * oldWidth + 0.5);
+        }
     }
 
     Atil::RowProviderInterface* source = m_pImage->read(m_pImage->size(), Atil::Offset(0, 0));

@@ -9,7 +9,7 @@ class CSize : public SIZE
 {
 public:
     CSize() : SIZE{0, 0} {}
-    CSize(int width, int height) : SIZE{width, height} {}
+    CSize(int width, int height) { SetSize(width, height); }
     CSize(SIZE size) : SIZE(size) {}
     CSize(POINT point) : SIZE{point.x, point.y} {}
     explicit CSize(DWORD packed) : SIZE{static_cast<short>(LOWORD(packed)), static_cast<short>(HIWORD(packed))} {}
@@ -31,7 +31,7 @@ class CPoint : public POINT
 {
 public:
     CPoint() : POINT{0, 0} {}
-    CPoint(int px, int py) : POINT{px, py} {}
+    CPoint(int px, int py) { SetPoint(px, py); }
     CPoint(POINT point) : POINT(point) {}
     CPoint(SIZE size) : POINT{size.cx, size.cy} {}
     // From a message's lParam: both halves signed.

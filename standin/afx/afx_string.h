@@ -108,10 +108,11 @@ public:
     template <typename... Arguments> void Format(UINT formatId, const Arguments&... arguments)
     {
         CString format;
-        if (format.LoadString(formatId))
+        if (format.LoadString(formatId)) {
             FormatPlain(format.GetString(), afx::variadic(arguments)...);
-        else
+        } else {
             Empty();
+        }
     }
     template <typename... Arguments> void AppendFormat(LPCWSTR format, const Arguments&... arguments)
     {
