@@ -25,7 +25,7 @@ UINT_PTR monitorTimer;
 // What survives from one tick to the next.
 int phase;
 std::unique_ptr<CRgn> viewRegion; // the selection in view space
-CRect viewBox;                    // its box when it was last rebuilt
+CRect viewBox;                    // the view region's box
 DWORD regionSize;                 // bytes of the selection's region data then
 unsigned regionRebuilds;
 bool replacing; // a postponed file swap is under way
@@ -55,7 +55,7 @@ void UpdateViewRegion(CAcraster& raster)
         return;
     viewRegion = std::make_unique<CRgn>();
     raster.GetViewRegion(*viewRegion);
-    viewBox = box;
+    viewRegion->GetRgnBox(viewBox);
     regionSize = size;
     ++regionRebuilds;
 }
