@@ -11,7 +11,6 @@
 #include "tools/RotationGeometry.h"
 #include "tools/Stroke.h"
 #include "tools/ToolMenu.h"
-#include "tools/ToolMessageHook.h"
 #include "tools/ViewDrawing.h"
 
 IMPLEMENT_DYNAMIC(CFreeRotateTool, CTool)
@@ -56,12 +55,9 @@ CFreeRotateTool::CFreeRotateTool() : m_cursorId(IDC_ROTATE_FREE), m_pen(PS_SOLID
         PlaceHandles(*current.m_pRaster);
     m_viewKey = CursorViewKey();
 
-    // The hook keeps away meanwhile: Escape or a click would end a tool that is not yet made.
-    ToolInputEnabled = 0;
     PumpMessages(settleTime);
     if (g_pArxApp->m_pTool != this)
-        return; // a command that was queued has ended this tool, and nothing of it is left
-    ToolInputEnabled = 1;
+        return; // what was queued, Escape perhaps or a command, has ended this tool, and nothing of it is left
     SaveScreen();
     m_bTransparent = true;
     m_bReady = true;
