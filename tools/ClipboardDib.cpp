@@ -15,6 +15,11 @@ size_t StrideOf(const BITMAPINFOHEADER& header)
     return (static_cast<size_t>(header.biWidth) * header.biBitCount + 31) / 32 * 4;
 }
 
+size_t BitsSize(const BITMAPINFOHEADER& header)
+{
+    return StrideOf(header) * std::abs(header.biHeight);
+}
+
 } // namespace
 
 ClipboardDib::ClipboardDib(UINT ownFormat)
@@ -47,7 +52,9 @@ const BITMAPINFOHEADER* ClipboardDib::Validate(const void* block) const
     const auto* header = static_cast<const BITMAPINFOHEADER*>(block);
     const bool sane = header->biSize >= sizeof(BITMAPINFOHEADER) && header->biSize < m_blockSize &&
                       header->biWidth > 0 && header->biWidth <= largestSide && header->biHeight != 0 &&
-                      header->biHeight <= largestSide && header->biHeight >= -largestSide;
+                      header->biHeight <= largestSide && header->biHeight >= -largestSide &&
+                      (header->biCompression == BI_RGB || header->biCompression == BI_BITFIELDS) &&
+                      BitsSize(*header) <= m_blockSize - header->biSize;
     return sane ? header : nullptr;
 }
 
@@ -65,10 +72,10 @@ size_t ClipboardDib::BitsOffset() const
 
 void ClipboardDib::StretchTo(CDC& target, CSize size) const
 {
-    const size_t needed = StrideOf(*m_header) * std::abs(m_header->biHeight);
+    const size_t needed = BitsSize(*m_header);
     const size_t offset = BitsOffset();
     const auto* bits = reinterpret_cast<const BYTE*>(m_header) + offset;
-    std::vector<BYTE> padded; // in place of a block that ends too early
+    std::vector<BYTE> padded; // a short palette puts the bits nearer to the header, and the block ends sooner
     if (offset + needed > m_blockSize) {
         padded.resize(needed);
         if (offset < m_blockSize)
