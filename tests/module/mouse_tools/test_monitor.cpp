@@ -1,0 +1,206 @@
+// The monitor timer, tick by tick.
+
+#include <algorithm>
+
+#include "host/MonitorTimer.h"
+#include "tests/module/mouse_tools/mouse_fixture.h"
+
+namespace {
+
+using test::blank;
+
+class Monitor : public test::MouseFixture
+{
+protected:
+    void SetUp() override
+    {
+        MouseFixture::SetUp();
+        m_frame = new CMDIFrameWnd;
+        ASSERT_TRUE(m_frame->Create(nullptr, L"desk", WS_OVERLAPPEDWINDOW, CRect(0, 0, 300, 200)));
+        auto* child = new CMDIChildWnd;
+        ASSERT_TRUE(child->Create(nullptr, L"drawing", WS_CHILD | WS_VISIBLE | WS_OVERLAPPEDWINDOW,
+                                  CFrameWnd::rectDefault, m_frame));
+        child->SetActiveView(static_cast<CView*>(&view()), FALSE);
+        StartMonitorTimer();
+    }
+    void TearDown() override
+    {
+        StopMonitorTimer();
+        g_bInCommand = false;
+        m_frame->MDIGetActive()->SetActiveView(nullptr, FALSE);
+        m_frame->DestroyWindow();
+        MouseFixture::TearDown();
+    }
+    CMDIFrameWnd* frame() override { return m_frame; }
+
+    // Runs messages up to and with one tick.
+    static void tick()
+    {
+        MSG message;
+        do {
+            ASSERT_GT(GetMessageW(&message, nullptr, 0, 0), 0);
+            DispatchMessageW(&message);
+        } while (message.message != WM_TIMER || message.hwnd);
+    }
+    // Eight pixels of the view's row from `x` on: 'w' white, '#' of another colour.
+    std::string pattern(int x, int y)
+    {
+        const auto pixels = viewPixels();
+        std::string text;
+        for (int i = 0; i < 8; ++i)
+            text += pixelOf(pixels, x + i, y) == 0xFFFFFF ? 'w' : '#';
+        return text;
+    }
+    bool framesShown()
+    {
+        for (const COLORREF pixel : viewPixels()) {
+            if (pixel != 0xFFFFFF)
+                return true;
+        }
+        return false;
+    }
+    void clearView() { view().RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW); }
+
+    CMDIFrameWnd* m_frame = nullptr;
+};
+
+// How far a pattern has to run to the right, in steps, to become the other one.
+int stepsBetween(const std::string& from, const std::string& to)
+{
+    for (int steps = 0; steps < 8; ++steps) {
+        if (from.substr(8 - steps) + from.substr(0, 8 - steps) == to)
+            return steps;
+    }
+    return -1;
+}
+
+TEST_F(Monitor, TheFrameOfTheRasterCrawlsOneWayAndTheSelectionsTheOther)
+{
+    CAcraster& raster = openRaster();
+    raster.GetRegion().SetRectRgn(10, 10, 30, 30);
+    tick();
+    for (int i = 0; i < 9; ++i) {
+        const std::string frame = pattern(100, 30);
+        const std::string selection = pattern(100, 70);
+        EXPECT_EQ(std::count(frame.begin(), frame.end(), '#'), 4) << frame;
+        EXPECT_EQ(std::count(selection.begin(), selection.end(), '#'), 4) << selection;
+        tick();
+        EXPECT_EQ(stepsBetween(frame, pattern(100, 30)), 7) << "one to the left";
+        EXPECT_EQ(stepsBetween(selection, pattern(100, 70)), 1) << "one to the right";
+    }
+    const auto pixels = viewPixels();
+    for (int x = 0; x < 400; ++x) {
+        for (int y = 0; y < 300; ++y) {
+            const COLORREF pixel = pixelOf(pixels, x, y);
+            const CRect whole(40, 30, 360, 270);
+            const CRect part(80, 70, 160, 150);
+            const auto edge = [x, y](CRect rect) {
+                const bool inside = rect.PtInRect(CPoint(x, y));
+                rect.DeflateRect(1, 1);
+                return inside && !rect.PtInRect(CPoint(x, y));
+            };
+            if (pixel != 0xFFFFFF) {
+                ASSERT_EQ(pixel, edge(whole)  ? RGB(0, 0, 255)
+                                 : edge(part) ? RGB(255, 0, 0)
+                                              : 0xFFFFFFu)
+                    << x << "," << y;
+            }
+        }
+    }
+}
+
+TEST_F(Monitor, ItSleepsDuringACommand)
+{
+    CAcraster& raster = openRaster();
+    tick();
+    const std::string before = pattern(100, 30);
+    g_bInCommand = true;
+    clearView();
+    for (int i = 0; i < 3; ++i)
+        tick();
+    EXPECT_FALSE(framesShown());
+    g_bInCommand = false;
+    tick();
+    EXPECT_EQ(stepsBetween(before, pattern(100, 30)), 7) << "it goes on where it stopped";
+    EXPECT_EQ(raster.GetLockCount(), 0);
+}
+
+TEST_F(Monitor, ItGivesBackTheLocksThatItTakes)
+{
+    CAcraster& raster = openRaster();
+    tick();
+    EXPECT_EQ(raster.GetLockCount(), 0);
+    raster.Lock(1);
+    tick();
+    tick();
+    EXPECT_EQ(raster.GetLockCount(), 1);
+    raster.Unlock();
+}
+
+TEST_F(Monitor, ARasterThatIsGoneIsDroppedInSilence)
+{
+    m_locksLeft = 1; // a lock that failed leaves the document locked
+    openRaster();
+    tick();
+    standin::eraseEntity(test::imageHandle(0));
+    clearView();
+    tick();
+    EXPECT_EQ(g_pArxApp->m_pRaster, nullptr);
+    EXPECT_FALSE(framesShown());
+    EXPECT_TRUE(m_alerts.empty());
+    tick();
+}
+
+TEST_F(Monitor, APaperLayoutEndsTheEditing)
+{
+    openRaster();
+    tick();
+    ASSERT_NE(g_pArxApp->m_pRaster, nullptr);
+    ASSERT_TRUE(standin::setSystemVariable(L"TILEMODE", std::int16_t(0)));
+    clearView();
+    tick();
+    EXPECT_EQ(g_pArxApp->m_pRaster, nullptr);
+    EXPECT_FALSE(framesShown());
+}
+
+TEST_F(Monitor, TheSelectionIsConvertedOnlyWhenItOrTheViewChanges)
+{
+    CAcraster& raster = openRaster();
+    tick();
+    unsigned before = MonitorRegionRebuilds();
+    const auto rebuilt = [&before] {
+        tick();
+        const unsigned count = MonitorRegionRebuilds() - before;
+        before += count;
+        return count;
+    };
+    EXPECT_EQ(rebuilt(), 0u) << "nothing is selected";
+    raster.GetRegion().SetRectRgn(10, 10, 30, 30);
+    EXPECT_EQ(rebuilt(), 1u);
+    EXPECT_EQ(rebuilt(), 0u);
+    m_viewState.centre.x = 0.5; // 2 view pixels
+    EXPECT_EQ(rebuilt(), 0u) << "within the tolerance";
+    m_viewState.centre.x = 0.75; // 3 view pixels
+    EXPECT_EQ(rebuilt(), 1u);
+    EXPECT_EQ(rebuilt(), 0u);
+    m_viewState.centre.x = 1.25; // another 2 from there
+    EXPECT_EQ(rebuilt(), 0u);
+
+    // A notch in the middle leaves the box as it is.
+    CRgn notch;
+    notch.CreateRectRgn(15, 15, 20, 20);
+    raster.GetRegion().CombineRgn(&raster.GetRegion(), &notch, RGN_DIFF);
+    EXPECT_EQ(rebuilt(), 1u);
+    EXPECT_EQ(rebuilt(), 0u);
+    // A notch elsewhere, of as many rectangles, is not noticed until the box moves.
+    raster.GetRegion().SetRectRgn(10, 10, 30, 30);
+    notch.SetRectRgn(16, 16, 21, 21);
+    raster.GetRegion().CombineRgn(&raster.GetRegion(), &notch, RGN_DIFF);
+    EXPECT_EQ(rebuilt(), 0u);
+
+    raster.GetRegion().SetRectRgn(200, 200, 300, 300); // wholly outside the view
+    EXPECT_EQ(rebuilt(), 1u);
+    EXPECT_EQ(rebuilt(), 0u);
+}
+
+} // namespace
