@@ -154,12 +154,13 @@ void CEditPasteTool::DragTo(const CAcraster& raster, CPoint point)
 void CEditPasteTool::UpdateCursor()
 {
     // The floating bitmap is good for one view only: after a pan or zoom the paste is dropped for the area tool.
-    if (CursorViewKey() != startViewKey)
+    if (CursorViewKey() != startViewKey) {
         PostAreaCommand();
-    else if (m_cursorId)
+    } else if (m_cursorId) {
         SetCursor(AfxGetApp()->LoadCursor(m_cursorId));
-    else
+    } else {
         SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+    }
 }
 
 int CEditPasteTool::OnLButtonDown(CPoint point, UINT /*flags*/)

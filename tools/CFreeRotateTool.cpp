@@ -93,10 +93,11 @@ void CFreeRotateTool::UpdateCursor()
 {
     if (!m_bReady)
         return;
-    if (m_cursorId)
+    if (m_cursorId) {
         SetCursor(AfxGetApp()->LoadCursor(m_cursorId));
-    else
+    } else {
         SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+    }
 }
 
 int CFreeRotateTool::PreMessage(MSG* message)
@@ -171,16 +172,18 @@ void CFreeRotateTool::Snap(const CAcraster& raster)
     CPoint& end = m_pDrag->end;
     if (m_dragKind == DragAll || m_dragKind == DragBase) {
         const CPoint start = m_pDrag->start;
-        if (std::abs(end.x - start.x) > std::abs(end.y - start.y))
+        if (std::abs(end.x - start.x) > std::abs(end.y - start.y)) {
             end.y = start.y;
-        else
+        } else {
             end.x = start.x;
+        }
     } else {
         const CPoint base = raster.PixelToView(m_base);
-        if (std::abs(base.x - end.x) <= std::abs(base.y - end.y))
+        if (std::abs(base.x - end.x) <= std::abs(base.y - end.y)) {
             end.x = base.x;
-        else
+        } else {
             end.y = base.y;
+        }
     }
 }
 
@@ -315,14 +318,15 @@ void CFreeRotateTool::Drop(const CAcraster& raster)
 {
     const CPoint start = raster.ViewToPixel(m_pDrag->start);
     const CPoint end = raster.ViewToPixel(m_pDrag->end);
-    if (m_dragKind == DragAll)
+    if (m_dragKind == DragAll) {
         OffsetHandles(end - start);
-    else if (m_dragKind == DragBase)
+    } else if (m_dragKind == DragBase) {
         m_base = end;
-    else if (m_dragKind == DragFirstArm)
+    } else if (m_dragKind == DragFirstArm) {
         m_firstArm = end;
-    else
+    } else {
         m_secondArm = end;
+    }
     m_bDirection = TurnsBackward(DirectionOf(m_base, m_firstArm), DirectionOf(m_base, m_secondArm));
 }
 

@@ -161,10 +161,11 @@ int CRasArrowTool::OnLButtonUp(CPoint /*point*/, UINT flags)
         CClientDC view(m_pView);
         view.SetROP2(R2_XORPEN);
         CPen* const oldPen = view.SelectObject(&m_xorPen);
-        if (drag & StateRubberBand)
+        if (drag & StateRubberBand) {
             DrawRubberBand(view);
-        else
+        } else {
             DrawMovedFrame(view);
+        }
         view.SelectObject(oldPen);
     }
     m_state &= ~drag;

@@ -70,10 +70,11 @@ int CRasLineTool::OnMouseMove(CPoint point, UINT flags)
     CPoint& end = m_pEndPoints->end;
     end = point;
     if (flags & MK_SHIFT) {
-        if (std::abs(end.x - start.x) > std::abs(end.y - start.y))
+        if (std::abs(end.x - start.x) > std::abs(end.y - start.y)) {
             end.y = start.y;
-        else
+        } else {
             end.x = start.x;
+        }
     }
     DrawBand();
     return 1;

@@ -18,20 +18,22 @@ template <typename Tool> void StartTool(int direction)
     // Its construction may have pumped messages, and one of them may have ended it.
     if (g_pArxApp->m_pTool != tool)
         return;
-    if (tool->Start())
+    if (tool->Start()) {
         tool->SetChoice(direction);
-    else
+    } else {
         delete tool;
+    }
 }
 
 void CALLBACK RotateStartTimerProc(HWND, UINT, UINT_PTR, DWORD)
 {
     CancelRotateStart();
     const CTempMFC resources;
-    if (rotateCode >= 0)
+    if (rotateCode >= 0) {
         StartTool<CBaseRotateTool>(rotateCode);
-    else
+    } else {
         StartTool<CFreeRotateTool>(rotateCode == RotateFreeSelection ? 1 : 0);
+    }
 }
 
 } // namespace
