@@ -38,6 +38,26 @@ prepare_wine() {
     ) 9>"$WINEPREFIX.lock"
 }
 
+# What Wine says of its own about a display that ends and a drive without a label is of no interest.
+without_wine_talk() {
+    grep -v -e '^X connection to' -e '^wine: Read access denied' || true
+}
+
+# run_wine PROGRAM [ARGUMENT...]: when its output goes into a pipe it goes there through a file, for Wine's own services,
+# which the first program starts, would hold the pipe open long after the program's end.
+run_wine() {
+    if [ -t 1 ]; then
+        wine "$@" 2> >(without_wine_talk >&2)
+        return
+    fi
+    local output status=0
+    output=$(mktemp)
+    wine "$@" >"$output" 2>&1 || status=$?
+    without_wine_talk <"$output"
+    rm -f "$output"
+    return "$status"
+}
+
 # with_display COMMAND...: runs it on the present display, or on an Xvfb of its own.
 with_display() {
     if [ -n "${DISPLAY:-}" ]; then
