@@ -78,6 +78,8 @@ void DeskFixture::SetUp()
 {
     m_folder = freshFolder(::testing::UnitTest::GetInstance()->current_test_info()->name());
     m_temporaryFilesBefore = temporaryFiles();
+    // The real pointer stays out of the view, where it would mix moves of its own with those that the tests post.
+    SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
     m_view = createView();
     standin::setDeskServices(this);
     standin::setApplicationListKey(applicationListKey);
