@@ -7,8 +7,10 @@ import ezdxf
 
 # What names the file or the place in it, and what the library makes up where a file has none.
 IGNORED_HEADER = {"$ACADVER", "$ACADMAINTVER", "$HANDSEED", "$DWGCODEPAGE"}
+# Times of creation and change: the library may set them to the time of reading.
+IGNORED_HEADER |= {"$TDCREATE", "$TDUCREATE", "$TDUPDATE", "$TDUUPDATE"}
 IGNORED = {"owner", "handle", "paperspace", "layout_handle"}
-MADE_UP_HEADER = {"$FINGERPRINTGUID", "$VERSIONGUID", "$TDCREATE", "$TDUPDATE", "$TDUCREATE", "$TDUUPDATE"}
+MADE_UP_HEADER = {"$FINGERPRINTGUID", "$VERSIONGUID"}
 MADE_UP = {"material_handle", "plotstyle_handle"}
 TRIVIAL = {"extrusion": (0, 0, 1), "thickness": 0, "color": 256, "linetype": "BYLAYER", "count": None, "elevation": 0}
 complaints = []
