@@ -119,7 +119,7 @@ bool ModuleEye::toolHoldsMouse() const
     });
     if (view == nullptr)
         return false;
-    hand_.move(view, mouse_);
+    hand_.move(view, mouse_, held_);
     agent_.waitForPosted();
     agent_.ask([&] { after = frame_.view() != nullptr ? frame_.view()->mouseMoves() : before + 1; });
     return after == before;

@@ -17,8 +17,12 @@ class ModuleEye
 public:
     ModuleEye(MainFrame& frame, const Agent& agent, const Hand& hand) : frame_(frame), agent_(agent), hand_(hand) {}
 
-    // Where the mouse was last, in view pixels.
-    void noteMouse(POINT view) { mouse_ = view; }
+    // Where the mouse was last, in view pixels, and what was held there.
+    void noteMouse(POINT view, Held held)
+    {
+        mouse_ = view;
+        held_ = held;
+    }
 
     // All of it is called from the script thread and takes a moment.
 
@@ -42,6 +46,7 @@ private:
     const Agent& agent_;
     const Hand& hand_;
     POINT mouse_{0, 0};
+    Held held_;
 };
 
 } // namespace desk::script

@@ -49,9 +49,22 @@ void copyWindow(HWND window, bool main, const imaging::Rect& whole, PixelBuffer&
     FrameRect(target.context(), &edge, GetSysColorBrush(COLOR_BTNSHADOW));
 }
 
+void drawPointer(POINT screen, const imaging::Rect& whole, PixelBuffer& target)
+{
+    const HCURSOR cursor = GetCursor();
+    ICONINFO info{};
+    if (cursor == nullptr || !GetIconInfo(cursor, &info))
+        return; // hidden
+    DeleteObject(info.hbmMask);
+    if (info.hbmColor != nullptr)
+        DeleteObject(info.hbmColor);
+    DrawIconEx(target.context(), screen.x - whole.left - static_cast<int>(info.xHotspot),
+               screen.y - whole.top - static_cast<int>(info.yHotspot), cursor, 0, 0, 0, nullptr, DI_NORMAL);
+}
+
 } // namespace
 
-Picture takePicture(HWND window, DWORD threadId)
+Picture takePicture(HWND window, DWORD threadId, std::optional<POINT> pointer)
 {
     const imaging::Rect part = pictured(window);
     PixelBuffer buffer;
@@ -62,6 +75,8 @@ Picture takePicture(HWND window, DWORD threadId)
         RedrawWindow(top, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
     for (const HWND top : windows)
         copyWindow(top, top == window, part, buffer);
+    if (pointer)
+        drawPointer(*pointer, part, buffer);
     GdiFlush();
     Picture picture{buffer.size(), {}};
     picture.pixels.assign(buffer.pixels(), buffer.pixels() + std::size_t(part.width()) * part.height());

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <vector>
 
 #include <windows.h>
@@ -18,7 +19,8 @@ struct Picture
 };
 
 // What the window shows, and over it all dialogs, menus and floating bars of its thread, as they lie on the screen.
-Picture takePicture(HWND window, DWORD threadId);
+// pointer: where on the screen the thread's present mouse cursor is drawn over it, if at all. On the windows' thread.
+Picture takePicture(HWND window, DWORD threadId, std::optional<POINT> pointer = std::nullopt);
 
 // Writes a PNG file; folders are made where they are missing. Throws ImagingError.
 void savePicture(const Picture& picture, const std::filesystem::path& path);

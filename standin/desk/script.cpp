@@ -153,6 +153,19 @@ Action parseClick(Words& words)
     return click;
 }
 
+// The keys that are held, at the end of a line.
+template <class WithKeys> void parseKeys(Words& words, WithKeys& step, const char* mistake)
+{
+    while (!words.atEnd()) {
+        if (words.take(L"shift"))
+            step.shift = true;
+        else if (words.take(L"ctrl"))
+            step.control = true;
+        else
+            throw ScriptError(mistake);
+    }
+}
+
 Action parseDrag(Words& words)
 {
     Drag drag;
@@ -160,15 +173,27 @@ Action parseDrag(Words& words)
         drag.places.push_back(words.place());
     if (drag.places.size() < 2)
         throw ScriptError("a drag needs two places or more");
-    while (!words.atEnd()) {
-        if (words.take(L"shift"))
-            drag.shift = true;
-        else if (words.take(L"ctrl"))
-            drag.control = true;
-        else
-            throw ScriptError("after the places only shift and ctrl may stand");
-    }
+    parseKeys(words, drag, "after the places only shift and ctrl may stand");
     return drag;
+}
+
+// Move, Press and Release.
+template <class AtPlace> Action parseAtPlace(Words& words)
+{
+    AtPlace step{words.place()};
+    parseKeys(words, step, "after the place only shift and ctrl may stand");
+    return step;
+}
+
+Action parseSize(Words& words)
+{
+    const std::wstring word = words.next("the size");
+    const auto cross = std::min(word.find(L'x'), word.size());
+    const auto width = parseNumber(word.substr(0, cross));
+    const auto height = parseNumber(word.substr(std::min(cross + 1, word.size())));
+    if (!width || !height || *width < 1 || *height < 1 || *width > 10'000 || *height > 10'000)
+        throw ScriptError("a size should be WIDTHxHEIGHT, not \"" + toUtf8(word) + "\"");
+    return ResizeView{{static_cast<int>(*width), static_cast<int>(*height)}};
 }
 
 Action parseKey(Words& words)
@@ -279,7 +304,10 @@ Action parseDirective(const std::wstring& name, Words& words)
     static const std::map<std::wstring, std::function<Action(Words&)>> directives = {
         {L"click", parseClick},
         {L"drag", parseDrag},
-        {L"move", [](Words& w) { return Action(Move{w.place()}); }},
+        {L"move", parseAtPlace<Move>},
+        {L"press", parseAtPlace<Press>},
+        {L"release", parseAtPlace<Release>},
+        {L"size", parseSize},
         {L"key", parseKey},
         {L"button", [](Words& w) { return Action(Button{w.number("the button's id")}); }},
         {L"drop", [](Words& w) { return Action(DropArrow{w.number("the button's id")}); }},

@@ -38,6 +38,23 @@ struct Drag
 struct Move
 {
     Place place;
+    bool shift = false, control = false;
+};
+// The left button goes down and stays down for the steps that follow.
+struct Press
+{
+    Place place;
+    bool shift = false, control = false;
+};
+struct Release
+{
+    Place place;
+    bool shift = false, control = false;
+};
+// The window is resized until the drawing view has this size.
+struct ResizeView
+{
+    imaging::Size size;
 };
 struct Key
 {
@@ -153,10 +170,10 @@ struct ExpectSaid
     std::wstring text; // a part of the command line's transcript
 };
 
-using Action = std::variant<Type, Click, Drag, Move, Key, Button, DropArrow, MenuEntry, WaitForDialog, SetText, Check,
-                            Choose, Slide, Push, PickFile, Answer, Wait, Idle, Shot, ExpectRaster, ExpectTool,
-                            ExpectNoTool, ExpectBox, ExpectNoBox, ExpectText, ExpectFile, ExpectEntities, ExpectPicked,
-                            ExpectPixel, ExpectSelection, ExpectNoSelection, ExpectSaid>;
+using Action = std::variant<Type, Click, Drag, Move, Press, Release, ResizeView, Key, Button, DropArrow, MenuEntry,
+                            WaitForDialog, SetText, Check, Choose, Slide, Push, PickFile, Answer, Wait, Idle, Shot,
+                            ExpectRaster, ExpectTool, ExpectNoTool, ExpectBox, ExpectNoBox, ExpectText, ExpectFile,
+                            ExpectEntities, ExpectPicked, ExpectPixel, ExpectSelection, ExpectNoSelection, ExpectSaid>;
 
 struct Step
 {

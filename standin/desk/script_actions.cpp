@@ -26,8 +26,9 @@ void Player::act(const Type& type)
 void Player::act(const Click& click)
 {
     const HWND view = viewForMouse();
-    hand_.click(view, inView(click.place), click.right, click.twice, {click.shift, click.control});
-    eye_.noteMouse(inView(click.place));
+    const POINT at = inView(click.place);
+    mouseIsAt(at, {});
+    hand_.click(view, at, click.right, click.twice, {click.shift, click.control});
     settle();
 }
 
@@ -37,8 +38,8 @@ void Player::act(const Drag& drag)
     std::vector<POINT> points;
     for (const Place& place : drag.places)
         points.push_back(inView(place));
+    mouseIsAt(points.back(), {});
     hand_.drag(view, points, {drag.shift, drag.control});
-    eye_.noteMouse(points.back());
     settle();
 }
 
@@ -46,9 +47,51 @@ void Player::act(const Move& move)
 {
     const HWND view = viewForMouse();
     const POINT at = inView(move.place);
-    hand_.move(view, at);
-    eye_.noteMouse(at);
+    const Held held{move.shift, move.control, pressed_};
+    mouseIsAt(at, pressed_ ? held : Held{});
+    hand_.move(view, at, held);
     settle();
+}
+
+void Player::act(const Press& press)
+{
+    if (pressed_)
+        throw Miss{L"the button is held already"};
+    const HWND view = viewForMouse();
+    const POINT at = inView(press.place);
+    mouseIsAt(at, {press.shift, press.control, true});
+    hand_.press(view, at, {press.shift, press.control});
+    pressed_ = true;
+    settle();
+}
+
+void Player::act(const Release& release)
+{
+    if (!pressed_)
+        throw Miss{L"the button is not held"};
+    const HWND view = viewForMouse();
+    const POINT at = inView(release.place);
+    mouseIsAt(at, {});
+    hand_.move(view, at, {release.shift, release.control, true});
+    hand_.release(view, at, {release.shift, release.control});
+    pressed_ = false;
+    settle();
+}
+
+void Player::act(const ResizeView& resize)
+{
+    imaging::Size size;
+    agent_.ask([&] {
+        RECT frame{};
+        GetWindowRect(frame_.m_hWnd, &frame);
+        size = frame_.editor().view().client();
+        frame_.SetWindowPos(nullptr, 0, 0, frame.right - frame.left + resize.size.width - size.width,
+                            frame.bottom - frame.top + resize.size.height - size.height,
+                            SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    });
+    settle();
+    if (!comesTrue([&] { return (size = frame_.editor().view().client()) == resize.size; }))
+        throw Miss{L"the view measures " + std::to_wstring(size.width) + L"x" + std::to_wstring(size.height)};
 }
 
 void Player::act(const Key& key)
@@ -275,7 +318,7 @@ void Player::act(const Shot& shot)
     std::string failure;
     agent_.ask([&] {
         try {
-            savePicture(takePicture(frame_.m_hWnd, agent_.threadId()), shot.path);
+            savePicture(takePicture(frame_.m_hWnd, agent_.threadId(), pointerOnScreen()), shot.path);
         } catch (const std::exception& error) {
             failure = error.what();
         }

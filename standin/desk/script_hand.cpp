@@ -3,9 +3,9 @@
 namespace desk::script {
 namespace {
 
-WPARAM keyBits(HeldKeys held)
+WPARAM keyBits(Held held)
 {
-    return (held.shift ? MK_SHIFT : 0) | (held.control ? MK_CONTROL : 0);
+    return (held.shift ? MK_SHIFT : 0) | (held.control ? MK_CONTROL : 0) | (held.leftButton ? MK_LBUTTON : 0);
 }
 
 } // namespace
@@ -15,17 +15,19 @@ void Hand::post(HWND window, UINT message, WPARAM wParam, POINT at) const
     PostMessageW(window, message, wParam, MAKELPARAM(at.x, at.y));
 }
 
-void Hand::move(HWND window, POINT client, HeldKeys held) const
+void Hand::move(HWND window, POINT client, Held held) const
 {
+    agent_.postHeldKeys(held.shift, held.control);
     post(window, WM_MOUSEMOVE, keyBits(held), client);
+    agent_.postHeldKeys(false, false);
 }
 
-void Hand::click(HWND window, POINT client, bool right, bool twice, HeldKeys held) const
+void Hand::click(HWND window, POINT client, bool right, bool twice, Held held) const
 {
     const UINT down = right ? WM_RBUTTONDOWN : WM_LBUTTONDOWN, up = right ? WM_RBUTTONUP : WM_LBUTTONUP;
     const WPARAM pressed = keyBits(held) | (right ? MK_RBUTTON : MK_LBUTTON);
-    agent_.postHeldKeys(held.shift, held.control);
     move(window, client, held);
+    agent_.postHeldKeys(held.shift, held.control);
     post(window, down, pressed, client);
     post(window, up, keyBits(held), client);
     if (twice) {
@@ -35,21 +37,27 @@ void Hand::click(HWND window, POINT client, bool right, bool twice, HeldKeys hel
     agent_.postHeldKeys(false, false);
 }
 
-void Hand::drag(HWND window, const std::vector<POINT>& points, HeldKeys held) const
+void Hand::drag(HWND window, const std::vector<POINT>& points, Held held) const
 {
-    agent_.postHeldKeys(held.shift, held.control);
-    move(window, points.front(), held);
-    post(window, WM_LBUTTONDOWN, keyBits(held) | MK_LBUTTON, points.front());
+    press(window, points.front(), held);
     for (std::size_t i = 1; i < points.size(); ++i)
-        post(window, WM_MOUSEMOVE, keyBits(held) | MK_LBUTTON, points[i]);
-    post(window, WM_LBUTTONUP, keyBits(held), points.back());
+        move(window, points[i], {held.shift, held.control, true});
+    release(window, points.back(), held);
+}
+
+void Hand::press(HWND window, POINT client, Held held) const
+{
+    move(window, client, held);
+    agent_.postHeldKeys(held.shift, held.control);
+    post(window, WM_LBUTTONDOWN, keyBits(held) | MK_LBUTTON, client);
     agent_.postHeldKeys(false, false);
 }
 
-void Hand::press(HWND window, POINT client) const
+void Hand::release(HWND window, POINT client, Held held) const
 {
-    move(window, client);
-    post(window, WM_LBUTTONDOWN, MK_LBUTTON, client);
+    agent_.postHeldKeys(held.shift, held.control);
+    post(window, WM_LBUTTONUP, keyBits(held), client);
+    agent_.postHeldKeys(false, false);
 }
 
 void Hand::clickControl(HWND control) const

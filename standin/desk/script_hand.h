@@ -9,10 +9,10 @@
 
 namespace desk::script {
 
-// Keys that are held down while the mouse works.
-struct HeldKeys
+// What is held down while the mouse works.
+struct Held
 {
-    bool shift = false, control = false;
+    bool shift = false, control = false, leftButton = false;
 };
 
 // Works the mouse and the keyboard: puts the messages of a real hand into the windows' queue, where hooks, dialogs and
@@ -22,12 +22,13 @@ class Hand
 public:
     explicit Hand(const Agent& agent) : agent_(agent) {}
 
-    void move(HWND window, POINT client, HeldKeys held = {}) const;
-    void click(HWND window, POINT client, bool right, bool twice, HeldKeys held = {}) const;
+    void move(HWND window, POINT client, Held held = {}) const;
+    void click(HWND window, POINT client, bool right, bool twice, Held held = {}) const;
     // Presses at the first point, moves through the others and releases at the last.
-    void drag(HWND window, const std::vector<POINT>& points, HeldKeys held) const;
-    // Presses only.
-    void press(HWND window, POINT client) const;
+    void drag(HWND window, const std::vector<POINT>& points, Held held) const;
+    // Moves there and presses; the button stays down until the release.
+    void press(HWND window, POINT client, Held held = {}) const;
+    void release(HWND window, POINT client, Held held = {}) const;
     // In the middle of a control.
     void clickControl(HWND control) const;
     // Over an open menu; screen coordinates.

@@ -38,6 +38,8 @@ void Player::finish()
 void Player::start(std::vector<Step> steps)
 {
     steps_ = std::move(steps);
+    // The real pointer stays out of the windows, where it would mix moves of its own with those of the script.
+    SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
     watchdog_ = std::thread([this] { watch(); });
     player_ = std::thread([this] { run(); });
 }
@@ -210,6 +212,23 @@ POINT Player::inView(const Place& place) const
     });
     if (!inside)
         throw Miss{L"the place lies outside the view"};
+    return at;
+}
+
+void Player::mouseIsAt(POINT view, Held held)
+{
+    pointer_ = view;
+    eye_.noteMouse(view, held);
+}
+
+// Where the pointer is to be seen: in the view, unless a dialog or a menu has the mouse.
+std::optional<POINT> Player::pointerOnScreen() const
+{
+    if (!pointer_ || frame_.view() == nullptr || openDialog(agent_.threadId()) != nullptr ||
+        openMenu(agent_.threadId()) != nullptr)
+        return std::nullopt;
+    POINT at = *pointer_;
+    ClientToScreen(frame_.view()->m_hWnd, &at);
     return at;
 }
 

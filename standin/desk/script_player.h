@@ -10,6 +10,7 @@
 
 #include <atomic>
 #include <functional>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -63,6 +64,9 @@ private:
     void act(const Click& click);
     void act(const Drag& drag);
     void act(const Move& move);
+    void act(const Press& press);
+    void act(const Release& release);
+    void act(const ResizeView& resize);
     void act(const Key& key);
     void act(const Button& button);
     void act(const DropArrow& arrow);
@@ -101,6 +105,8 @@ private:
     HWND control(int id) const;
     POINT inView(const Place& place) const;
     HWND viewForMouse() const;
+    void mouseIsAt(POINT view, Held held);
+    std::optional<POINT> pointerOnScreen() const;
     void pushControl(HWND button) const;
     ToolbarButton usableButton(int id) const;
 
@@ -110,6 +116,8 @@ private:
     Agent agent_;
     Hand hand_{agent_};
     ModuleEye eye_{frame_, agent_, hand_};
+    bool pressed_ = false;         // the left button, by @press
+    std::optional<POINT> pointer_; // where the script's mouse was last, in view pixels
     std::vector<Step> steps_;
     std::size_t transcriptShown_ = 0; // characters
     std::atomic<int> misses_ = 0;

@@ -1,5 +1,6 @@
 // The script's hand and eyes on real windows: toolbar buttons with their arrows, pop-up menus, dialogs' controls.
 
+#include "standin/desk/screenshot.h"
 #include "standin/desk/script_agent.h"
 #include "standin/desk/script_hand.h"
 #include "standin/desk/script_windows.h"
@@ -14,6 +15,7 @@
 #include <vector>
 
 #include <commctrl.h>
+#include <windowsx.h>
 
 using namespace desk::script;
 
@@ -23,7 +25,22 @@ constexpr int plainButton = 501, arrowButton = 502, greyedButton = 503;
 constexpr int firstEntry = 601, greyedEntry = 602, lastEntry = 603;
 constexpr int editId = 701, boxId = 702;
 
-// A window with a toolbar, an edit control and a check box; it writes down the commands that reach it.
+struct MouseMessage
+{
+    UINT message;
+    WPARAM held; // MK_ bits
+    int x, y;
+    bool shiftSeen; // by who asks for the key's state
+
+    friend bool operator==(const MouseMessage&, const MouseMessage&) = default;
+    friend void PrintTo(const MouseMessage& seen, std::ostream* out)
+    {
+        *out << "message " << seen.message << " with " << seen.held << " at " << seen.x << "," << seen.y
+             << (seen.shiftSeen ? " with Shift" : "");
+    }
+};
+
+// A window with a toolbar, an edit control and a check box; it writes down the commands and the mouse that reach it.
 class Bench
 {
 public:
@@ -81,11 +98,16 @@ public:
 
     HWND window, toolbar, edit, box;
     std::vector<int> commands;
+    std::vector<MouseMessage> mouse;
 
 private:
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
     {
         auto* bench = reinterpret_cast<Bench*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+        if (bench != nullptr && (message == WM_MOUSEMOVE || message == WM_LBUTTONDOWN || message == WM_LBUTTONUP)) {
+            const bool shiftSeen = GetKeyState(VK_SHIFT) < 0;
+            bench->mouse.push_back({message, wParam, GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam), shiftSeen});
+        }
         if (bench != nullptr && message == WM_COMMAND && HIWORD(wParam) == 0)
             bench->commands.push_back(LOWORD(wParam));
         if (bench != nullptr && message == WM_NOTIFY &&
@@ -238,6 +260,74 @@ TEST(Hand, HeldKeysAreSeenByWhatTheClickReaches)
         EXPECT_LT(held, 0);
         EXPECT_GE(after, 0);
     });
+}
+
+TEST(Hand, ADragSendsTheMovesThatItNamesAndNoOther)
+{
+    Stage stage;
+    SetCursorPos(0, 0);
+    stage.bench.play([&] {
+        stage.agent.waitForPosted();
+        stage.bench.mouse.clear();
+        stage.hand.drag(stage.bench.window, {{100, 150}, {140, 151}, {90, 160}}, {true, false});
+        stage.agent.waitForPosted();
+    });
+    constexpr WPARAM moving = MK_SHIFT, pressed = MK_SHIFT | MK_LBUTTON;
+    EXPECT_THAT(stage.bench.mouse, testing::ElementsAre(MouseMessage{WM_MOUSEMOVE, moving, 100, 150, true},
+                                                        MouseMessage{WM_LBUTTONDOWN, pressed, 100, 150, true},
+                                                        MouseMessage{WM_MOUSEMOVE, pressed, 140, 151, true},
+                                                        MouseMessage{WM_MOUSEMOVE, pressed, 90, 160, true},
+                                                        MouseMessage{WM_LBUTTONUP, moving, 90, 160, true}));
+}
+
+TEST(Hand, TheHeldButtonGoesWithTheMoves)
+{
+    Stage stage;
+    SetCursorPos(0, 0);
+    stage.bench.play([&] {
+        stage.agent.waitForPosted();
+        stage.bench.mouse.clear();
+        stage.hand.press(stage.bench.window, {100, 150});
+        stage.hand.move(stage.bench.window, {120, 150}, {false, true, true});
+        stage.hand.release(stage.bench.window, {130, 150});
+        stage.agent.waitForPosted();
+    });
+    EXPECT_THAT(stage.bench.mouse,
+                testing::ElementsAre(MouseMessage{WM_MOUSEMOVE, 0, 100, 150, false},
+                                     MouseMessage{WM_LBUTTONDOWN, MK_LBUTTON, 100, 150, false},
+                                     MouseMessage{WM_MOUSEMOVE, MK_CONTROL | MK_LBUTTON, 120, 150, false},
+                                     MouseMessage{WM_LBUTTONUP, 0, 130, 150, false}));
+}
+
+TEST(Screenshot, ThePointerIsDrawnWithItsHotSpotWhereTheMouseIs)
+{
+    // A solid red square, eight pixels wide, that is held at its third column and second row.
+    std::vector<std::uint32_t> red(64, 0xFFFF0000);
+    ICONINFO info{FALSE, 3, 2, CreateBitmap(8, 8, 1, 1, std::vector<BYTE>(16, 0).data()),
+                  CreateBitmap(8, 8, 1, 32, red.data())};
+    const HCURSOR cursor = CreateIconIndirect(&info);
+    DeleteObject(info.hbmMask);
+    DeleteObject(info.hbmColor);
+    SetCursorPos(0, 0);
+    const Bench bench;
+    POINT pointer{200, 200};
+    ClientToScreen(bench.window, &pointer);
+    SetCursor(cursor);
+    const auto redPixels = [&](const desk::Picture& picture) {
+        imaging::Rect box{picture.size.width, picture.size.height, 0, 0};
+        for (int y = 0; y < picture.size.height; ++y)
+            for (int x = 0; x < picture.size.width; ++x)
+                if ((picture.pixels[std::size_t(y) * picture.size.width + x] & 0xFFFFFF) == 0xFF0000)
+                    box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x + 1),
+                           std::max(box.bottom, y + 1)};
+        return box;
+    };
+    EXPECT_EQ(redPixels(desk::takePicture(bench.window, GetCurrentThreadId(), pointer)),
+              (imaging::Rect{197, 198, 205, 206}));
+    EXPECT_TRUE(redPixels(desk::takePicture(bench.window, GetCurrentThreadId())).empty());
+    SetCursor(nullptr);
+    EXPECT_TRUE(redPixels(desk::takePicture(bench.window, GetCurrentThreadId(), pointer)).empty());
+    DestroyCursor(cursor);
 }
 
 TEST(Agent, AClosedDeskIsToldToTheScript)

@@ -77,6 +77,23 @@ TEST(Script, PlacesMayBeViewPixels)
     EXPECT_FALSE(drag.shift);
 }
 
+TEST(Script, TheButtonIsHeldOverSeveralStepsEachWithItsOwnKeys)
+{
+    const Press press = actionOf<Press>("@press view:3,4 ctrl shift");
+    EXPECT_EQ(press.place, (Place{{3, 4}, true}));
+    EXPECT_TRUE(press.shift && press.control);
+    const Move move = actionOf<Move>("@move 5,6 shift");
+    EXPECT_TRUE(move.shift && !move.control);
+    const Release release = actionOf<Release>("@release 7.5,8");
+    EXPECT_EQ(release.place, (Place{{7.5, 8}, false}));
+    EXPECT_FALSE(release.shift || release.control);
+}
+
+TEST(Script, TheViewsSizeIsWidthByHeight)
+{
+    EXPECT_EQ(actionOf<ResizeView>("@size 800x600").size, (imaging::Size{800, 600}));
+}
+
 TEST(Script, KeysAreNamesOrSingleCharacters)
 {
     EXPECT_EQ(actionOf<Key>("@key ESC").virtualKey, unsigned(VK_ESCAPE));
@@ -135,6 +152,9 @@ TEST(Script, MistakesNameTheirLineAndWhatWasExpected)
         {"@click 1,2 hard", "line 1: after the place only"},
         {"@click 1,2,3", "a place should be 2 numbers"},
         {"@drag 1,2", "line 1: a drag needs two places or more"},
+        {"@press 1,2 3,4", "line 1: after the place only shift and ctrl may stand"},
+        {"@size 800", "line 1: a size should be WIDTHxHEIGHT, not \"800\""},
+        {"@size 0x600", "line 1: a size should be WIDTHxHEIGHT, not \"0x600\""},
         {"@check 5 2", "line 1: a check mark is 0 or 1"},
         {"@push 1 2", "line 1: \"2\" is too much"},
         {"@wait soon", "line 1: the milliseconds should be a whole number, not \"soon\""},
