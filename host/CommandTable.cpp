@@ -1,6 +1,7 @@
 #include "host/CommandTable.h"
 
 #include "host/EditCommands.h"
+#include "host/RotateCommand.h"
 #include "host/SaveCommand.h"
 #include "host/ToolCommands.h"
 
@@ -19,7 +20,8 @@ constexpr CommandRow commandTable[] = {
     {L"ORVO_INVERT", InvertCommand},        //
     {L"ORVO_FLIPH", FlipHorizontalCommand}, //
     {L"ORVO_FLIPV", FlipVerticalCommand},   //
-    {L"ORVO_CROP", CropCommand},
+    {L"ORVO_CROP", CropCommand},            //
+    {L"ORVO_ROTATE", RotateCommand},
 };
 
 } // namespace

@@ -4,11 +4,13 @@
 In the drawings '#' is black, 'o' white and '.' see-through. A cursor's picture gets a white rim, so that it shows on
 black ink too.
 """
+import math
 import pathlib
 import struct
 
 SIDE = 32
 BLACK, WHITE, CLEAR = "#", "o", "."
+BLUE, GREY = "b", "g"  # in the dialogs' pictures alone
 KEY_COLOUR = (0, 255, 255)  # see-through pixels of the bitmaps that become cursors at run time
 
 # An arrow that points at a framed picture.
@@ -306,11 +308,51 @@ def stripes_file(colour):
 
 
 def bitmap_file(rows):
-    """A 24-bit .bmp file with the key colour for see-through pixels."""
-    colours = {BLACK: (0, 0, 0), WHITE: (255, 255, 255), CLEAR: KEY_COLOUR}
+    """A square 24-bit .bmp file with the key colour for see-through pixels. Its side is a multiple of four."""
+    colours = {BLACK: (0, 0, 0), WHITE: (255, 255, 255), CLEAR: KEY_COLOUR, BLUE: (0, 70, 190), GREY: (160, 160, 160)}
     pixels = b"".join(bytes(reversed(colours[pixel])) for row in reversed(rows) for pixel in row)
-    header = struct.pack("<IiiHHIIiiII", 40, SIDE, SIDE, 1, 24, 0, len(pixels), 0, 0, 0, 0)
+    header = struct.pack("<IiiHHIIiiII", 40, len(rows), len(rows), 1, 24, 0, len(pixels), 0, 0, 0, 0)
     return struct.pack("<2sIHHI", b"BM", 14 + len(header) + len(pixels), 0, 0, 14 + len(header)) + header + pixels
+
+
+def arrow_head_holds(x, y, tip, direction):
+    """Whether a point lies in the triangle that ends at the tip. Angles are degrees from +x towards +y, y downwards."""
+    along = (tip[0] - x) * math.cos(math.radians(direction)) + (tip[1] - y) * math.sin(math.radians(direction))
+    across = (tip[1] - y) * math.cos(math.radians(direction)) - (tip[0] - x) * math.sin(math.radians(direction))
+    return 0 <= along <= 6 and abs(across) <= 0.7 * along
+
+
+def turn_picture(middle, radius, start, end, arms=False):
+    """A framed tile of 24 by 24: an arc about a point from one angle to the other, with an arrow head at its end. With
+    arms also a line from the point to either end."""
+    side = 24
+    sense = 1 if end > start else -1
+    head = math.degrees(6 / radius)  # the angle that the arrow head takes
+    tip_angle = math.radians(end)
+    tip = middle[0] + radius * math.cos(tip_angle), middle[1] + radius * math.sin(tip_angle)
+    direction = end + sense * (90 - head / 2)  # of the chord over the head
+
+    def pixel(x, y):
+        if x in (0, side - 1) or y in (0, side - 1):
+            return GREY
+        dx, dy = x - middle[0], y - middle[1]
+        distance = math.hypot(dx, dy)
+        # From the arc's start, the way that it runs.
+        swept = (math.degrees(math.atan2(dy, dx)) - start) * sense % 360
+        if arrow_head_holds(x, y, tip, direction):
+            return BLUE
+        if abs(distance - radius) <= 0.8 and swept <= abs(end - start) - head:
+            return BLUE
+        if distance < 1.6:
+            return BLACK
+        for angle in (start, end) if arms else ():
+            along = dx * math.cos(math.radians(angle)) + dy * math.sin(math.radians(angle))
+            across = dy * math.cos(math.radians(angle)) - dx * math.sin(math.radians(angle))
+            if 0 <= along <= radius + 3 and abs(across) <= 0.5:
+                return BLACK
+        return WHITE
+
+    return [[pixel(x, y) for x in range(side)] for y in range(side)]
 
 
 def main():
@@ -330,6 +372,13 @@ def main():
         folder.joinpath(name + ".bmp").write_bytes(stripes_file(colour))
     for name, drawing in (("cursor_pen", PEN), ("cursor_line", LINE), ("cursor_eraser", ERASER)):
         folder.joinpath(name + ".bmp").write_bytes(bitmap_file(with_rim(grid(drawing))))
+    for name, picture in (
+        ("clockwise", turn_picture((11.5, 17), 11, -140, -30)),
+        ("counter_clockwise", turn_picture((11.5, 17), 11, -40, -150)),
+        ("half", turn_picture((11.5, 13), 7, -180, 15)),
+        ("free", turn_picture((5, 18), 12, 0, -60, arms=True)),
+    ):
+        folder.joinpath(f"rotate_{name}.bmp").write_bytes(bitmap_file(picture))
 
 
 if __name__ == "__main__":

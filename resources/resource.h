@@ -20,10 +20,21 @@
 #define IDB_CURSOR_LINE 239
 #define IDB_CURSOR_ERASER 240
 
+// 24 by 24, beside the choices of the rotate dialog.
+#define IDB_ROTATE_CLOCKWISE 145
+#define IDB_ROTATE_COUNTER_CLOCKWISE 146
+#define IDB_ROTATE_HALF 147
+#define IDB_ROTATE_FREE 149
+
 #define IDS_ROTATE_BASE_POINT 4910
 #define IDS_ROTATE_CANCEL 4911
 #define IDS_SAVE_RASTER_AS 17818
 #define IDS_SAVE_SELECTION 17824
+
+// The rotate dialog. The modes are a group of four buttons with numbers in a row.
+#define IDD_ROTATE 148
+#define IDC_ROTATE_MODE 1030
+#define IDC_ROTATE_ONLY_SELECTION 1034
 
 // The area tool's menu.
 #define IDM_AREA 142
