@@ -9,6 +9,7 @@
 #include "raster/CTempFile.h"
 #include "raster/PendingFileSwap.h"
 #include "tools/CTool.h"
+#include "tools/RotateStart.h"
 #include "tools/ToolMessageHook.h"
 
 CArxApp* g_pArxApp = nullptr;
@@ -46,6 +47,7 @@ CArxApp::~CArxApp()
         DropRaster();
         delete m_pTool;
         ButtonClickTimer.reset();
+        CancelRotateStart();
         StopMonitorTimer();
         DeleteFileW(m_strTempFile);
         DeleteLeftoverDrawing();

@@ -33,6 +33,15 @@ protected:
         };
         return is(151) ? "outside" : is(153) ? "box" : "another";
     }
+    // Runs messages until a timer that was started last has come due, and with it all that were to come before.
+    static void letPass(UINT milliseconds)
+    {
+        static bool due;
+        due = false;
+        const UINT_PTR timer = SetTimer(nullptr, 0, milliseconds, [](HWND, UINT, UINT_PTR, DWORD) { due = true; });
+        EXPECT_TRUE(test::pumpUntil([] { return due; }));
+        KillTimer(nullptr, timer);
+    }
     void dragTo(CPoint from, CPoint to, UINT flags = 0)
     {
         drag(from, to, flags);
@@ -297,6 +306,16 @@ TEST_F(Rotation, EscapeWhileTheToolSettlesEndsIt)
     EXPECT_TRUE(test::pumpUntil([] { return posted && !g_pArxApp->m_pTool; }));
     KillTimer(nullptr, timer);
     EXPECT_EQ(GetCapture(), nullptr);
+}
+
+TEST_F(Rotation, ARotationThatHasNotBegunGoesWithTheModule)
+{
+    openRaster();
+    StartRotateToolLater(RotateHalf);
+    delete g_pArxApp;
+    g_pArxApp = new CArxApp; // a timer that is left would start the tool here
+    letPass(220);
+    EXPECT_EQ(g_pArxApp->m_pTool, nullptr);
 }
 
 TEST_F(Rotation, AWorkerThatFailsLeavesTheImage)
