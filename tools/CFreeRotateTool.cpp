@@ -35,13 +35,17 @@ CRect Around(CPoint center, int distance)
     return CRect(center.x - distance, center.y - distance, center.x + distance, center.y + distance);
 }
 
-void PumpMessages(DWORD milliseconds)
+// Works off what the thread's queue holds, for a moment or until it has ended the tool.
+void Settle(const CTool* tool)
 {
     const DWORD start = GetTickCount();
     MSG message;
-    while (GetTickCount() - start < milliseconds) {
-        if (PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE) && !AfxGetThread()->PumpMessage())
-            return;
+    while (g_pArxApp->m_pTool == tool && GetTickCount() - start < settleTime) {
+        if (!PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE))
+            continue;
+        if (message.message == WM_QUIT)
+            return; // stays in the queue for the host's own loop, which ends by it
+        AfxGetThread()->PumpMessage();
     }
 }
 
@@ -55,7 +59,7 @@ CFreeRotateTool::CFreeRotateTool() : m_cursorId(IDC_ROTATE_FREE), m_pen(PS_SOLID
         PlaceHandles(*current.m_pRaster);
     m_viewKey = CursorViewKey();
 
-    PumpMessages(settleTime);
+    Settle(this);
     if (g_pArxApp->m_pTool != this)
         return; // what was queued, Escape perhaps or a command, has ended this tool, and nothing of it is left
     SaveScreen();

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "tests/module/mouse_tools/mouse_fixture.h"
+#include "tools/CFreeRotateTool.h"
 #include "tools/RotateStart.h"
 #include "tools/RotationGeometry.h"
 #include "workerlink/SendToWorker.h"
@@ -306,6 +307,18 @@ TEST_F(Rotation, EscapeWhileTheToolSettlesEndsIt)
     EXPECT_TRUE(test::pumpUntil([] { return posted && !g_pArxApp->m_pTool; }));
     KillTimer(nullptr, timer);
     EXPECT_EQ(GetCapture(), nullptr);
+}
+
+TEST_F(Rotation, AProgramThatIsClosedWhileTheToolSettlesHearsOfIt)
+{
+    openRaster();
+    PostQuitMessage(7);
+    new CFreeRotateTool;
+    MSG message = {};
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) && message.message != WM_QUIT)
+        ;
+    EXPECT_EQ(message.message, UINT(WM_QUIT)) << "the desk's own loop would go on for ever";
+    EXPECT_EQ(message.wParam, 7u);
 }
 
 TEST_F(Rotation, ARotationThatHasNotBegunGoesWithTheModule)
