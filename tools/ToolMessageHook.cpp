@@ -82,10 +82,12 @@ void OnLButtonDown(MSG& message)
     if (!CallMouseHandler(message, &CTool::OnLButtonDown)) {
         CTool* tool = g_pArxApp->m_pTool;
         // The select tool is to live until the click has finished.
-        if (tool && tool->ToolId() == ToolIdSelectRaster)
+        if (tool && tool->ToolId() == ToolIdSelectRaster) {
+            StopToolCloseTimer();
             closeTimer = SetTimer(nullptr, 0, closeDelay, ToolCloseTimerProc);
-        else
+        } else {
             EndTool();
+        }
     }
     Neutralise(message);
 }

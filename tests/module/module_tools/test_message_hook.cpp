@@ -257,6 +257,24 @@ TEST_F(MessageHook, ASelectingToolOutlivesItsClickForAMoment)
     EXPECT_EQ(calls, (Calls{"left down 0,0 0", "end"}));
 }
 
+TEST_F(MessageHook, ASecondPressOnASelectingToolLeavesNoTimer)
+{
+    auto* tool = new RecordingTool;
+    tool->m_id = ToolIdSelectRaster;
+    tool->m_answer = 0;
+    hostSees(view().m_hWnd, WM_LBUTTONDOWN);
+    hostSees(view().m_hWnd, WM_LBUTTONDOWN);
+    EXPECT_TRUE(test::pumpUntil([] { return g_pArxApp->m_pTool == nullptr; })) << "the tool was never ended";
+    // Every other timer of the thread comes due at least once before the last one does.
+    const UINT_PTR last = SetTimer(nullptr, 0, 220, nullptr);
+    int others = 0;
+    MSG message = {};
+    while (message.wParam != last && GetMessageW(&message, nullptr, WM_TIMER, WM_TIMER))
+        others += message.wParam != last;
+    KillTimer(nullptr, last);
+    EXPECT_EQ(others, 0);
+}
+
 int laterTicks = 0;
 
 void CALLBACK countTick(HWND, UINT, UINT_PTR, DWORD)
