@@ -12,9 +12,11 @@ namespace {
 
 constexpr double millimetresPerInch = 25.4;
 
+unsigned rastersMade = 0;
+
 } // namespace
 
-CAcraster::CAcraster(const ads_name entityName)
+CAcraster::CAcraster(const ads_name entityName) : m_nSerial(++rastersMade)
 {
     ads_name_set(entityName, m_entityName);
     acdbGetObjectId(m_entityId, m_entityName);
@@ -38,7 +40,7 @@ CAcraster::CAcraster(const ads_name entityName)
 }
 
 CAcraster::CAcraster(AcDbRasterImageDef* definition, Atil::Image* image)
-    : m_pImage(image), m_pDefinition(definition), m_pRegion(std::make_unique<CRgn>())
+    : m_nSerial(++rastersMade), m_pImage(image), m_pDefinition(definition), m_pRegion(std::make_unique<CRgn>())
 {
     m_pRegion->CreateRectRgnIndirect(GetImageRect());
     m_nDpi = TruncateToInt(millimetresPerInch / m_pDefinition->resolutionMMPerPixel().x);

@@ -52,6 +52,8 @@ public:
 
     // Questions.
 
+    /// Another number for every object: tells a raster from a later one that lies at the same address.
+    unsigned GetSerial() const { return m_nSerial; }
     CSize GetSize() const; // 0 by 0 of an image that has gone under its lock
     CRect GetImageRect() const { return CRect(CPoint(0, 0), GetSize()); }
     CRgn& GetRegion() { return *m_pRegion; }
@@ -151,6 +153,7 @@ private:
     void ReadBack(const CString& path);
     void ReleaseFile(CString& target);
 
+    const unsigned m_nSerial;
     Atil::Image* m_pImage = nullptr; // working image; owned unless the count is -1, valid while the count is above 0
     ads_name m_entityName = {};      // the object's lasting identity
     AcDbObjectId m_entityId;

@@ -9,11 +9,20 @@ CCurentRaster::CCurentRaster() : m_pRaster(g_pArxApp->m_pRaster)
         g_pArxApp->DropRaster();
         m_pRaster = nullptr;
     }
+    if (m_pRaster)
+        m_nSerial = m_pRaster->GetSerial();
 }
 
 CCurentRaster::~CCurentRaster()
 {
     // The work may have replaced or dropped the raster, and the lock went with it.
-    if (m_pRaster && m_pRaster == g_pArxApp->m_pRaster)
-        m_pRaster->Unlock();
+    if (CAcraster* raster = GetIfCurrent())
+        raster->Unlock();
+}
+
+CAcraster* CCurentRaster::GetIfCurrent() const
+{
+    // One that takes the place of a deleted raster often lies at the same address.
+    const bool same = m_pRaster && m_pRaster == g_pArxApp->m_pRaster && m_pRaster->GetSerial() == m_nSerial;
+    return same ? m_pRaster : nullptr;
 }

@@ -12,6 +12,12 @@ public:
     CCurentRaster(const CCurentRaster&) = delete;
     CCurentRaster& operator=(const CCurentRaster&) = delete;
 
+    /// The raster that was locked, if it is the current one still; null once it was replaced or dropped.
+    CAcraster* GetIfCurrent() const;
+
     /// The raster that was locked; null when there was none. Not owned.
     CAcraster* m_pRaster;
+
+private:
+    unsigned m_nSerial = 0; // of the raster
 };

@@ -1,6 +1,8 @@
 #include "tools/CRasStrokeTool.h"
 
-#include "host/CArxApp.h"
+#include <memory>
+#include <utility>
+
 #include "raster/CAcraster.h"
 #include "tools/Stroke.h"
 
@@ -47,10 +49,13 @@ void CRasStrokeTool::UpdateCursor()
 
 void CRasStrokeTool::BeginStroke(CPoint point)
 {
+    // A release that never came leaves the guard of the stroke before, and its raster may have gone since.
+    if (m_pStrokeGuard && !m_pStrokeGuard->GetIfCurrent())
+        delete std::exchange(m_pStrokeGuard, nullptr);
     if (!m_pStrokeGuard)
         m_pStrokeGuard = new CCurentRaster;
-    if (m_pStrokeGuard->m_pRaster)
-        PaintStamp(*m_pStrokeGuard->m_pRaster, m_pStrokeGuard->m_pRaster->ViewToPixel(point));
+    if (CAcraster* raster = m_pStrokeGuard->GetIfCurrent())
+        PaintStamp(*raster, raster->ViewToPixel(point));
     m_bStroke = true;
 }
 
@@ -72,13 +77,9 @@ int CRasStrokeTool::OnLButtonUp(CPoint /*point*/, UINT /*flags*/)
     const CWaitCursor wait;
     ::ReleaseCapture();
     m_bStroke = false;
-    if (m_pStrokeGuard) {
-        CAcraster* raster = m_pStrokeGuard->m_pRaster;
-        if (raster && raster == g_pArxApp->m_pRaster)
-            raster->Reload();
-        delete m_pStrokeGuard;
-        m_pStrokeGuard = nullptr;
-    }
+    const std::unique_ptr<CCurentRaster> guard(std::exchange(m_pStrokeGuard, nullptr));
+    if (CAcraster* raster = guard ? guard->GetIfCurrent() : nullptr)
+        raster->Reload();
     return 1;
 }
 

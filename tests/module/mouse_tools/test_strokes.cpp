@@ -1,6 +1,7 @@
 // The pen and the eraser.
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "tests/module/mouse_tools/mouse_fixture.h"
 #include "tools/Stroke.h"
@@ -15,6 +16,15 @@ class Strokes : public test::MouseFixture
 {
 protected:
     static int locks() { return g_pArxApp->m_pRaster->GetLockCount(); }
+
+    void postCommandText(const std::wstring& text) override
+    {
+        if (m_refuseCommands)
+            throw std::runtime_error("the host takes no command");
+        MouseFixture::postCommandText(text);
+    }
+
+    bool m_refuseCommands = false;
 };
 
 // A painter in whole numbers, square by square and pixel by pixel.
@@ -251,6 +261,31 @@ TEST_F(Strokes, ARasterThatGoesInMidStrokeEndsInSilence)
     press(at(20, 20));
     release(at(20, 20));
     EXPECT_EQ(m_alerts.size(), 0u);
+}
+
+TEST_F(Strokes, AStrokeWhoseEndWasMissedDoesNotReachForARasterThatHasGone)
+{
+    openRaster();
+    PenCommand();
+    press(at(10, 10)); // the release goes to another program
+    makeCurrent(0);
+    press(at(20, 20));
+    release(at(20, 20));
+    SlowPainter painter(blank(80, 60));
+    painter.stamp(20, 20, 3, '#');
+    EXPECT_EQ(pictureInDrawing(0), painter.picture());
+    EXPECT_EQ(locks(), 0);
+}
+
+TEST_F(Strokes, ACommitThatFailsGivesTheLockBack)
+{
+    openRaster();
+    PenCommand();
+    press(at(10, 10));
+    m_refuseCommands = true;
+    EXPECT_THROW(g_pArxApp->m_pTool->OnLButtonUp(at(10, 10), 0), std::runtime_error);
+    m_refuseCommands = false;
+    EXPECT_EQ(locks(), 0);
 }
 
 TEST_F(Strokes, WithoutARasterNoToolStarts)
