@@ -160,6 +160,8 @@ void Player::settle() const
 {
     agent_.waitForPosted();
     comesTrue([this] { return deskWaits(); }, limits_.run);
+    // A hand works on what it sees: a painting that is still due would cover what the next step draws on the view.
+    agent_.ask([this] { RedrawWindow(frame_.m_hWnd, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN); });
     agent_.waitForPosted();
 }
 

@@ -26,7 +26,7 @@ enum class Outcome
 };
 
 // Plays a script on a thread of its own while the desk runs as ever. After each step that works the desk it waits until
-// the desk waits for the user again, at the command line, in a dialog or in a menu.
+// the desk shows the outcome and waits for the user again, at the command line, in a dialog or in a menu.
 class Player
 {
 public:
