@@ -108,7 +108,7 @@ class Sheet:
     def stamp(self, pixel, side, ink):
         for y in range(pixel[1] - side // 2, pixel[1] - side // 2 + side):
             for x in range(pixel[0] - side // 2, pixel[0] - side // 2 + side):
-                if 0 <= x < self.width and 0 <= y < self.height:
+                if self.inside(x, y):
                     self.rows[y][x] = ink
 
     def box(self):
@@ -121,7 +121,8 @@ class Sheet:
         return (min(columns), min(rows), max(columns) + 1, max(rows) + 1)
 
     def has_selection(self):
-        return self.box() != (0, 0, self.width, self.height)
+        whole = self.box() == (0, 0, self.width, self.height)
+        return not whole or (self.region is not None and len(self.region) < self.width * self.height)
 
     def region_has_edge_along(self, left, top, right, bottom):
         """Nine tenths of the box's outline part selected pixels inside from others outside, which is what a script that
@@ -133,15 +134,16 @@ class Sheet:
         return seen >= 0.9 * len(sides)
 
     def selected_rows(self):
-        """The region's box as far as it lies in the image, with paper where the box is not selected."""
+        """The region's box, with paper where it is not selected and where it reaches out of the image."""
         left, top, right, bottom = self.box()
-        left, top, right, bottom = max(left, 0), max(top, 0), min(right, self.width), min(bottom, self.height)
-        return [[self.rows[y][x] if (x, y) in self.region else 0 for x in range(left, right)]
+        return [[self.rows[y][x] if (x, y) in self.region and self.inside(x, y) else 0 for x in range(left, right)]
                 for y in range(top, bottom)]
 
+    def inside(self, x, y):
+        return 0 <= x < self.width and 0 <= y < self.height
+
     def crop(self):
-        left, top, right, bottom = self.box()
-        left, bottom = max(left, 0), min(bottom, self.height)
+        left, _, _, bottom = self.box()
         below = self.height - bottom
         self.rows = self.selected_rows()
         self.insert = tuple(self.insert[k] + self.u[k] * left + self.v[k] * below for k in (0, 1))
@@ -201,7 +203,7 @@ class SlowDesk:
             self.forget_mouse()
         else:
             commands = {"ZOOM": self.zoom, "ORVO_SELRAS": self.pick, "ORVO_SAVEAS": self.begin_saving,
-                        "ORVO_INVERT": self.invert, "ORVO_CROP": self.crop}
+                        "ORVO_INVERT": self.invert, "ORVO_CROP": self.crop, "-SAVEAS": lambda words: None}
             commands[name.upper()](words[1:])
 
     def resize(self, words):
@@ -369,7 +371,7 @@ class SlowDesk:
             self.sheet.region = whole - self.sheet.region
         elif words[0] == DELETE_AREA:
             for x, y in self.sheet.region:
-                if 0 <= x < self.sheet.width and 0 <= y < self.sheet.height:
+                if self.sheet.inside(x, y):
                     self.sheet.rows[y][x] = 0
         else:
             raise KeyError(words[0])
@@ -390,10 +392,11 @@ def expect_rows(saved, expected):
 
 
 def check_session(script, drawing):
-    """Plays the script and compares every raster that it saved. Returns what was expected of each."""
-    expected = SlowDesk(drawing).play(script)
+    """Plays the script and compares every raster that it saved. Returns the twin as it stands at the end."""
+    twin = SlowDesk(drawing)
+    expected = twin.play(script)
     if not expected:
         fail("the script saves no raster")
     for saved, rows in expected.items():
         expect_rows(saved, rows)
-    return expected
+    return twin
