@@ -63,8 +63,8 @@ CEditPasteTool::~CEditPasteTool()
     ::ReleaseCapture();
     if (m_bStarted)
         CEditPasteTool::Stop();
-    if (m_pPreviousBitmap) {
-        PasteDC.SelectObject(m_pPreviousBitmap);
+    if (m_hPreviousBitmap) {
+        ::SelectObject(PasteDC, m_hPreviousBitmap);
         PasteDC.DeleteDC();
     }
 }
@@ -99,10 +99,16 @@ bool CEditPasteTool::BuildFloatingBitmap(const CAcraster& raster, const Clipboar
 {
     const CSize size = ToView(raster, m_floating).Size();
     CClientDC view(m_pView);
-    if (!m_bitmap.CreateBitmap(size.cx, size.cy, 1, raster.GetColorDepth(), nullptr) ||
-        !PasteDC.CreateCompatibleDC(&view))
+    // A context takes only bitmaps of one bit or of its own depth; that of a deeper raster is made for the view's.
+    const BOOL made = raster.GetColorDepth() == 1 ? m_bitmap.CreateBitmap(size.cx, size.cy, 1, 1, nullptr)
+                                                  : m_bitmap.CreateCompatibleBitmap(&view, size.cx, size.cy);
+    if (!made || !PasteDC.CreateCompatibleDC(&view))
         return false;
-    m_pPreviousBitmap = PasteDC.SelectObject(&m_bitmap);
+    m_hPreviousBitmap = ::SelectObject(PasteDC, m_bitmap.GetSafeHandle());
+    if (!m_hPreviousBitmap) {
+        PasteDC.DeleteDC();
+        return false;
+    }
     dib.StretchTo(PasteDC, size);
     return true;
 }

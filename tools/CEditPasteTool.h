@@ -1,7 +1,5 @@
 #pragma once
 
-#include <memory>
-
 #include "tools/CTool.h"
 
 /// Floats the clipboard's bitmap over the view at the size that it will have in the raster. It is dragged into place
@@ -35,10 +33,10 @@ private:
 
     CPoint m_grabPixel; // image pixel that the drag was at last
     bool m_bDragging = false;
-    CRect m_floating;                     // in image pixels
-    UINT m_cursorId = 0;                  // 0 beside the floating image
-    CBitmap m_bitmap;                     // in view pixels, selected into PasteDC
-    CBitmap* m_pPreviousBitmap = nullptr; // what PasteDC held before; null until the bitmap is built
+    CRect m_floating;                    // in image pixels
+    UINT m_cursorId = 0;                 // 0 beside the floating image
+    CBitmap m_bitmap;                    // in view pixels, selected into PasteDC
+    HGDIOBJ m_hPreviousBitmap = nullptr; // what PasteDC held before; null until the bitmap is built
     bool m_bStarted = false;
     CPoint m_menuPoint; // view point of the last right click
 };

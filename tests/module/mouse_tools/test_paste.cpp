@@ -1,5 +1,6 @@
 // The paste tool.
 
+#include "tests/module/afx/gdi_count.h"
 #include "tests/module/mouse_tools/mouse_fixture.h"
 #include "tools/CEditPasteTool.h"
 
@@ -84,6 +85,25 @@ TEST_F(Paste, EveryOpeningIsTransparentOnAOneBitRaster)
     EXPECT_FALSE(PasteTransparent);
     ASSERT_NE(start(), nullptr);
     EXPECT_TRUE(PasteTransparent);
+}
+
+TEST_F(Paste, OnADeeperRasterItIsOpaqueAndShowsThePixelsAllTheSame)
+{
+    test::writeGrayTiff(file("gray.tif"), 80, 60);
+    openDrawing({blank(80, 60)}, {{.file = file("gray.tif"), .x = -40, .y = -30}});
+    makeCurrent(0);
+    m_viewState.centre = {0.5, -0.5, 0};
+    ASSERT_NE(startWith(corner), nullptr);
+    EXPECT_FALSE(PasteTransparent);
+    EXPECT_EQ(pixelOf(viewPixels(), 188, 142), 0u) << "the bitmap's upper edge is ink";
+    delete g_pArxApp->m_pTool;
+
+    const int objects = gdiObjects();
+    for (int i = 0; i < 20; ++i) {
+        ASSERT_NE(start(), nullptr);
+        delete g_pArxApp->m_pTool;
+    }
+    EXPECT_LE(gdiObjects(), objects + 2);
 }
 
 TEST_F(Paste, WithoutABitmapItDoesNotStart)
