@@ -45,10 +45,7 @@ bool IsNear(const CRect& a, const CRect& b)
 // painted with the old region once more.
 void UpdateViewRegion(CAcraster& raster)
 {
-    const CRect pixels = raster.GetRegionBox();
-    CRect box(WorldToView(raster.PixelToWorld(pixels.TopLeft())),
-              WorldToView(raster.PixelToWorld(pixels.BottomRight())));
-    box.NormalizeRect();
+    CRect box = raster.PixelToView(raster.GetRegionBox());
     box.IntersectRect(box, CRect(CPoint(0, 0), ReadViewSize()));
     const DWORD size = GetRegionData(raster.GetRegion(), 0, nullptr);
     if (viewRegion && IsNear(box, viewBox) && size == regionSize)

@@ -97,6 +97,9 @@ public:
     CPoint WorldToPixel(const AcGePoint3d& point) const;
     CPoint PixelToView(CPoint pixel) const;
     CPoint ViewToPixel(CPoint point) const;
+    /// Of two corners, put in order: a turned or mirrored image converts them in any.
+    CRect PixelToView(const CRect& pixels) const;
+    CRect ViewToPixel(const CRect& rect) const;
     /// The image's frame in view space.
     CRect GetViewRect() const;
     /// Attaches the region in view space to `viewRegion`, which must be empty handed; rectangles that lie wholly

@@ -1,25 +1,8 @@
 // Between image space, drawing space and view space.
 
-#include <utility>
-
 #include "raster/CAcraster.h"
 #include "raster/Coordinates.h"
 #include "raster/RegionRectangles.h"
-
-namespace {
-
-// A turned or mirrored image converts a rectangle's corners in any order.
-CRect OrderedRect(CPoint corner, CPoint opposite)
-{
-    CRect rect(corner, opposite);
-    if (rect.left > rect.right)
-        std::swap(rect.left, rect.right);
-    if (rect.top > rect.bottom)
-        std::swap(rect.top, rect.bottom);
-    return rect;
-}
-
-} // namespace
 
 AcGePoint3d CAcraster::PixelToWorld(CPoint pixel) const
 {
@@ -50,10 +33,23 @@ CPoint CAcraster::ViewToPixel(CPoint point) const
     return WorldToPixel(ViewToWorld(point));
 }
 
+CRect CAcraster::PixelToView(const CRect& pixels) const
+{
+    CRect rect(PixelToView(pixels.TopLeft()), PixelToView(pixels.BottomRight()));
+    rect.NormalizeRect();
+    return rect;
+}
+
+CRect CAcraster::ViewToPixel(const CRect& rect) const
+{
+    CRect pixels(ViewToPixel(rect.TopLeft()), ViewToPixel(rect.BottomRight()));
+    pixels.NormalizeRect();
+    return pixels;
+}
+
 CRect CAcraster::GetViewRect() const
 {
-    const CSize size = GetSize();
-    return OrderedRect(PixelToView(CPoint(0, 0)), PixelToView(CPoint(size.cx, size.cy)));
+    return PixelToView(GetImageRect());
 }
 
 int CAcraster::GetViewRegion(CRgn& viewRegion) const
@@ -62,7 +58,7 @@ int CAcraster::GetViewRegion(CRgn& viewRegion) const
     const RegionRectangles rectangles(*m_pRegion);
     viewRegion.CreateRectRgn(0, 0, 0, 0);
     for (const CRect rect : rectangles) {
-        CRect viewRect = OrderedRect(PixelToView(rect.TopLeft()), PixelToView(rect.BottomRight()));
+        CRect viewRect = PixelToView(rect);
         // What is smaller than a view pixel stays visible.
         if (viewRect.top == viewRect.bottom)
             ++viewRect.bottom;

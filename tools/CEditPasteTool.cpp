@@ -24,13 +24,6 @@ CRect redrawRect; // in view space
 
 constexpr UINT redrawDelay = 100; // ms: the host's time to paint before the image goes back on top
 
-CRect ToView(const CAcraster& raster, const CRect& pixels)
-{
-    CRect rect(raster.PixelToView(pixels.TopLeft()), raster.PixelToView(pixels.BottomRight()));
-    rect.NormalizeRect();
-    return rect;
-}
-
 void PostAreaCommand()
 {
     acedPostCommand(L"orvo_selarea ");
@@ -86,7 +79,7 @@ int CEditPasteTool::Start()
     m_floating.OffsetRect(-(size.cx / 2), -(size.cy / 2));
     if (!BuildFloatingBitmap(*current.m_pRaster, dib))
         return 0;
-    DrawFloating(ToView(*current.m_pRaster, m_floating));
+    DrawFloating(current.m_pRaster->PixelToView(m_floating));
     if (current.m_pRaster->GetColorDepth() >= 2)
         PasteTransparent = false;
     m_cursorId = 0;
@@ -97,7 +90,7 @@ int CEditPasteTool::Start()
 
 bool CEditPasteTool::BuildFloatingBitmap(const CAcraster& raster, const ClipboardDib& dib)
 {
-    const CSize size = ToView(raster, m_floating).Size();
+    const CSize size = raster.PixelToView(m_floating).Size();
     CClientDC view(m_pView);
     // A context takes only bitmaps of one bit or of its own depth; that of a deeper raster is made for the view's.
     const BOOL made = raster.GetColorDepth() == 1 ? m_bitmap.CreateBitmap(size.cx, size.cy, 1, 1, nullptr)
@@ -133,7 +126,7 @@ int CEditPasteTool::OnMouseMove(CPoint point, UINT /*flags*/)
         return 1;
     m_cursorId = IDC_MOVE_IMAGE;
     if (!m_bDragging) {
-        if (!ToView(*current.m_pRaster, m_floating).PtInRect(point))
+        if (!current.m_pRaster->PixelToView(m_floating).PtInRect(point))
             m_cursorId = 0;
     } else if (!redrawTimer) {
         // A move while the timer runs is left out, and the next one makes up for it.
@@ -151,9 +144,9 @@ void CEditPasteTool::DragTo(const CAcraster& raster, CPoint point)
     CRect both;
     both.UnionRect(old, m_floating);
 
-    redrawRect = ToView(raster, m_floating);
+    redrawRect = raster.PixelToView(m_floating);
     redrawTool = this;
-    m_pView->RedrawWindow(ToView(raster, both), nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+    m_pView->RedrawWindow(raster.PixelToView(both), nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
     redrawTimer = SetTimer(nullptr, 0, redrawDelay, RedrawTimerProc);
 }
 

@@ -23,13 +23,6 @@ constexpr DWORD settleTime = 300; // ms
 constexpr int hitDistance = 4;    // view pixels about a handle
 constexpr int boxMargin = 5;      // view pixels about the box of the handles
 
-CRect Ordered(CPoint a, CPoint b)
-{
-    CRect rect(a, b);
-    rect.NormalizeRect();
-    return rect;
-}
-
 CRect Around(CPoint center, int distance)
 {
     return CRect(center.x - distance, center.y - distance, center.x + distance, center.y + distance);
@@ -116,13 +109,12 @@ CRect CFreeRotateTool::HandleBox(const CAcraster& raster) const
 {
     const auto [left, right] = std::minmax({m_base.x, m_firstArm.x, m_secondArm.x});
     const auto [top, bottom] = std::minmax({m_base.y, m_firstArm.y, m_secondArm.y});
-    CRect view = Ordered(raster.PixelToView(CPoint(left, top)), raster.PixelToView(CPoint(right, bottom)));
+    CRect view = raster.PixelToView(CRect(left, top, right, bottom));
     view.InflateRect(boxMargin, boxMargin);
-    const CRect box = Ordered(raster.ViewToPixel(view.TopLeft()), raster.ViewToPixel(view.BottomRight()));
     const int radius =
         TruncateToInt(0.5 * std::min(DistanceBetween(m_base, m_firstArm), DistanceBetween(m_base, m_secondArm)));
     CRect both;
-    both.UnionRect(box, Around(m_base, radius + 1));
+    both.UnionRect(raster.ViewToPixel(view), Around(m_base, radius + 1));
     return both;
 }
 
@@ -133,8 +125,7 @@ CFreeRotateTool::DragKind CFreeRotateTool::HandleHit(CPoint point) const
     if (!current.m_pRaster)
         return DragNone;
     const CAcraster& raster = *current.m_pRaster;
-    const CRect box = HandleBox(raster);
-    if (!Ordered(raster.PixelToView(box.TopLeft()), raster.PixelToView(box.BottomRight())).PtInRect(point))
+    if (!raster.PixelToView(HandleBox(raster)).PtInRect(point))
         return DragNone;
     const auto hits = [&](CPoint handle) {
         CRect area = Around(raster.PixelToView(handle), hitDistance);

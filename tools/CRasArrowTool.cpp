@@ -188,9 +188,7 @@ void CRasArrowTool::CombineDraggedRectangle(UINT flags)
         return;
     CRect dragged(m_start, m_end);
     dragged.NormalizeRect();
-    CRect pixels(current.m_pRaster->ViewToPixel(dragged.TopLeft()),
-                 current.m_pRaster->ViewToPixel(dragged.BottomRight()));
-    pixels.NormalizeRect(); // the image may be turned or mirrored
+    const CRect pixels = current.m_pRaster->ViewToPixel(dragged);
 
     CRgn& region = current.m_pRaster->GetRegion();
     if (current.m_pRaster->HasSelection()) {
