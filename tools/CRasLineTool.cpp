@@ -95,11 +95,9 @@ int CRasLineTool::OnLButtonUp(CPoint /*point*/, UINT /*flags*/)
 
     CAcraster& raster = *current.m_pRaster;
     // The start pixel has no stamp of its own: the first one, beside it, covers it if the line is wide.
-    ForEachStrokePixel(raster.ViewToPixel(ends->start), raster.ViewToPixel(ends->end), [&raster](CPoint pixel) {
-        raster.SetStampSize(StampSide(raster, LineWidth));
-        raster.SetColor(LineColor);
-        raster.Stamp(pixel);
-    });
+    const CRect reach = StrokeReach(raster, PrepareStamp(raster, LineWidth, LineColor), nullptr);
+    ForEachStrokePixel(raster.ViewToPixel(ends->start), raster.ViewToPixel(ends->end), reach,
+                       [&raster](CPoint pixel) { raster.Stamp(pixel); });
     raster.Reload();
     return 1;
 }

@@ -8,6 +8,35 @@
 
 IMPLEMENT_DYNAMIC(CRasStrokeTool, CTool)
 
+namespace {
+
+// Paints the stamps of one mouse message: in the working image, and on the view at once, for the drawing shows the
+// stroke only after the commit.
+class StampPainter
+{
+public:
+    StampPainter(CAcraster& raster, CWnd* view, int width, COLORREF color)
+        : m_raster(raster), m_side(PrepareStamp(raster, width, color)), m_view(view), m_brush(color)
+    {}
+
+    int Side() const { return m_side; }
+
+    void Paint(CPoint pixel)
+    {
+        m_raster.Stamp(pixel);
+        const CPoint corner(pixel.x - m_side / 2, pixel.y - m_side / 2);
+        m_view.FillRect(m_raster.PixelToView(CRect(corner, CSize(m_side, m_side))), &m_brush);
+    }
+
+private:
+    CAcraster& m_raster;
+    int m_side;
+    CClientDC m_view;
+    CBrush m_brush;
+};
+
+} // namespace
+
 CRasStrokeTool::CRasStrokeTool(UINT cursorId, double& lastViewKey)
     : m_cursor(cursorId, CPoint(15, 16)), m_lastViewKey(lastViewKey)
 {}
@@ -54,8 +83,10 @@ void CRasStrokeTool::BeginStroke(CPoint point)
         delete std::exchange(m_pStrokeGuard, nullptr);
     if (!m_pStrokeGuard)
         m_pStrokeGuard = new CCurentRaster;
-    if (CAcraster* raster = m_pStrokeGuard->GetIfCurrent())
-        PaintStamp(*raster, raster->ViewToPixel(point));
+    if (CAcraster* raster = m_pStrokeGuard->GetIfCurrent()) {
+        m_lastPixel = raster->ViewToPixel(point);
+        StampPainter(*raster, m_pView, BrushWidth(), BrushColor()).Paint(m_lastPixel);
+    }
     m_bStroke = true;
 }
 
@@ -68,7 +99,13 @@ int CRasStrokeTool::OnMouseMove(CPoint point, UINT /*flags*/)
     if (!current.m_pRaster)
         return 1;
     CAcraster& raster = *current.m_pRaster;
-    ForEachStrokePixel(m_lastPixel, raster.ViewToPixel(point), [&](CPoint pixel) { PaintStamp(raster, pixel); });
+    const CPoint pixel = raster.ViewToPixel(point);
+    if (pixel == m_lastPixel)
+        return 1;
+    StampPainter painter(raster, m_pView, BrushWidth(), BrushColor());
+    ForEachStrokePixel(m_lastPixel, pixel, StrokeReach(raster, painter.Side(), m_pView),
+                       [&painter](CPoint passed) { painter.Paint(passed); });
+    m_lastPixel = pixel;
     return 1;
 }
 
@@ -81,25 +118,4 @@ int CRasStrokeTool::OnLButtonUp(CPoint /*point*/, UINT /*flags*/)
     if (CAcraster* raster = guard ? guard->GetIfCurrent() : nullptr)
         raster->Reload();
     return 1;
-}
-
-void CRasStrokeTool::PaintStamp(CAcraster& raster, CPoint pixel)
-{
-    m_lastPixel = pixel;
-    const int side = StampSide(raster, BrushWidth());
-    raster.SetStampSize(side);
-    raster.SetColor(BrushColor());
-    raster.Stamp(pixel);
-    ShowStamp(raster, pixel, side);
-}
-
-// On the view at once; the drawing shows the stroke only after the commit.
-void CRasStrokeTool::ShowStamp(const CAcraster& raster, CPoint pixel, int side)
-{
-    const CPoint corner(pixel.x - side / 2, pixel.y - side / 2);
-    CRect rect(raster.PixelToView(corner), raster.PixelToView(CPoint(corner.x + side, corner.y + side)));
-    rect.NormalizeRect();
-    CClientDC view(m_pView);
-    CBrush brush(BrushColor());
-    view.FillRect(rect, &brush);
 }

@@ -4,8 +4,6 @@
 #include "tools/CAppCursor.h"
 #include "tools/CTool.h"
 
-class CAcraster;
-
 /// Freehand painting with the square stamp: what the pen and the eraser share. A stroke runs from button-down to
 /// button-up under one lock and is committed at its end; the tool stays for the next stroke.
 class CRasStrokeTool : public CTool
@@ -31,12 +29,9 @@ protected:
     void BeginStroke(CPoint point);
 
 private:
-    void PaintStamp(CAcraster& raster, CPoint pixel);
-    void ShowStamp(const CAcraster& raster, CPoint pixel, int side);
-
     bool m_bStroke = false;
     CAppCursor m_cursor;
-    CPoint m_lastPixel;
+    CPoint m_lastPixel; // of the image, where the stroke is at
     bool m_bStarted = false;
     // Not a scoped pointer: a tool that is ended in mid-stroke leaves its lock counted, so that the raster keeps its
     // working copy with the uncommitted stamps until it is replaced.

@@ -1,7 +1,5 @@
 #include "tools/Stroke.h"
 
-#include <algorithm>
-
 #include "raster/CAcraster.h"
 #include "raster/Coordinates.h"
 
@@ -34,5 +32,36 @@ int StampSide(const CAcraster& raster, int width)
 {
     const CPoint corner = raster.ViewToPixel(CPoint(largestCursor, largestCursor));
     const CPoint origin = raster.ViewToPixel(CPoint(0, 0));
-    return std::min(static_cast<int>(std::abs(corner.x - origin.x)), width);
+    const long long covered = std::abs(static_cast<long long>(corner.x) - origin.x);
+    return static_cast<int>(std::min<long long>(covered, width));
+}
+
+int PrepareStamp(CAcraster& raster, int width, COLORREF color)
+{
+    const int side = StampSide(raster, width);
+    raster.SetStampSize(side);
+    raster.SetColor(color);
+    return side;
+}
+
+CRect StrokeReach(const CAcraster& raster, int side, const CWnd* view)
+{
+    CRect reach = raster.GetImageRect();
+    if (view && !raster.GetViewRect().IsRectEmpty()) {
+        CRect client;
+        view->GetClientRect(client);
+        // All four corners, for the image may be turned by any angle.
+        for (const CPoint corner : {client.TopLeft(), CPoint(client.right, client.top), client.BottomRight(),
+                                    CPoint(client.left, client.bottom)}) {
+            const CPoint pixel = raster.ViewToPixel(corner);
+            reach.left = std::min(reach.left, pixel.x);
+            reach.top = std::min(reach.top, pixel.y);
+            reach.right = std::max(reach.right, pixel.x);
+            reach.bottom = std::max(reach.bottom, pixel.y);
+        }
+    }
+    constexpr int farthest = 1 << 30;
+    reach.IntersectRect(reach, CRect(-farthest, -farthest, farthest, farthest));
+    reach.InflateRect(side + 2, side + 2); // the square about a pixel, and the conversions' rounding
+    return reach;
 }

@@ -2,7 +2,7 @@
 // stamp and its cursor are at the present zoom, and the pixels of a stroke.
 #pragma once
 
-#include <cmath>
+#include <algorithm>
 #include <cstdlib>
 
 #include "platform/platform.h"
@@ -26,21 +26,46 @@ int CursorHalfSize(const CAcraster& raster, int width);
 /// nothing, when an image pixel is wider on screen than that.
 int StampSide(const CAcraster& raster, int width);
 
-/// Calls `visit(CPoint)` for each pixel of a straight stroke, without `from` and with `to`. The offsets across the
-/// longer direction round downward; at 45 degrees the stroke runs along y.
-template <typename Visit> void ForEachStrokePixel(CPoint from, CPoint to, Visit&& visit)
+/// Makes the raster's stamp ready in a width of `width` image pixels and a colour. Returns the side that it has at the
+/// present zoom.
+int PrepareStamp(CAcraster& raster, int width, COLORREF color);
+
+/// The image pixels at which a stamp of that side can change anything: in the image, and in the client area of `view`,
+/// unless that is null or shows the image smaller than one of its pixels. A mouse that is held left of or above the
+/// view arrives far to the right of it or below, and the stroke there and back need not be walked.
+CRect StrokeReach(const CAcraster& raster, int side, const CWnd* view);
+
+/// One coordinate of a stroke. Wide, for at a far zoom the ends can lie a whole int's range apart.
+struct StrokeAxis
 {
-    const int dx = to.x - from.x;
-    const int dy = to.y - from.y;
-    const int ax = std::abs(dx);
-    const int ay = std::abs(dy);
-    const int sx = dx < 0 ? -1 : 1;
-    const int sy = dy < 0 ? -1 : 1;
-    if (ay < ax) {
-        for (int i = 1; i <= ax; ++i)
-            visit(CPoint(from.x + i * sx, from.y + static_cast<int>(static_cast<double>(i) * ay / ax) * sy));
-    } else {
-        for (int i = 1; i <= ay; ++i)
-            visit(CPoint(from.x + static_cast<int>(static_cast<double>(i) * ax / ay) * sx, from.y + i * sy));
+    StrokeAxis(long long from, long long to) : start(from), length(std::abs(to - from)), sign(to < from ? -1 : 1) {}
+    int At(long long distance) const { return static_cast<int>(start + sign * distance); }
+    /// How far from the start a coordinate lies in the stroke's direction.
+    long long DistanceTo(long long coordinate) const { return sign * (coordinate - start); }
+
+    long long start;
+    long long length;
+    int sign;
+};
+
+/// Calls `visit(CPoint)` for each pixel of a straight stroke, without `from` and with `to`, but not for those that lie
+/// outside `reach` in the stroke's longer direction. The offsets across that direction round downward; at 45 degrees
+/// the stroke runs along y.
+template <typename Visit> void ForEachStrokePixel(CPoint from, CPoint to, const CRect& reach, Visit&& visit)
+{
+    const StrokeAxis x(from.x, to.x);
+    const StrokeAxis y(from.y, to.y);
+    const bool alongX = y.length < x.length;
+    const StrokeAxis& longer = alongX ? x : y;
+    const StrokeAxis& shorter = alongX ? y : x;
+    const long long low = longer.DistanceTo(alongX ? reach.left : reach.top);
+    const long long high = longer.DistanceTo((alongX ? reach.right : reach.bottom) - 1);
+
+    const long long last = std::min(longer.length, std::max(low, high));
+    for (long long i = std::max(1LL, std::min(low, high)); i <= last; ++i) {
+        const double offset = static_cast<double>(i) * shorter.length / longer.length;
+        const int along = longer.At(i);
+        const int across = shorter.At(static_cast<long long>(offset));
+        visit(alongX ? CPoint(along, across) : CPoint(across, along));
     }
 }

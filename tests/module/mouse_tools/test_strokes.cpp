@@ -46,8 +46,8 @@ public:
         const int height = std::abs(to.y - from.y);
         const int longer = std::max(width, height);
         for (int i = 1; i <= longer; ++i)
-            stamp(from.x + (to.x < from.x ? -1 : 1) * (i * width / longer),
-                  from.y + (to.y < from.y ? -1 : 1) * (i * height / longer), side, colour);
+            stamp(from.x + (to.x < from.x ? -1 : 1) * static_cast<int>(1LL * i * width / longer),
+                  from.y + (to.y < from.y ? -1 : 1) * static_cast<int>(1LL * i * height / longer), side, colour);
     }
     const Picture& picture() const { return m_picture; }
 
@@ -99,6 +99,73 @@ TEST_F(Strokes, EveryDirectionPaintsWhatTheSlowPainterPaints)
         delete g_pArxApp->m_pTool;
         standin::closeDrawing();
     }
+}
+
+TEST_F(Strokes, AMouseHeldLeftOfOrAboveTheViewPaintsWhatLiesOnTheWayToItsLargeCoordinates)
+{
+    // In view pixels; what lies left of or above the view arrives 65536 further.
+    const CPoint path[] = {{200, 150}, {-20, 140}, {190, 160}, {210, -1}, {195, 140}, {-3, -40}, {205, 148}};
+    for (const double viewHeight : {75.0, 300.0, 1200.0}) {
+        SCOPED_TRACE(viewHeight);
+        CAcraster& raster = openRaster();
+        m_viewState = {400, 300, {0.5, -0.5, 0}, viewHeight};
+        PenCommand();
+        SlowPainter painter(blank(80, 60));
+        CPoint last;
+        for (const CPoint& point : path) {
+            raster.Lock(0);
+            const CPoint pixel =
+                raster.ViewToPixel({point.x < 0 ? point.x + 65536 : point.x, point.y < 0 ? point.y + 65536 : point.y});
+            raster.Unlock();
+            if (point == path[0]) {
+                press(point);
+                painter.stamp(pixel.x, pixel.y, 3, '#');
+            } else {
+                move(point);
+                painter.stroke(last, pixel, 3, '#');
+            }
+            last = pixel;
+        }
+        release(path[0]);
+        EXPECT_EQ(pictureInDrawing(0), painter.picture());
+        delete g_pArxApp->m_pTool;
+        g_pArxApp->DropRaster();
+        standin::closeDrawing();
+    }
+}
+
+TEST_F(Strokes, AStrokeBesideTheImageShowsOnTheViewUntilTheCommit)
+{
+    openRaster();
+    m_viewState.viewHeight = 300; // one view pixel to an image pixel, so that most of the view lies beside the image
+    PenCommand();
+    const auto before = viewPixels();
+    press(CPoint(20, 20));
+    move(CPoint(50, 20));
+    auto wanted = before;
+    for (int y = 19; y <= 21; ++y)
+        std::fill_n(wanted.begin() + y * 400 + 19, 33, 0u);
+    const auto shown = viewPixels();
+    int differ = 0;
+    for (size_t i = 0; i < shown.size(); ++i)
+        differ += shown[i] != wanted[i];
+    EXPECT_EQ(differ, 0) << "3 by 33 view pixels are black";
+    release(CPoint(50, 20));
+    EXPECT_EQ(pictureInDrawing(0), blank(80, 60));
+}
+
+TEST_F(Strokes, AtAZoomWhereTheImageIsAPointAStrokeIsAsQuick)
+{
+    openRaster();
+    m_viewState = {400, 300, {0.5, -0.5, 0}, 3e8}; // a million image pixels to a view pixel
+    PenCommand();
+    press(CPoint(200, 150));
+    move(CPoint(380, 150));
+    release(CPoint(380, 150));
+    Picture wanted = blank(80, 60);
+    for (int y = 29; y <= 31; ++y)
+        wanted[y].replace(39, 41, std::string(41, '#'));
+    EXPECT_EQ(pictureInDrawing(0), wanted);
 }
 
 TEST_F(Strokes, AClickPaintsOneStampAndTheToolStaysForTheNext)
