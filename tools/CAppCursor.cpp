@@ -1,5 +1,8 @@
 #include "tools/CAppCursor.h"
 
+#include "tools/CSelectObject.h"
+#include "tools/ViewDrawing.h"
+
 namespace {
 
 constexpr int cursorSide = 32;
@@ -26,13 +29,8 @@ public:
     void TraceOutline(const CRect& rect, COLORREF color)
     {
         CPen pen(PS_SOLID, 1, color);
-        CPen* previous = m_context.SelectObject(&pen);
-        m_context.MoveTo(rect.left, rect.top);
-        m_context.LineTo(rect.right, rect.top);
-        m_context.LineTo(rect.right, rect.bottom);
-        m_context.LineTo(rect.left, rect.bottom);
-        m_context.LineTo(rect.left, rect.top);
-        m_context.SelectObject(previous);
+        const CSelectObject selected(m_context, pen);
+        DrawOutline(m_context, rect);
     }
 
     void CopyBits(BYTE (&bits)[maskBytes]) { m_bitmap.GetBitmapBits(maskBytes, bits); }
@@ -49,7 +47,7 @@ void DrawPicture(UINT bitmapId, COLORREF keyColor, CursorMask& andMask, CursorMa
     picture.LoadBitmap(bitmapId);
     CDC context;
     context.CreateCompatibleDC(nullptr);
-    CBitmap* previous = context.SelectObject(&picture);
+    const CSelectObject selected(context, picture);
     for (int y = 0; y < cursorSide; ++y) {
         for (int x = 0; x < cursorSide; ++x) {
             const COLORREF color = context.GetPixel(x, y);
@@ -58,7 +56,6 @@ void DrawPicture(UINT bitmapId, COLORREF keyColor, CursorMask& andMask, CursorMa
             xorMask.SetPixel(x, y, transparent ? black : color);
         }
     }
-    context.SelectObject(previous);
 }
 
 } // namespace

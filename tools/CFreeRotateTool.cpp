@@ -8,6 +8,7 @@
 #include "raster/CCurentRaster.h"
 #include "raster/Coordinates.h"
 #include "resources/resource.h"
+#include "tools/CSelectObject.h"
 #include "tools/RotationGeometry.h"
 #include "tools/Stroke.h"
 #include "tools/ToolMenu.h"
@@ -189,7 +190,7 @@ void CFreeRotateTool::DrawDragFigure(const CAcraster& raster)
         return;
     CClientDC view(m_pView);
     view.SetROP2(R2_XORPEN);
-    CPen* const oldPen = view.SelectObject(&m_pen);
+    const CSelectObject pen(view, m_pen);
     const CPoint end = m_pDrag->end;
     if (m_dragKind == DragAll) {
         const CSize offset = raster.ViewToPixel(end) - raster.ViewToPixel(m_pDrag->start);
@@ -207,7 +208,6 @@ void CFreeRotateTool::DrawDragFigure(const CAcraster& raster)
         }
         DrawHandles(view);
     }
-    view.SelectObject(oldPen);
 }
 
 void CFreeRotateTool::OffsetHandles(CSize pixels)
@@ -229,7 +229,7 @@ void CFreeRotateTool::DrawHandles(CDC& view)
     const CPoint first = current.m_pRaster->PixelToView(m_firstArm);
     const CPoint second = current.m_pRaster->PixelToView(m_secondArm);
 
-    CPen* const oldPen = view.SelectObject(&m_pen);
+    const CSelectObject pen(view, m_pen);
     for (const CPoint arm : {first, second})
         DrawOutline(view, Around(arm, 3));
     view.MoveTo(base.x - 5, base.y);
@@ -245,7 +245,6 @@ void CFreeRotateTool::DrawHandles(CDC& view)
     view.LineTo(base);
     view.LineTo(second);
     DrawArc(view, base, first, second);
-    view.SelectObject(oldPen);
 }
 
 void CFreeRotateTool::DrawArc(CDC& view, CPoint base, CPoint first, CPoint second)

@@ -1,11 +1,10 @@
 #include "tools/CRasArrowTool.h"
 
-#include <cstdlib>
-
 #include "raster/CAcraster.h"
 #include "raster/CCurentRaster.h"
 #include "resources/resource.h"
 #include "tools/CEditPasteTool.h"
+#include "tools/CSelectObject.h"
 #include "tools/ToolMenu.h"
 #include "tools/ToolMessageHook.h"
 #include "tools/ViewDrawing.h"
@@ -79,14 +78,9 @@ void CRasArrowTool::UpdateCursor()
 int CRasArrowTool::OnMouseMove(CPoint point, UINT flags)
 {
     if (m_state & (StateRubberBand | StateMove)) {
-        CClientDC view(m_pView);
-        view.SetROP2(R2_XORPEN);
-        CPen* const oldPen = view.SelectObject(&m_xorPen);
-        const auto draw = m_state & StateRubberBand ? &CRasArrowTool::DrawRubberBand : &CRasArrowTool::DrawMovedFrame;
-        (this->*draw)(view);
+        DrawFeedback();
         m_end = point;
-        (this->*draw)(view);
-        view.SelectObject(oldPen);
+        DrawFeedback();
     } else if (m_state & StateSelection) {
         ChooseCursor(point, flags);
     }
@@ -105,6 +99,19 @@ void CRasArrowTool::ChooseCursor(CPoint point, UINT flags)
         const CCurentRaster current;
         if (current.m_pRaster && current.m_pRaster->GetRegion().PtInRegion(current.m_pRaster->ViewToPixel(point)))
             m_cursorId = IDC_AREA_MOVE;
+    }
+}
+
+// Of a drag; drawn a second time it erases itself.
+void CRasArrowTool::DrawFeedback()
+{
+    CClientDC view(m_pView);
+    view.SetROP2(R2_XORPEN);
+    const CSelectObject pen(view, m_xorPen);
+    if (m_state & StateRubberBand) {
+        DrawRubberBand(view);
+    } else {
+        DrawMovedFrame(view);
     }
 }
 
@@ -157,17 +164,7 @@ int CRasArrowTool::OnLButtonUp(CPoint /*point*/, UINT flags)
     const unsigned drag = m_state & (StateRubberBand | StateMove);
     if (!drag)
         return 1;
-    {
-        CClientDC view(m_pView);
-        view.SetROP2(R2_XORPEN);
-        CPen* const oldPen = view.SelectObject(&m_xorPen);
-        if (drag & StateRubberBand) {
-            DrawRubberBand(view);
-        } else {
-            DrawMovedFrame(view);
-        }
-        view.SelectObject(oldPen);
-    }
+    DrawFeedback();
     m_state &= ~drag;
     const CSize size = DragSize();
     if (drag & StateRubberBand) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdlib>
 #include <memory>
 
 #include "tools/CTool.h"
@@ -32,6 +33,7 @@ private:
         StateMove = 4,       // the selection is being moved
     };
 
+    void DrawFeedback();
     void DrawRubberBand(CDC& view);
     void DrawMovedFrame(CDC& view);
     void ChooseCursor(CPoint point, UINT flags);

@@ -1,6 +1,7 @@
 #include "tools/CTool.h"
 
 #include "host/CArxApp.h"
+#include "tools/CSelectObject.h"
 #include "tools/ToolMessageHook.h"
 
 IMPLEMENT_DYNAMIC(CTool, CObject)
@@ -88,27 +89,22 @@ int CTool::PreMessage(MSG*)
 
 void CTool::SaveScreen()
 {
-    const HWND view = m_pView->m_hWnd;
-    RECT client = {};
-    GetClientRect(view, &client);
-    POINT origin = {0, 0};
-    ClientToScreen(view, &origin);
+    CRect client;
+    m_pView->GetClientRect(client);
+    CPoint origin(0, 0);
+    m_pView->ClientToScreen(&origin);
 
-    CDC* viewContext = m_pView->GetDC();
-    const HDC screenContext = ::GetDC(nullptr);
+    CClientDC view(m_pView);
+    CClientDC screen(nullptr);
     // What the screen shows is written into the view first: the host may have drawn past the view's own context.
-    BitBlt(viewContext->m_hDC, 0, 0, client.right, client.bottom, screenContext, origin.x, origin.y, SRCCOPY);
+    view.BitBlt(0, 0, client.right, client.bottom, &screen, origin.x, origin.y, SRCCOPY);
 
     m_pSaveUnder = std::make_unique<CBitmap>();
-    m_pSaveUnder->CreateCompatibleBitmap(viewContext, client.right, client.bottom);
+    m_pSaveUnder->CreateCompatibleBitmap(&view, client.right, client.bottom);
     CDC memory;
-    memory.CreateCompatibleDC(viewContext);
-    CBitmap* previous = memory.SelectObject(m_pSaveUnder.get());
-    memory.BitBlt(0, 0, client.right, client.bottom, viewContext, 0, 0, SRCCOPY);
-    memory.SelectObject(previous);
-
-    ::ReleaseDC(nullptr, screenContext);
-    m_pView->ReleaseDC(viewContext);
+    memory.CreateCompatibleDC(&view);
+    const CSelectObject selected(memory, *m_pSaveUnder);
+    memory.BitBlt(0, 0, client.right, client.bottom, &view, 0, 0, SRCCOPY);
 }
 
 void CTool::RestoreScreen()
@@ -117,11 +113,9 @@ void CTool::RestoreScreen()
         return;
     BITMAP size = {};
     m_pSaveUnder->GetBitmap(&size);
-    CDC* viewContext = m_pView->GetDC();
+    CClientDC view(m_pView);
     CDC memory;
-    memory.CreateCompatibleDC(viewContext);
-    CBitmap* previous = memory.SelectObject(m_pSaveUnder.get());
-    viewContext->BitBlt(0, 0, size.bmWidth, size.bmHeight, &memory, 0, 0, SRCCOPY);
-    memory.SelectObject(previous);
-    m_pView->ReleaseDC(viewContext);
+    memory.CreateCompatibleDC(&view);
+    const CSelectObject selected(memory, *m_pSaveUnder);
+    view.BitBlt(0, 0, size.bmWidth, size.bmHeight, &memory, 0, 0, SRCCOPY);
 }

@@ -16,11 +16,11 @@ bool FrameRegionWithPattern(CDC& view, CRgn& region, UINT bitmapId, CPoint brush
     return true;
 }
 
-void DrawOutline(CDC& view, const CRect& rect)
+void DrawOutline(CDC& context, const CRect& rect)
 {
-    view.MoveTo(rect.left, rect.top);
-    view.LineTo(rect.right, rect.top);
-    view.LineTo(rect.right, rect.bottom);
-    view.LineTo(rect.left, rect.bottom);
-    view.LineTo(rect.left, rect.top);
+    context.MoveTo(rect.left, rect.top);
+    context.LineTo(rect.right, rect.top);
+    context.LineTo(rect.right, rect.bottom);
+    context.LineTo(rect.left, rect.bottom);
+    context.LineTo(rect.left, rect.top);
 }

@@ -1,4 +1,4 @@
-// Drawing on the view that several tools and the crawling frames share.
+// Drawing that several tools and the crawling frames share, most of it on the view.
 #pragma once
 
 #include "platform/platform.h"
@@ -11,4 +11,4 @@ void RedrawView(CWnd* view);
 bool FrameRegionWithPattern(CDC& view, CRgn& region, UINT bitmapId, CPoint brushOrigin, int thickness);
 
 /// The four sides of a rectangle by lines, in the context's pen and mode: drawn twice in XOR mode they vanish.
-void DrawOutline(CDC& view, const CRect& rect);
+void DrawOutline(CDC& context, const CRect& rect);
