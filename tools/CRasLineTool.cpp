@@ -3,9 +3,10 @@
 #include "raster/CAcraster.h"
 #include "raster/CCurentRaster.h"
 #include "resources/resource.h"
+#include "tools/CSelectObject.h"
 #include "tools/Stroke.h"
 
-IMPLEMENT_DYNAMIC(CRasLineTool, CTool)
+IMPLEMENT_DYNAMIC(CRasLineTool, CBrushTool)
 
 namespace {
 
@@ -16,42 +17,7 @@ constexpr int shortestDrag = 4;
 
 } // namespace
 
-CRasLineTool::CRasLineTool() : m_cursor(IDB_CURSOR_LINE, CPoint(15, 16)), m_xorPen(PS_SOLID, 0, 0xFFFFFF) {}
-
-CRasLineTool::~CRasLineTool()
-{
-    if (m_bStarted)
-        CRasLineTool::Stop();
-    ::ReleaseCapture();
-}
-
-int CRasLineTool::Start()
-{
-    const CCurentRaster current;
-    if (!current.m_pRaster)
-        return 0;
-    m_bStarted = true;
-    m_cursor.Rebuild(CursorHalfSize(*current.m_pRaster, LineWidth));
-    return 1;
-}
-
-void CRasLineTool::Stop()
-{
-    CTool::Stop();
-    m_bStarted = false;
-}
-
-void CRasLineTool::UpdateCursor()
-{
-    const double key = CursorViewKey();
-    if (key != lastViewKey) {
-        lastViewKey = key;
-        const CCurentRaster current;
-        if (current.m_pRaster)
-            m_cursor.Rebuild(CursorHalfSize(*current.m_pRaster, LineWidth));
-    }
-    m_cursor.Set();
-}
+CRasLineTool::CRasLineTool() : CBrushTool(IDB_CURSOR_LINE, lastViewKey), m_xorPen(PS_SOLID, 0, 0xFFFFFF) {}
 
 int CRasLineTool::OnLButtonDown(CPoint point, UINT /*flags*/)
 {
@@ -95,7 +61,7 @@ int CRasLineTool::OnLButtonUp(CPoint /*point*/, UINT /*flags*/)
 
     CAcraster& raster = *current.m_pRaster;
     // The start pixel has no stamp of its own: the first one, beside it, covers it if the line is wide.
-    const CRect reach = StrokeReach(raster, PrepareStamp(raster, LineWidth, LineColor), nullptr);
+    const CRect reach = StrokeReach(raster, PrepareStamp(raster, BrushWidth(), BrushColor()), nullptr);
     ForEachStrokePixel(raster.ViewToPixel(ends->start), raster.ViewToPixel(ends->end), reach,
                        [&raster](CPoint pixel) { raster.Stamp(pixel); });
     raster.Reload();
@@ -115,8 +81,17 @@ void CRasLineTool::DrawBand()
         return;
     CClientDC view(m_pView);
     view.SetROP2(R2_XORPEN);
-    CPen* const oldPen = view.SelectObject(&m_xorPen);
+    const CSelectObject pen(view, m_xorPen);
     view.MoveTo(m_pEndPoints->start);
     view.LineTo(m_pEndPoints->end);
-    view.SelectObject(oldPen);
+}
+
+int CRasLineTool::BrushWidth() const
+{
+    return LineWidth;
+}
+
+COLORREF CRasLineTool::BrushColor() const
+{
+    return LineColor;
 }

@@ -2,24 +2,23 @@
 
 #include <memory>
 
-#include "tools/CAppCursor.h"
-#include "tools/CTool.h"
+#include "tools/CBrushTool.h"
 
 /// Draws a straight line, dragged out with a rubber band; Shift holds it horizontal or vertical.
-class CRasLineTool : public CTool
+class CRasLineTool : public CBrushTool
 {
     DECLARE_DYNAMIC(CRasLineTool)
 
 public:
     CRasLineTool();
-    ~CRasLineTool() override;
-    int Start() override;
-    void Stop() override;
     int ToolId() override { return ToolIdLine; }
-    void UpdateCursor() override;
     int OnLButtonDown(CPoint point, UINT flags) override;
     int OnLButtonUp(CPoint point, UINT flags) override;
     int OnMouseMove(CPoint point, UINT flags) override;
+
+protected:
+    int BrushWidth() const override;
+    COLORREF BrushColor() const override;
 
 private:
     // In view space.
@@ -33,7 +32,5 @@ private:
     bool IsTooShort() const;
 
     std::unique_ptr<EndPoints> m_pEndPoints; // there from button-down to button-up
-    CAppCursor m_cursor;
-    bool m_bStarted = false;
     CPen m_xorPen;
 };

@@ -6,7 +6,7 @@
 #include "raster/CAcraster.h"
 #include "tools/Stroke.h"
 
-IMPLEMENT_DYNAMIC(CRasStrokeTool, CTool)
+IMPLEMENT_DYNAMIC(CRasStrokeTool, CBrushTool)
 
 namespace {
 
@@ -36,45 +36,6 @@ private:
 };
 
 } // namespace
-
-CRasStrokeTool::CRasStrokeTool(UINT cursorId, double& lastViewKey)
-    : m_cursor(cursorId, CPoint(15, 16)), m_lastViewKey(lastViewKey)
-{}
-
-CRasStrokeTool::~CRasStrokeTool()
-{
-    if (m_bStarted)
-        CRasStrokeTool::Stop();
-    ::ReleaseCapture();
-}
-
-int CRasStrokeTool::Start()
-{
-    const CCurentRaster current;
-    if (!current.m_pRaster)
-        return 0;
-    m_bStarted = true;
-    m_cursor.Rebuild(CursorHalfSize(*current.m_pRaster, BrushWidth()));
-    return 1;
-}
-
-void CRasStrokeTool::Stop()
-{
-    CTool::Stop();
-    m_bStarted = false;
-}
-
-void CRasStrokeTool::UpdateCursor()
-{
-    const double key = CursorViewKey();
-    if (key != m_lastViewKey) {
-        m_lastViewKey = key;
-        const CCurentRaster current;
-        if (current.m_pRaster)
-            m_cursor.Rebuild(CursorHalfSize(*current.m_pRaster, BrushWidth()));
-    }
-    m_cursor.Set();
-}
 
 void CRasStrokeTool::BeginStroke(CPoint point)
 {
