@@ -2,6 +2,7 @@
 
 #include "host/CArxApp.h"
 #include "host/CTempMFC.h"
+#include "host/PostCommandText.h"
 #include "raster/CAcraster.h"
 #include "raster/CCurentRaster.h"
 #include "resources/resource.h"
@@ -26,7 +27,7 @@ constexpr UINT redrawDelay = 100; // ms: the host's time to paint before the ima
 
 void PostAreaCommand()
 {
-    acedPostCommand(L"orvo_selarea ");
+    PostCommandText(L"orvo_selarea ");
 }
 
 void StopRedrawTimer()

@@ -2,6 +2,9 @@
 
 #include "tools/CTool.h"
 
+class CAcraster;
+class ClipboardDib;
+
 /// Floats the clipboard's bitmap over the view at the size that it will have in the raster. It is dragged into place
 /// and goes into the raster with a click beside it. What floats is a picture in view pixels for show; the true pixels
 /// stay on the clipboard, from where the worker takes them.
@@ -27,9 +30,9 @@ public:
     const CRect& FloatingRect() const { return m_floating; }
 
 private:
-    bool BuildFloatingBitmap(const class CAcraster& raster, const class ClipboardDib& dib);
-    void DragTo(const class CAcraster& raster, CPoint point);
-    void Commit(class CAcraster& raster);
+    bool BuildFloatingBitmap(const CAcraster& raster, const ClipboardDib& dib);
+    void DragTo(const CAcraster& raster, CPoint point);
+    void Commit(CAcraster& raster);
 
     CPoint m_grabPixel; // image pixel that the drag was at last
     bool m_bDragging = false;

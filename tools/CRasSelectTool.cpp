@@ -40,7 +40,7 @@ int CRasSelectTool::Start()
 
 void CRasSelectTool::Stop()
 {
-    SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+    CTool::Stop();
     // A drawing without images gave no set.
     if (m_selectionSet[0] || m_selectionSet[1])
         acedSSFree(m_selectionSet);

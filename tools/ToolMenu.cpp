@@ -2,12 +2,17 @@
 
 #include "host/CArxApp.h"
 
-void TrackPopUp(CTool* tool, CMenu& popUp, CPoint point)
+void TrackToolMenu(CTool* tool, UINT menuId, CPoint point, const std::function<void(CMenu& popUp)>& prepare)
 {
+    CMenu menu;
+    if (!menu.LoadMenu(menuId))
+        return;
+    CMenu* popUp = menu.GetSubMenu(0);
+    prepare(*popUp);
     CWnd* view = tool->m_pView;
     view->ClientToScreen(&point);
     tool->m_bBusy = true;
-    popUp.TrackPopupMenu(TPM_RIGHTBUTTON, point.x, point.y, view);
+    popUp->TrackPopupMenu(TPM_RIGHTBUTTON, point.x, point.y, view);
     if (g_pArxApp->m_pTool == tool)
         tool->m_bBusy = false;
 }
