@@ -2,6 +2,7 @@
 
 #include "tests/module/afx/gdi_count.h"
 #include "tests/module/mouse_tools/mouse_fixture.h"
+#include "tests/module/support/held_objects.h"
 #include "tools/CEditPasteTool.h"
 
 namespace {
@@ -263,6 +264,26 @@ TEST_F(Paste, ThePreviewShowsTheClipboardsPixels)
             }
         }
     }
+}
+
+TEST_F(Paste, ADeeperRasterCostsNoContexts)
+{
+    test::writeGrayTiff(file("gray.tif"), 80, 60);
+    openDrawing({blank(80, 60)}, {{.file = file("gray.tif"), .x = -40, .y = -30}});
+    makeCurrent(0);
+    putOnClipboard(CF_DIB, test::dibOf(corner));
+    const auto live = [this] {
+        if (start()) {
+            EXPECT_FALSE(PasteTransparent);
+            escape();
+        }
+        EXPECT_EQ(g_pArxApp->m_pTool, nullptr);
+    };
+    live();
+    const test::HeldObjects before = test::HeldObjects::now();
+    for (int i = 0; i < 20; ++i)
+        live();
+    EXPECT_EQ(test::HeldObjects::now(), before);
 }
 
 TEST_F(Paste, EscapeTakesTheImageOffTheView)
