@@ -39,6 +39,9 @@ void StopRedrawTimer()
 
 void CALLBACK RedrawTimerProc(HWND, UINT, UINT_PTR, DWORD)
 {
+    // The tool may have ended when the hook saw this very message.
+    if (!redrawTimer)
+        return;
     StopRedrawTimer();
     const CTempMFC resources;
     redrawTool->DrawFloating(redrawRect);
@@ -225,7 +228,7 @@ int CEditPasteTool::OnCommand(UINT id)
 void CEditPasteTool::Stop()
 {
     CTool::Stop();
-    if (!m_floating.IsRectEmpty())
+    if (!m_floating.IsRectEmpty() && HasView())
         RedrawView(m_pView);
     m_bStarted = false;
 }

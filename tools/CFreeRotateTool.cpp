@@ -65,7 +65,8 @@ CFreeRotateTool::~CFreeRotateTool()
 {
     m_pDrag.reset();
     ::ReleaseCapture();
-    RedrawView(m_pView);
+    if (HasView())
+        RedrawView(m_pView);
     m_tip.Destroy();
 }
 

@@ -6,7 +6,7 @@
 
 IMPLEMENT_DYNAMIC(CTool, CObject)
 
-CTool::CTool() : m_pView(acedGetAcadDwgView())
+CTool::CTool() : m_pView(acedGetAcadDwgView()), m_hView(m_pView ? m_pView->m_hWnd : nullptr)
 {
     if (g_pArxApp->m_pTool) {
         StopToolCloseTimer();

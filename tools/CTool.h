@@ -37,14 +37,19 @@ public:
     /// Sees each of the view's messages first; not 0 keeps it from everyone else.
     virtual int PreMessage(MSG* message);
 
+    /// False once the view's window has gone, with its drawing: m_pView points to nothing then. The hook ends the tool
+    /// at the next message.
+    bool HasView() const { return IsWindow(m_hView) != FALSE; }
+
     /// Keeps a copy of what the screen shows of the view, and puts it back.
     void SaveScreen();
     void RestoreScreen();
 
     bool m_bBusy = false; // a pop-up menu of the tool's is up: the mouse is left to it
-    CWnd* m_pView;        // the drawing view
+    CWnd* m_pView;        // the drawing view; see HasView
 
 private:
+    HWND m_hView;
     std::unique_ptr<CBitmap> m_pSaveUnder;
 };
 

@@ -182,6 +182,10 @@ bool HandleMessage(MSG& message)
     lastTime = message.time;
     if (!ToolInputEnabled || !g_pArxApp->m_pTool)
         return true;
+    if (!g_pArxApp->m_pTool->HasView()) {
+        EndTool();
+        return true;
+    }
     if (IsForWindow(message, g_pArxApp->m_pTool->m_pView)) {
         if (g_pArxApp->m_pTool->PreMessage(&message))
             Neutralise(message);

@@ -2,45 +2,19 @@
 
 #include <algorithm>
 
-#include "host/MonitorTimer.h"
-#include "tests/module/mouse_tools/mouse_fixture.h"
+#include "tests/module/mouse_tools/monitor_fixture.h"
 
 namespace {
 
 using test::blank;
 
-class Monitor : public test::MouseFixture
+class Monitor : public test::MonitorFixture
 {
 protected:
     void SetUp() override
     {
-        MouseFixture::SetUp();
-        m_frame = new CMDIFrameWnd;
-        ASSERT_TRUE(m_frame->Create(nullptr, L"desk", WS_OVERLAPPEDWINDOW, CRect(0, 0, 300, 200)));
-        auto* child = new CMDIChildWnd;
-        ASSERT_TRUE(child->Create(nullptr, L"drawing", WS_CHILD | WS_VISIBLE | WS_OVERLAPPEDWINDOW,
-                                  CFrameWnd::rectDefault, m_frame));
-        child->SetActiveView(static_cast<CView*>(&view()), FALSE);
+        MonitorFixture::SetUp();
         StartMonitorTimer();
-    }
-    void TearDown() override
-    {
-        StopMonitorTimer();
-        g_bInCommand = false;
-        m_frame->MDIGetActive()->SetActiveView(nullptr, FALSE);
-        m_frame->DestroyWindow();
-        MouseFixture::TearDown();
-    }
-    CMDIFrameWnd* frame() override { return m_frame; }
-
-    // Runs messages up to and with one tick.
-    static void tick()
-    {
-        MSG message;
-        do {
-            ASSERT_GT(GetMessageW(&message, nullptr, 0, 0), 0);
-            DispatchMessageW(&message);
-        } while (message.message != WM_TIMER || message.hwnd);
     }
     // Eight pixels of the view's row from `x` on: 'w' white, '#' of another colour.
     std::string pattern(int x, int y)
@@ -60,8 +34,6 @@ protected:
         return false;
     }
     void clearView() { view().RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW); }
-
-    CMDIFrameWnd* m_frame = nullptr;
 };
 
 // How far a pattern has to run to the right, in steps, to become the other one.

@@ -107,6 +107,12 @@ void DeskFixture::TearDown()
     standin::setDeskServices(nullptr);
 }
 
+void DeskFixture::renewView()
+{
+    m_view->DestroyWindow(); // and its object with it
+    m_view = createView();
+}
+
 void DeskFixture::openDrawing(const std::vector<Picture>& pictures, std::vector<PlacedImage> places, double dotsPerInch)
 {
     places.resize(pictures.size());

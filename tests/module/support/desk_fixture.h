@@ -41,6 +41,8 @@ protected:
     CAcraster& makeCurrent(int index);
 
     CWnd& view() { return *m_view; }
+    // Another window in the place of the view, as when a drawing is closed and the next one opened.
+    void renewView();
 
     std::vector<std::wstring> m_posted; // texts for the command line
     std::vector<std::wstring> m_alerts;

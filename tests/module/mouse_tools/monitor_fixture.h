@@ -1,0 +1,25 @@
+// The mouse's desk with a frame window around the view, in which the monitor timer finds it.
+#pragma once
+
+#include "host/MonitorTimer.h"
+#include "tests/module/mouse_tools/mouse_fixture.h"
+
+namespace test {
+
+class MonitorFixture : public MouseFixture
+{
+protected:
+    void SetUp() override;
+    void TearDown() override;
+    CMDIFrameWnd* frame() override { return m_frame; }
+
+    // The view becomes the frame's active one again; after it was made anew.
+    void activateView();
+    // Runs messages up to and with one tick of a timer without a window.
+    static void tick();
+
+private:
+    CMDIFrameWnd* m_frame = nullptr;
+};
+
+} // namespace test
