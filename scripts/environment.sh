@@ -14,6 +14,8 @@ if [ -n "${HALVORAN_OWN_DISPLAY:-}" ]; then
 elif [ -z "${DISPLAY:-}" ]; then
     use_own_display
 fi
+# Wine names files in the locale's encoding: without UTF-8 no name beyond ASCII could be opened.
+[ "$(locale charmap 2>/dev/null)" = UTF-8 ] || export LC_ALL=C.UTF-8
 export WINEDEBUG=${WINEDEBUG:--all}
 # No questions about missing components, and no debugger window when a program crashes.
 export WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d"
