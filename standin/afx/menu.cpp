@@ -4,6 +4,23 @@
 
 IMPLEMENT_DYNCREATE(CMenu, CObject)
 
+namespace {
+
+// Under Wine the screen goes on showing a menu that has closed until the thread next waits for messages, so that who
+// copies from the screen before, as a save-under does, would bring the menu back for good. Drawing the window over
+// itself has its pixels sent to the screen again, in the wait that follows.
+void CoverClosedMenu(HWND owner)
+{
+    RECT client;
+    GetClientRect(owner, &client);
+    const HDC context = GetDC(owner);
+    BitBlt(context, 0, 0, client.right, client.bottom, context, 0, 0, SRCCOPY);
+    ReleaseDC(owner, context);
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, 0, QS_PAINT);
+}
+
+} // namespace
+
 CMenu::~CMenu()
 {
     DestroyMenu();
@@ -152,5 +169,7 @@ CMenu* CMenu::GetSubMenu(int nPos) const
 BOOL CMenu::TrackPopupMenu(UINT nFlags, int x, int y, CWnd* pWnd, LPCRECT lpRect)
 {
     const HWND owner = pWnd ? pWnd->m_hWnd : ::GetActiveWindow();
-    return ::TrackPopupMenu(m_hMenu, nFlags, x, y, 0, owner, lpRect);
+    const BOOL tracked = ::TrackPopupMenu(m_hMenu, nFlags, x, y, 0, owner, lpRect);
+    CoverClosedMenu(owner);
+    return tracked;
 }
