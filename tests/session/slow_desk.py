@@ -391,9 +391,9 @@ def expect_rows(saved, expected):
     print(f"{saved}: {len(found[0])} x {len(found)}, {sum(map(sum, found))} of ink, as the twin painted it")
 
 
-def check_session(script, drawing):
+def check_session(script, drawing, desk=SlowDesk):
     """Plays the script and compares every raster that it saved. Returns the twin as it stands at the end."""
-    twin = SlowDesk(drawing)
+    twin = desk(drawing)
     expected = twin.play(script)
     if not expected:
         fail("the script saves no raster")
