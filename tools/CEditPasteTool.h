@@ -6,8 +6,9 @@ class CAcraster;
 class ClipboardDib;
 
 /// Floats the clipboard's bitmap over the view at the size that it will have in the raster. It is dragged into place
-/// and goes into the raster with a click beside it. What floats is a picture in view pixels for show; the true pixels
-/// stay on the clipboard, from where the worker takes them.
+/// and goes into the raster with a click beside it. What floats is a picture in view pixels for show, which stands
+/// upright also over an image that is turned or mirrored in the drawing: place and size are those that the pixels will
+/// have. The true pixels stay on the clipboard, from where the worker takes them.
 class CEditPasteTool : public CTool
 {
     DECLARE_DYNAMIC(CEditPasteTool)

@@ -219,6 +219,10 @@ void CFreeRotateTool::OffsetHandles(CSize pixels)
 
 void CFreeRotateTool::DrawHandles(CDC& view)
 {
+    // The monitor's tick comes by while the tool settles. What it drew then would get into the save-under, and each
+    // press would bring it back.
+    if (!m_bReady)
+        return;
     if (CursorViewKey() != m_viewKey) {
         m_viewKey = CursorViewKey();
         SaveScreen();
@@ -248,6 +252,8 @@ void CFreeRotateTool::DrawHandles(CDC& view)
     DrawArc(view, base, first, second);
 }
 
+// The direction is that of the image's pixels. Over a mirrored image the arc therefore goes the other way round; the
+// first arm comes to lie on the second by either way.
 void CFreeRotateTool::DrawArc(CDC& view, CPoint base, CPoint first, CPoint second)
 {
     const double radius = 0.5 * std::min(DistanceBetween(base, first), DistanceBetween(base, second));

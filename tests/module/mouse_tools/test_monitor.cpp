@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "tests/module/mouse_tools/monitor_fixture.h"
+#include "tools/RotateStart.h"
 
 namespace {
 
@@ -133,6 +134,28 @@ TEST_F(Monitor, APaperLayoutEndsTheEditing)
     tick();
     EXPECT_EQ(g_pArxApp->m_pRaster, nullptr);
     EXPECT_FALSE(framesShown());
+}
+
+TEST_F(Monitor, KeepsTheHandlesOfTheFreeRotationOnTheViewButInADrag)
+{
+    openRaster();
+    const auto redPixels = [this] {
+        const auto pixels = viewPixels();
+        return std::count(pixels.begin(), pixels.end(), RGB(255, 0, 0));
+    };
+    StartRotateToolLater(RotateFreeWhole);
+    ASSERT_TRUE(test::pumpUntil([&] { return redPixels() > 0; })) << "the handles are not shown";
+    clearView();
+    tick();
+    EXPECT_GT(redPixels(), 0) << "what the host has painted over is not shown again";
+    press(CPoint(165, 148)); // the base point
+    EXPECT_EQ(redPixels(), 0) << "the handles at rest are left lying where the drag began";
+    move(CPoint(120, 200));
+    tick();
+    EXPECT_EQ(redPixels(), 0) << "the drag's own figure is white on XOR, and nothing goes over it";
+    release(CPoint(120, 200));
+    tick();
+    EXPECT_GT(redPixels(), 0);
 }
 
 TEST_F(Monitor, TheSelectionIsConvertedOnlyWhenItOrTheViewChanges)
