@@ -1,8 +1,11 @@
 #pragma once
 
+#include <initializer_list>
 #include <memory>
 
 #include "platform/platform.h"
+
+class WorkerMessage;
 
 /// What the worker says of the formats that a raster can be saved in.
 struct RasterFormats
@@ -153,6 +156,7 @@ private:
     void UnloadAfterUse();
     CRect ClipToImage(const CRect& rect) const;
     void ReplaceImage(int rotation);
+    bool RewriteByWorker(WorkerMessage& message, std::initializer_list<CString*> fileFields);
     void ReadBack(const CString& path);
     void ReleaseFile(CString& target);
 

@@ -7,6 +7,20 @@
 
 // A worker that fails leaves the image as it was, and nothing is said: the caller commits what it has.
 
+// Has the worker rewrite the image; each of the message's file fields is set to the name of the file. False if it
+// failed.
+bool CAcraster::RewriteByWorker(WorkerMessage& message, std::initializer_list<CString*> fileFields)
+{
+    const CTempFile file;
+    WriteTiff(file.m_strPath);
+    for (CString* field : fileFields)
+        *field = file.m_strPath;
+    if (!SendToWorker(message))
+        return false;
+    ReadBack(file.m_strPath);
+    return true;
+}
+
 void CAcraster::CopyToClipboard()
 {
     const CTempFile file;
@@ -19,69 +33,47 @@ void CAcraster::CopyToClipboard()
 
 void CAcraster::PasteFromClipboard(CPoint position, bool transparent)
 {
-    const CTempFile file;
-    WriteTiff(file.m_strPath);
     WorkerMessage message(OperationPasteFromClipboard);
-    message.pasteFromClipboard.file = file.m_strPath;
     message.pasteFromClipboard.position = position;
     message.pasteFromClipboard.transparent = transparent;
-    if (SendToWorker(message))
-        ReadBack(file.m_strPath);
+    RewriteByWorker(message, {&message.pasteFromClipboard.file});
 }
 
 void CAcraster::Invert()
 {
-    const CTempFile file;
-    WriteTiff(file.m_strPath);
     WorkerMessage message(OperationInvert);
-    message.invert.file = file.m_strPath;
-    if (SendToWorker(message))
-        ReadBack(file.m_strPath);
+    RewriteByWorker(message, {&message.invert.file});
 }
 
 void CAcraster::Rotate(double angle, CPoint pivot, bool selectionOnly, bool transparent)
 {
-    const CTempFile file;
-    WriteTiff(file.m_strPath);
     WorkerMessage message(OperationRotate);
-    message.rotate.file = file.m_strPath;
     message.rotate.angle = angle;
     message.rotate.pivot = pivot;
     message.rotate.transparent = transparent;
     message.rotate.region = selectionOnly ? m_pRegion.get() : nullptr;
-    if (!SendToWorker(message))
-        return;
-    ReadBack(file.m_strPath);
-    ResetRegion();
+    if (RewriteByWorker(message, {&message.rotate.file}))
+        ResetRegion();
 }
 
 void CAcraster::Filter(DWORD mode, DWORD size, bool selectionOnly)
 {
-    const CTempFile file;
-    WriteTiff(file.m_strPath);
     WorkerMessage message(OperationFilter);
-    message.filter.file = file.m_strPath;
     message.filter.mode = mode;
     message.filter.size = size;
     message.filter.selectionOnly = selectionOnly;
     message.filter.region = selectionOnly ? m_pRegion.get() : nullptr;
-    if (SendToWorker(message))
-        ReadBack(file.m_strPath);
+    RewriteByWorker(message, {&message.filter.file});
 }
 
 void CAcraster::Crop()
 {
     if (!HasSelection())
         return;
-    const CTempFile file;
-    WriteTiff(file.m_strPath);
     WorkerMessage message(OperationConvertFile);
-    message.convertFile.sourceFile = file.m_strPath;
-    message.convertFile.targetFile = file.m_strPath;
     message.convertFile.region = m_pRegion.get();
-    if (!SendToWorker(message))
+    if (!RewriteByWorker(message, {&message.convertFile.sourceFile, &message.convertFile.targetFile}))
         return;
-    ReadBack(file.m_strPath);
 
     const CRect box = GetRegionBox();
     AcGePoint3d origin;
