@@ -6,8 +6,9 @@
 
 double DirectionOf(CPoint from, CPoint to)
 {
-    const int dx = to.x - from.x;
-    const int dy = to.y - from.y;
+    // In doubles, for at a far zoom two points can lie a whole int's range apart.
+    const double dx = static_cast<double>(to.x) - from.x;
+    const double dy = static_cast<double>(to.y) - from.y;
     if (dx == 0 && dy == 0)
         return 0.0;
     const double direction = std::atan2(dy, dx);
@@ -26,8 +27,8 @@ double AngleBetween(double a, double b)
 
 double DistanceBetween(CPoint a, CPoint b)
 {
-    const double dx = b.x - a.x;
-    const double dy = b.y - a.y;
+    const double dx = static_cast<double>(b.x) - a.x;
+    const double dy = static_cast<double>(b.y) - a.y;
     return std::sqrt(dx * dx + dy * dy);
 }
 

@@ -30,6 +30,21 @@ CAcraster& MouseFixture::openRaster(const Picture& picture)
     return makeCurrent(0);
 }
 
+void MouseFixture::closeRaster()
+{
+    delete g_pArxApp->m_pTool;
+    g_pArxApp->DropRaster();
+    standin::closeDrawing();
+}
+
+Picture MouseFixture::withInk(const std::vector<CPoint>& pixels)
+{
+    Picture picture = blank(80, 60);
+    for (const CPoint& pixel : pixels)
+        picture[pixel.y][pixel.x] = '#';
+    return picture;
+}
+
 void MouseFixture::post(UINT message, CPoint point, UINT flags)
 {
     ASSERT_TRUE(PostMessageW(view().m_hWnd, message, flags, MAKELPARAM(point.x, point.y)));

@@ -20,6 +20,10 @@ protected:
     // Pixel (x, y) of the image covers the view from (40 + 4x, 30 + 4y). The image is 80 by 60 pixels, unless another
     // picture is given.
     CAcraster& openRaster(const Picture& picture = blank(80, 60));
+    // Ends the tool and the raster and closes the drawing, so that another can be opened.
+    void closeRaster();
+    // The picture of openRaster with ink at these pixels.
+    static Picture withInk(const std::vector<CPoint>& pixels);
     // The middle of a pixel on the view.
     static CPoint at(int x, int y) { return CPoint(42 + 4 * x, 32 + 4 * y); }
 

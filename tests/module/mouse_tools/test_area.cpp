@@ -50,8 +50,7 @@ TEST_F(Area, RectanglesAreCombinedByShiftAndCtrl)
         EXPECT_EQ(selected(raster), 1);
         delete g_pArxApp->m_pTool;
         EXPECT_EQ(regionOf(raster), row.wanted) << "the area outlives the tool";
-        g_pArxApp->DropRaster();
-        standin::closeDrawing();
+        closeRaster();
     }
 }
 
@@ -254,9 +253,7 @@ TEST_F(Area, CutAndCopyGoToTheClipboardAndBack)
         wanted[40].replace(30, 4, "#.##");
         wanted[41].replace(30, 4, ".#.#");
         EXPECT_EQ(pictureInDrawing(0), wanted);
-        delete g_pArxApp->m_pTool;
-        g_pArxApp->DropRaster();
-        standin::closeDrawing();
+        closeRaster();
     }
 }
 

@@ -23,20 +23,10 @@ protected:
         LineCommand();
         drag(from, to, flags);
         Picture picture = pictureInDrawing(0);
-        delete g_pArxApp->m_pTool;
-        g_pArxApp->DropRaster();
-        standin::closeDrawing();
+        closeRaster();
         return picture;
     }
 };
-
-Picture withInk(const std::vector<CPoint>& pixels)
-{
-    Picture picture = blank(80, 60);
-    for (const CPoint& pixel : pixels)
-        picture[pixel.y][pixel.x] = '#';
-    return picture;
-}
 
 TEST_F(Lines, ThePixelsOfALineComeAfterItsStart)
 {

@@ -50,14 +50,6 @@ protected:
     }
 };
 
-Picture withInk(const std::vector<CPoint>& pixels)
-{
-    Picture picture = blank(80, 60);
-    for (const CPoint& pixel : pixels)
-        picture[pixel.y][pixel.x] = '#';
-    return picture;
-}
-
 TEST(RotationGeometry, Directions)
 {
     struct Case
@@ -72,6 +64,8 @@ TEST(RotationGeometry, Directions)
     };
     for (const Case& row : cases)
         EXPECT_NEAR(DirectionOf({7, 9}, row.to), row.wanted, 1e-8) << row.to.x << "," << row.to.y;
+    EXPECT_NEAR(DirectionOf({-2000000000, 0}, {2000000000, 0}), 0, 1e-8) << "as far apart as points can lie";
+    EXPECT_NEAR(DistanceBetween({-2000000000, 0}, {2000000000, 0}), 4e9, 1);
 }
 
 TEST(RotationGeometry, AnglesBetweenDirections)
@@ -143,8 +137,7 @@ TEST_F(Rotation, TheSelectedAreaTurnsAboutTheClickedPoint)
         EXPECT_EQ(g_pArxApp->m_pTool, nullptr) << "it ends once the button is up";
         EXPECT_EQ(selected(raster), 0);
         EXPECT_EQ(raster.GetLockCount(), 0);
-        g_pArxApp->DropRaster();
-        standin::closeDrawing();
+        closeRaster();
     }
 }
 
@@ -221,8 +214,7 @@ TEST_F(Rotation, TheAngleRunsFromTheFirstArmToTheSecond)
         EXPECT_EQ(g_pArxApp->m_pTool, nullptr);
         EXPECT_EQ(pictureInDrawing(0), withInk({row.wanted}));
         EXPECT_EQ(raster.GetLockCount(), 0);
-        g_pArxApp->DropRaster();
-        standin::closeDrawing();
+        closeRaster();
     }
 }
 

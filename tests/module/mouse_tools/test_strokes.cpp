@@ -95,9 +95,7 @@ TEST_F(Strokes, EveryDirectionPaintsWhatTheSlowPainterPaints)
         release(at(1, 58));
         EXPECT_EQ(pictureInDrawing(0), painter.picture());
         EXPECT_EQ(locks(), 0);
-        g_pArxApp->DropRaster();
-        delete g_pArxApp->m_pTool;
-        standin::closeDrawing();
+        closeRaster();
     }
 }
 
@@ -128,9 +126,7 @@ TEST_F(Strokes, AMouseHeldLeftOfOrAboveTheViewPaintsWhatLiesOnTheWayToItsLargeCo
         }
         release(path[0]);
         EXPECT_EQ(pictureInDrawing(0), painter.picture());
-        delete g_pArxApp->m_pTool;
-        g_pArxApp->DropRaster();
-        standin::closeDrawing();
+        closeRaster();
     }
 }
 
@@ -235,9 +231,7 @@ TEST_F(Strokes, AStampIsNoWiderOnScreenThanTheLargestCursor)
         for (const std::string& line : pictureInDrawing(0))
             ink += static_cast<int>(std::count(line.begin(), line.end(), '#'));
         EXPECT_EQ(ink, row.side * row.side);
-        delete g_pArxApp->m_pTool;
-        g_pArxApp->DropRaster();
-        standin::closeDrawing();
+        closeRaster();
     }
 }
 
