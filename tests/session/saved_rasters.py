@@ -4,8 +4,8 @@ import subprocess
 import sys
 
 
-def run(*command):
-    return subprocess.run([str(word) for word in command], check=True, capture_output=True, text=True).stdout
+def run(*command, text=True):
+    return subprocess.run([str(word) for word in command], check=True, capture_output=True, text=text).stdout
 
 
 def make(target, *convert_arguments):

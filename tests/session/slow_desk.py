@@ -9,7 +9,6 @@ A pixel is addressed by column and row from the image's upper left corner; rows[
 """
 import re
 import shlex
-import subprocess
 from fractions import Fraction
 from math import floor
 
@@ -19,15 +18,25 @@ from saved_rasters import fail, run, size
 
 PEN_SIDE, LINE_SIDE, ERASER_SIDE = 3, 3, 10  # the module's own, in image pixels
 LARGEST_CURSOR = 31  # view pixels that a stamp may cover at most
+LARGEST_HALF_SIZE = 15  # of the square in a brush cursor, in view pixels
+CURSOR_SIDE, HOT_SPOT = 32, (15, 16)  # of a brush cursor
 SHORTEST_DRAG = 4  # view pixels
+SMALLEST_DOUBT = Fraction(1, 10**6)  # of a pixel: nearer to an edge a rounding error may decide
 TOOLS = {"ORVO_RASPEN": "pen", "ORVO_RASLINE": "line", "ORVO_RASERAS": "eraser", "ORVO_SELAREA": "area"}
 DELETE_AREA, INVERT_AREA = "32803", "32821"
 
 
 def read_rows(path):
     width, height = size(path)
-    gray = subprocess.run(["convert", path, "-depth", "8", "gray:-"], check=True, capture_output=True).stdout
+    gray = run("convert", path, "-depth", "8", "gray:-", text=False)
     return [[1 if gray[y * width + x] < 128 else 0 for x in range(width)] for y in range(height)]
+
+
+def read_colours(path):
+    """Rows of the pixels' colours, three bytes for each."""
+    width, height = size(path)
+    colours = run("convert", path, "-depth", "8", "rgb:-", text=False)
+    return [colours[3 * width * y:3 * width * (y + 1)] for y in range(height)]
 
 
 def write_rows(path, rows):
@@ -38,7 +47,7 @@ def write_rows(path, rows):
 
 
 def toward_zero(value, what):
-    if abs(value - round(value)) < Fraction(1, 10**6):
+    if abs(value - round(value)) < SMALLEST_DOUBT:
         fail(f"{what} lies on the edge between two pixels: give the script another place or zoom")
     return int(value)
 
@@ -128,8 +137,10 @@ class Sheet:
         """Nine tenths of the box's outline part selected pixels inside from others outside, which is what a script that
         expects a selection looks for."""
         region = self.region or ()
-        sides = [((x, y), (x, outside)) for x in range(left, right) for y, outside in ((top, top - 1), (bottom - 1, bottom))]
-        sides += [((x, y), (outside, y)) for y in range(top, bottom) for x, outside in ((left, left - 1), (right - 1, right))]
+        sides = [((x, y), (x, outside)) for x in range(left, right)
+                 for y, outside in ((top, top - 1), (bottom - 1, bottom))]
+        sides += [((x, y), (outside, y)) for y in range(top, bottom)
+                  for x, outside in ((left, left - 1), (right - 1, right))]
         seen = sum(inside in region and outside not in region for inside, outside in sides)
         return seen >= 0.9 * len(sides)
 
@@ -161,14 +172,16 @@ def pixels_of_line(start, end):
 
 
 class SlowDesk:
-    """Plays a script. expected[FILE] is what the raster saved to FILE has to hold."""
+    """Plays a script. expected[FILE] is what the raster saved to FILE has to hold; brushes[FILE], of a picture taken
+    while a brush is at work, where in the view the brush is and the half sizes that its cursor's square may have."""
 
     def __init__(self, drawing, folder="."):
         self.view = View()
         self.sheets = [Sheet(entity, folder) for entity in ezdxf.readfile(drawing).modelspace().query("IMAGE")]
         self.sheet = None
         self.tool = None
-        self.expected = {}
+        self.expected, self.brushes = {}, {}
+        self.mouse = None
         self.saving = self.only_area = False
         self.forget_mouse()
 
@@ -195,8 +208,9 @@ class SlowDesk:
         if name.startswith("@"):
             directives = {"@size": self.resize, "@click": self.click, "@drag": self.drag, "@press": self.press_at,
                           "@move": self.move_to, "@release": self.release_at, "@key": self.key, "@menu": self.menu,
-                          "@answer": self.answer, "@file": self.save, "@expect": self.expect}
-            if name not in ("@idle", "@shot", "@wait"):
+                          "@answer": self.answer, "@file": self.save, "@expect": self.expect,
+                          "@shot": self.picture}
+            if name not in ("@idle", "@wait"):
                 directives[name](words[1:])
         elif name.upper() in TOOLS:
             self.tool = TOOLS[name.upper()] if self.sheet else None
@@ -258,10 +272,12 @@ class SlowDesk:
         return tuple(Fraction(value) for value in word.split(","))
 
     def place(self, word):
-        """In view pixels."""
+        """In view pixels. The mouse goes there."""
         if word.startswith("view:"):
-            return tuple(int(value) for value in word.removeprefix("view:").split(","))
-        return self.view.to_view(self.point(word))
+            self.mouse = tuple(int(value) for value in word.removeprefix("view:").split(","))
+        else:
+            self.mouse = self.view.to_view(self.point(word))
+        return self.mouse
 
     def pixel(self, at):
         return self.sheet.to_pixel(self.view.to_drawing(at))
@@ -297,7 +313,7 @@ class SlowDesk:
             return
         self.start = self.end = at
         if self.tool in ("pen", "eraser"):
-            self.stamp_freehand(self.pixel(at))
+            self.paint_freehand([self.pixel(at)])
         elif self.tool == "area":
             held = "shift" in keys or "ctrl" in keys
             selected = self.sheet.has_selection()
@@ -312,8 +328,7 @@ class SlowDesk:
         if self.tool in ("pen", "eraser"):
             pixel = self.pixel(at)
             if pixel != self.last_pixel:
-                for step in pixels_of_line(self.last_pixel, pixel):
-                    self.stamp_freehand(step)
+                self.paint_freehand(pixels_of_line(self.last_pixel, pixel))
         elif self.tool == "line" and "shift" in words[1:]:
             level = abs(at[0] - self.start[0]) > abs(at[1] - self.start[1])
             at = (at[0], self.start[1]) if level else (self.start[0], at[1])
@@ -324,8 +339,9 @@ class SlowDesk:
             return
         across = [abs(self.end[k] - self.start[k]) for k in (0, 1)]
         if self.tool == "line" and max(across) >= SHORTEST_DRAG:
+            side = self.side(LINE_SIDE)
             for pixel in pixels_of_line(self.pixel(self.start), self.pixel(self.end)):
-                self.sheet.stamp(pixel, self.side(LINE_SIDE), 1)
+                self.sheet.stamp(pixel, side, 1)
         elif self.tool == "area" and self.moving_area:
             if max(across) >= SHORTEST_DRAG:
                 self.move_area()
@@ -335,17 +351,29 @@ class SlowDesk:
 
     # --- Pen, line and eraser ---
 
+    def picture(self, words):
+        widths = {"pen": PEN_SIDE, "line": LINE_SIDE, "eraser": ERASER_SIDE}
+        if self.tool in widths:
+            side = widths[self.tool]
+            across = {abs(a - b) for a in self.view_columns(side, side) for b in self.view_columns(0, 0)}
+            self.brushes[words[0]] = (self.mouse, {min(pixels // 2, LARGEST_HALF_SIZE) for pixels in across})
+
+    def view_columns(self, x, y):
+        """Where in the view the upper left corner of an image pixel lies: two columns if it lies between them."""
+        corner = self.sheet.insert[0] + self.sheet.u[0] * x + self.sheet.v[0] * (self.sheet.height - y)
+        column = (corner - self.view.centre[0]) / self.view.unit() + Fraction(self.view.size[0] + 1, 2)
+        return {int(column - SMALLEST_DOUBT), int(column + SMALLEST_DOUBT)}
+
     def side(self, width):
         """Of the stamp in image pixels: as wide as the tool, but no wider on the view than its largest cursor."""
         corner, origin = self.pixel((LARGEST_CURSOR, LARGEST_CURSOR)), self.pixel((0, 0))
         return min(width, abs(corner[0] - origin[0]))
 
-    def stamp_freehand(self, pixel):
-        self.last_pixel = pixel
-        if self.tool == "pen":
-            self.sheet.stamp(pixel, self.side(PEN_SIDE), 1)
-        else:
-            self.sheet.stamp(pixel, self.side(ERASER_SIDE), 0)
+    def paint_freehand(self, pixels):
+        side, ink = (self.side(PEN_SIDE), 1) if self.tool == "pen" else (self.side(ERASER_SIDE), 0)
+        for pixel in pixels:
+            self.sheet.stamp(pixel, side, ink)
+        self.last_pixel = pixels[-1]
 
     # --- Area ---
 
@@ -378,7 +406,7 @@ class SlowDesk:
 
 
 def expect_rows(saved, expected):
-    """The saved raster holds exactly these rows; if not, the expected ones and the differing ones are left beside it."""
+    """The saved raster holds exactly these rows; if not, the expected and the differing ones are left beside it."""
     found = read_rows(saved)
     if (len(found[0]), len(found)) != (len(expected[0]), len(expected)):
         fail(f"{saved} measures {len(found[0])} x {len(found)}, but {len(expected[0])} x {len(expected)} was expected")
@@ -389,6 +417,31 @@ def expect_rows(saved, expected):
                                               for y in range(len(expected))])
         fail(f"{saved} differs from what the twin painted in {len(wrong)} pixels, the first of them {wrong[:5]}")
     print(f"{saved}: {len(found[0])} x {len(found)}, {sum(map(sum, found))} of ink, as the twin painted it")
+
+
+def ring(half_size):
+    """The outline of a square about the hot spot, as far as it lies in the cursor."""
+    reach = range(-half_size, half_size + 1)
+    outline = {(dx, dy) for dx in reach for dy in reach if half_size in (abs(dx), abs(dy))}
+    return {at for at in outline if all(0 <= at[k] + HOT_SPOT[k] < CURSOR_SIDE for k in (0, 1))}
+
+
+def expect_brushes(brushes):
+    """In each picture the cursor has a black square in a white one of the right size where the mouse is. How far below
+    the picture's edge the view begins depends on the menu bar; it must be the same for all."""
+    tops = set(range(60))
+    for path, (mouse, half_sizes) in brushes.items():
+        colours = read_colours(path)
+
+        def has_square(top, half_size):
+            return all(colours[mouse[1] + top + dy][3 * (mouse[0] + dx):3 * (mouse[0] + dx) + 3] == colour * 3
+                       for outline, colour in ((ring(half_size), b"\x00"), (ring(half_size + 1), b"\xff"))
+                       for dx, dy in outline)
+
+        tops = {top for top in tops if any(has_square(top, half_size) for half_size in half_sizes)}
+        if not tops:
+            fail(f"{path}: no square of half size {half_sizes} about {mouse} of the view")
+        print(f"{path}: the brush's square reaches {min(half_sizes)} to {max(half_sizes)} view pixels to each side")
 
 
 def check_session(script, drawing, desk=SlowDesk):
