@@ -2,15 +2,26 @@
 
 # Without a display of the user's own, programs run on an Xvfb. No window manager is there to be waited for, so they have
 # a Wine prefix of their own that knows this.
+headless_prefix=$root/build/wine-headless
 use_own_display() {
     unset DISPLAY
     export HALVORAN_OWN_DISPLAY=1
-    export WINEPREFIX=$root/build/wine-headless
+    export WINEPREFIX=$headless_prefix
+}
+
+# Sessions at the desk run beside the other tests: they have a display, and with it a clipboard and a pointer, and a Wine
+# prefix for themselves.
+use_session_display() {
+    headless_prefix=$root/build/wine-sessions
+    use_own_display
+    if [ -n "${HALVORAN_SESSION_DISPLAY:-}" ]; then
+        export DISPLAY=$HALVORAN_SESSION_DISPLAY
+    fi
 }
 
 export WINEPREFIX=$root/build/wine
 if [ -n "${HALVORAN_OWN_DISPLAY:-}" ]; then
-    export WINEPREFIX=$root/build/wine-headless
+    export WINEPREFIX=$headless_prefix
 elif [ -z "${DISPLAY:-}" ]; then
     use_own_display
 fi
