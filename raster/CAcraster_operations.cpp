@@ -3,6 +3,7 @@
 #include "raster/CAcraster.h"
 
 #include "raster/CTempFile.h"
+#include "raster/ClipboardOfThisThread.h"
 #include "workerlink/SendToWorker.h"
 
 // A worker that fails leaves the image as it was, and nothing is said: the caller commits what it has.
@@ -28,6 +29,7 @@ void CAcraster::CopyToClipboard()
     WorkerMessage message(OperationCopyToClipboard);
     message.copyToClipboard.file = file.m_strPath;
     message.copyToClipboard.region = m_pRegion.get();
+    ReleaseClipboardOfThisThread();
     SendToWorker(message);
 }
 
@@ -36,6 +38,7 @@ void CAcraster::PasteFromClipboard(CPoint position, bool transparent)
     WorkerMessage message(OperationPasteFromClipboard);
     message.pasteFromClipboard.position = position;
     message.pasteFromClipboard.transparent = transparent;
+    RenderClipboardOfThisThread();
     RewriteByWorker(message, {&message.pasteFromClipboard.file});
 }
 

@@ -1,5 +1,8 @@
 // Operations that go to the worker process and back.
 
+#include <algorithm>
+#include <cstring>
+
 #include "host/CArxApp.h"
 #include "imaging/raster_file.h"
 #include "raster/PendingFileSwap.h"
@@ -245,6 +248,72 @@ TEST_F(WorkerOperations, AWaitingSwapIsCarriedOutWhenTheModuleStops)
     EXPECT_FALSE(g_pPendingFileSwap);
     EXPECT_EQ(readPicture(file("image0.tif")), blank(2, 2));
     g_pArxApp = new CArxApp;
+}
+
+// Owns the clipboard as the host's window does after a copy there: with a bitmap that it only announces.
+class AnnouncingOwner : public CWnd
+{
+public:
+    explicit AnnouncingOwner(const std::vector<BYTE>& dib) : m_dib(dib)
+    {
+        CreateEx(0, L"STATIC", L"clipboard", WS_POPUP, CRect(0, 0, 0, 0), nullptr, 0);
+        EXPECT_TRUE(::OpenClipboard(m_hWnd));
+        EmptyClipboard();
+        SetClipboardData(CF_DIB, nullptr);
+        CloseClipboard();
+    }
+    ~AnnouncingOwner() override { DestroyWindow(); }
+
+    bool m_told = false; // that the clipboard is no longer its own
+
+protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
+    {
+        if (message == WM_RENDERFORMAT) {
+            const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, m_dib.size());
+            std::copy(m_dib.begin(), m_dib.end(), static_cast<BYTE*>(GlobalLock(block)));
+            GlobalUnlock(block);
+            SetClipboardData(CF_DIB, block);
+        }
+        m_told = m_told || message == WM_DESTROYCLIPBOARD;
+        return CWnd::WindowProc(message, wParam, lParam);
+    }
+
+private:
+    std::vector<BYTE> m_dib;
+};
+
+// 2 by 1 pixels of 1 bit: black, white.
+std::vector<BYTE> blackAndWhite()
+{
+    const BITMAPINFOHEADER header = {sizeof(BITMAPINFOHEADER), 2, 1, 1, 1, BI_RGB, 0, 0, 0, 0, 0};
+    std::vector<BYTE> dib(sizeof(header) + 12);
+    std::memcpy(dib.data(), &header, sizeof(header));
+    std::fill_n(dib.begin() + sizeof(header), 3, BYTE(255)); // colour 0 is white, 1 black
+    dib[sizeof(header) + 8] = 0x80;
+    return dib;
+}
+
+TEST_F(WorkerOperations, WhatTheHostItselfHasOnTheClipboardCanBePasted)
+{
+    const AnnouncingOwner owner(blackAndWhite());
+    CAcraster& raster = openPicture({"....", "...."});
+    raster.PasteFromClipboard({1, 1}, true);
+    raster.Reload();
+    raster.Unlock();
+    EXPECT_EQ(pictureInDrawing(0), (Picture{"....", ".#.."}));
+}
+
+TEST_F(WorkerOperations, ACopyTakesTheClipboardFromTheHostItselfWithoutWaitingForIt)
+{
+    const AnnouncingOwner owner(blackAndWhite());
+    CAcraster& raster = openPicture({"#..#"});
+    raster.CopyToClipboard();
+    EXPECT_TRUE(owner.m_told) << "this thread takes no messages while the worker waits for it to be told";
+    raster.PasteFromClipboard({2, 0}, false);
+    raster.Reload();
+    raster.Unlock();
+    EXPECT_EQ(pictureInDrawing(0), Picture{"#.#."});
 }
 
 } // namespace
