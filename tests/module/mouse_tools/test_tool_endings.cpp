@@ -3,6 +3,7 @@
 // Each state is given 200 lives, the first of them in turn with all endings, the rest with the quick ones. With
 // HALVORAN_TOOL_LIVES set, each is given so many, all endings in turn and by the real clock.
 
+#include <algorithm>
 #include <cstdlib>
 #include <optional>
 
@@ -376,7 +377,9 @@ TEST_P(ToolEndings, LeaveNothingBehind)
     const HeldObjects before = HeldObjects::now();
     liveOften(lives);
     liveOften(quickLives, quickEndings);
-    const HeldObjects after = HeldObjects::now();
+    HeldObjects after = HeldObjects::now();
+    // A request of an earlier test that no worker took lets its handles go in its own time, perhaps just now.
+    after.handles = std::max(after.handles, before.handles);
     EXPECT_EQ(after, before) << "after " << lives + quickLives << " lives";
 }
 
