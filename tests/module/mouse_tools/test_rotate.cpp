@@ -252,6 +252,19 @@ TEST_F(Rotation, ShiftHoldsAnArmLevelOrUprightAndAMoveOnItsAxis)
     EXPECT_EQ(cursorAt(at(60, 40)), "handle");
 }
 
+TEST_F(Rotation, WhereHandlesOverlapTheBasePointIsTaken)
+{
+    openRaster(withInk({{60, 22}}));
+    startTool(RotateFreeWhole);
+    dragTo(nearBase, at(40, 30));
+    dragTo(nearFirstArm, at(40, 30));
+    dragTo(at(40, 30), at(60, 30));
+    dragTo(nearSecondArm, at(60, 20));
+    // About the base point (60, 30), from the first arm at (40, 30) to the second: a quarter turn.
+    command(ID_ROTATE_START);
+    EXPECT_EQ(pictureInDrawing(0), withInk({{68, 30}}));
+}
+
 TEST_F(Rotation, TheDragFigureErasesItself)
 {
     openRaster();
