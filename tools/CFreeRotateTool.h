@@ -29,8 +29,8 @@ public:
     /// 1 to turn the selected area, 0 for the whole image.
     void SetChoice(int selectedArea) { m_bSelectedArea = selectedArea != 0; }
     bool IsDragging() const { return m_pDrag != nullptr; }
-    /// Handles, arms and arc, with the tool's pen and in the context's drawing mode; nothing before the tool has settled.
-    /// Needs a current raster, locked.
+    /// Handles, arms and arc, with the tool's pen and in the context's drawing mode; nothing before the tool has
+    /// settled. Needs a current raster, locked.
     void DrawHandles(CDC& view);
 
 private:

@@ -56,13 +56,14 @@ int CRasMenuTool::OnCommand(UINT id)
 {
     const auto* posted = std::find_if(std::begin(postedCommands), std::end(postedCommands),
                                       [id](const auto& row) { return row.id == id; });
-    if (posted != std::end(postedCommands))
+    if (posted != std::end(postedCommands)) {
         PostCommandAfterCancel(posted->text);
-    else if (id == ID_RASTER_SHOW)
+    } else if (id == ID_RASTER_SHOW) {
         EditCurrentRaster([](CAcraster& raster) { raster.SetShown(!raster.IsShown()); });
-    else if (id == ID_RASTER_TRANSPARENT)
+    } else if (id == ID_RASTER_TRANSPARENT) {
         EditCurrentRaster([](CAcraster& raster) { raster.SetTransparent(!raster.IsTransparent()); });
-    else if (id == ID_RASTER_FRAMES)
+    } else if (id == ID_RASTER_FRAMES) {
         ToggleFrames();
+    }
     return 0;
 }

@@ -80,11 +80,12 @@ void CRasSelectTool::CollectImages()
             acedSSName(m_selectionSet, index, entity);
             CAcraster raster(entity);
             // An image that can't be opened keeps its place in the row, and is never hit.
-            if (raster.GetLockCount() < 0)
+            if (raster.GetLockCount() < 0) {
                 m_candidates.emplace_back();
-            else
+            } else {
                 m_candidates.push_back(
                     {raster.GetViewRect(), raster.GetFileName(), raster.GetColorDepth() == oneBitDepth});
+            }
         }
     }
     acutRelRb(filter);

@@ -114,10 +114,11 @@ void OnCommand(MSG& message)
         return;
     }
     // A command that the tool doesn't know ends it and then runs: so one tool takes the place of another.
-    if (g_pArxApp->m_pTool->OnCommand(id))
+    if (g_pArxApp->m_pTool->OnCommand(id)) {
         Neutralise(message);
-    else
+    } else {
         EndTool();
+    }
     ButtonClickTimer = std::make_unique<CTimer>();
     LastToolCommand = id;
 }
@@ -132,10 +133,11 @@ bool Dispatch(MSG& message)
     case WM_MOUSEMOVE:
         return busy || !forView || OnMouseMove(message);
     case WM_LBUTTONDOWN:
-        if (!busy && forView)
+        if (!busy && forView) {
             OnLButtonDown(message);
-        else if (!busy)
+        } else if (!busy) {
             OnPressOutside(message);
+        }
         break;
     case WM_LBUTTONUP:
         // Whatever the window: the tool may hold the capture.
@@ -143,16 +145,18 @@ bool Dispatch(MSG& message)
             HandToTool(message, &CTool::OnLButtonUp);
         break;
     case WM_LBUTTONDBLCLK:
-        if (forView)
+        if (forView) {
             HandToTool(message, &CTool::OnLButtonDblClk);
-        else
+        } else {
             EndTool();
+        }
         break;
     case WM_RBUTTONDOWN:
-        if (!busy && forView)
+        if (!busy && forView) {
             HandToTool(message, &CTool::OnRButtonDown);
-        else if (!busy)
+        } else if (!busy) {
             EndTool();
+        }
         break;
     case WM_RBUTTONUP:
         HandToTool(message, &CTool::OnRButtonUp);
