@@ -26,7 +26,8 @@ private:
     HWND m_window;
 };
 
-/// The clipboard, open. Others open it for moments, so it is asked for more than once.
+/// The clipboard, open. Others open it for moments, so it is asked for more than once. Under Wine the opening itself
+/// asks the owner's window first, and takes 5 s when that one's thread takes no messages.
 class OpenedClipboard
 {
 public:
