@@ -1,8 +1,30 @@
 // Between image space, drawing space and view space.
 
+#include <span>
+#include <vector>
+
 #include "raster/CAcraster.h"
 #include "raster/Coordinates.h"
 #include "raster/RegionRectangles.h"
+
+namespace {
+
+// Attaches all rectangles together, of which there is one at least. By halves: joined one by one to a growing region,
+// 5,000 of them would keep the view waiting.
+void AttachUnion(std::span<const CRect> rectangles, CRgn& region)
+{
+    if (rectangles.size() == 1) {
+        region.CreateRectRgnIndirect(rectangles.front());
+        return;
+    }
+    const size_t half = rectangles.size() / 2;
+    AttachUnion(rectangles.first(half), region);
+    CRgn rest;
+    AttachUnion(rectangles.subspan(half), rest);
+    region.CombineRgn(&region, &rest, RGN_OR);
+}
+
+} // namespace
 
 AcGePoint3d CAcraster::PixelToWorld(CPoint pixel) const
 {
@@ -54,23 +76,26 @@ CRect CAcraster::GetViewRect() const
 
 int CAcraster::GetViewRegion(CRgn& viewRegion) const
 {
-    const CRect screen(CPoint(0, 0), ReadViewSize());
+    const ViewScale view;
+    const CRect screen(CPoint(0, 0), view.ViewSize());
     const RegionRectangles rectangles(*m_pRegion);
-    viewRegion.CreateRectRgn(0, 0, 0, 0);
+    std::vector<CRect> parts;
     for (const CRect rect : rectangles) {
-        CRect viewRect = PixelToView(rect);
+        CRect part(view.ToView(PixelToWorld(rect.TopLeft())), view.ToView(PixelToWorld(rect.BottomRight())));
+        part.NormalizeRect(); // the image may be turned or mirrored
         // What is smaller than a view pixel stays visible.
-        if (viewRect.top == viewRect.bottom)
-            ++viewRect.bottom;
-        if (viewRect.left == viewRect.right)
-            ++viewRect.right;
+        if (part.top == part.bottom)
+            ++part.bottom;
+        if (part.left == part.right)
+            ++part.right;
         CRect visible;
-        visible.IntersectRect(viewRect, screen);
-        if (visible.IsRectEmpty())
-            continue;
-        CRgn part;
-        part.CreateRectRgnIndirect(viewRect);
-        viewRegion.CombineRgn(&viewRegion, &part, RGN_OR);
+        visible.IntersectRect(part, screen);
+        if (!visible.IsRectEmpty())
+            parts.push_back(part);
     }
+    if (parts.empty())
+        viewRegion.CreateRectRgn(0, 0, 0, 0);
+    else
+        AttachUnion(parts, viewRegion);
     return rectangles.Count();
 }

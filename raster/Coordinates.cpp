@@ -12,25 +12,6 @@ resbuf ReadVariable(const ACHAR* name)
     return value;
 }
 
-// The host's view variables, and what both conversions work out from them in the same way.
-struct ViewScale
-{
-    ViewScale()
-        : size(ReadViewSize()), centre(ReadVariable(L"viewctr")),
-          unitsPerPixel(ReadVariable(L"viewsize").resval.rreal / size.cy)
-    {
-        left = centre.resval.rpoint[0] / unitsPerPixel;
-        left = left - size.cx * 0.5;
-        middle = centre.resval.rpoint[1] / unitsPerPixel;
-    }
-
-    CSize size;
-    resbuf centre;
-    double unitsPerPixel;
-    double left;   // of the view, in view pixels from the drawing's origin
-    double middle; // of the view's height, likewise
-};
-
 } // namespace
 
 int TruncateToInt(double value)
@@ -46,21 +27,37 @@ CSize ReadViewSize()
     return CSize(TruncateToInt(size.resval.rpoint[0]), TruncateToInt(size.resval.rpoint[1]));
 }
 
+ViewScale::ViewScale()
+    : m_size(ReadViewSize()), m_centre(ReadVariable(L"viewctr")),
+      m_unitsPerPixel(ReadVariable(L"viewsize").resval.rreal / m_size.cy)
+{
+    m_left = m_centre.resval.rpoint[0] / m_unitsPerPixel;
+    m_left = m_left - m_size.cx * 0.5;
+    m_middle = m_centre.resval.rpoint[1] / m_unitsPerPixel;
+}
+
 // The cursors compare converted values for equality to notice a pan or a zoom, so in both conversions the order of the
 // arithmetic must stay as it is.
+CPoint ViewScale::ToView(const AcGePoint3d& point) const
+{
+    const double halfHeight = m_size.cy * 0.5;
+    return CPoint(TruncateToInt(point.x / m_unitsPerPixel - m_left + 0.5),
+                  TruncateToInt(m_size.cy - point.y / m_unitsPerPixel - (m_size.cy - m_middle - halfHeight) + 0.5));
+}
+
+AcGePoint3d ViewScale::ToWorld(CPoint point) const
+{
+    const double halfHeight = m_size.cy * 0.5;
+    return AcGePoint3d((point.x + m_left) * m_unitsPerPixel,
+                       ((m_size.cy - point.y) - (m_size.cy - m_middle - halfHeight)) * m_unitsPerPixel, 0);
+}
+
 CPoint WorldToView(const AcGePoint3d& point)
 {
-    const ViewScale view;
-    const double halfHeight = view.size.cy * 0.5;
-    return CPoint(
-        TruncateToInt(point.x / view.unitsPerPixel - view.left + 0.5),
-        TruncateToInt(view.size.cy - point.y / view.unitsPerPixel - (view.size.cy - view.middle - halfHeight) + 0.5));
+    return ViewScale().ToView(point);
 }
 
 AcGePoint3d ViewToWorld(CPoint point)
 {
-    const ViewScale view;
-    const double halfHeight = view.size.cy * 0.5;
-    return AcGePoint3d((point.x + view.left) * view.unitsPerPixel,
-                       ((view.size.cy - point.y) - (view.size.cy - view.middle - halfHeight)) * view.unitsPerPixel, 0);
+    return ViewScale().ToWorld(point);
 }

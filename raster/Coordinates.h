@@ -16,6 +16,26 @@ int TruncateToInt(double value);
 /// The drawing view's size in pixels, from the host's "screensize".
 CSize ReadViewSize();
 
+/// The host's view as it is now, for many conversions in one go; not to be kept, for the view moves.
+class ViewScale
+{
+public:
+    /// Reads the host's variables.
+    ViewScale();
+
+    CPoint ToView(const AcGePoint3d& point) const;
+    /// The drawing point lies at z = 0.
+    AcGePoint3d ToWorld(CPoint point) const;
+    CSize ViewSize() const { return m_size; }
+
+private:
+    CSize m_size;
+    resbuf m_centre;
+    double m_unitsPerPixel;
+    double m_left;   // of the view, in view pixels from the drawing's origin
+    double m_middle; // of the view's height, likewise
+};
+
 CPoint WorldToView(const AcGePoint3d& point);
 /// The drawing point lies at z = 0.
 AcGePoint3d ViewToWorld(CPoint point);

@@ -177,6 +177,54 @@ TEST_F(Coordinates, ARectangleSmallerThanAViewPixelStaysVisible)
     expectRect(box, CRect(500, 500, 501, 501));
 }
 
+TEST_F(Coordinates, TheRegionOfManyRectanglesIsThatOfAllOneByOne)
+{
+    openDrawing({blank(300, 200)}, {{.unitsPerPixel = 1, .uy = 0.25}});
+    CAcraster& raster = makeCurrent(0);
+    raster.Lock(0);
+    CRgn& selection = raster.GetRegion();
+    selection.SetRectRgn(0, 0, 0, 0);
+    unsigned random = 1;
+    const auto next = [&random](int limit) {
+        random = random * 1103515245 + 12345;
+        return static_cast<int>(random >> 16) % limit;
+    };
+    for (int i = 0; i < 300; ++i) {
+        CRgn part;
+        const CPoint corner(next(300), next(200));
+        part.CreateRectRgn(corner.x, corner.y, corner.x + 1 + next(20), corner.y + 1 + next(20));
+        selection.CombineRgn(&selection, &part, i % 5 ? RGN_OR : RGN_DIFF);
+    }
+    for (const double height : {2000.0, 300.0, 90.0}) { // from under a view pixel to beyond the view
+        SCOPED_TRACE(height);
+        m_viewState = {400, 300, {150, 100, 0}, height};
+        CRgn view;
+        const int count = raster.GetViewRegion(view);
+
+        std::vector<char> block(GetRegionData(selection, 0, nullptr));
+        auto* data = reinterpret_cast<RGNDATA*>(block.data());
+        GetRegionData(selection, static_cast<DWORD>(block.size()), data);
+        EXPECT_EQ(count, static_cast<int>(data->rdh.nCount));
+        CRgn wanted;
+        wanted.CreateRectRgn(0, 0, 0, 0);
+        for (DWORD i = 0; i < data->rdh.nCount; ++i) {
+            const RECT pixels = reinterpret_cast<const RECT*>(data->Buffer)[i];
+            CRect rect(raster.PixelToView(CPoint(pixels.left, pixels.top)),
+                       raster.PixelToView(CPoint(pixels.right, pixels.bottom)));
+            rect.NormalizeRect();
+            rect.right += rect.left == rect.right;
+            rect.bottom += rect.top == rect.bottom;
+            if (rect.left >= 400 || rect.top >= 300 || rect.right <= 0 || rect.bottom <= 0)
+                continue;
+            CRgn part;
+            part.CreateRectRgnIndirect(rect);
+            wanted.CombineRgn(&wanted, &part, RGN_OR);
+        }
+        EXPECT_TRUE(view.EqualRgn(&wanted));
+    }
+    raster.Unlock();
+}
+
 TEST_F(Coordinates, AnEmptyRegionHasNoRectangles)
 {
     CAcraster& raster = openImage();
