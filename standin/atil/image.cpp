@@ -1,5 +1,6 @@
 #include "standin/atil/image.h"
 
+#include <atomic>
 #include <optional>
 
 #include "imaging/bitmap.h"
@@ -10,6 +11,10 @@
 #include "standin/atil/row_sources.h"
 
 namespace Atil {
+
+namespace {
+std::atomic<std::uint64_t> copies = 0;
+}
 
 // An image of one value has no pixels of its own until they are needed.
 struct Image::State
@@ -35,8 +40,10 @@ struct Image::State
     imaging::Bitmap& own()
     {
         made();
-        if (bitmap.use_count() > 1)
+        if (bitmap.use_count() > 1) {
             bitmap = std::make_shared<imaging::Bitmap>(*bitmap);
+            ++copies;
+        }
         return *bitmap;
     }
 };
@@ -145,6 +152,11 @@ RowProviderInterface* Image::read(const Size& size, const Offset& at, int rotati
 std::shared_ptr<const imaging::Bitmap> Image::pixels() const
 {
     return guarded([&] { return m_state->made(); });
+}
+
+std::uint64_t Image::wholeCopies()
+{
+    return copies;
 }
 
 } // namespace Atil

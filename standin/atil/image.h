@@ -1,6 +1,7 @@
 // Images in memory.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 
 #include "standin/atil/row_provider.h"
@@ -43,6 +44,8 @@ public:
 
     // For the stand-in's own use.
     std::shared_ptr<const imaging::Bitmap> pixels() const;
+    // How often in this program's life an image's pixels were copied whole, because they were shared when one side wrote.
+    static std::uint64_t wholeCopies();
 
 private:
     struct State;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "standin/atil/image.h"
 #include "tests/module/mouse_tools/mouse_fixture.h"
 #include "tools/Stroke.h"
 
@@ -201,6 +202,23 @@ TEST_F(Strokes, TheViewShowsTheStampAtOnce)
     EXPECT_EQ(locks(), 1) << "one lock for the whole stroke";
     release(at(10, 10));
     EXPECT_EQ(GetCapture(), nullptr);
+}
+
+TEST_F(Strokes, TheImageIsCopiedOnceForAStrokeHoweverLongItIs)
+{
+    openRaster();
+    g_pArxApp->m_pRaster->KeepLoaded();
+    for (const auto start : {PenCommand, EraserCommand}) {
+        start();
+        const std::uint64_t before = Atil::Image::wholeCopies();
+        press(at(10, 10));
+        EXPECT_EQ(Atil::Image::wholeCopies(), before + 1) << "the working image becomes its own at the first stamp";
+        for (int i = 11; i < 50; ++i)
+            move(at(i, 10 + i % 7));
+        EXPECT_EQ(Atil::Image::wholeCopies(), before + 1) << "moves copy nothing";
+        release(at(50, 10));
+        EXPECT_EQ(Atil::Image::wholeCopies(), before + 1) << "nor does the commit";
+    }
 }
 
 TEST_F(Strokes, AStampIsNoWiderOnScreenThanTheLargestCursor)
