@@ -98,9 +98,9 @@ void BenchDesk::showAt(double scale)
     m_viewState = {viewWidth, viewHeight, {m_sheet.width / 2.0, m_sheet.height / 2.0, 0}, viewHeight / scale};
 }
 
-void BenchDesk::showWhole()
+void BenchDesk::showWhole(double share)
 {
-    showAt(0.95 * std::min(double(viewWidth) / m_sheet.width, double(viewHeight) / m_sheet.height));
+    showAt(share * 0.95 * std::min(double(viewWidth) / m_sheet.width, double(viewHeight) / m_sheet.height));
 }
 
 void BenchDesk::moveBy(int viewPixels)

@@ -24,7 +24,8 @@ public:
     void closeSheet();
     // View pixels to an image pixel, around the middle of the sheet.
     void showAt(double scale);
-    void showWhole();
+    // `share` of what fits into the view.
+    void showWhole(double share = 1);
     void moveBy(int viewPixels);
 
     CWnd& view() { return *m_view; }

@@ -113,6 +113,8 @@ void benchTicks(BenchDesk& desk)
         if (count == 0)
             continue;
         run(desk, "wholly, the view moving by 3 pixels", count, raster, 3);
+        desk.showWhole(0.5);
+        run(desk, "wholly, half as large", count, raster);
         desk.showAt(0.3);
         run(desk, "partly", count, raster);
     }
