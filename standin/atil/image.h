@@ -44,7 +44,8 @@ public:
 
     // For the stand-in's own use.
     std::shared_ptr<const imaging::Bitmap> pixels() const;
-    // How often in this program's life an image's pixels were copied whole, because they were shared when one side wrote.
+    // How often in this program's life an image's pixels were copied whole, because they were shared when one side
+    // wrote.
     static std::uint64_t wholeCopies();
 
 private:
