@@ -1,5 +1,6 @@
 // Between image space, drawing space and view space.
 
+#include <algorithm>
 #include <span>
 #include <vector>
 
@@ -81,8 +82,11 @@ int CAcraster::GetViewRegion(CRgn& viewRegion) const
     const RegionRectangles rectangles(*m_pRegion);
     std::vector<CRect> parts;
     for (const CRect rect : rectangles) {
-        CRect part(view.ToView(PixelToWorld(rect.TopLeft())), view.ToView(PixelToWorld(rect.BottomRight())));
-        part.NormalizeRect(); // the image may be turned or mirrored
+        const CPoint corner = view.ToView(PixelToWorld(rect.TopLeft()));
+        const CPoint opposite = view.ToView(PixelToWorld(rect.BottomRight()));
+        // The image may be turned or mirrored.
+        CRect part(std::min(corner.x, opposite.x), std::min(corner.y, opposite.y), std::max(corner.x, opposite.x),
+                   std::max(corner.y, opposite.y));
         // What is smaller than a view pixel stays visible.
         if (part.top == part.bottom)
             ++part.bottom;
@@ -93,9 +97,10 @@ int CAcraster::GetViewRegion(CRgn& viewRegion) const
         if (!visible.IsRectEmpty())
             parts.push_back(part);
     }
-    if (parts.empty())
+    if (parts.empty()) {
         viewRegion.CreateRectRgn(0, 0, 0, 0);
-    else
+    } else {
         AttachUnion(parts, viewRegion);
+    }
     return rectangles.Count();
 }
