@@ -17,7 +17,7 @@ template <typename Tool> void StartTool(int direction)
     auto* tool = new Tool;
     // Its construction may have pumped messages, and one of them may have ended it.
     if (g_pArxApp->m_pTool != tool)
-        return;
+        return; // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): it is deleted, not lost
     if (tool->Start()) {
         tool->SetChoice(direction);
     } else {

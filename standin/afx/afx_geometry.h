@@ -33,7 +33,7 @@ public:
     CPoint() : POINT{0, 0} {}
     CPoint(int px, int py) { SetPoint(px, py); }
     CPoint(POINT point) : POINT(point) {}
-    CPoint(SIZE size) : POINT{size.cx, size.cy} {}
+    CPoint(SIZE size) { SetPoint(size.cx, size.cy); }
     // From a message's lParam: both halves signed.
     explicit CPoint(LPARAM packed) : POINT{static_cast<short>(LOWORD(packed)), static_cast<short>(HIWORD(packed))} {}
 
@@ -68,8 +68,8 @@ public:
     CRect(int l, int t, int r, int b) : RECT{l, t, r, b} {}
     CRect(const RECT& rect) : RECT(rect) {}
     CRect(LPCRECT rect) : RECT(*rect) {}
-    CRect(POINT corner, SIZE size) : RECT{corner.x, corner.y, corner.x + size.cx, corner.y + size.cy} {}
-    CRect(POINT topLeft, POINT bottomRight) : RECT{topLeft.x, topLeft.y, bottomRight.x, bottomRight.y} {}
+    CRect(POINT corner, SIZE size) { SetRect(corner.x, corner.y, corner.x + size.cx, corner.y + size.cy); }
+    CRect(POINT topLeft, POINT bottomRight) { SetRect(topLeft.x, topLeft.y, bottomRight.x, bottomRight.y); }
 
     int Width() const { return right - left; }
     int Height() const { return bottom - top; }

@@ -66,10 +66,11 @@ void CControlBar::trackDrag()
         }
         if (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE)
             break;
-        if (message.message == WM_MOUSEMOVE)
+        if (message.message == WM_MOUSEMOVE) {
             outline.show(CRect(CPoint(message.pt) - grab, bar.Size()));
-        else
+        } else {
             ::DispatchMessageW(&message);
+        }
     }
     if (message.message == WM_QUIT)
         ::PostQuitMessage(static_cast<int>(message.wParam));

@@ -29,9 +29,10 @@ CControlBar::~CControlBar()
 
 BOOL CControlBar::PreCreateWindow(CREATESTRUCT& cs)
 {
-    if (!cs.lpszClass)
+    if (!cs.lpszClass) {
         cs.lpszClass =
             AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursorW(nullptr, IDC_ARROW), ::GetSysColorBrush(COLOR_BTNFACE));
+    }
     cs.style |= WS_CLIPSIBLINGS;
     return CWnd::PreCreateWindow(cs);
 }
@@ -160,9 +161,10 @@ LRESULT CControlBar::OnSizeParent(WPARAM, LPARAM lParam)
     }
     rect.right = rect.left + width;
     rect.bottom = rect.top + height;
-    if (layout->hDWP)
+    if (layout->hDWP) {
         layout->hDWP = ::DeferWindowPos(layout->hDWP, m_hWnd, nullptr, rect.left, rect.top, width, height,
                                         SWP_NOACTIVATE | SWP_NOZORDER);
+    }
     return 0;
 }
 
@@ -184,10 +186,11 @@ void CControlBar::CalcInsideRect(CRect& rect, BOOL bHorz) const
     rect.top += m_dwStyle & CBRS_BORDER_TOP ? 1 : 0;
     rect.right -= m_dwStyle & CBRS_BORDER_RIGHT ? 1 : 0;
     rect.bottom -= m_dwStyle & CBRS_BORDER_BOTTOM ? 1 : 0;
-    if (bHorz)
+    if (bHorz) {
         rect.DeflateRect(m_borders.left, m_borders.top, m_borders.right, m_borders.bottom);
-    else // the borders turn with the bar
+    } else { // the borders turn with the bar
         rect.DeflateRect(m_borders.top, m_borders.left, m_borders.bottom, m_borders.right);
+    }
     if ((m_dwStyle & CBRS_GRIPPER) && !IsFloating())
         (bHorz ? rect.left : rect.top) += gripperWidth;
 }
@@ -210,10 +213,11 @@ void CControlBar::DrawGripper(CDC* pDC, const CRect& rect)
     if (!(m_dwStyle & CBRS_GRIPPER) || IsFloating())
         return;
     CRect grip(rect);
-    if (IsHorizontal())
+    if (IsHorizontal()) {
         grip.SetRect(rect.left + 2, rect.top + 2, rect.left + 5, rect.bottom - 2);
-    else
+    } else {
         grip.SetRect(rect.left + 2, rect.top + 2, rect.right - 2, rect.top + 5);
+    }
     pDC->Draw3dRect(&grip, ::GetSysColor(COLOR_BTNHIGHLIGHT), ::GetSysColor(COLOR_BTNSHADOW));
 }
 
@@ -247,16 +251,18 @@ BOOL CControlBar::hitsTool(CPoint) const
 
 void CControlBar::OnLButtonDown(UINT nFlags, CPoint point)
 {
-    if (m_pDockBar && m_dwDockStyle && !hitsTool(point))
+    if (m_pDockBar && m_dwDockStyle && !hitsTool(point)) {
         trackDrag();
-    else
+    } else {
         CWnd::OnLButtonDown(nFlags, point);
+    }
 }
 
 void CControlBar::OnLButtonDblClk(UINT nFlags, CPoint point)
 {
-    if (m_pDockBar && m_dwDockStyle && !hitsTool(point))
+    if (m_pDockBar && m_dwDockStyle && !hitsTool(point)) {
         toggleFloating();
-    else
+    } else {
         CWnd::OnLButtonDblClk(nFlags, point);
+    }
 }

@@ -158,19 +158,21 @@ void DDX_Text(CDataExchange* pDX, int nIDC, double& value)
 void DDX_Text(CDataExchange* pDX, int nIDC, CString& value)
 {
     const HWND control = pDX->PrepareEditCtrl(nIDC);
-    if (pDX->m_bSaveAndValidate)
+    if (pDX->m_bSaveAndValidate) {
         value = textOf(control);
-    else
+    } else {
         showText(control, value);
+    }
 }
 
 void DDX_Check(CDataExchange* pDX, int nIDC, int& value)
 {
     const HWND control = pDX->PrepareCtrl(nIDC);
-    if (pDX->m_bSaveAndValidate)
+    if (pDX->m_bSaveAndValidate) {
         value = static_cast<int>(::SendMessageW(control, BM_GETCHECK, 0, 0));
-    else
+    } else {
         ::SendMessageW(control, BM_SETCHECK, value < 0 || value > 2 ? 0 : static_cast<WPARAM>(value), 0);
+    }
 }
 
 void DDX_Radio(CDataExchange* pDX, int nIDC, int& value)
@@ -181,10 +183,11 @@ void DDX_Radio(CDataExchange* pDX, int nIDC, int& value)
     int button = 0;
     do {
         if (::SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_RADIOBUTTON) {
-            if (!pDX->m_bSaveAndValidate)
+            if (!pDX->m_bSaveAndValidate) {
                 ::SendMessageW(control, BM_SETCHECK, button == value, 0);
-            else if (::SendMessageW(control, BM_GETCHECK, 0, 0))
+            } else if (::SendMessageW(control, BM_GETCHECK, 0, 0)) {
                 value = button;
+            }
             ++button;
         }
         control = ::GetWindow(control, GW_HWNDNEXT);
@@ -196,10 +199,11 @@ namespace {
 void exchangeIndex(CDataExchange* exchange, int id, int& index, UINT get, UINT set)
 {
     const HWND control = exchange->PrepareCtrl(id);
-    if (exchange->m_bSaveAndValidate)
+    if (exchange->m_bSaveAndValidate) {
         index = static_cast<int>(::SendMessageW(control, get, 0, 0));
-    else
+    } else {
         ::SendMessageW(control, set, static_cast<WPARAM>(index), 0);
+    }
 }
 
 } // namespace
@@ -234,29 +238,32 @@ void DDX_LBString(CDataExchange* pDX, int nIDC, CString& value)
 void DDX_CBString(CDataExchange* pDX, int nIDC, CString& value)
 {
     const HWND control = pDX->PrepareCtrl(nIDC);
-    if (pDX->m_bSaveAndValidate)
+    if (pDX->m_bSaveAndValidate) {
         value = textOf(control);
-    else if (::SendMessageW(control, CB_SELECTSTRING, static_cast<WPARAM>(-1),
-                            reinterpret_cast<LPARAM>(value.GetString())) == CB_ERR)
+    } else if (::SendMessageW(control, CB_SELECTSTRING, static_cast<WPARAM>(-1),
+                              reinterpret_cast<LPARAM>(value.GetString())) == CB_ERR) {
         ::SetWindowTextW(control, value);
+    }
 }
 
 void DDX_Scroll(CDataExchange* pDX, int nIDC, int& value)
 {
     const HWND control = pDX->PrepareCtrl(nIDC);
-    if (pDX->m_bSaveAndValidate)
+    if (pDX->m_bSaveAndValidate) {
         value = ::GetScrollPos(control, SB_CTL);
-    else
+    } else {
         ::SetScrollPos(control, SB_CTL, value, TRUE);
+    }
 }
 
 void DDX_Slider(CDataExchange* pDX, int nIDC, int& value)
 {
     const HWND control = pDX->PrepareCtrl(nIDC);
-    if (pDX->m_bSaveAndValidate)
+    if (pDX->m_bSaveAndValidate) {
         value = static_cast<int>(::SendMessageW(control, TBM_GETPOS, 0, 0));
-    else
+    } else {
         ::SendMessageW(control, TBM_SETPOS, TRUE, value);
+    }
 }
 
 void DDX_Control(CDataExchange* pDX, int nIDC, CWnd& rControl)

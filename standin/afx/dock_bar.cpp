@@ -48,10 +48,11 @@ void CDockBar::DockControlBar(CControlBar* pBar, LPCRECT lpRect)
     CDockBar* former = pBar->m_pDockBar;
     if (former == this) {
         const auto present = std::find(m_bars.begin(), m_bars.end(), pBar);
-        if (present < place)
+        if (present < place) {
             std::rotate(present, present + 1, place);
-        else
+        } else {
             std::rotate(place, present, present + 1);
+        }
         return;
     }
     m_bars.insert(place, pBar);
@@ -122,9 +123,10 @@ void CDockBar::layOutBars()
     GetClientRect(&client);
     std::vector<Place> places;
     arrange(horizontal() ? client.Width() : client.Height(), horizontal(), places);
-    for (const Place& place : places)
+    for (const Place& place : places) {
         place.bar->SetWindowPos(nullptr, place.rect.left, place.rect.top, place.rect.Width(), place.rect.Height(),
                                 SWP_NOACTIVATE | SWP_NOZORDER | SWP_FRAMECHANGED);
+    }
 }
 
 void CDockBar::OnUpdateCmdUI(CFrameWnd*, BOOL) {}
@@ -184,16 +186,18 @@ void CMiniDockFrameWnd::OnDestroy()
 void CMiniDockFrameWnd::OnNcLButtonDown(UINT nHitTest, CPoint point)
 {
     // By its title the bar moves as by its own blank part, so that it can be docked again.
-    if (nHitTest == HTCAPTION && !m_wndDockBar.m_bars.empty())
+    if (nHitTest == HTCAPTION && !m_wndDockBar.m_bars.empty()) {
         m_wndDockBar.m_bars.front()->trackDrag();
-    else
+    } else {
         CFrameWnd::OnNcLButtonDown(nHitTest, point);
+    }
 }
 
 void CMiniDockFrameWnd::OnNcLButtonDblClk(UINT nHitTest, CPoint point)
 {
-    if (nHitTest == HTCAPTION && !m_wndDockBar.m_bars.empty())
+    if (nHitTest == HTCAPTION && !m_wndDockBar.m_bars.empty()) {
         m_wndDockBar.m_bars.front()->toggleFloating();
-    else
+    } else {
         CFrameWnd::OnNcLButtonDblClk(nHitTest, point);
+    }
 }

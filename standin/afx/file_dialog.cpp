@@ -61,10 +61,11 @@ INT_PTR CFileDialog::DoModal()
         ::EnableWindow(m_ofn.hwndOwner, FALSE);
 
     AFX_THREAD_STATE* state = AfxGetThreadState();
-    if (m_ofn.Flags & OFN_EXPLORER)
+    if (m_ofn.Flags & OFN_EXPLORER) {
         state->m_pAlternateWndInit = this;
-    else
+    } else {
         AfxHookWindowCreate(this);
+    }
     const BOOL result = m_bOpenFileDialog ? ::GetOpenFileNameW(&m_ofn) : ::GetSaveFileNameW(&m_ofn);
     state->m_pAlternateWndInit = nullptr;
 

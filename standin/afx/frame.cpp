@@ -79,9 +79,10 @@ BOOL CFrameWnd::LoadAccelTable(LPCWSTR lpszResourceName)
 
 BOOL CFrameWnd::PreCreateWindow(CREATESTRUCT& cs)
 {
-    if (!cs.lpszClass)
+    if (!cs.lpszClass) {
         cs.lpszClass = AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursorW(nullptr, IDC_ARROW), nullptr,
                                            ::LoadIconW(nullptr, IDI_APPLICATION));
+    }
     return CWnd::PreCreateWindow(cs);
 }
 
@@ -151,10 +152,11 @@ void CFrameWnd::OnActivate(UINT nState, CWnd* pWndOther, BOOL bMinimized)
 
 void CFrameWnd::OnSetFocus(CWnd* pOldWnd)
 {
-    if (m_pViewActive)
+    if (m_pViewActive) {
         m_pViewActive->SetFocus();
-    else
+    } else {
         CWnd::OnSetFocus(pOldWnd);
+    }
 }
 
 BOOL CFrameWnd::OnEraseBkgnd(CDC* pDC)

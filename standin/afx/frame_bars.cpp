@@ -17,9 +17,10 @@ void CFrameWnd::RemoveControlBar(CControlBar* pBar)
 
 CControlBar* CFrameWnd::GetControlBar(UINT nID)
 {
-    for (CControlBar* bar : m_bars)
+    for (CControlBar* bar : m_bars) {
         if (static_cast<UINT>(bar->GetDlgCtrlID()) == nID)
             return bar;
+    }
     return nullptr;
 }
 
@@ -34,9 +35,10 @@ void CFrameWnd::RecalcLayout(BOOL)
     layout.hDWP = ::BeginDeferWindowPos(8);
     // Fixed bars take the edge of the frame, docked ones come inside them.
     for (const bool dockBars : {false, true}) {
-        for (CControlBar* bar : m_bars)
+        for (CControlBar* bar : m_bars) {
             if (bar->IsKindOf(RUNTIME_CLASS(CDockBar)) == dockBars && ::GetParent(bar->m_hWnd) == m_hWnd)
                 bar->SendMessage(WM_SIZEPARENT, 0, reinterpret_cast<LPARAM>(&layout));
+        }
     }
     if (const HWND inside = ::GetDlgItem(m_hWnd, AFX_IDW_PANE_FIRST)) {
         const CRect rect(layout.rect);
@@ -72,9 +74,10 @@ void CFrameWnd::EnableDocking(DWORD dwDockStyle)
 
 CDockBar* CFrameWnd::dockBar(UINT id)
 {
-    for (CDockBar* bar : m_dockBars)
+    for (CDockBar* bar : m_dockBars) {
         if (static_cast<UINT>(bar->GetDlgCtrlID()) == id)
             return bar;
+    }
     return nullptr;
 }
 

@@ -252,12 +252,13 @@ void CListBox::MeasureItem(LPMEASUREITEMSTRUCT) {}
 BOOL CListBox::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult)
 {
     // The box draws itself, and its parent has no part in it.
-    if (message == WM_DRAWITEM)
+    if (message == WM_DRAWITEM) {
         DrawItem(reinterpret_cast<LPDRAWITEMSTRUCT>(lParam));
-    else if (message == WM_MEASUREITEM)
+    } else if (message == WM_MEASUREITEM) {
         MeasureItem(reinterpret_cast<LPMEASUREITEMSTRUCT>(lParam));
-    else
+    } else {
         return CWnd::OnChildNotify(message, wParam, lParam, pResult);
+    }
     *pResult = TRUE;
     return TRUE;
 }

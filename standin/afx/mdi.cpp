@@ -235,7 +235,8 @@ void CMDIChildWnd::ActivateFrame(int nCmdShow)
 void CMDIChildWnd::OnMDIActivate(BOOL bActivate, CWnd* pActivateWnd, CWnd* pDeactivateWnd)
 {
     CWnd::OnMDIActivate(bActivate, pActivateWnd, pDeactivateWnd);
-    if (m_pViewActive)
+    if (m_pViewActive) {
         m_pViewActive->OnActivateView(bActivate, bActivate ? m_pViewActive : nullptr,
                                       bActivate ? nullptr : m_pViewActive);
+    }
 }

@@ -19,7 +19,8 @@ CMemFile::CMemFile(BYTE* lpBuffer, UINT nBufferSize, UINT nGrowBytes) : CMemFile
 
 CMemFile::~CMemFile()
 {
-    CMemFile::Close();
+    if (m_lpBuffer && m_bAutoDelete)
+        CMemFile::Free(m_lpBuffer);
 }
 
 void CMemFile::Attach(BYTE* lpBuffer, UINT nBufferSize, UINT nGrowBytes)

@@ -33,11 +33,13 @@ template <typename Holds> HINSTANCE findModule(Holds holds)
         return current;
     // Modules marked as the system's come after the others.
     const auto& libraries = afx::processState().libraries;
-    for (const BOOL system : {FALSE, TRUE})
-        for (auto library = libraries.rbegin(); library != libraries.rend(); ++library)
+    for (const BOOL system : {FALSE, TRUE}) {
+        for (auto library = libraries.rbegin(); library != libraries.rend(); ++library) {
             if (((*library)->m_bSystem != FALSE) == (system != FALSE) && (*library)->m_hResource &&
                 holds((*library)->m_hResource))
                 return (*library)->m_hResource;
+        }
+    }
     if (holds(AfxGetInstanceHandle()))
         return AfxGetInstanceHandle();
     return current;
@@ -82,9 +84,10 @@ void AfxTermExtensionModule(AFX_EXTENSION_MODULE& state, BOOL bAll)
     if (!state.bInitialized)
         return;
     const std::vector<CDynLinkLibrary*> libraries = afx::processState().libraries;
-    for (CDynLinkLibrary* library : libraries)
+    for (CDynLinkLibrary* library : libraries) {
         if (bAll || library->m_hModule == state.hModule)
             delete library;
+    }
     state.bInitialized = FALSE;
 }
 

@@ -11,9 +11,10 @@ CObject* CRuntimeClass::CreateObject()
 
 BOOL CRuntimeClass::IsDerivedFrom(const CRuntimeClass* pBaseClass) const
 {
-    for (const CRuntimeClass* type = this; type; type = type->m_pfnGetBaseClass ? type->m_pfnGetBaseClass() : nullptr)
+    for (const CRuntimeClass* type = this; type; type = type->m_pfnGetBaseClass ? type->m_pfnGetBaseClass() : nullptr) {
         if (type == pBaseClass)
             return TRUE;
+    }
     return FALSE;
 }
 
@@ -92,9 +93,10 @@ CDumpContext& CDumpContext::operator<<(const void* pointer)
 
 CDumpContext& CDumpContext::operator<<(const CObject* object)
 {
-    if (object)
+    if (object) {
         object->Dump(*this);
-    else
+    } else {
         *this << "(null)";
+    }
     return *this;
 }

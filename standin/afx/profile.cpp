@@ -78,9 +78,10 @@ BOOL CWinApp::WriteProfileString(LPCWSTR lpszSection, LPCWSTR lpszEntry, LPCWSTR
 {
     if (!m_pszRegistryKey || !m_pszProfileName)
         return FALSE;
-    if (!lpszEntry)
+    if (!lpszEntry) {
         return ::RegDeleteTreeW(HKEY_CURRENT_USER,
                                 profilePath(m_pszRegistryKey, m_pszProfileName) + L"\\" + lpszSection) == ERROR_SUCCESS;
+    }
     const Key section(openSection(lpszSection, true));
     if (!section)
         return FALSE;

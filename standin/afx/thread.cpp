@@ -29,10 +29,11 @@ unsigned __stdcall threadEntry(void* object)
     CWinThread* thread = static_cast<CWinThread*>(object);
     afx::threadState().thread = thread;
     UINT code = 0;
-    if (thread->m_pfnThreadProc)
+    if (thread->m_pfnThreadProc) {
         code = thread->m_pfnThreadProc(thread->m_pThreadParams);
-    else
+    } else {
         code = static_cast<UINT>(thread->InitInstance() ? thread->Run() : thread->ExitInstance());
+    }
     AfxEndThread(code);
     return code;
 }

@@ -14,9 +14,10 @@ CView::~CView() = default;
 
 BOOL CView::PreCreateWindow(CREATESTRUCT& cs)
 {
-    if (!cs.lpszClass)
+    if (!cs.lpszClass) {
         cs.lpszClass = AfxRegisterWndClass(CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS, ::LoadCursorW(nullptr, IDC_ARROW),
                                            reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1));
+    }
     return CWnd::PreCreateWindow(cs);
 }
 
@@ -63,10 +64,11 @@ int CView::OnMouseActivate(CWnd* pDesktopWnd, UINT nHitTest, UINT message)
     const int result = CWnd::OnMouseActivate(pDesktopWnd, nHitTest, message);
     CFrameWnd* frame = GetParentFrame();
     if (frame && result != MA_NOACTIVATE && result != MA_NOACTIVATEANDEAT) {
-        if (frame->GetActiveView() != this)
+        if (frame->GetActiveView() != this) {
             frame->SetActiveView(this);
-        else
+        } else {
             OnActivateView(TRUE, this, this);
+        }
     }
     return result;
 }

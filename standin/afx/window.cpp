@@ -9,7 +9,7 @@ IMPLEMENT_DYNCREATE(CWnd, CCmdTarget)
 CWnd::~CWnd()
 {
     if (m_hWnd)
-        DestroyWindow();
+        CWnd::DestroyWindow();
 }
 
 CWnd* CWnd::FromHandle(HWND hWnd)

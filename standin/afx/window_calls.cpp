@@ -16,9 +16,10 @@ BOOL changeStyle(HWND window, int which, DWORD remove, DWORD add, UINT positionF
     if (former == wanted)
         return FALSE;
     ::SetWindowLongPtrW(window, which, static_cast<LONG_PTR>(wanted));
-    if (positionFlags)
+    if (positionFlags) {
         ::SetWindowPos(window, nullptr, 0, 0, 0, 0,
                        SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | positionFlags);
+    }
     return TRUE;
 }
 

@@ -108,9 +108,10 @@ UINT CWnd::IsDlgButtonChecked(int nIDButton) const
 
 int CWnd::GetCheckedRadioButton(int nIDFirstButton, int nIDLastButton) const
 {
-    for (int id = nIDFirstButton; id <= nIDLastButton; ++id)
+    for (int id = nIDFirstButton; id <= nIDLastButton; ++id) {
         if (IsDlgButtonChecked(id))
             return id;
+    }
     return 0;
 }
 

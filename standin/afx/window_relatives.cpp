@@ -27,9 +27,10 @@ CWnd* CWnd::GetTopLevelParent() const
 
 CFrameWnd* CWnd::GetParentFrame() const
 {
-    for (HWND window = ::GetParent(m_hWnd); window; window = ::GetParent(window))
+    for (HWND window = ::GetParent(m_hWnd); window; window = ::GetParent(window)) {
         if (CFrameWnd* frame = DYNAMIC_DOWNCAST(CFrameWnd, FromHandlePermanent(window)))
             return frame;
+    }
     return nullptr;
 }
 

@@ -27,10 +27,11 @@ Acad::ErrorStatus CommandStack::addCommand(const ACHAR* group, const ACHAR* glob
 {
     if (!given(group) || !given(globalName) || !given(localName) || !function)
         return Acad::eInvalidInput;
-    for (const auto& present : m_commands)
+    for (const auto& present : m_commands) {
         if (sameText(present->group, group) &&
             (sameText(present->global, globalName) || sameText(present->local, localName)))
             return Acad::eDuplicateKey;
+    }
     auto command = std::make_unique<Command>();
     command->group = group;
     command->global = globalName;
@@ -68,9 +69,10 @@ AcEdCommand* CommandStack::lookupCmd(const ACHAR* name) const
         return nullptr;
     const bool byGlobal = *name == L'_';
     const std::wstring_view wanted = name + (byGlobal ? 1 : 0);
-    for (const auto& command : m_commands)
+    for (const auto& command : m_commands) {
         if (sameText(byGlobal ? command->global : command->local, wanted))
             return command.get();
+    }
     return nullptr;
 }
 

@@ -36,9 +36,10 @@ AcDbDictionaryIterator* AcDbDictionary::newIterator() const
 {
     assertReadEnabled("newIterator");
     std::vector<AcDbDictionaryIterator::Entry> entries;
-    if (const auto* record = standin::recordOf<drawing::Dictionary>(objectId()))
+    if (const auto* record = standin::recordOf<drawing::Dictionary>(objectId())) {
         for (const auto& entry : record->entries)
             entries.push_back({standin::widen(entry.key), standin::idOf(*database(), entry.object)});
+    }
     return new AcDbDictionaryIterator(std::move(entries));
 }
 

@@ -85,9 +85,10 @@ bool AcDbObjectIdArray::contains(const AcDbObjectId& id) const
 
 bool AcDbObjectIdArray::find(const AcDbObjectId& id, int& index) const
 {
-    for (index = 0; index < length(); ++index)
+    for (index = 0; index < length(); ++index) {
         if (m_ids[std::size_t(index)] == id)
             return true;
+    }
     return false;
 }
 

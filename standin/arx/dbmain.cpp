@@ -27,12 +27,14 @@ AcDbDatabase::~AcDbDatabase()
 {
     standin::editor().tell([this](AcEditorReactor& reactor) { reactor.databaseToBeDestroyed(this); });
     const auto slots = m_state->slots;
-    for (const auto& [handle, slot] : slots)
+    for (const auto& [handle, slot] : slots) {
         if (slot->open())
             standin::recordBreach("An object was still open when its database was destroyed.");
-    for (const auto& [handle, slot] : slots)
+    }
+    for (const auto& [handle, slot] : slots) {
         if (auto* definition = dynamic_cast<AcDbRasterImageDef*>(slot->object.get()))
             standin::withWriteOpen(*slot, [&] { definition->releaseImage(); });
+    }
     for (const auto& [handle, slot] : m_state->slots) {
         slot->database = nullptr;
         slot->readers = 0;
@@ -65,10 +67,12 @@ Acad::ErrorStatus AcDbDatabase::insert(const AcGeMatrix3d& transform, AcDbDataba
 {
     if (!source || source == this || !preserveSource)
         return Acad::eInvalidInput;
-    for (unsigned row = 0; row < 4; ++row)
-        for (unsigned column = 0; column < 4; ++column)
+    for (unsigned row = 0; row < 4; ++row) {
+        for (unsigned column = 0; column < 4; ++column) {
             if (transform(row, column) != (row == column ? 1 : 0))
                 return Acad::eNotApplicable;
+        }
+    }
     if (!standin::mayWrite(this)) {
         standin::recordBreach("A drawing was inserted without a document lock.");
         return Acad::eLockViolation;

@@ -53,7 +53,7 @@ Acad::ErrorStatus openSlot(standin::ObjectSlot& slot, AcDb::OpenMode mode)
 // Reactors may remove or delete themselves while they are told.
 template <class Call> void tell(const AcDbObject& object, Call call)
 {
-    const std::vector<AcDbObjectReactor*> present = object.reactors();
+    const std::vector<AcDbObjectReactor*> present(object.reactors().begin(), object.reactors().end());
     for (AcDbObjectReactor* reactor : present) {
         const auto& now = object.reactors();
         if (std::find(now.begin(), now.end(), reactor) != now.end())
@@ -101,10 +101,11 @@ Acad::ErrorStatus AcDbObject::close()
     }
     if (!slot->open())
         return refuse(Acad::eNotOpenForRead, *slot, "was closed though it was not open");
-    if (slot->writer)
+    if (slot->writer) {
         slot->writer = false;
-    else
+    } else {
         --slot->readers;
+    }
     if (!slot->writer && m_modified) {
         m_modified = false;
         tell(*this, [&](AcDbObjectReactor& reactor) { reactor.modified(this); });

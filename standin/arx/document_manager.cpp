@@ -39,11 +39,13 @@ const ACHAR* OpenDocument::fileName() const
 AcAp::DocLockMode OpenDocument::lockMode() const
 {
     AcAp::DocLockMode strongest = AcAp::kNotLocked;
-    for (const auto* list : {&locks, &commandLocks})
-        for (const AcAp::DocLockMode mode : *list)
+    for (const auto* list : {&locks, &commandLocks}) {
+        for (const AcAp::DocLockMode mode : *list) {
             if (strongest == AcAp::kNotLocked ||
                 (allowsWriting(mode) && (!allowsWriting(strongest) || mode > strongest)))
                 strongest = mode;
+        }
+    }
     return strongest;
 }
 

@@ -118,9 +118,10 @@ private:
     std::string freeBlockName(const std::string& name) const
     {
         const std::string stem = name.substr(0, 2);
-        for (int number = 1;; ++number)
+        for (int number = 1;; ++number) {
             if (std::string candidate = stem + std::to_string(number); !m_target.findBlock(candidate))
                 return candidate;
+        }
     }
 
     void makeDefinitions()
@@ -228,22 +229,26 @@ Document extractEntities(const Document& source, const std::set<Handle>& entitie
     Document result = copyOf(source);
     for (drawing::Block* space : {&result.modelSpace(), &result.paperSpace()}) {
         const std::vector<Handle> present = space->entities;
-        for (const Handle handle : present)
+        for (const Handle handle : present) {
             if (!entities.count(handle))
                 result.erase(handle);
+        }
     }
     if (drawing::Dictionary* names = result.imageDictionary()) {
         std::set<Handle> shown;
-        for (const Handle record : result.table("BLOCK_RECORD").records)
-            for (const Handle entity : result.find<drawing::Block>(record)->entities)
+        for (const Handle record : result.table("BLOCK_RECORD").records) {
+            for (const Handle entity : result.find<drawing::Block>(record)->entities) {
                 if (const auto* image = result.find<drawing::Image>(entity))
                     shown.insert(image->definition);
+            }
+        }
         const auto entries = names->entries;
-        for (const auto& entry : entries)
+        for (const auto& entry : entries) {
             if (!shown.count(entry.object) && result.find(entry.object)) {
                 result.erase(entry.object);
                 names->erase(entry.key);
             }
+        }
     }
     result.header.setPoint3("$INSBASE", basePoint);
     return result;

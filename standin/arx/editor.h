@@ -18,9 +18,10 @@ public:
     template <class Call> void tell(Call call)
     {
         const std::vector<AcEditorReactor*> present = m_reactors;
-        for (AcEditorReactor* reactor : present)
+        for (AcEditorReactor* reactor : present) {
             if (std::find(m_reactors.begin(), m_reactors.end(), reactor) != m_reactors.end())
                 call(*reactor);
+        }
     }
     const std::vector<AcEditorReactor*>& reactors() const { return m_reactors; }
     // For reactors whose code is about to go.

@@ -66,9 +66,10 @@ AcGeMatrix3d::AcGeMatrix3d()
 
 AcGeMatrix3d& AcGeMatrix3d::setToIdentity()
 {
-    for (int row = 0; row < 4; ++row)
+    for (int row = 0; row < 4; ++row) {
         for (int column = 0; column < 4; ++column)
             entry[row][column] = row == column;
+    }
     return *this;
 }
 
@@ -79,9 +80,10 @@ AcGeMatrix3d& AcGeMatrix3d::setCoordSystem(const AcGePoint3d& origin, const AcGe
                                   {yAxis.x, yAxis.y, yAxis.z, 0},
                                   {zAxis.x, zAxis.y, zAxis.z, 0},
                                   {origin.x, origin.y, origin.z, 1}};
-    for (int row = 0; row < 4; ++row)
+    for (int row = 0; row < 4; ++row) {
         for (int column = 0; column < 4; ++column)
             entry[row][column] = columns[column][row];
+    }
     return *this;
 }
 
@@ -119,13 +121,14 @@ AcGeMatrix3d AcGeMatrix3d::alignCoordSys(const AcGePoint3d& fromOrigin, const Ac
 AcGeMatrix3d AcGeMatrix3d::operator*(const AcGeMatrix3d& other) const
 {
     AcGeMatrix3d product;
-    for (int row = 0; row < 4; ++row)
+    for (int row = 0; row < 4; ++row) {
         for (int column = 0; column < 4; ++column) {
             double sum = 0;
             for (int i = 0; i < 4; ++i)
                 sum += entry[row][i] * other.entry[i][column];
             product.entry[row][column] = sum;
         }
+    }
     return product;
 }
 

@@ -84,9 +84,10 @@ void closeDrawing()
         return;
     dynamicLinker().send(AcRx::kUnloadDwgMsg);
     document->destroyDatabase();
-    if (!document->locks.empty())
+    if (!document->locks.empty()) {
         recordBreach("The drawing was closed with " + std::to_string(document->locks.size()) +
                      " document locks that nobody gave back.");
+    }
     documentManager().setCurrent(nullptr);
 }
 

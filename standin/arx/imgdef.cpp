@@ -81,12 +81,13 @@ Acad::ErrorStatus AcDbRasterImageDef::setSourceFileName(const ACHAR* path)
 const ACHAR* AcDbRasterImageDef::activeFileName() const
 {
     assertReadEnabled("activeFileName");
-    if (m_state->image)
+    if (m_state->image) {
         m_state->activeText = m_state->loadedFile;
-    else if (!m_state->chosenFile.empty())
+    } else if (!m_state->chosenFile.empty()) {
         m_state->activeText = standin::findImageFile(m_state->chosenFile, drawingFileOf(*this));
-    else
+    } else {
         m_state->activeText = standin::findImageFile(standin::widen(record().path), drawingFileOf(*this));
+    }
     return m_state->activeText.c_str();
 }
 
@@ -258,7 +259,7 @@ std::shared_ptr<const imaging::Bitmap> AcDbRasterImageDef::pixels() const
 
 std::shared_ptr<const imaging::Bitmap> AcDbRasterImageDef::pixelsForPainting()
 {
-    if (!m_state->image && record().loaded && objectId().slot())
+    if (!m_state->image && record().loaded && objectId().slot()) {
         standin::withWriteOpen(*objectId().slot(), [this] {
             const std::wstring file = activeFileName();
             std::error_code error;
@@ -270,6 +271,7 @@ std::shared_ptr<const imaging::Bitmap> AcDbRasterImageDef::pixelsForPainting()
                 m_state->refusedTime = written;
             }
         });
+    }
     return pixels();
 }
 
@@ -312,9 +314,10 @@ void AcDbRasterImageDef::subErase(Adesk::Boolean erasing)
     drawing::Dictionary* dictionary = document.imageDictionary();
     if (!dictionary)
         return;
-    for (const auto& entry : dictionary->entries)
+    for (const auto& entry : dictionary->entries) {
         if (entry.object == handle)
             m_state->names.push_back(entry.key);
+    }
     for (const std::string& name : m_state->names)
         dictionary->erase(name);
 }

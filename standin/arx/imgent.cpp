@@ -30,13 +30,16 @@ void resizeImageEntities(AcDbDatabase& database, drawing::Handle definition, dra
             resize(*image, pixels);
     };
     drawing::Document& document = database.state().document;
-    for (const drawing::Handle record : document.table("BLOCK_RECORD").records)
-        if (const auto* block = document.find<drawing::Block>(record))
+    for (const drawing::Handle record : document.table("BLOCK_RECORD").records) {
+        if (const auto* block = document.find<drawing::Block>(record)) {
             for (const drawing::Handle entity : block->entities)
                 follow(document.find(entity));
-    for (const auto& [handle, slot] : database.state().slots)
+        }
+    }
+    for (const auto& [handle, slot] : database.state().slots) {
         if (slot->erased)
             follow(slot->erased->object.get());
+    }
 }
 
 } // namespace standin

@@ -48,9 +48,10 @@ fs::path findModuleFile(fs::path name)
     if (!name.has_extension())
         name += L".arx";
     std::error_code error;
-    for (const fs::path& place : {name.has_parent_path() ? name : programFolder() / name, fs::absolute(name, error)})
+    for (const fs::path& place : {name.has_parent_path() ? name : programFolder() / name, fs::absolute(name, error)}) {
         if (fs::is_regular_file(place, error))
             return fs::absolute(place, error).make_preferred();
+    }
     return {};
 }
 
@@ -134,9 +135,10 @@ DynamicLinker& dynamicLinker()
 
 Module* DynamicLinker::byId(void* applicationId) const
 {
-    for (const auto& module : modules)
+    for (const auto& module : modules) {
         if (module.get() == applicationId)
             return module.get();
+    }
     recordBreach("An application id was used that is no loaded module's.");
     return nullptr;
 }
@@ -147,9 +149,10 @@ Module* DynamicLinker::find(const std::wstring& name) const
     const std::wstring listedFile = listed ? fs::path(listed->modulePath).filename().wstring() : std::wstring();
     for (const auto& module : modules) {
         const fs::path& file = module->file;
-        for (const std::wstring& own : {file.wstring(), file.filename().wstring(), file.stem().wstring()})
+        for (const std::wstring& own : {file.wstring(), file.filename().wstring(), file.stem().wstring()}) {
             if (sameText(own, name))
                 return module.get();
+        }
         if (sameText(file.filename().wstring(), listedFile))
             return module.get();
     }
@@ -264,9 +267,10 @@ std::vector<std::wstring> loadStartupModules()
     for (const Application& application : allApplications()) {
         const bool wanted = (application.reasons & AcadApp::kOnAutoCADStartup) != 0 &&
                             (application.reasons & AcadApp::kLoadDisabled) == 0;
-        if (wanted)
+        if (wanted) {
             if (Failure failure = loadModule(application.modulePath))
                 failures.push_back(*failure);
+        }
     }
     return failures;
 }

@@ -73,11 +73,12 @@ drawing::Object* recordOf(const standin::ObjectSlot* slot)
 
 AcDbObject* objectOf(standin::ObjectSlot& slot)
 {
-    if (!slot.object)
+    if (!slot.object) {
         if (const drawing::Object* record = recordOf(&slot)) {
             slot.object = makeObject(*record);
             slot.object->setObjectId(AcDbObjectId::fromSlot(&slot));
         }
+    }
     return slot.object.get();
 }
 

@@ -26,8 +26,9 @@ ACRX_DEFINE_MEMBERS(AcRxClass, AcRxObject)
 
 bool AcRxClass::isDerivedFrom(const AcRxClass* other) const
 {
-    for (const AcRxClass* type = this; type; type = type->m_parent)
+    for (const AcRxClass* type = this; type; type = type->m_parent) {
         if (type == other)
             return true;
+    }
     return false;
 }

@@ -28,9 +28,10 @@ Set* findSet(const ads_name name)
 bool matches(const drawing::Object& object, const resbuf* filter)
 {
     constexpr short typeName = 0;
-    for (const resbuf* item = filter; item; item = item->rbnext)
+    for (const resbuf* item = filter; item; item = item->rbnext) {
         if (item->restype == typeName && !standin::sameText(standin::widen(object.name()), item->resval.rstring))
             return false;
+    }
     return true;
 }
 
@@ -40,9 +41,10 @@ std::vector<drawing::Handle> allEntities(const drawing::Document& document)
     std::vector<drawing::Handle> handles;
     for (const drawing::Handle record : document.table("BLOCK_RECORD").records) {
         const auto* block = document.find<drawing::Block>(record);
-        if (block && block->layout != 0)
+        if (block && block->layout != 0) {
             for (const drawing::Entity* entity : document.drawOrder(*block))
                 handles.push_back(entity->handle);
+        }
     }
     return handles;
 }

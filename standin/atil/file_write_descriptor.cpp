@@ -56,12 +56,13 @@ FormatCodecPropertyInterface* FileWriteDescriptor::getProperty(FormatCodecProper
 
 bool FileWriteDescriptor::setProperty(const FormatCodecPropertyInterface* property)
 {
-    if (const auto* compression = dynamic_cast<const TiffCompression*>(property))
+    if (const auto* compression = dynamic_cast<const TiffCompression*>(property)) {
         m_state->compression = *compression;
-    else if (const auto* density = dynamic_cast<const FormatCodecDensity*>(property))
+    } else if (const auto* density = dynamic_cast<const FormatCodecDensity*>(property)) {
         m_state->density = *density;
-    else
+    } else {
         return false;
+    }
     return true;
 }
 

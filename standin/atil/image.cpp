@@ -124,10 +124,11 @@ void Image::paste(RowProviderInterface* rows, const Offset& at, bool)
     guarded([&] {
         bool ink = false;
         const Size part = rows->size();
-        if (rows->oneValue(ink))
+        if (rows->oneValue(ink)) {
             imaging::fill(m_state->own(), imaging::Rect{at.x, at.y, at.x + part.width, at.y + part.height}, ink);
-        else
+        } else {
             imaging::paste(m_state->own(), *rows->rows(), imaging::Point{at.x, at.y}, imaging::PasteMode::opaque);
+        }
     });
 }
 

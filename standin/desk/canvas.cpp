@@ -91,7 +91,7 @@ void Canvas::line(Vec2 a, Vec2 b, Color color)
     for (int x = first; x <= last; ++x) {
         const double y = a.y + slope * (std::clamp<double>(x, a.x, b.x) - a.x);
         const int row = static_cast<int>(std::floor(y));
-        const unsigned below = static_cast<unsigned>((y - row) * 255 + 0.5);
+        const unsigned below = static_cast<unsigned>(std::lround((y - row) * 255));
         if (steep) {
             blendPixel(row, x, color, 255 - below);
             blendPixel(row + 1, x, color, below);
@@ -107,9 +107,10 @@ void Canvas::point(Vec2 at, Color color)
     if (!(at.x > clip_.left - 4.0 && at.x < clip_.right + 4.0 && at.y > clip_.top - 4.0 && at.y < clip_.bottom + 4.0))
         return;
     const int x = static_cast<int>(std::lround(at.x)), y = static_cast<int>(std::lround(at.y));
-    for (int dy = -1; dy <= 1; ++dy)
+    for (int dy = -1; dy <= 1; ++dy) {
         for (int dx = -1; dx <= 1; ++dx)
             blendPixel(x + dx, y + dy, color, 255);
+    }
 }
 
 void Canvas::addCoverage(std::vector<float>& row, double from, double to) const
@@ -146,11 +147,12 @@ void Canvas::crossingsAt(std::span<const std::vector<Vec2>> contours, double y, 
 void Canvas::polygon(std::span<const std::vector<Vec2>> contours, Color color, unsigned opacity)
 {
     double low = 1e300, high = -1e300;
-    for (const auto& contour : contours)
+    for (const auto& contour : contours) {
         for (const Vec2 point : contour) {
             low = std::min(low, point.y);
             high = std::max(high, point.y);
         }
+    }
     if (clip_.empty() || !(high >= clip_.top - 1.0 && low <= clip_.bottom + 1.0))
         return;
     const int top = std::max<int>(clip_.top, static_cast<int>(std::floor(std::max(low + 0.5, clip_.top - 1.0))));
@@ -170,10 +172,12 @@ void Canvas::polygon(std::span<const std::vector<Vec2>> contours, Color color, u
                     addCoverage(row, crossings[i].x + 0.5, crossings[i + 1].x + 0.5);
             }
         }
-        for (int x = 0; x < clip_.width(); ++x)
-            if (row[x] > 0)
+        for (int x = 0; x < clip_.width(); ++x) {
+            if (row[x] > 0) {
                 at(clip_.left + x, y) =
-                    mix(at(clip_.left + x, y), color, static_cast<unsigned>(std::min(row[x], 1.0f) * opacity + 0.5f));
+                    mix(at(clip_.left + x, y), color, static_cast<unsigned>(std::lround(std::min(row[x], 1.0f) * opacity)));
+            }
+        }
     }
 }
 
@@ -183,9 +187,10 @@ void Canvas::blend(const imaging::Rect& area, std::span<const std::uint8_t> cove
     for (int y = part.top; y < part.bottom; ++y) {
         const std::uint8_t* share =
             coverage.data() + std::size_t(y - area.top) * area.width() + (part.left - area.left);
-        for (int x = part.left; x < part.right; ++x, ++share)
+        for (int x = part.left; x < part.right; ++x, ++share) {
             if (*share != 0)
                 at(x, y) = mix(at(x, y), color, *share);
+        }
     }
 }
 

@@ -6,10 +6,11 @@ namespace desk {
 
 void InputQueue::post(std::wstring_view text)
 {
-    if (text == L"CANCELCMD")
+    if (text == L"CANCELCMD") {
         characters_.push_back(cancel);
-    else
+    } else {
         characters_.insert(characters_.end(), text.begin(), text.end());
+    }
 }
 
 wchar_t InputQueue::take()

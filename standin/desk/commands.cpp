@@ -47,9 +47,10 @@ const DeskCommand* findDeskCommand(const std::wstring& name)
     if (start == std::wstring::npos)
         return nullptr;
     const std::wstring wanted = upperCase(name.substr(start));
-    for (const DeskCommand& command : table)
+    for (const DeskCommand& command : table) {
         if (wanted == command.name || (!command.alias.empty() && wanted == command.alias))
             return &command;
+    }
     return nullptr;
 }
 

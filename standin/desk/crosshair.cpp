@@ -68,24 +68,27 @@ std::vector<Vec2> circle(Vec2 centre, double radius)
 HCURSOR makeCrosshair()
 {
     constexpr int side = 63, middle = side / 2, box = 4;
-    std::vector<std::uint32_t> pixels(side * side, 0);
+    std::vector<std::uint32_t> pixels(std::size_t{side} * side, 0);
     const auto isLine = [&](int x, int y) {
         const int dx = std::abs(x - middle), dy = std::abs(y - middle);
         const bool onBox = std::max(dx, dy) == box;
         const bool onArm = (dx == 0 || dy == 0) && std::max(dx, dy) > box && std::max(dx, dy) < middle;
         return onBox || onArm;
     };
-    for (int y = 0; y < side; ++y)
+    for (int y = 0; y < side; ++y) {
         for (int x = 0; x < side; ++x) {
             bool nearLine = false;
-            for (int dy = -1; dy <= 1; ++dy)
+            for (int dy = -1; dy <= 1; ++dy) {
                 for (int dx = -1; dx <= 1; ++dx)
                     nearLine = nearLine || isLine(x + dx, y + dy);
-            if (isLine(x, y))
+            }
+            if (isLine(x, y)) {
                 pixels[y * side + x] = 0xFF000000 | dark;
-            else if (nearLine)
+            } else if (nearLine) {
                 pixels[y * side + x] = 0x70000000 | (pale & 0x707070); // premultiplied
+            }
         }
+    }
     return static_cast<HCURSOR>(makeIcon(pixels, side, true, middle));
 }
 

@@ -102,10 +102,11 @@ void DrawingView::updatePicture()
     if (pictureStale_) {
         paintArea(imaging::Rect::of(view.client()));
     } else if (!(view == pictureView_)) {
-        if (const auto pan = panBetween(pictureView_, view))
+        if (const auto pan = panBetween(pictureView_, view)) {
             paintStrips(*pan);
-        else
+        } else {
             paintArea(imaging::Rect::of(view.client()));
+        }
     }
     pictureStale_ = false;
     pictureView_ = view;
@@ -124,14 +125,16 @@ void DrawingView::paintStrips(imaging::Point pan)
 {
     const imaging::Size client = picture_.size();
     picture_.shift(pan);
-    if (pan.y > 0)
+    if (pan.y > 0) {
         paintArea({0, 0, client.width, pan.y});
-    else
+    } else {
         paintArea({0, client.height + pan.y, client.width, client.height});
-    if (pan.x > 0)
+    }
+    if (pan.x > 0) {
         paintArea({0, 0, pan.x, client.height});
-    else
+    } else {
         paintArea({client.width + pan.x, 0, client.width, client.height});
+    }
 }
 
 void DrawingView::drawOverlay(Canvas& canvas)

@@ -67,10 +67,12 @@ CommandOutcome list(Editor& editor)
     const auto chosen = chosenEntities(editor);
     if (!chosen)
         return CommandOutcome::cancelled;
-    for (const drawing::Handle handle : *chosen)
-        if (const auto* entity = standin::document().find<drawing::Entity>(handle))
+    for (const drawing::Handle handle : *chosen) {
+        if (const auto* entity = standin::document().find<drawing::Entity>(handle)) {
             for (const std::wstring& line : describe(standin::document(), *entity))
                 editor.print(line);
+        }
+    }
     return CommandOutcome::ended;
 }
 

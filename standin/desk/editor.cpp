@@ -136,10 +136,11 @@ Reply Editor::ask(const Prompt& prompt)
     windows_.showPrompt(prompt.text);
     processInput();
     while (!waiting.reply) {
-        if (!windows_.pumpMessage())
+        if (!windows_.pumpMessage()) {
             waiting.reply = Reply{};
-        else
+        } else {
             processInput();
+        }
     }
     waiting_ = outer;
     windows_.showPrompt(L"");
@@ -234,14 +235,15 @@ bool Editor::runDeskCommand(const std::wstring& name, std::deque<Reply> answers)
 void Editor::runVariable(const std::wstring& name, const standin::VariableValue& present)
 {
     std::wstring shown;
-    if (const auto* integer = std::get_if<std::int16_t>(&present))
+    if (const auto* integer = std::get_if<std::int16_t>(&present)) {
         shown = std::to_wstring(*integer);
-    else if (const auto* real = std::get_if<double>(&present))
+    } else if (const auto* real = std::get_if<double>(&present)) {
         shown = formatNumber(*real);
-    else if (const auto* point = std::get_if<standin::DrawingPoint>(&present))
+    } else if (const auto* point = std::get_if<standin::DrawingPoint>(&present)) {
         shown = formatPoint({point->x, point->y});
-    else
+    } else {
         shown = std::get<std::wstring>(present);
+    }
 
     Prompt prompt;
     prompt.text = L"Enter new value for " + name + L" <" + shown + L">:";
@@ -251,10 +253,11 @@ void Editor::runVariable(const std::wstring& name, const standin::VariableValue&
         return;
     standin::VariableValue value = reply.text;
     if (const auto number = parseNumber(reply.text)) {
-        if (std::holds_alternative<std::int16_t>(present))
+        if (std::holds_alternative<std::int16_t>(present)) {
             value = static_cast<std::int16_t>(*number);
-        else if (std::holds_alternative<double>(present))
+        } else if (std::holds_alternative<double>(present)) {
             value = *number;
+        }
     } else if (const auto point = parsePoint(reply.text, {})) {
         value = standin::DrawingPoint{point->x, point->y, 0};
     }
@@ -286,10 +289,11 @@ bool Editor::eraseEntities(const std::vector<drawing::Handle>& entities)
 {
     bool all = true;
     for (const drawing::Handle entity : entities) {
-        if (standin::eraseEntity(entity))
+        if (standin::eraseEntity(entity)) {
             history_.record({entity, false});
-        else
+        } else {
             all = false;
+        }
     }
     selected_.clear();
     drawingChanged();
@@ -340,10 +344,11 @@ bool Editor::selectByText(const std::wstring& text)
     }
     if (const auto point = parsePoint(text, lastPoint_)) {
         lastPoint_ = *point;
-        if (windowCorner_)
+        if (windowCorner_) {
             finishWindow(*point);
-        else
+        } else {
             pickAt(view_.toView(*point), false);
+        }
         return true;
     }
     return false;
@@ -358,10 +363,11 @@ void Editor::pickAt(Vec2 view, bool shift)
         removeWithWindow_ = shift;
         return;
     }
-    if (shift)
+    if (shift) {
         selected_.erase(found);
-    else
+    } else {
         selected_.insert(found);
+    }
     selectionChanged();
 }
 
@@ -373,10 +379,11 @@ void Editor::finishWindow(Vec2 corner)
     const bool crossing = corner.x < windowCorner_->x;
     windowCorner_.reset();
     for (const drawing::Handle entity : scene().pickWindow(window, crossing)) {
-        if (removeWithWindow_)
+        if (removeWithWindow_) {
             selected_.erase(entity);
-        else
+        } else {
             selected_.insert(entity);
+        }
     }
     selectionChanged();
 }
@@ -462,10 +469,11 @@ const Scene& Editor::scene()
 {
     const double pixel = view_.unitsPerPixel();
     if (sceneStale_ || scene_.tolerance() > coarsestTolerance * pixel || scene_.tolerance() < finestTolerance * pixel) {
-        if (standin::drawingOpen())
+        if (standin::drawingOpen()) {
             scene_.build(standin::document(), currentSpace(), freshTolerance * pixel, typefaces_);
-        else
+        } else {
             scene_ = {};
+        }
         sceneStale_ = false;
     }
     return scene_;

@@ -39,17 +39,20 @@ std::wstring geometryOf(const drawing::Document& document, const drawing::Entity
         return L"from " + at(line->start) + L"  to " + at(line->end);
     if (const auto* circle = dynamic_cast<const drawing::Circle*>(&entity))
         return L"center " + at(circle->center) + L"  radius " + formatNumber(circle->radius);
-    if (const auto* arc = dynamic_cast<const drawing::Arc*>(&entity))
+    if (const auto* arc = dynamic_cast<const drawing::Arc*>(&entity)) {
         return L"center " + at(arc->center) + L"  radius " + formatNumber(arc->radius) + L"  from " +
                formatNumber(arc->startAngle) + L" to " + formatNumber(arc->endAngle) + L" degrees";
+    }
     if (const auto* run = dynamic_cast<const drawing::LightPolyline*>(&entity))
         return std::to_wstring(run->points.size()) + L" points" + (run->closed ? L", closed" : L", open");
-    if (const auto* text = dynamic_cast<const drawing::Text*>(&entity))
+    if (const auto* text = dynamic_cast<const drawing::Text*>(&entity)) {
         return L"\"" + fromUtf8(text->text) + L"\"  height " + formatNumber(text->height) + L"  at " +
                at(text->position);
-    if (const auto* text = dynamic_cast<const drawing::MText*>(&entity))
+    }
+    if (const auto* text = dynamic_cast<const drawing::MText*>(&entity)) {
         return L"\"" + fromUtf8(text->text) + L"\"  height " + formatNumber(text->height) + L"  at " +
                at(text->position);
+    }
     if (const auto* point = dynamic_cast<const drawing::Point*>(&entity))
         return L"at " + at(point->position);
     if (const auto* block = dynamic_cast<const drawing::BlockReference*>(&entity))

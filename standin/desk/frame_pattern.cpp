@@ -54,24 +54,27 @@ double outlineMatch(const ViewPicture& picture, const imaging::Rect& rectangle, 
     if (points.empty())
         return 0;
     std::size_t best = 0;
-    for (int dy = 0; dy < period; ++dy)
+    for (int dy = 0; dy < period; ++dy) {
         for (int dx = 0; dx < period; ++dx) {
             std::size_t matching = 0;
             for (const imaging::Point& point : points)
                 matching += picture.at(point.x, point.y) == patternAt(pattern, point.x + dx, point.y + dy) ? 1 : 0;
             best = std::max(best, matching);
         }
+    }
     return double(best) / double(points.size());
 }
 
 bool holdsPatternRun(const ViewPicture& picture, const FramePattern& pattern)
 {
-    for (int y = 0; y < picture.size.height; ++y)
+    for (int y = 0; y < picture.size.height; ++y) {
         if (runIn(picture.size.width, pattern, false, [&](int x) { return picture.at(x, y); }))
             return true;
-    for (int x = 0; x < picture.size.width; ++x)
+    }
+    for (int x = 0; x < picture.size.width; ++x) {
         if (runIn(picture.size.height, pattern, true, [&](int y) { return picture.at(x, y); }))
             return true;
+    }
     return false;
 }
 

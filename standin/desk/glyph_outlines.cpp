@@ -100,9 +100,10 @@ Typeface::Typeface(const std::wstring& family) : context_(CreateCompatibleDC(nul
     formerFont_ = SelectObject(context_, font_);
     const Glyph& capital = glyph(L'H');
     double height = 0;
-    for (const auto& contour : capital.contours)
+    for (const auto& contour : capital.contours) {
         for (const Vec2 point : contour)
             height = std::max(height, point.y);
+    }
     capitalHeight_ = height > 0 ? height : outlineHeight * 0.7;
     glyphs_.clear();
 }
@@ -131,9 +132,10 @@ Glyph Typeface::fetch(wchar_t character) const
         if (GetGlyphOutlineW(context_, character, GGO_NATIVE, &metrics, size, data.data(), &identity) != GDI_ERROR)
             glyph.contours = contoursOf(data);
     }
-    for (auto& contour : glyph.contours)
+    for (auto& contour : glyph.contours) {
         for (Vec2& point : contour)
             point = point * (1 / capitalHeight_);
+    }
     glyph.advance = (size == GDI_ERROR ? outlineHeight / 2 : metrics.gmCellIncX) / capitalHeight_;
     return glyph;
 }

@@ -16,12 +16,13 @@ Reply replyOf(const standin::CommandArgument& argument)
     if (const auto* point = std::get_if<standin::DrawingPoint>(&argument))
         return {Reply::Kind::point, {point->x, point->y}, {}};
     std::wstring text;
-    if (const auto* real = std::get_if<double>(&argument))
+    if (const auto* real = std::get_if<double>(&argument)) {
         text = formatNumber(*real);
-    else if (const auto* integer = std::get_if<int>(&argument))
+    } else if (const auto* integer = std::get_if<int>(&argument)) {
         text = std::to_wstring(*integer);
-    else
+    } else {
         text = std::get<std::wstring>(argument);
+    }
     return text.empty() ? Reply{Reply::Kind::enter, {}, {}} : Reply{Reply::Kind::text, {}, text};
 }
 
@@ -73,12 +74,13 @@ void MainFrame::stateChanged()
     SetWindowText(standin::drawingOpen() ? (drawing + L" - " + programName).c_str() : programName);
     statusPanel_.showSpace(!standin::drawingOpen() ? L"" : editor_.inModelSpace() ? L"MODEL" : L"LAYOUT");
     const std::size_t picked = editor_.selected().size();
-    if (editor_.commandRunning())
+    if (editor_.commandRunning()) {
         statusPanel_.showState(editor_.runningCommand());
-    else if (picked > 0)
+    } else if (picked > 0) {
         statusPanel_.showState(std::to_wstring(picked) + (picked == 1 ? L" object selected" : L" objects selected"));
-    else
+    } else {
         statusPanel_.showState(standin::drawingOpen() ? L"Ready" : L"No drawing is open");
+    }
 }
 
 void MainFrame::wake()
@@ -90,9 +92,10 @@ void MainFrame::wake()
 bool MainFrame::pumpMessage()
 {
     MSG message;
-    for (LONG count = 0; !PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE); ++count)
+    for (LONG count = 0; !PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE); ++count) {
         if (!AfxGetThread()->OnIdle(count))
             break;
+    }
     if (AfxPumpMessage())
         return true;
     PostQuitMessage(0); // for the outer loop as well

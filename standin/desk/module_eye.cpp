@@ -68,7 +68,7 @@ imaging::Rect viewRect(const SceneImage& image, imaging::Size pixels, const imag
         const Vec2 drawing = image.position + image.u * (double(x) / pixels.width * image.pixels.width) +
                              image.v * ((1 - double(y) / pixels.height) * image.pixels.height);
         const Vec2 at = view.toView(drawing);
-        return imaging::Point{static_cast<int>(at.x + 0.5), static_cast<int>(at.y + 0.5)};
+        return imaging::Point{static_cast<int>(std::lround(at.x)), static_cast<int>(std::lround(at.y))};
     };
     const imaging::Point a = corner(box.left, box.top), b = corner(box.right, box.bottom);
     return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
@@ -96,13 +96,15 @@ bool ModuleEye::seesRasterFrame() const
         if (!pattern || frame_.view() == nullptr)
             return;
         const ViewPicture picture = pictureOf(*frame_.view());
-        for (const SceneItem& item : frame_.editor().scene().items())
-            if (const auto* image = std::get_if<SceneImage>(&item.shape))
+        for (const SceneItem& item : frame_.editor().scene().items()) {
+            if (const auto* image = std::get_if<SceneImage>(&item.shape)) {
                 if (const auto bitmap = standin::imagePixels(image->image)) {
                     const imaging::Rect whole = imaging::Rect::of(bitmap->size());
                     const imaging::Rect outline = viewRect(*image, bitmap->size(), whole, frame_.editor().view());
                     seen = seen || outlineMatch(picture, outline, *pattern) >= enoughOfFrame;
                 }
+            }
+        }
     });
     return seen;
 }
@@ -141,12 +143,13 @@ bool ModuleEye::sees(int tool, std::wstring& seen) const
     });
     if (held && !toolbar)
         return true; // which tool it is shows in the toolbar alone
-    if (!held)
+    if (!held) {
         seen = L"no tool holds the mouse";
-    else if (pressed != 0)
+    } else if (pressed != 0) {
         seen = L"the button of tool " + std::to_wstring(pressed) + L" is pressed";
-    else
+    } else {
         seen = L"a tool without a button holds the mouse";
+    }
     return held && pressed == (toolButtons.contains(tool) ? tool : 0);
 }
 
@@ -159,12 +162,15 @@ bool ModuleEye::seesSelection(const imaging::Rect& pixels, std::wstring& seen) c
         if (!pattern || frame_.view() == nullptr)
             return;
         const ViewPicture picture = pictureOf(*frame_.view());
-        for (const SceneItem& item : frame_.editor().scene().items())
-            if (const auto* image = std::get_if<SceneImage>(&item.shape))
-                if (const auto bitmap = standin::imagePixels(image->image))
+        for (const SceneItem& item : frame_.editor().scene().items()) {
+            if (const auto* image = std::get_if<SceneImage>(&item.shape)) {
+                if (const auto bitmap = standin::imagePixels(image->image)) {
                     best = std::max(best, outlineMatch(picture,
                                                        viewRect(*image, bitmap->size(), pixels, frame_.editor().view()),
                                                        *pattern));
+                }
+            }
+        }
     });
     seen = L"the selection's frame is seen along " + std::to_wstring(static_cast<int>(best * 100)) +
            L" % of that box's outline";

@@ -33,7 +33,7 @@ Options parseOptions(const std::vector<std::wstring>& arguments)
         return arguments[next++];
     };
     while (next < arguments.size()) {
-        const std::wstring argument = arguments[next++];
+        const std::wstring& argument = arguments[next++];
         if (argument == L"--module") {
             options.modules.push_back(valueOf(argument));
         } else if (argument == L"--script") {

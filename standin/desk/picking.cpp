@@ -38,10 +38,11 @@ bool segmentTouches(Vec2 a, Vec2 b, const Box& box)
         if (direction == 0)
             return room >= 0;
         const double share = room / direction;
-        if (direction < 0)
+        if (direction < 0) {
             first = std::max(first, share);
-        else
+        } else {
             last = std::min(last, share);
+        }
         return first <= last;
     };
     const Vec2 d = b - a;
@@ -54,9 +55,10 @@ bool segmentTouches(Vec2 a, Vec2 b, const Box& box)
 Box boundsOf(const PickShape& shape)
 {
     Box box;
-    for (const PickPiece& piece : shape)
+    for (const PickPiece& piece : shape) {
         for (const Vec2 point : piece.points)
             box.add(point);
+    }
     return box;
 }
 
@@ -91,9 +93,10 @@ bool touchesWindow(const PickShape& shape, const Box& window)
             continue;
         if (window.contains(points.front()) || (piece.filled && insideOutline(points, window.low)))
             return true;
-        for (std::size_t i = 1; i < points.size(); ++i)
+        for (std::size_t i = 1; i < points.size(); ++i) {
             if (segmentTouches(points[i - 1], points[i], window))
                 return true;
+        }
         if (piece.filled && segmentTouches(points.back(), points.front(), window))
             return true;
     }

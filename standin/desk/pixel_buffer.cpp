@@ -53,21 +53,23 @@ void PixelBuffer::shift(imaging::Point by)
         std::memmove(pixels_ + std::size_t(y) * size_.width + std::max(by.x, 0),
                      pixels_ + std::size_t(y - by.y) * size_.width + std::max(-by.x, 0), width * sizeof(*pixels_));
     };
-    if (by.y > 0)
+    if (by.y > 0) {
         for (int y = size_.height - 1; y >= by.y; --y)
             moveRow(y);
-    else
+    } else {
         for (int y = 0; y < size_.height + by.y; ++y)
             moveRow(y);
+    }
 }
 
 void PixelBuffer::copyFrom(const PixelBuffer& other, const imaging::Rect& area)
 {
     const imaging::Rect part = area.intersect(imaging::Rect::of(size_)).intersect(imaging::Rect::of(other.size_));
-    for (int y = part.top; y < part.bottom; ++y)
+    for (int y = part.top; y < part.bottom; ++y) {
         std::memcpy(pixels_ + std::size_t(y) * size_.width + part.left,
                     other.pixels_ + std::size_t(y) * other.size_.width + part.left,
                     std::max(part.width(), 0) * sizeof(*pixels_));
+    }
 }
 
 } // namespace desk

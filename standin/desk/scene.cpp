@@ -36,9 +36,11 @@ std::vector<Vec2> clipOf(const drawing::Image& image, const SceneImage& placed)
     if (image.clipType == drawing::Image::ClipType::Rectangle && corners.size() == 2)
         corners = {corners[0], {corners[1].x, corners[0].y}, corners[1], {corners[0].x, corners[1].y}};
     std::vector<Vec2> polygon;
-    for (const auto& corner : corners)
+    polygon.reserve(corners.size());
+    for (const auto& corner : corners) {
         polygon.push_back(placed.position + placed.u * (corner.x + 0.5) +
                           placed.v * (placed.pixels.height - corner.y - 0.5));
+    }
     return polygon;
 }
 
@@ -68,9 +70,10 @@ Box boundsOf(const SceneItem& item)
         for (const Vec2 point : path->points)
             box.add(point);
     } else if (const auto* text = std::get_if<PlacedText>(&item.shape)) {
-        for (const auto& line : text->lineBoxes)
+        for (const auto& line : text->lineBoxes) {
             for (const Vec2 corner : line)
                 box.add(corner);
+        }
     } else {
         for (const Vec2 corner : std::get<SceneImage>(item.shape).corners())
             box.add(corner);
@@ -116,12 +119,13 @@ void Scene::build(const drawing::Document& document, const drawing::Block& space
         item.entity = flat.entity;
         item.color = Color(flat.style.rgb.red) << 16 | Color(flat.style.rgb.green) << 8 | flat.style.rgb.blue;
         item.inForeground = flat.style.colorIndex == 7 && flat.style.rgb == drawing::rgbOfIndex(7);
-        if (const auto* path = std::get_if<drawing::FlatPath>(&flat.shape))
+        if (const auto* path = std::get_if<drawing::FlatPath>(&flat.shape)) {
             item.shape = pathOf(*path, flat.style, document);
-        else if (const auto* text = std::get_if<drawing::FlatText>(&flat.shape))
+        } else if (const auto* text = std::get_if<drawing::FlatText>(&flat.shape)) {
             item.shape = layOut(*text, typefaces.forFontFile(text->font));
-        else
+        } else {
             item.shape = imageOf(std::get<drawing::FlatImage>(flat.shape), document);
+        }
         item.bounds = boundsOf(item);
         extents_.add(item.bounds);
         items_.push_back(std::move(item));
@@ -133,9 +137,10 @@ drawing::Handle Scene::pick(Vec2 at, double reach) const
     Box around;
     around.add(at - Vec2{reach, reach});
     around.add(at + Vec2{reach, reach});
-    for (auto item = items_.rbegin(); item != items_.rend(); ++item)
+    for (auto item = items_.rbegin(); item != items_.rend(); ++item) {
         if (item->bounds.overlaps(around) && distanceTo(item->pickShape(), at) <= reach)
             return item->entity;
+    }
     return 0;
 }
 

@@ -76,10 +76,11 @@ void ScenePainter::paint(Canvas& canvas, const Scene& scene, const ViewTransform
         if (!showsIn(viewBox(item.bounds, view), canvas.clip()))
             continue;
         const Color color = palette.shown(item.color, item.inForeground);
-        if (const auto* path = std::get_if<ScenePath>(&item.shape))
+        if (const auto* path = std::get_if<ScenePath>(&item.shape)) {
             paintPath(canvas, *path, view, color);
-        else
+        } else {
             paintText(canvas, std::get<PlacedText>(item.shape), view, color);
+        }
     }
     std::erase_if(coverage_, [&](const auto& entry) { return !images.contains(entry.first); });
 }
@@ -134,10 +135,11 @@ void ScenePainter::paintImage(Canvas& canvas, const SceneItem& item, const ViewT
     const auto& image = std::get<SceneImage>(item.shape);
     const Color color = palette.shown(item.color, item.inForeground);
     const auto pixels = pixels_(image.image);
-    if (!pixels)
+    if (!pixels) {
         paintMissing(canvas, image, view, color);
-    else if (image.shown)
+    } else if (image.shown) {
         paintRaster(canvas, image, pixels, view, palette, color);
+    }
     if (imageFrames || !pixels || !image.shown)
         outline(canvas, toView(image.outline(), view), mix(palette.ground, color, 120));
 }
@@ -205,9 +207,10 @@ void ScenePainter::paintSelected(Canvas& canvas, const Scene& scene, const ViewT
                 points.push_back(points.front());
             entity.ends.push_back(points.front());
             entity.ends.push_back(points.back());
-            if (showsIn(viewBox(item.bounds, view), canvas.clip()))
+            if (showsIn(viewBox(item.bounds, view), canvas.clip())) {
                 drawDashed(points, dashes, maximumDashes,
                            [&](Vec2 a, Vec2 b) { canvas.line(a, b, palette.highlight); });
+            }
         }
     }
     for (const auto& [handle, entity] : entities) {

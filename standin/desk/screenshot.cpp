@@ -97,13 +97,15 @@ void savePicture(const Picture& picture, const std::filesystem::path& path)
     description.format = PNG_FORMAT_RGB;
     std::vector<std::uint8_t> bytes;
     bytes.reserve(picture.pixels.size() * 3);
-    for (const std::uint32_t pixel : picture.pixels)
+    for (const std::uint32_t pixel : picture.pixels) {
         for (const int shift : {16, 8, 0})
             bytes.push_back(static_cast<std::uint8_t>(pixel >> shift));
+    }
     const bool written = png_image_write_to_stdio(&description, file, 0, bytes.data(), 0, nullptr) != 0;
-    if (std::fclose(file) != 0 || !written)
+    if (std::fclose(file) != 0 || !written) {
         throw imaging::ImagingError("the picture " + toUtf8(path.wstring()) +
                                     " can't be written: " + description.message);
+    }
 }
 
 } // namespace desk

@@ -80,9 +80,11 @@ public:
             values.push_back(*value);
             start = comma + 1;
         }
-        if (values.size() != count || static_cast<std::size_t>(std::count(word.begin(), word.end(), L',')) != count - 1)
+        if (values.size() != count ||
+            static_cast<std::size_t>(std::count(word.begin(), word.end(), L',')) != count - 1) {
             throw ScriptError(std::string(what) + " should be " + std::to_string(count) +
                               " numbers parted by commas, not \"" + toUtf8(std::wstring(word)) + "\"");
+        }
         return values;
     }
 
@@ -139,16 +141,17 @@ Action parseClick(Words& words)
 {
     Click click{words.place()};
     while (!words.atEnd()) {
-        if (words.take(L"right"))
+        if (words.take(L"right")) {
             click.right = true;
-        else if (words.take(L"shift"))
+        } else if (words.take(L"shift")) {
             click.shift = true;
-        else if (words.take(L"ctrl"))
+        } else if (words.take(L"ctrl")) {
             click.control = true;
-        else if (words.take(L"double"))
+        } else if (words.take(L"double")) {
             click.twice = true;
-        else
+        } else {
             throw ScriptError("after the place only right, shift, ctrl and double may stand");
+        }
     }
     return click;
 }
@@ -157,12 +160,13 @@ Action parseClick(Words& words)
 template <class WithKeys> void parseKeys(Words& words, WithKeys& step, const char* mistake)
 {
     while (!words.atEnd()) {
-        if (words.take(L"shift"))
+        if (words.take(L"shift")) {
             step.shift = true;
-        else if (words.take(L"ctrl"))
+        } else if (words.take(L"ctrl")) {
             step.control = true;
-        else
+        } else {
             throw ScriptError(mistake);
+        }
     }
 }
 

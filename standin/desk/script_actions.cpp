@@ -100,10 +100,11 @@ void Player::act(const Key& key)
     HWND target = state.hwndFocus != nullptr ? state.hwndFocus : state.hwndActive;
     if (target == nullptr)
         agent_.ask([&] { target = frame_.view() != nullptr ? frame_.view()->m_hWnd : frame_.m_hWnd; });
-    if (key.virtualKey != 0)
+    if (key.virtualKey != 0) {
         hand_.key(target, key.virtualKey);
-    else
+    } else {
         hand_.character(target, key.character);
+    }
     settle();
 }
 

@@ -71,15 +71,15 @@ void Agent::waitForPosted() const
 {
     // Shared with the message, which may be handled after the wait was given up.
     const auto passed = std::make_shared<Passed>();
-    auto* const carried = new std::shared_ptr<Passed>(passed);
-    if (!PostMessageW(window_, passedMessage, 0, reinterpret_cast<LPARAM>(carried))) {
-        delete carried;
+    auto carried = std::make_unique<std::shared_ptr<Passed>>(passed);
+    if (!PostMessageW(window_, passedMessage, 0, reinterpret_cast<LPARAM>(carried.get())))
         throw DeskGone{};
-    }
+    (void)carried.release(); // to who handles the message
     // The run's time limit ends a wait that has no end.
-    while (WaitForSingleObject(passed->event, 50) == WAIT_TIMEOUT)
+    while (WaitForSingleObject(passed->event, 50) == WAIT_TIMEOUT) {
         if (!open_)
             throw DeskGone{};
+    }
 }
 
 void Agent::postHeldKeys(bool shift, bool control) const

@@ -47,26 +47,29 @@ std::optional<bool> inkAt(Editor& editor, Vec2 at)
 void Player::act(const ExpectRaster& expected)
 {
     const auto end = GetTickCount64() + patience;
-    while (eye_.rasterIsCurrent() != expected.current)
+    while (eye_.rasterIsCurrent() != expected.current) {
         if (GetTickCount64() >= end)
             throw Miss{expected.current ? L"no raster is current" : L"a raster is current"};
+    }
 }
 
 void Player::act(const ExpectTool& expected)
 {
     const auto end = GetTickCount64() + patience;
     std::wstring seen;
-    while (!eye_.sees(expected.id, seen))
+    while (!eye_.sees(expected.id, seen)) {
         if (GetTickCount64() >= end)
             throw Miss{seen};
+    }
 }
 
 void Player::act(const ExpectNoTool&)
 {
     const auto end = GetTickCount64() + patience;
-    while (eye_.toolHoldsMouse())
+    while (eye_.toolHoldsMouse()) {
         if (GetTickCount64() >= end)
             throw Miss{L"a tool holds the mouse"};
+    }
 }
 
 void Player::act(const ExpectBox& expected)
@@ -79,18 +82,20 @@ void Player::act(const ExpectBox& expected)
                 text = dialog != nullptr && isMessageBox(dialog) ? messageBoxText(dialog) : L"";
                 return text.find(expected.text) != std::wstring::npos && isMessageBox(dialog);
             },
-            patience))
+            patience)) {
         throw Miss{!text.empty()       ? L"the box says " + inQuotes(text)
                    : dialog != nullptr ? L"the open dialog is " + inQuotes(windowText(dialog))
                                        : L"no message box is up"};
+    }
 }
 
 void Player::act(const ExpectNoBox&)
 {
     HWND dialog = nullptr;
-    if (!comesTrue([&] { return (dialog = openDialog(agent_.threadId())) == nullptr; }, patience))
+    if (!comesTrue([&] { return (dialog = openDialog(agent_.threadId())) == nullptr; }, patience)) {
         throw Miss{isMessageBox(dialog) ? L"a box says " + inQuotes(messageBoxText(dialog))
                                         : L"the dialog " + inQuotes(windowText(dialog)) + L" is open"};
+    }
 }
 
 void Player::act(const ExpectText& expected)
@@ -104,9 +109,10 @@ void Player::act(const ExpectText& expected)
                 text = found != nullptr ? windowText(found) : L"";
                 return found != nullptr && text == expected.text;
             },
-            patience))
+            patience)) {
         throw Miss{found != nullptr ? L"control " + std::to_wstring(expected.id) + L" says " + inQuotes(text)
                                     : L"there is no control " + std::to_wstring(expected.id)};
+    }
 }
 
 void Player::act(const ExpectFile& expected)
@@ -124,9 +130,10 @@ void Player::act(const ExpectEntities& expected)
             [&] {
                 const Editor& editor = frame_.editor();
                 count = 0;
-                if (standin::drawingOpen())
+                if (standin::drawingOpen()) {
                     for (const auto entity : editor.currentSpace().entities)
                         count += standin::entityErased(entity) ? 0 : 1;
+                }
                 return count == static_cast<std::size_t>(expected.count);
             },
             patience))
@@ -152,17 +159,19 @@ void Player::act(const ExpectSelection& expected)
 {
     const auto end = GetTickCount64() + patience;
     std::wstring seen;
-    while (!eye_.seesSelection(expected.pixels, seen))
+    while (!eye_.seesSelection(expected.pixels, seen)) {
         if (GetTickCount64() >= end)
             throw Miss{seen};
+    }
 }
 
 void Player::act(const ExpectNoSelection&)
 {
     const auto end = GetTickCount64() + patience;
-    while (eye_.seesAnySelection())
+    while (eye_.seesAnySelection()) {
         if (GetTickCount64() >= end)
             throw Miss{L"a selection's frame is on the view"};
+    }
 }
 
 void Player::act(const ExpectSaid& expected)

@@ -102,10 +102,11 @@ void Hand::typeInto(HWND edit, const std::wstring& text) const
 {
     clickControl(edit);
     PostMessageW(edit, EM_SETSEL, 0, -1);
-    if (text.empty())
+    if (text.empty()) {
         character(edit, L'\b');
-    else
+    } else {
         type(edit, text);
+    }
 }
 
 } // namespace desk::script

@@ -110,10 +110,11 @@ void Player::leave() const
         const HWND no = dialog != nullptr ? GetDlgItem(dialog, IDNO) : nullptr;
         if (dialog != nullptr && isMessageBox(dialog))
             console_.line(L"At the end a box was closed: " + messageBoxText(dialog));
-        if (no != nullptr)
+        if (no != nullptr) {
             hand_.clickControl(no);
-        else if (dialog != nullptr)
+        } else if (dialog != nullptr) {
             PostMessageW(dialog, WM_CLOSE, 0, 0);
+        }
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
     }
 }
@@ -177,9 +178,10 @@ HWND Player::control(int id) const
 {
     const HWND dialog = dialogInFront();
     HWND found = nullptr;
-    if (!comesTrue([&] { return (found = findControl(dialog, id)) != nullptr && IsWindowEnabled(found); }))
+    if (!comesTrue([&] { return (found = findControl(dialog, id)) != nullptr && IsWindowEnabled(found); })) {
         throw Miss{L"the dialog \"" + windowText(dialog) + L"\" has no " + (found != nullptr ? L"enabled " : L"") +
                    L"control " + std::to_wstring(id)};
+    }
     return found;
 }
 

@@ -66,17 +66,19 @@ std::wstring classOf(HWND window)
 std::vector<HWND> topWindows(DWORD threadId)
 {
     std::vector<HWND> found;
-    for (HWND window = GetTopWindow(nullptr); window != nullptr; window = GetWindow(window, GW_HWNDNEXT))
+    for (HWND window = GetTopWindow(nullptr); window != nullptr; window = GetWindow(window, GW_HWNDNEXT)) {
         if (GetWindowThreadProcessId(window, nullptr) == threadId && IsWindowVisible(window))
             found.push_back(window);
+    }
     return found;
 }
 
 HWND openDialog(DWORD threadId)
 {
-    for (const HWND window : topWindows(threadId))
+    for (const HWND window : topWindows(threadId)) {
         if (classOf(window) == L"#32770" && IsWindowEnabled(window))
             return window;
+    }
     return nullptr;
 }
 
@@ -115,9 +117,10 @@ HWND editWithin(HWND control)
 
 HWND fileNameBox(HWND dialog)
 {
-    for (const int id : fileNameIds)
+    for (const int id : fileNameIds) {
         if (const HWND box = findControl(dialog, id))
             return editWithin(box);
+    }
     return nullptr;
 }
 
@@ -143,9 +146,10 @@ ToolbarButton findToolbarButton(DWORD threadId, int id)
 
 HMENU openMenu(DWORD threadId)
 {
-    for (const HWND window : topWindows(threadId))
+    for (const HWND window : topWindows(threadId)) {
         if (classOf(window) == L"#32768")
             return reinterpret_cast<HMENU>(SendMessageW(window, getMenuHandle, 0, 0));
+    }
     return nullptr;
 }
 

@@ -27,7 +27,10 @@ void wrapInto(std::vector<std::wstring>& lines, const std::wstring& text, double
     for (std::size_t start = 0; start <= text.size();) {
         const auto end = std::min(text.find(L' ', start), text.size());
         const std::wstring word = text.substr(start, end - start);
-        const std::wstring longer = line.empty() ? word : line + L' ' + word;
+        std::wstring longer = line;
+        if (!line.empty())
+            longer += L' ';
+        longer += word;
         if (!line.empty() && widthOf(longer, typeface) > limit) {
             lines.push_back(line);
             line = word;
@@ -43,10 +46,11 @@ std::vector<std::wstring> brokenLines(const drawing::FlatText& text, double widt
 {
     std::vector<std::wstring> lines;
     for (const std::string& line : text.lines) {
-        if (text.wrapWidth > 0)
+        if (text.wrapWidth > 0) {
             wrapInto(lines, fromUtf8(line), text.wrapWidth / widthUnit, typeface);
-        else
+        } else {
             lines.push_back(fromUtf8(line));
+        }
     }
     return lines;
 }
@@ -109,9 +113,10 @@ PlacedText layOut(const drawing::FlatText& text, Typeface& typeface)
         const double width = widthOf(line, typeface);
         double x = lineStart(text.horizontal, width);
         const auto at = [&](double across, double up) { return insertion + placed.across * across + placed.up * up; };
-        if (width > 0)
+        if (width > 0) {
             placed.lineBoxes.push_back({at(x, baseline - descent), at(x + width, baseline - descent),
                                         at(x + width, baseline + 1), at(x, baseline + 1)});
+        }
         for (const wchar_t character : line) {
             const Glyph& glyph = typeface.glyph(character);
             if (!glyph.contours.empty())

@@ -1,9 +1,10 @@
-// Another program at the clipboard: puts a file's bytes there as a bitmap, or writes the bitmap that is there to a
-// file.
+// Another program at the clipboard. Its words, each with a file:
 //
-//   put FILE     leaves the bytes on the clipboard and ends
-//   serve FILE   only promises them, renders them when they are asked for, and ends when the clipboard has another
-//   owner get FILE     takes them; the exit code is 2 when there is no bitmap
+// put: leaves the file's bytes on the clipboard as a bitmap, and ends.
+//
+// serve: only promises them, renders them when they are asked for, and ends when the clipboard has another owner.
+//
+// get: writes the bitmap that is there to the file. The exit code is 2 when there is none.
 
 #include <cstring>
 #include <filesystem>
