@@ -174,8 +174,8 @@ void Canvas::polygon(std::span<const std::vector<Vec2>> contours, Color color, u
         }
         for (int x = 0; x < clip_.width(); ++x) {
             if (row[x] > 0) {
-                at(clip_.left + x, y) =
-                    mix(at(clip_.left + x, y), color, static_cast<unsigned>(std::lround(std::min(row[x], 1.0f) * opacity)));
+                at(clip_.left + x, y) = mix(at(clip_.left + x, y), color,
+                                            static_cast<unsigned>(std::lround(std::min(row[x], 1.0f) * opacity)));
             }
         }
     }
