@@ -1,6 +1,7 @@
 #include "raster/Coordinates.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace {
@@ -16,6 +17,8 @@ resbuf ReadVariable(const ACHAR* name)
 
 int TruncateToInt(double value)
 {
+    if (std::isnan(value))
+        return 0; // a view without a size divides by zero
     constexpr double least = std::numeric_limits<int>::min();
     constexpr double most = std::numeric_limits<int>::max();
     return static_cast<int>(std::clamp(value, least, most));

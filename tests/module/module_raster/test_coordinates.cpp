@@ -1,3 +1,5 @@
+#include <cmath>
+
 #include "host/CArxApp.h"
 #include "raster/Coordinates.h"
 #include "tests/module/support/desk_fixture.h"
@@ -241,6 +243,7 @@ TEST_F(Coordinates, ValuesThatNoIntegerHoldsStopAtItsEnds)
     EXPECT_EQ(TruncateToInt(-2.999), -2);
     EXPECT_EQ(TruncateToInt(1e300), INT_MAX);
     EXPECT_EQ(TruncateToInt(-1e300), INT_MIN);
+    EXPECT_EQ(TruncateToInt(std::nan("")), 0);
 }
 
 } // namespace
