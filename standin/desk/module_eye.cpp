@@ -90,23 +90,28 @@ bool ModuleEye::seesRasterFrame() const
             frame_.view()->RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
     });
     Sleep(framesSettle);
-    bool seen = false;
+    return bestFrame(rasterPatternBitmap, std::nullopt) >= enoughOfFrame;
+}
+
+double ModuleEye::bestFrame(int patternBitmap, const std::optional<imaging::Rect>& box) const
+{
+    double best = 0;
     agent_.ask([&] {
-        const auto pattern = patternOf(rasterPatternBitmap);
+        const auto pattern = patternOf(patternBitmap);
         if (!pattern || frame_.view() == nullptr)
             return;
         const ViewPicture picture = pictureOf(*frame_.view());
         for (const SceneItem& item : frame_.editor().scene().items()) {
-            if (const auto* image = std::get_if<SceneImage>(&item.shape)) {
-                if (const auto bitmap = standin::imagePixels(image->image)) {
-                    const imaging::Rect whole = imaging::Rect::of(bitmap->size());
-                    const imaging::Rect outline = viewRect(*image, bitmap->size(), whole, frame_.editor().view());
-                    seen = seen || outlineMatch(picture, outline, *pattern) >= enoughOfFrame;
-                }
-            }
+            const auto* image = std::get_if<SceneImage>(&item.shape);
+            const auto bitmap = image ? standin::imagePixels(image->image) : nullptr;
+            if (!bitmap)
+                continue;
+            const imaging::Rect pixels = box.value_or(imaging::Rect::of(bitmap->size()));
+            const imaging::Rect outline = viewRect(*image, bitmap->size(), pixels, frame_.editor().view());
+            best = std::max(best, outlineMatch(picture, outline, *pattern));
         }
     });
-    return seen;
+    return best;
 }
 
 bool ModuleEye::toolHoldsMouse() const
@@ -156,22 +161,7 @@ bool ModuleEye::sees(int tool, std::wstring& seen) const
 bool ModuleEye::seesSelection(const imaging::Rect& pixels, std::wstring& seen) const
 {
     Sleep(framesSettle);
-    double best = 0;
-    agent_.ask([&] {
-        const auto pattern = patternOf(selectionPatternBitmap);
-        if (!pattern || frame_.view() == nullptr)
-            return;
-        const ViewPicture picture = pictureOf(*frame_.view());
-        for (const SceneItem& item : frame_.editor().scene().items()) {
-            if (const auto* image = std::get_if<SceneImage>(&item.shape)) {
-                if (const auto bitmap = standin::imagePixels(image->image)) {
-                    best = std::max(best, outlineMatch(picture,
-                                                       viewRect(*image, bitmap->size(), pixels, frame_.editor().view()),
-                                                       *pattern));
-                }
-            }
-        }
-    });
+    const double best = bestFrame(selectionPatternBitmap, pixels);
     seen = L"the selection's frame is seen along " + std::to_wstring(static_cast<int>(best * 100)) +
            L" % of that box's outline";
     return best >= enoughOfFrame;

@@ -5,6 +5,7 @@
 #include "standin/desk/script_agent.h"
 #include "standin/desk/script_hand.h"
 
+#include <optional>
 #include <string>
 
 namespace desk::script {
@@ -41,6 +42,9 @@ public:
 
 private:
     bool seesRasterFrame() const;
+    // How much of a box's outline runs along a frame of that pattern, on the image where it fits best: 0 to 1. The box
+    // is in image pixels; without one it is the whole image.
+    double bestFrame(int patternBitmap, const std::optional<imaging::Rect>& box) const;
 
     MainFrame& frame_;
     const Agent& agent_;
