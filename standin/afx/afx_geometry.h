@@ -35,7 +35,7 @@ public:
     CPoint(POINT point) : POINT(point) {}
     CPoint(SIZE size) { SetPoint(size.cx, size.cy); }
     // From a message's lParam: both halves signed.
-    explicit CPoint(LPARAM packed) : POINT{static_cast<short>(LOWORD(packed)), static_cast<short>(HIWORD(packed))} {}
+    explicit CPoint(LPARAM packed) { SetPoint(static_cast<short>(LOWORD(packed)), static_cast<short>(HIWORD(packed))); }
 
     void Offset(int dx, int dy)
     {
