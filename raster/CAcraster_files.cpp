@@ -3,6 +3,7 @@
 #include "raster/CAcraster.h"
 
 #include "raster/CTempFile.h"
+#include "raster/LentRegion.h"
 #include "raster/PendingFileSwap.h"
 #include "workerlink/SendToWorker.h"
 
@@ -115,7 +116,7 @@ bool CAcraster::SaveAs(const CString& path, DWORD formatCode, CRgn* region)
     message.convertFile.sourceFile = source.m_strPath;
     message.convertFile.targetFile = target;
     message.convertFile.formatCode = formatCode;
-    message.convertFile.region = region;
+    const LentRegion lent(message.convertFile.region, region);
     const bool saved = SendToWorker(message);
 
     if (sameFile) {

@@ -4,6 +4,7 @@
 
 #include "raster/CTempFile.h"
 #include "raster/ClipboardOfThisThread.h"
+#include "raster/LentRegion.h"
 #include "workerlink/SendToWorker.h"
 
 // A worker that fails leaves the image as it was, and nothing is said: the caller commits what it has.
@@ -28,7 +29,7 @@ void CAcraster::CopyToClipboard()
     WriteTiff(file.m_strPath);
     WorkerMessage message(OperationCopyToClipboard);
     message.copyToClipboard.file = file.m_strPath;
-    message.copyToClipboard.region = m_pRegion.get();
+    const LentRegion region(message.copyToClipboard.region, m_pRegion.get());
     ReleaseClipboardOfThisThread();
     SendToWorker(message);
 }
@@ -54,7 +55,7 @@ void CAcraster::Rotate(double angle, CPoint pivot, bool selectionOnly, bool tran
     message.rotate.angle = angle;
     message.rotate.pivot = pivot;
     message.rotate.transparent = transparent;
-    message.rotate.region = selectionOnly ? m_pRegion.get() : nullptr;
+    const LentRegion region(message.rotate.region, selectionOnly ? m_pRegion.get() : nullptr);
     if (RewriteByWorker(message, {&message.rotate.file}))
         ResetRegion();
 }
@@ -65,7 +66,7 @@ void CAcraster::Filter(DWORD mode, DWORD size, bool selectionOnly)
     message.filter.mode = mode;
     message.filter.size = size;
     message.filter.selectionOnly = selectionOnly;
-    message.filter.region = selectionOnly ? m_pRegion.get() : nullptr;
+    const LentRegion region(message.filter.region, selectionOnly ? m_pRegion.get() : nullptr);
     RewriteByWorker(message, {&message.filter.file});
 }
 
@@ -74,7 +75,7 @@ void CAcraster::Crop()
     if (!HasSelection())
         return;
     WorkerMessage message(OperationConvertFile);
-    message.convertFile.region = m_pRegion.get();
+    const LentRegion region(message.convertFile.region, m_pRegion.get());
     if (!RewriteByWorker(message, {&message.convertFile.sourceFile, &message.convertFile.targetFile}))
         return;
 

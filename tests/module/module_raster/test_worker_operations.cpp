@@ -6,6 +6,7 @@
 #include "host/CArxApp.h"
 #include "imaging/raster_file.h"
 #include "raster/PendingFileSwap.h"
+#include "tests/module/afx/gdi_count.h"
 #include "tests/module/support/desk_fixture.h"
 #include "workerlink/SendToWorker.h"
 
@@ -185,6 +186,37 @@ TEST_F(WorkerOperations, SaveAsReplacesTheRastersOwnFile)
     raster.FlipVertical();
     raster.Reload();
     EXPECT_EQ(pictureInDrawing(0), steps);
+}
+
+TEST_F(WorkerOperations, ARegionThatTheReplyBringsBackIsNotLeftBehind)
+{
+    CAcraster& raster = openPicture(steps);
+    const auto select = [&raster] {
+        CRgn corner;
+        corner.CreateRectRgn(0, 0, 1, 1);
+        raster.ResetRegion();
+        raster.GetRegion().CombineRgn(&raster.GetRegion(), &corner, RGN_DIFF); // a crop keeps the size
+    };
+    struct Case
+    {
+        const char* what;
+        std::function<void()> request;
+    };
+    const Case cases[] = {
+        {"a copy", [&] { raster.CopyToClipboard(); }},
+        {"a rotation", [&] { raster.Rotate(0, CPoint(0, 0), true, true); }},
+        {"a filter", [&] { raster.Filter(FilterDespeckle, 1, true); }},
+        {"a crop", [&] { raster.Crop(); }},
+        {"a saved part", [&] { raster.SaveAs(file("part.tif").c_str(), 29, &raster.GetRegion()); }},
+    };
+    for (const Case& row : cases) {
+        select();
+        row.request();
+        select();
+        const int objects = gdiObjects();
+        row.request();
+        EXPECT_EQ(gdiObjects(), objects) << row.what;
+    }
 }
 
 class HeldFile
