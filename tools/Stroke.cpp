@@ -24,8 +24,10 @@ double CursorViewKey()
 
 int CursorHalfSize(const CAcraster& raster, int width)
 {
-    const int viewWidth = std::abs(raster.PixelToView(CPoint(width, width)).x - raster.PixelToView(CPoint(0, 0)).x);
-    return std::min(viewWidth / 2, largestHalfSize);
+    // Wide, for at a near zoom the two can lie a whole int's range apart.
+    const long long corner = raster.PixelToView(CPoint(width, width)).x;
+    const long long viewWidth = std::abs(corner - raster.PixelToView(CPoint(0, 0)).x);
+    return static_cast<int>(std::min<long long>(viewWidth / 2, largestHalfSize));
 }
 
 int StampSide(const CAcraster& raster, int width)

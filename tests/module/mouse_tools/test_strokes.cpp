@@ -264,6 +264,8 @@ TEST_F(Strokes, TheCursorsSquareStopsAtTheCursorsSize)
     m_viewState.viewHeight = 600; // half a view pixel to an image pixel
     EXPECT_EQ(CursorHalfSize(raster, 2), 0);
     EXPECT_EQ(CursorHalfSize(raster, 10), 2);
+    m_viewState = {400, 300, {-35, 25, 0}, 1e-8}; // the middle of the ten pixels, far beyond what an int can count
+    EXPECT_EQ(CursorHalfSize(raster, 10), 15);
     raster.Unlock();
 }
 
