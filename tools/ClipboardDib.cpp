@@ -20,6 +20,13 @@ size_t BitsSize(const BITMAPINFOHEADER& header)
     return StrideOf(header) * std::abs(header.biHeight);
 }
 
+// Not every program fills up the last row.
+size_t LeastBitsSize(const BITMAPINFOHEADER& header)
+{
+    const size_t rowBytes = (static_cast<size_t>(header.biWidth) * header.biBitCount + 7) / 8;
+    return BitsSize(header) - StrideOf(header) + rowBytes;
+}
+
 } // namespace
 
 ClipboardDib::ClipboardDib(UINT ownFormat)
@@ -54,7 +61,7 @@ const BITMAPINFOHEADER* ClipboardDib::Validate(const void* block) const
                       header->biWidth > 0 && header->biWidth <= largestSide && header->biHeight != 0 &&
                       header->biHeight <= largestSide && header->biHeight >= -largestSide &&
                       (header->biCompression == BI_RGB || header->biCompression == BI_BITFIELDS) &&
-                      BitsSize(*header) <= m_blockSize - header->biSize;
+                      LeastBitsSize(*header) <= m_blockSize - header->biSize;
     return sane ? header : nullptr;
 }
 

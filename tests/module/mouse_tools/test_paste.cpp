@@ -135,6 +135,15 @@ TEST_F(Paste, WithoutABitmapItDoesNotStart)
     }
 }
 
+TEST_F(Paste, ALastRowNeedNotBeFilledUp)
+{
+    openRaster();
+    DibBytes dib = test::dibHeader(5, 1, 24);
+    dib.resize(dib.size() + 15);
+    putOnClipboard(CF_DIB, dib);
+    EXPECT_NE(start(), nullptr);
+}
+
 TEST_F(Paste, DataOfTheModulesOwnFormatIsNotPasted)
 {
     openRaster();
