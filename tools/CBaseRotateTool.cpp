@@ -24,7 +24,7 @@ CBaseRotateTool::~CBaseRotateTool()
 
 void CBaseRotateTool::UpdateCursor()
 {
-    SetCursor(AfxGetApp()->LoadCursor(IDC_ROTATE_BASE));
+    SetToolCursor(IDC_ROTATE_BASE);
 }
 
 int CBaseRotateTool::OnMouseMove(CPoint /*point*/, UINT /*flags*/)

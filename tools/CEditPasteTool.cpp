@@ -159,10 +159,8 @@ void CEditPasteTool::UpdateCursor()
     // The floating bitmap is good for one view only: after a pan or zoom the paste is dropped for the area tool.
     if (CursorViewKey() != startViewKey) {
         PostAreaCommand();
-    } else if (m_cursorId) {
-        SetCursor(AfxGetApp()->LoadCursor(m_cursorId));
     } else {
-        SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+        SetToolCursor(m_cursorId);
     }
 }
 

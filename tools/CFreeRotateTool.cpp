@@ -90,13 +90,8 @@ int CFreeRotateTool::ToolId()
 
 void CFreeRotateTool::UpdateCursor()
 {
-    if (!m_bReady)
-        return;
-    if (m_cursorId) {
-        SetCursor(AfxGetApp()->LoadCursor(m_cursorId));
-    } else {
-        SetCursor(LoadCursorW(nullptr, IDC_ARROW));
-    }
+    if (m_bReady)
+        SetToolCursor(m_cursorId);
 }
 
 int CFreeRotateTool::PreMessage(MSG* message)

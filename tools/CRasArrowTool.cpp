@@ -13,9 +13,6 @@ IMPLEMENT_DYNAMIC(CRasArrowTool, CTool)
 
 namespace {
 
-// In view pixels: a drag of less counts as none.
-constexpr int shortestDrag = 4;
-
 void DeleteSelectedPixels(CAcraster& raster)
 {
     raster.SetColor(0xFFFFFF);
@@ -72,7 +69,7 @@ int CRasArrowTool::ToolId()
 
 void CRasArrowTool::UpdateCursor()
 {
-    SetCursor(AfxGetApp()->LoadCursor(m_cursorId));
+    SetToolCursor(m_cursorId);
 }
 
 int CRasArrowTool::OnMouseMove(CPoint point, UINT flags)

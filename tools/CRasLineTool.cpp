@@ -9,13 +9,8 @@
 IMPLEMENT_DYNAMIC(CRasLineTool, CBrushTool)
 
 namespace {
-
 double lastViewKey = 0;
-
-// Under this, in view pixels both ways, a drag counts as none.
-constexpr int shortestDrag = 4;
-
-} // namespace
+}
 
 CRasLineTool::CRasLineTool() : CBrushTool(IDB_CURSOR_LINE, lastViewKey), m_xorPen(PS_SOLID, 0, 0xFFFFFF) {}
 

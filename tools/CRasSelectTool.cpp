@@ -55,7 +55,7 @@ int CRasSelectTool::ToolId()
 void CRasSelectTool::UpdateCursor()
 {
     const CTempMFC resources;
-    SetCursor(AfxGetApp()->LoadCursor(IDC_SELECT_RASTER));
+    SetToolCursor(IDC_SELECT_RASTER);
 }
 
 void CRasSelectTool::CreateToolTip()

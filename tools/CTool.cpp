@@ -34,7 +34,7 @@ int CTool::Start()
 
 void CTool::Stop()
 {
-    SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+    SetToolCursor(0);
 }
 
 int CTool::ToolId()
@@ -44,7 +44,7 @@ int CTool::ToolId()
 
 void CTool::UpdateCursor()
 {
-    SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+    SetToolCursor(0);
 }
 
 int CTool::OnLButtonDown(CPoint, UINT)
@@ -85,6 +85,11 @@ int CTool::OnCommand(UINT)
 int CTool::PreMessage(MSG*)
 {
     return 0;
+}
+
+void CTool::SetToolCursor(UINT cursorId)
+{
+    SetCursor(cursorId ? AfxGetApp()->LoadCursor(cursorId) : LoadCursorW(nullptr, IDC_ARROW));
 }
 
 void CTool::SaveScreen()

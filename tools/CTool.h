@@ -48,6 +48,13 @@ public:
     bool m_bBusy = false; // a pop-up menu of the tool's is up: the mouse is left to it
     CWnd* m_pView;        // the drawing view; see HasView
 
+protected:
+    /// In view pixels: a drag of less counts as none.
+    static constexpr int shortestDrag = 4;
+
+    /// Shows one of the module's cursors, or the arrow for 0.
+    static void SetToolCursor(UINT cursorId);
+
 private:
     HWND m_hView;
     std::unique_ptr<CBitmap> m_pSaveUnder;
