@@ -12,14 +12,14 @@ UINT_PTR rotateTimer;
 
 constexpr UINT rotateDelay = 100; // ms
 
-template <typename Tool> void StartTool(int direction)
+template <typename Tool> void StartTool(int choice)
 {
     auto* tool = new Tool;
     // Its construction may have pumped messages, and one of them may have ended it.
     if (g_pArxApp->m_pTool != tool)
         return; // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): it is deleted, not lost
     if (tool->Start()) {
-        tool->SetChoice(direction);
+        tool->SetChoice(choice);
     } else {
         delete tool;
     }
@@ -28,6 +28,8 @@ template <typename Tool> void StartTool(int direction)
 void CALLBACK RotateStartTimerProc(HWND, UINT, UINT_PTR, DWORD)
 {
     CancelRotateStart();
+    if (!acedGetAcadDwgView())
+        return; // the drawing was closed meanwhile, and the tool would have nothing to lie over
     const CTempMFC resources;
     if (rotateCode >= 0) {
         StartTool<CBaseRotateTool>(rotateCode);

@@ -43,11 +43,14 @@ protected:
         EXPECT_TRUE(test::pumpUntil([] { return due; }));
         KillTimer(nullptr, timer);
     }
+    CView* drawingView() override { return m_noView ? nullptr : MouseFixture::drawingView(); }
     void dragTo(CPoint from, CPoint to, UINT flags = 0)
     {
         drag(from, to, flags);
         ASSERT_NE(g_pArxApp->m_pTool, nullptr);
     }
+
+    bool m_noView = false;
 };
 
 TEST(RotationGeometry, Directions)
@@ -333,6 +336,22 @@ TEST_F(Rotation, ARotationThatHasNotBegunGoesWithTheModule)
     delete g_pArxApp;
     g_pArxApp = new CArxApp; // a timer that is left would start the tool here
     letPass(220);
+    EXPECT_EQ(g_pArxApp->m_pTool, nullptr);
+}
+
+TEST_F(Rotation, NothingIsMadeForADrawingThatWasClosedBeforeItBegins)
+{
+    m_noView = true;
+    static int faults; // of which the system says nothing when they happen in a timer
+    faults = 0;
+    const PVOID watch = AddVectoredExceptionHandler(1, [](EXCEPTION_POINTERS* exception) -> LONG {
+        faults += exception->ExceptionRecord->ExceptionCode == EXCEPTION_ACCESS_VIOLATION;
+        return EXCEPTION_CONTINUE_SEARCH;
+    });
+    StartRotateToolLater(RotateFreeWhole);
+    letPass(220);
+    RemoveVectoredExceptionHandler(watch);
+    EXPECT_EQ(faults, 0);
     EXPECT_EQ(g_pArxApp->m_pTool, nullptr);
 }
 
