@@ -1,14 +1,12 @@
 #pragma once
 
 #include "drawing/drawing_file.h"
+#include "tests/support/files.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <sstream>
-#include <string>
 #include <string_view>
 
 namespace drawing::test {
@@ -68,32 +66,6 @@ inline std::string writtenRecord(const std::string& file, const std::string& nam
     return result;
 }
 
-/// A folder of the test's own, removed with everything in it at the end.
-class TemporaryFolder
-{
-public:
-    TemporaryFolder()
-    {
-        std::string pattern = (std::filesystem::temp_directory_path() / "halvoran-drawing-XXXXXX").string();
-        m_path = mkdtemp(pattern.data());
-    }
-    ~TemporaryFolder() { std::filesystem::remove_all(m_path); }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    const std::filesystem::path& path() const { return m_path; }
-    std::filesystem::path operator/(const std::string& name) const { return m_path / name; }
-
-private:
-    std::filesystem::path m_path;
-};
-
-inline std::string slurp(const std::filesystem::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 /// Runs a Python script of the tests' folder; `output` gets what it prints. True if it found nothing wrong.
 inline bool runScript(const std::string& script, const std::string& arguments, std::string& output)
 {
@@ -102,7 +74,7 @@ inline bool runScript(const std::string& script, const std::string& arguments, s
     const std::string command = "env -u LD_PRELOAD /usr/bin/python3 \"" HALVORAN_SOURCE_DIR "/tests/unit/drawing/" +
                                 script + "\" " + arguments + " > \"" + log + "\" 2>&1";
     const int status = std::system(command.c_str());
-    output = slurp(log);
+    output = contentOf(log);
     return status == 0;
 }
 

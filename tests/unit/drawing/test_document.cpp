@@ -6,16 +6,11 @@
 
 namespace drawing::test {
 
-TEST(DocumentObjects, NewDrawingIsCompleteAndEmpty)
+Layer& addLayer(Document& document, const char* name)
 {
-    Document document;
-    EXPECT_TRUE(document.modelSpace().entities.empty());
-    EXPECT_EQ(document.activeViewport().recordName, "*Active");
-    EXPECT_NE(document.findLayer("0"), nullptr);
-    EXPECT_NE(document.findLinetype("BYLAYER"), nullptr);
-    EXPECT_NE(document.rootDictionary().find("ACAD_LAYOUT"), 0u);
-    EXPECT_EQ(document.imageDictionary(), nullptr);
-    EXPECT_EQ(document.header.integer("$INSUNITS"), 4);
+    auto layer = std::make_unique<Layer>();
+    layer->recordName = name;
+    return document.addRecord(std::move(layer));
 }
 
 TEST(DocumentObjects, HandlesAreUniqueAndGrow)
@@ -37,69 +32,47 @@ TEST(DocumentObjects, HandlesAreUniqueAndGrow)
 TEST(DocumentObjects, NamesInATableAreUniqueWithoutRegardToCase)
 {
     Document document;
-    auto layer = std::make_unique<Layer>();
-    layer->recordName = "Plan";
-    document.addRecord(std::move(layer));
-    auto again = std::make_unique<Layer>();
-    again->recordName = "PLAN";
-    EXPECT_THROW(document.addRecord(std::move(again)), DrawingError);
+    addLayer(document, "Plan");
+    EXPECT_THROW(addLayer(document, "PLAN"), DrawingError);
 }
 
-TEST(DocumentObjects, EntityComesBackAtItsPlaceWithItsParts)
+TEST(DocumentObjects, WhatIsErasedTakesItsPartsAlongAndComesBackAtItsPlace)
 {
     Document document;
     Block& model = document.modelSpace();
     document.addEntity(model, std::make_unique<Line>());
     auto& polyline = document.addEntity(model, std::make_unique<HeavyPolyline>());
     document.addEntity(model, std::make_unique<Line>());
-    document.addVertex(polyline, std::make_unique<Vertex>()).bulge = 0.5;
-    const Handle handle = polyline.handle;
-    const Handle vertex = polyline.vertices[0];
-    const std::string before = writeDxf(document);
-
-    Document::Erased erased = document.erase(handle);
-    EXPECT_EQ(model.entities.size(), 2u);
-    EXPECT_EQ(document.find(handle), nullptr);
-    EXPECT_EQ(document.find(vertex), nullptr) << "the vertices go with their polyline";
-    EXPECT_THROW(document.erase(handle), DrawingError);
-    document.restore(std::move(erased));
-    EXPECT_EQ(model.entities[1], handle);
-    EXPECT_EQ(writeDxf(document), before);
-}
-
-TEST(DocumentObjects, ErasedVertexAndLayerComeBackToo)
-{
-    Document document;
-    auto& polyline = document.addEntity(document.modelSpace(), std::make_unique<HeavyPolyline>());
     for (int i = 0; i < 3; ++i) {
-        document.addVertex(polyline, std::make_unique<Vertex>());
+        document.addVertex(polyline, std::make_unique<Vertex>()).bulge = i;
     }
-    auto layer = std::make_unique<Layer>();
-    layer->recordName = "Plan";
-    const Handle layerHandle = document.addRecord(std::move(layer)).handle;
-    const std::string before = writeDxf(document);
-    auto vertex = document.erase(polyline.vertices[1]);
-    auto erasedLayer = document.erase(layerHandle);
-    EXPECT_EQ(polyline.vertices.size(), 2u);
-    EXPECT_EQ(document.findLayer("Plan"), nullptr);
-    document.restore(std::move(erasedLayer));
-    document.restore(std::move(vertex));
-    EXPECT_EQ(writeDxf(document), before);
-}
-
-TEST(DocumentObjects, BlockTakesItsEntitiesAlong)
-{
-    Document document;
     Block& block = document.addBlock("DOOR");
     auto& reference = document.addEntity(block, std::make_unique<BlockReference>());
-    document.addAttribute(reference, std::make_unique<Attribute>());
-    const Handle attribute = reference.attributes[0];
-    const std::string before = writeDxf(document);
-    auto erased = document.erase(block.handle);
-    EXPECT_EQ(document.find(attribute), nullptr);
-    EXPECT_EQ(document.findBlock("DOOR"), nullptr);
-    document.restore(std::move(erased));
-    EXPECT_EQ(writeDxf(document), before);
+    const Handle attribute = document.addAttribute(reference, std::make_unique<Attribute>()).handle;
+    const Handle vertex = polyline.vertices[1];
+    const Handle blockHandle = block.handle;
+    const Handle layer = addLayer(document, "Plan").handle;
+    const struct
+    {
+        const char* what;
+        Handle erased, part;
+    } cases[] = {{"a polyline with its vertices", polyline.handle, vertex},
+                 {"a vertex", vertex, vertex},
+                 {"a layer", layer, 0},
+                 {"a block with the attributes of its entities", blockHandle, attribute}};
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.what);
+        const std::string whole = writeDxf(document);
+        Document::Erased erased = document.erase(each.erased);
+        EXPECT_EQ(document.find(each.erased), nullptr);
+        EXPECT_EQ(document.find(each.part), nullptr);
+        EXPECT_EQ(document.findLayer("Plan") == nullptr, each.erased == layer);
+        EXPECT_EQ(document.findBlock("DOOR") == nullptr, each.erased == blockHandle);
+        EXPECT_NE(writeDxf(document), whole);
+        EXPECT_THROW(document.erase(each.erased), DrawingError);
+        document.restore(std::move(erased));
+        EXPECT_EQ(writeDxf(document), whole);
+    }
 }
 
 TEST(DocumentObjects, WhatADrawingCannotBeWithoutIsNotErased)

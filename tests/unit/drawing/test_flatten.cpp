@@ -123,18 +123,6 @@ TEST_F(Flattening, ArcRunsCounterClockwiseThroughZero)
     expectPoint(items().size() == 1 ? onlyPath().points[path.points.size() / 2] : Vector2{}, -2, 0);
 }
 
-TEST_F(Flattening, BulgeOfOneIsAHalfCircleToTheRightOfTheWay)
-{
-    auto& polyline = add<LightPolyline>();
-    polyline.points = {{{0, 0}, 0, 0, 1}, {{10, 0}, 0, 0, 0}};
-    const FlatPath path = onlyPath();
-    expectPoint(path.points.front(), 0, 0);
-    expectPoint(path.points.back(), 10, 0);
-    EXPECT_LE(strayFromCircle(path, {5, 0}, 5), 0.01);
-    EXPECT_NEAR(path.points[path.points.size() / 2].y, -5, 0.01)
-        << "a positive bulge turns left, so it lies on the right";
-}
-
 TEST_F(Flattening, QuarterCircleBulgeHasItsCentreWhereGeometryPutsIt)
 {
     auto& polyline = add<LightPolyline>();
@@ -143,6 +131,7 @@ TEST_F(Flattening, QuarterCircleBulgeHasItsCentreWhereGeometryPutsIt)
     const FlatPath path = onlyPath();
     EXPECT_TRUE(path.closed);
     expectPoint(path.points.back(), 0, 0);
+    EXPECT_GT(path.points.size(), 4u);
     for (std::size_t i = 0; i + 1 < path.points.size(); ++i) {
         EXPECT_NEAR(length(path.points[i]), 1, kNear);
     }
@@ -159,6 +148,12 @@ TEST_F(Flattening, WidePolylineIsFilledAndMitred)
     EXPECT_TRUE(first.filled);
     expectPoints(first.points, {{0, 1}, {9, 1}, {11, -1}, {0, -1}});
     expectPoints(std::get<FlatPath>(all[1].shape).points, {{9, 1}, {9, 10}, {11, 10}, {11, -1}});
+    document.erase(polyline.handle);
+    auto& heavy = add<HeavyPolyline>();
+    heavy.startWidth = heavy.endWidth = 2;
+    document.addVertex(heavy, std::make_unique<Vertex>());
+    document.addVertex(heavy, std::make_unique<Vertex>()).position = {10, 0, 0};
+    expectPoints(onlyPath().points, {{0, 1}, {10, 1}, {10, -1}, {0, -1}});
 }
 
 TEST_F(Flattening, EllipseFollowsItsAxes)
@@ -228,13 +223,7 @@ TEST_F(Flattening, ColoursComeFromEntityLayerOrReference)
         EXPECT_EQ(all[i].style.colorIndex, cases[i].expected) << "piece " << i;
         EXPECT_EQ(all[i].style.rgb, rgbOfIndex(cases[i].expected));
     }
-}
-
-TEST_F(Flattening, TrueColourGoesBeforeTheIndex)
-{
-    auto& point = add<Point>();
-    point.color = 1;
-    point.trueColor = 0x102030;
+    document.find<Point>(block.entities[0])->trueColor = 0x102030;
     EXPECT_EQ(items().at(0).style.rgb, (Rgb{0x10, 0x20, 0x30}));
 }
 

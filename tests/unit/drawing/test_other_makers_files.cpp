@@ -2,10 +2,6 @@
 
 #include "support.h"
 
-#include <gmock/gmock.h>
-
-#include <algorithm>
-
 namespace drawing::test {
 
 /// The samples are made once for all tests.
@@ -62,34 +58,22 @@ TEST_P(OtherMakersFile, SecondSaveWritesTheSameBytes)
     EXPECT_EQ(writeDxf(readDxf(once)), once);
 }
 
+// What the drawing's own writer is checked for (see check_written.py) comes back right if nothing is lost on the way;
+// here stands what only the reading tells.
 TEST_P(OtherMakersFile, PlainEntitiesHaveTheirValues)
 {
     const Document document = readDrawing(path());
-    const auto& line = entity<Line>(document, 0);
-    EXPECT_EQ(line.start, (Vector3{1, 2, 3}));
-    EXPECT_EQ(line.end, (Vector3{4, 5.5, -6}));
-    EXPECT_EQ(line.layer, "WALLS");
-    EXPECT_EQ(line.color, 5);
-    EXPECT_EQ(line.thickness, 0.25);
-    EXPECT_EQ(entity<Point>(document, 0).position, (Vector3{7, 8, 0}));
     const auto& circle = entity<Circle>(document, 0);
     EXPECT_EQ(circle.center, (Vector3{10, 20, 0}));
     EXPECT_EQ(circle.radius, 2.5);
-    EXPECT_EQ(circle.extrusion, (Vector3{0, 0, -1}));
     const auto& arc = entity<Arc>(document, 0);
-    EXPECT_EQ(arc.startAngle, 30);
-    EXPECT_EQ(arc.endAngle, 300);
     EXPECT_EQ(arc.linetype, "DASHED");
     EXPECT_EQ(arc.linetypeScale, old() ? 1 : 2) << "the release 12 has a scale for the whole drawing only";
-    EXPECT_EQ(entity<Solid>(document, 0).corners[2], (Vector3{0, 1, 0}));
     EXPECT_TRUE(entity<Solid>(document, 1).isTrace);
     const auto& text = entity<Text>(document, 0);
     EXPECT_EQ(text.text, "Größe %%c40 ± 5");
     EXPECT_EQ(text.rotation, 15);
     EXPECT_EQ(text.style, "ROMAN");
-    EXPECT_EQ(text.alignmentPoint, (Vector3{3, 4, 0}));
-    EXPECT_EQ(text.vertical, VerticalAlignment::Middle);
-    EXPECT_EQ(text.horizontal, HorizontalAlignment::Center);
 }
 
 TEST_P(OtherMakersFile, OldPolylinesHaveTheirVertices)
@@ -118,9 +102,6 @@ TEST_P(OtherMakersFile, BlocksAndTablesHaveTheirValues)
     const Document document = readDrawing(path());
     const auto& reference = entity<BlockReference>(document, 0);
     EXPECT_EQ(reference.block, "PAIR");
-    EXPECT_EQ(reference.scale, (Vector3{2, 3, 1}));
-    EXPECT_EQ(reference.rows, 2);
-    EXPECT_EQ(reference.columns, 3);
     EXPECT_EQ(reference.columnSpacing, 10);
     ASSERT_EQ(reference.attributes.size(), 1u);
     EXPECT_EQ(document.find<Attribute>(reference.attributes[0])->text, "42");
@@ -136,39 +117,8 @@ TEST_P(OtherMakersFile, BlocksAndTablesHaveTheirValues)
     EXPECT_EQ(document.findTextStyle("ROMAN")->widthFactor, 0.8);
     EXPECT_FALSE(document.findLinetype("DASHED")->elements.empty());
     EXPECT_EQ(document.header.integer("$TILEMODE"), 1);
-    EXPECT_EQ(document.paperSpace().entities.size(), 1u);
-}
-
-TEST_P(OtherMakersFile, ImagesHaveTheirValues)
-{
-    if (old()) {
-        GTEST_SKIP() << "the release 12 has no images";
-    }
-    const Document document = readDrawing(path());
-    const auto& image = entity<Image>(document, 0);
-    EXPECT_EQ(image.position, (Vector3{100, 200, 0}));
-    EXPECT_NEAR(image.u.x, 0.1, 1e-12);
-    EXPECT_NEAR(image.v.y, 0.1, 1e-12);
-    EXPECT_EQ(image.pixels, (Vector2{4000, 3000}));
-    EXPECT_EQ(image.display, 15);
-    EXPECT_EQ(image.brightness, 40);
-    EXPECT_EQ(image.contrast, 60);
-    EXPECT_EQ(image.fade, 10);
-    EXPECT_EQ(image.clipType, Image::ClipType::Polygon);
-    ASSERT_GE(image.clip.size(), 3u);
-    EXPECT_EQ(image.clip[1], (Vector2{110, 20}));
-    const auto* definition = document.find<ImageDefinition>(image.definition);
-    ASSERT_NE(definition, nullptr);
-    EXPECT_EQ(definition->path, "C:\\scans\\plan.tif");
-    EXPECT_EQ(definition->pixels, (Vector2{4000, 3000}));
-    EXPECT_TRUE(definition->loaded);
-    EXPECT_EQ(document.imageDictionary()->find("PLAN"), definition->handle);
-    const auto* reactor = document.find<ImageDefinitionReactor>(image.definitionReactor);
-    ASSERT_NE(reactor, nullptr);
-    EXPECT_EQ(reactor->image, image.handle);
-    EXPECT_THAT(definition->reactors, testing::Contains(reactor->handle));
-    EXPECT_EQ(document.rasterVariables()->frame, 0);
-    EXPECT_EQ(document.rasterVariables()->units, 1);
+    ASSERT_EQ(document.paperSpace().entities.size(), 1u);
+    EXPECT_EQ(document.find<Line>(document.paperSpace().entities[0])->end, (Vector3{297, 210, 0}));
 }
 
 TEST_P(OtherMakersFile, NewerEntitiesHaveTheirValues)
@@ -177,31 +127,20 @@ TEST_P(OtherMakersFile, NewerEntitiesHaveTheirValues)
         GTEST_SKIP() << "the release 12 has none of them";
     }
     const Document document = readDrawing(path());
-    const auto& polyline = entity<LightPolyline>(document, 0);
-    EXPECT_TRUE(polyline.closed);
-    EXPECT_EQ(polyline.points,
-              (std::vector<PolylinePoint>{{{0, 0}, 0.1, 0.2, 1}, {{10, 0}, 0, 0, 0}, {{10, 10}, 0, 0, -0.5}}));
     const auto& constant = entity<LightPolyline>(document, 1);
     EXPECT_EQ(constant.constantWidth, 0.7);
     EXPECT_EQ(constant.elevation, 5);
     EXPECT_EQ(constant.extendedData, (Groups{{1001, "ACAD"}, {1000, "kept"}, {1070, "7"}}));
-    const auto& ellipse = entity<Ellipse>(document, 0);
-    EXPECT_EQ(ellipse.majorAxis, (Vector3{3, 0, 0}));
-    EXPECT_EQ(ellipse.ratio, 0.5);
-    EXPECT_EQ(ellipse.endParameter, 3);
+    EXPECT_EQ(entity<Ellipse>(document, 0).majorAxis, (Vector3{3, 0, 0}));
     const auto& mtext = entity<MText>(document, 0);
     EXPECT_EQ(mtext.text.size(), std::string("{\\fArial|b1;bold}\\Pnext ").size() + 5 * 120);
     EXPECT_EQ(mtext.attachment, 5);
     EXPECT_NEAR(mtext.rotationDegrees(), 90, 1e-9);
-    EXPECT_EQ(document.header.real("$USERR1"), 2.75);
-    const auto names = [&] {
-        std::vector<std::string> result;
-        for (const Entity* each : document.drawOrder(document.modelSpace())) {
-            result.emplace_back(each->name());
-        }
-        return result;
-    }();
-    EXPECT_THAT(names, testing::IsSupersetOf({"SPLINE", "HATCH", "DIMENSION"}));
+    const auto& image = entity<Image>(document, 0);
+    EXPECT_EQ(image.clip.at(1), (Vector2{110, 20}));
+    const auto* definition = document.find<ImageDefinition>(image.definition);
+    ASSERT_NE(definition, nullptr);
+    EXPECT_EQ(document.imageDictionary()->find("PLAN"), definition->handle);
 }
 
 } // namespace drawing::test

@@ -29,7 +29,7 @@ protected:
             if (!format.writable)
                 continue;
             writeRaster(file("sample"), picture, {300, 300}, format.format);
-            result.push_back({std::string(format.name), loadBytes(file("sample")), picture});
+            result.push_back({std::string(format.name), contentOf<Bytes>(file("sample")), picture});
         }
         const struct
         {
@@ -45,10 +45,8 @@ protected:
                 writeByLibtiff(file("sample"), picture,
                                {.compression = kind.compression, .group3Options = kind.group3Options});
                 const Bytes strip = onlyStripOf(file("sample"));
-                TiffBytes tiff;
-                tiff.longTag(TIFFTAG_IMAGEWIDTH, 75)
-                    .longTag(TIFFTAG_IMAGELENGTH, 43)
-                    .shortTag(TIFFTAG_COMPRESSION, std::uint32_t(kind.compression))
+                TiffBytes tiff(75, 43);
+                tiff.shortTag(TIFFTAG_COMPRESSION, std::uint32_t(kind.compression))
                     .shortTag(TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISWHITE)
                     .longTag(TIFFTAG_STRIPBYTECOUNTS, countKnown ? std::uint32_t(strip.size()) : 0);
                 if (kind.compression == COMPRESSION_CCITTFAX3)
@@ -58,25 +56,24 @@ protected:
                      tiff.withStrip(strip), picture});
             }
         writeByLibtiff(file("sample"), picture, {.compression = COMPRESSION_CCITTFAX4, .rowsPerStrip = 8});
-        result.push_back({"TIFF group 4 in strips", loadBytes(file("sample")), picture});
+        result.push_back({"TIFF group 4 in strips", contentOf<Bytes>(file("sample")), picture});
         writeByLibtiff(file("sample"), picture, {.compression = COMPRESSION_LZW, .rowsPerStrip = -1});
-        result.push_back({"TIFF in tiles", loadBytes(file("sample")), picture});
+        result.push_back({"TIFF in tiles", contentOf<Bytes>(file("sample")), picture});
+        addColourSamples(result);
         return result;
     }
 
     /// Samples that other programs make: colours, interlacing.
-    std::vector<Sample> colourSamples() const
+    void addColourSamples(std::vector<Sample>& result) const
     {
-        std::vector<Sample> result;
         writeByLibtiff(file("plan.tif"), sampleBitmap(20, 13), {});
         for (const char* const kind :
              {"-type TrueColor -compress zip TIFF:", "-type TrueColor -depth 8 -interlace plane -compress lzw TIFF:",
               "-type ColorSeparation -depth 8 -compress none TIFF:", "-type TrueColor BMP3:", "PNG24:",
               "-interlace PNG PNG32:", "-define png:color-type=3 -define png:bit-depth=2 PNG:"}) {
             runTool(std::string("convert plan.tif ") + kind + "sample");
-            result.push_back({kind, loadBytes(file("sample")), sampleBitmap(20, 13)});
+            result.push_back({kind, contentOf<Bytes>(file("sample")), sampleBitmap(20, 13)});
         }
-        return result;
     }
 };
 
@@ -102,10 +99,7 @@ std::optional<Bitmap> readOrError(const Bytes& bytes)
 
 TEST_F(Broken, AFileCutOffAnywhereIsAnErrorOrStillWhole)
 {
-    std::vector<Sample> all = samples();
-    for (Sample& sample : colourSamples())
-        all.push_back(std::move(sample));
-    for (const Sample& sample : all) {
+    for (const Sample& sample : samples()) {
         SCOPED_TRACE(sample.name);
         for (std::size_t length = 0; length <= sample.bytes.size(); ++length) {
             const auto read = readOrError(Bytes(sample.bytes.begin(), sample.bytes.begin() + std::ptrdiff_t(length)));
@@ -123,17 +117,9 @@ TEST_F(Broken, AFlippedBitAnywhereGivesASoundImageOrAnError)
 {
     for (const Sample& sample : samples()) {
         SCOPED_TRACE(sample.name);
-        // All bits of headers and short files, a sample of the long ones.
+        // All bits of short files, a sample of the long ones.
         const std::size_t step = sample.bytes.size() < 800 ? 1 : 7;
         for (std::size_t bit = 0; bit < sample.bytes.size() * 8; bit += step) {
-            Bytes bytes = sample.bytes;
-            bytes[bit / 8] ^= std::uint8_t(1 << bit % 8);
-            readOrError(bytes);
-        }
-    }
-    for (const Sample& sample : colourSamples()) {
-        SCOPED_TRACE(sample.name);
-        for (std::size_t bit = 0; bit < sample.bytes.size() * 8; bit += 3) {
             Bytes bytes = sample.bytes;
             bytes[bit / 8] ^= std::uint8_t(1 << bit % 8);
             readOrError(bytes);
@@ -146,7 +132,7 @@ TEST_F(Broken, AHoleOfZerosInGroup4DataIsFound)
     const Bitmap picture = sampleBitmap(300, 200);
     for (const Format format : {Format::TiffGroup4, Format::Cals}) {
         writeRaster(file("plan"), picture, {300, 300}, format);
-        const Bytes whole = loadBytes(file("plan"));
+        const Bytes whole = contentOf<Bytes>(file("plan"));
         const std::size_t start = format == Format::Cals ? 2048 : 8;
         for (std::size_t at = start; at + 64 < whole.size() - 400; at += 97) {
             Bytes holed = whole;
@@ -159,9 +145,7 @@ TEST_F(Broken, AHoleOfZerosInGroup4DataIsFound)
 TEST_F(Broken, AbsurdSizesAreRefusedBeforeMemoryIsAskedFor)
 {
     const auto tiff = [](std::uint32_t width, std::uint32_t height, std::uint16_t compression) {
-        return TiffBytes()
-            .longTag(TIFFTAG_IMAGEWIDTH, width)
-            .longTag(TIFFTAG_IMAGELENGTH, height)
+        return TiffBytes(width, height)
             .shortTag(TIFFTAG_COMPRESSION, compression)
             .shortTag(TIFFTAG_PHOTOMETRIC, 0)
             .longTag(TIFFTAG_ROWSPERSTRIP, height)
@@ -177,9 +161,7 @@ TEST_F(Broken, AbsurdSizesAreRefusedBeforeMemoryIsAskedFor)
         EXPECT_NE(errorOf([&] { readRaster(asBytes(tiff(46000, 46000, compression))); }), "");
         EXPECT_NE(errorOf([&] { readRaster(asBytes(tiff(0, 10, compression))); }), "");
     }
-    const Bytes hugeTiles = TiffBytes()
-                                .longTag(TIFFTAG_IMAGEWIDTH, 100)
-                                .longTag(TIFFTAG_IMAGELENGTH, 100)
+    const Bytes hugeTiles = TiffBytes(100, 100)
                                 .shortTag(TIFFTAG_COMPRESSION, COMPRESSION_LZW)
                                 .shortTag(TIFFTAG_PHOTOMETRIC, 0)
                                 .longTag(TIFFTAG_TILEWIDTH, 1 << 20)

@@ -9,7 +9,10 @@
 class TiffBytes
 {
 public:
-    explicit TiffBytes(bool bigEndian = false) : bigEndian_(bigEndian) {}
+    explicit TiffBytes(std::uint32_t width, std::uint32_t height, bool bigEndian = false) : bigEndian_(bigEndian)
+    {
+        longTag(TIFFTAG_IMAGEWIDTH, width).longTag(TIFFTAG_IMAGELENGTH, height);
+    }
 
     TiffBytes& shortTag(std::uint16_t tag, std::uint32_t value) { return add(tag, 3, value); }
     TiffBytes& longTag(std::uint16_t tag, std::uint32_t value) { return add(tag, 4, value); }

@@ -57,19 +57,6 @@ Gray plainlyAveraged(const Bitmap& bitmap, const Affine& map, Size output)
 
 } // namespace
 
-TEST(Display, PixelForPixelIsBlackAndWhite)
-{
-    const Bitmap bitmap = drawn({"1010", "0110"});
-    EXPECT_EQ(sampled(bitmap, Affine(), {4, 2}), (Gray{255, 0, 255, 0, 0, 255, 255, 0}));
-}
-
-TEST(Display, HalfSizeShowsQuartersOfInk)
-{
-    const Bitmap bitmap = drawn({"10110011", //
-                                 "00011011"});
-    EXPECT_EQ(sampled(bitmap, {2, 0, 0, 0, 2, 0}, {4, 1}), (Gray{64, 191, 64, 255}));
-}
-
 TEST(Display, EnlargedPixelsAreSquares)
 {
     EXPECT_EQ(sampled(drawn({"10", "01"}), {0.5, 0, 0, 0, 0.5, 0}, {4, 4}),
@@ -85,7 +72,7 @@ TEST(Display, TurnedAndMirroredImagesStandRight)
     EXPECT_EQ(sampled(flag, {0, 1, 0, -1, 0, 2}, {2, 3}), (Gray{255, 255, 0, 255, 0, 0}));
 }
 
-TEST(Display, OutsideIsZeroAndToldFromPaper)
+TEST(Display, OutsideIsZero)
 {
     const Bitmap bitmap = drawn({"10", "11"});
     const Affine map{1, 0, -2, 0, 1, -1};                            // the image begins at 2,1
@@ -93,20 +80,12 @@ TEST(Display, OutsideIsZeroAndToldFromPaper)
                                                   0, 0, 255, 0,   0, //
                                                   0, 0, 255, 255, 0, //
                                                   0, 0, 0,   0,   0}));
-    const std::vector<std::pair<int, int>> expected = {{0, 0}, {2, 4}, {2, 4}, {0, 0}};
-    for (int y = 0; y < 4; ++y) {
-        const OutputSpan span = insideImage(bitmap.size(), map, {5, 4}, y);
-        if (expected[std::size_t(y)].first == expected[std::size_t(y)].second)
-            EXPECT_EQ(span.begin, span.end) << "row " << y;
-        else
-            EXPECT_EQ(std::pair(span.begin, span.end), expected[std::size_t(y)]) << "row " << y;
-    }
 }
 
 TEST(Display, InsideFollowsATurnedImagesEdges)
 {
     const Size image{40, 25};
-    for (const double angle : {0.3, 1.2, 2.0, 4.0}) {
+    for (const double angle : {0.0, 0.3, 1.2, 2.0, 4.0}) {
         const double c = 0.8 * std::cos(angle), s = 0.8 * std::sin(angle);
         const Affine map{c, s, -3.3, -s, c, 7.7};
         for (int y = 0; y < 60; ++y) {

@@ -47,15 +47,16 @@ TEST(Fill, PaintsExactlyTheRegion)
     }
 }
 
-TEST(Invert, ChangesEveryPixelAndTwiceNone)
+TEST(Invert, ChangesEveryPixel)
 {
-    for (const int width : awkwardWidths) {
-        const Bitmap before = noise({width, 5}, 0.3, unsigned(width));
+    std::vector<Size> sizes = {{2100, 1600}}; // large enough to be split among the cores
+    for (const int width : awkwardWidths)
+        sizes.push_back({width, 5});
+    for (const Size size : sizes) {
+        const Bitmap before = noise(size, 0.3, unsigned(size.width));
         Bitmap bitmap = before;
         invert(bitmap);
-        EXPECT_TRUE(samePicture(made(before.size(), [&](int x, int y) { return !before.ink(x, y); }), bitmap));
-        invert(bitmap);
-        EXPECT_TRUE(samePicture(before, bitmap));
+        EXPECT_TRUE(samePicture(made(size, [&](int x, int y) { return !before.ink(x, y); }), bitmap));
     }
 }
 
@@ -76,26 +77,6 @@ TEST(Invert, ChangesTheRegionAlone)
     EXPECT_TRUE(samePicture(before, bitmap)) << "an empty selection selects nothing";
 }
 
-TEST(Invert, LargeSheetIsWorkedOnWhole)
-{
-    const Bitmap before = noise({2100, 1600}, 0.1, 5); // large enough to be split among the cores
-    Bitmap bitmap = before;
-    invert(bitmap);
-    EXPECT_TRUE(samePicture(made(before.size(), [&](int x, int y) { return !before.ink(x, y); }), bitmap));
-}
-
-TEST(Paste, LaysInkAndPaperAsTheModeSays)
-{
-    const Bitmap target = drawn({"11001", "10101"});
-    const Bitmap source = drawn({"010", "101"});
-    Bitmap bitmap = target;
-    paste(bitmap, source, {1, 0}, PasteMode::transparent);
-    EXPECT_TRUE(samePicture(drawn({"11101", "11111"}), bitmap));
-    bitmap = target;
-    paste(bitmap, source, {1, 0}, PasteMode::opaque);
-    EXPECT_TRUE(samePicture(drawn({"10101", "11011"}), bitmap));
-}
-
 TEST(Paste, IsCutAtTheEdgesAndLeavesTheRest)
 {
     for (const int width : awkwardWidths) {
@@ -113,7 +94,6 @@ TEST(Paste, IsCutAtTheEdgesAndLeavesTheRest)
                     return source.ink(x - at.x, y - at.y) || (mode == PasteMode::transparent && before.ink(x, y));
                 };
                 EXPECT_TRUE(samePicture(made(before.size(), expected), bitmap)) << at.x << "," << at.y;
-                EXPECT_TRUE(surroundingsIntact(before, bitmap, place));
             }
         }
     }

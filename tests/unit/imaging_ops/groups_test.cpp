@@ -67,102 +67,26 @@ Bitmap holesFilled(Bitmap bitmap, int side, const Region* region = nullptr)
     return bitmap;
 }
 
+void expectThePlainSearchsResult(const Bitmap& bitmap, int side, const Region* region = nullptr)
+{
+    EXPECT_TRUE(samePicture(plainlyCleaned(bitmap, true, side, region), despeckled(bitmap, side, region)));
+    EXPECT_TRUE(samePicture(plainlyCleaned(bitmap, false, side, region), holesFilled(bitmap, side, region)));
+}
+
 } // namespace
-
-TEST(Despeckle, RemovesWhatFitsInTheSquare)
-{
-    const Bitmap bitmap = drawn({"10000001110", //
-                                 "00011000000", //
-                                 "00010001001", //
-                                 "00000110010", //
-                                 "00000110100"});
-    EXPECT_TRUE(samePicture(bitmap, despeckled(bitmap, 0)));
-    EXPECT_TRUE(samePicture(drawn({"00000001110", //
-                                   "00011000000", //
-                                   "00010001001", //
-                                   "00000110010", //
-                                   "00000110100"}),
-                            despeckled(bitmap, 1)));
-    // The strokes of three do not fit in two by two, nor does the blot with the pixel that touches its corner.
-    EXPECT_TRUE(samePicture(drawn({"00000001110", //
-                                   "00000000000", //
-                                   "00000001001", //
-                                   "00000110010", //
-                                   "00000110100"}),
-                            despeckled(bitmap, 2)));
-}
-
-TEST(FillHoles, FillsOnlyPaperThatInkEncloses)
-{
-    const Bitmap bitmap = drawn({"0111110111", //
-                                 "1000010101", //
-                                 "1111110111", //
-                                 "0100000000", //
-                                 "1110111001"});
-    // The long hole has four pixels in a row; the gap at the lower edge is open to the border.
-    EXPECT_TRUE(samePicture(drawn({"0111110111", //
-                                   "1000010111", //
-                                   "1111110111", //
-                                   "0100000000", //
-                                   "1110111001"}),
-                            holesFilled(bitmap, 3)));
-    EXPECT_TRUE(samePicture(drawn({"0111110111", //
-                                   "1111110111", //
-                                   "1111110111", //
-                                   "0100000000", //
-                                   "1110111001"}),
-                            holesFilled(bitmap, 4)));
-}
-
-TEST(FillHoles, PaperThatTouchesAtACornerIsTwoHoles)
-{
-    const Bitmap bitmap = drawn({"1111", //
-                                 "1011", //
-                                 "1101", //
-                                 "1111"});
-    EXPECT_TRUE(samePicture(drawn({"1111", "1111", "1111", "1111"}), holesFilled(bitmap, 1)));
-}
-
-TEST(Despeckle, GroupThatTheSelectionCutsStaysWhole)
-{
-    const Bitmap bitmap = drawn({"110001100", //
-                                 "000000000", //
-                                 "011000010", //
-                                 "000000000"});
-    const Region selection({0, 0, 6, 4});       // its right edge cuts the upper right group
-    EXPECT_TRUE(samePicture(drawn({"000001100", //
-                                   "000000000", //
-                                   "000000010", //
-                                   "000000000"}),
-                            despeckled(bitmap, 3, &selection)));
-    const Region nothing;
-    EXPECT_TRUE(samePicture(bitmap, despeckled(bitmap, 3, &nothing)));
-}
-
-TEST(Despeckle, SelectionOfPartsIsOneSelection)
-{
-    // The group lies across two rectangles of one region.
-    const Bitmap bitmap = drawn({"0000", "0110", "0010", "0000"});
-    const Region whole = Region::fromRects(std::vector<Rect>{{0, 0, 3, 2}, {2, 2, 4, 4}});
-    EXPECT_TRUE(samePicture(Bitmap({4, 4}), despeckled(bitmap, 2, &whole)));
-    const Region withGap = Region::fromRects(std::vector<Rect>{{0, 0, 2, 2}, {2, 2, 4, 4}});
-    EXPECT_TRUE(samePicture(bitmap, despeckled(bitmap, 2, &withGap)));
-}
 
 TEST(SmallGroups, AgreeWithThePlainSearchOnScans)
 {
+    const Region nothing;
     for (const int width : {1, 33, 63, 64, 65, 129, 300}) {
         for (unsigned seed = 0; seed < 4; ++seed) {
             const Bitmap bitmap = scanLike({width, 90}, seed * 100 + unsigned(width));
             const Region region = Region::fromRects(anyRects(bitmap.size(), 4, seed));
             for (const int side : {1, 2, 3, 5, 9, 30, 1000}) {
                 SCOPED_TRACE(testing::Message() << width << " wide, seed " << seed << ", side " << side);
-                EXPECT_TRUE(samePicture(plainlyCleaned(bitmap, true, side, nullptr), despeckled(bitmap, side)));
-                EXPECT_TRUE(samePicture(plainlyCleaned(bitmap, false, side, nullptr), holesFilled(bitmap, side)));
-                EXPECT_TRUE(
-                    samePicture(plainlyCleaned(bitmap, true, side, &region), despeckled(bitmap, side, &region)));
-                EXPECT_TRUE(
-                    samePicture(plainlyCleaned(bitmap, false, side, &region), holesFilled(bitmap, side, &region)));
+                expectThePlainSearchsResult(bitmap, side);
+                expectThePlainSearchsResult(bitmap, side, &region);
+                expectThePlainSearchsResult(bitmap, side, &nothing);
             }
         }
     }
@@ -177,8 +101,7 @@ TEST(SmallGroups, AgreeWithThePlainSearchAcrossBands)
         fill(bars, {y % 31, y, y % 31 + 2, y + 5 + y % 280}, true);
     for (const int side : {2, 8, 250, 290, 1200}) {
         SCOPED_TRACE(side);
-        EXPECT_TRUE(samePicture(plainlyCleaned(bitmap, true, side, nullptr), despeckled(bitmap, side)));
-        EXPECT_TRUE(samePicture(plainlyCleaned(bitmap, false, side, nullptr), holesFilled(bitmap, side)));
-        EXPECT_TRUE(samePicture(plainlyCleaned(bars, true, side, nullptr), despeckled(bars, side)));
+        expectThePlainSearchsResult(bitmap, side);
+        expectThePlainSearchsResult(bars, side);
     }
 }

@@ -38,28 +38,6 @@ Bitmap plainlyResampled(const Bitmap& bitmap, Size size)
 
 } // namespace
 
-TEST(Resample, HalvingKeepsBlocksThatAreAtLeastHalfInk)
-{
-    const Bitmap bitmap = drawn({"0010101111", //
-                                 "0000011011"});
-    EXPECT_TRUE(samePicture(drawn({"00111"}), resample(bitmap, {5, 1})));
-}
-
-TEST(Resample, PartsOfPixelsCountAsSuch)
-{
-    // Each target pixel covers one and a half source pixels: the middle one belongs to both.
-    EXPECT_TRUE(samePicture(drawn({"10"}), resample(drawn({"100"}), {2, 1})));
-    EXPECT_TRUE(samePicture(drawn({"00"}), resample(drawn({"010"}), {2, 1})));
-    EXPECT_TRUE(samePicture(drawn({"11"}), resample(drawn({"101"}), {2, 1})));
-}
-
-TEST(Resample, EnlargingRepeatsTheNearestPixel)
-{
-    EXPECT_TRUE(samePicture(drawn({"110011", "110011", "001100"}), resample(drawn({"101", "101", "010"}), {6, 3})));
-    EXPECT_TRUE(samePicture(drawn({"1100011", "1100011", "1100011", "0011100"}),
-                            resample(drawn({"101", "101", "010"}), {7, 4})));
-}
-
 TEST(Resample, AgreesWithThePlainWayAtEverySize)
 {
     for (const int width : awkwardWidths) {

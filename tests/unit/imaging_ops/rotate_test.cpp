@@ -46,21 +46,6 @@ Bitmap plainlyRotated(const Bitmap& bitmap, double radians, Point pivot, bool tr
 
 } // namespace
 
-TEST(Rotate, PositiveAngleTurnsClockwiseAsSeen)
-{
-    const Bitmap bitmap = drawn({"00000", //
-                                 "00000", //
-                                 "00111", //
-                                 "00000", //
-                                 "00000"});
-    EXPECT_TRUE(
-        samePicture(drawn({"00000", "00000", "00100", "00100", "00100"}), rotated(bitmap, quarter, {2, 2}, false)));
-    EXPECT_TRUE(
-        samePicture(drawn({"00100", "00100", "00100", "00000", "00000"}), rotated(bitmap, -quarter, {2, 2}, false)));
-    EXPECT_TRUE(
-        samePicture(drawn({"00000", "00000", "11100", "00000", "00000"}), rotated(bitmap, 2 * quarter, {2, 2}, false)));
-}
-
 TEST(Rotate, QuarterTurnsOfASquareAgreeWithTheExactOnes)
 {
     for (const int side : {1, 31, 33, 63, 65, 127, 129}) {
@@ -70,28 +55,6 @@ TEST(Rotate, QuarterTurnsOfASquareAgreeWithTheExactOnes)
         EXPECT_TRUE(samePicture(turnCounterClockwise(bitmap), rotated(bitmap, -quarter, middle, true)));
         EXPECT_TRUE(samePicture(bitmap, rotated(bitmap, 0, {7, -3}, false)));
     }
-}
-
-TEST(Rotate, TransparentKeepsWhatOpaqueCovers)
-{
-    const Bitmap bitmap = drawn({"11111", //
-                                 "10001", //
-                                 "10101", //
-                                 "10111", //
-                                 "11111"});
-    const Region row({1, 2, 4, 3}); // 0 1 0, to stand upright over 0 1 1
-    EXPECT_TRUE(samePicture(drawn({"11111", "10001", "10101", "10111", "11111"}),
-                            rotated(bitmap, quarter, {2, 2}, true, &row)));
-    EXPECT_TRUE(samePicture(drawn({"11111", "10001", "10101", "10011", "11111"}),
-                            rotated(bitmap, quarter, {2, 2}, false, &row)));
-}
-
-TEST(Rotate, LiftedPlaceBecomesPaper)
-{
-    const Bitmap bitmap = made({70, 8}, [](int, int) { return true; });
-    const Region corner({0, 0, 3, 2});
-    const Bitmap result = rotated(bitmap, 2 * quarter, {3, 2}, false, &corner);
-    EXPECT_TRUE(samePicture(made({70, 8}, [](int x, int y) { return x >= 3 || y >= 2; }), result));
 }
 
 TEST(Rotate, AgreesWithThePlainWayAtAnyAngle)

@@ -92,12 +92,8 @@ TEST_F(FormatQueryTest, GoesByExtensionWhenTheFileCannotBeRead)
     EXPECT_EQ(ask("missing.tif", -1).filterIndex, 0);
     EXPECT_EQ(ask("notes.txt", -1).filterIndex, 0);
     EXPECT_EQ(ask("no extension", -1).filterIndex, 0);
-}
-
-TEST_F(FormatQueryTest, ContentOutweighsTheExtension)
-{
     put("really a picture.cal", sample, 300, imaging::Format::Png);
-    EXPECT_EQ(ask("really a picture.cal", -1).formatCode, static_cast<int>(imaging::Format::Png));
+    EXPECT_EQ(patternOf("really a picture.cal"), u"*.png") << "content outweighs the extension";
 }
 
 TEST_F(FormatQueryTest, OffersGroup4ForATiffThatIsOnlyRead)
@@ -117,8 +113,8 @@ TEST_F(FormatQueryTest, OffersGroup4ForATiffThatIsOnlyRead)
     entry('\x17', 4, 1);  // strip length
     tiff += std::string(4, '\0');
     tiff += '\x98'; // a white run of 8: 10011
-    putBytes("old.tif", tiff);
-    EXPECT_EQ(ask("old.tif", -1).formatCode, 29);
+    putBytes("old.png", tiff);
+    EXPECT_EQ(ask("old.png", -1).formatCode, 29);
 }
 
 TEST_F(FormatQueryTest, RefusesARowThatThereIsNot)
