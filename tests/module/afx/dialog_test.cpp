@@ -1,35 +1,8 @@
 // Dialogs, modal and not, with the exchange of their values; tooltips; the chain of resource modules.
 #include "driver.h"
-
-#include "standin/afx/afx.h"
-
-#include <gtest/gtest.h>
+#include "extension_in_chain.h"
 
 namespace {
-
-// The module of resources stands in the chain while the object lives.
-class Extension
-{
-public:
-    Extension() : m_module(::LoadLibraryW(CString(HALVORAN_TEST_EXTENSION)))
-    {
-        EXPECT_NE(m_module, nullptr);
-        EXPECT_TRUE(AfxInitExtensionModule(m_state, m_module));
-        new CDynLinkLibrary(m_state);
-    }
-    ~Extension()
-    {
-        AfxTermExtensionModule(m_state, FALSE);
-        ::FreeLibrary(m_module);
-    }
-    Extension(const Extension&) = delete;
-    Extension& operator=(const Extension&) = delete;
-    HMODULE module() const { return m_module; }
-
-private:
-    AFX_EXTENSION_MODULE m_state{};
-    HMODULE m_module;
-};
 
 enum Control
 {
@@ -73,7 +46,7 @@ class Dialog : public testing::Test
 {
 protected:
     CWinApp app{L"Test"};
-    Extension extension;
+    ExtensionInChain extension;
 };
 
 CString textOf(HWND window, int id)
@@ -87,10 +60,7 @@ TEST_F(Dialog, ShowsItsMembersAndTakesThemBackOnOk)
 {
     Settings dialog;
     int changesAtStart = -1;
-    Driver driver({[&] {
-        const HWND window = windowTitled(L"Settings");
-        if (!window)
-            return false;
+    Driver driver({atWindow(L"Settings", [&](HWND window) {
         EXPECT_EQ(CWnd::FromHandlePermanent(window), &dialog);
         EXPECT_TRUE(textOf(window, sizeEdit) == L"2.5");
         EXPECT_EQ(::IsDlgButtonChecked(window, hideBox), 1u);
@@ -102,8 +72,7 @@ TEST_F(Dialog, ShowsItsMembersAndTakesThemBackOnOk)
         ::SendMessageW(::GetDlgItem(window, hideBox), BM_CLICK, 0, 0);
         ::SendMessageW(::GetDlgItem(window, firstButton), BM_CLICK, 0, 0);
         ::PostMessageW(::GetDlgItem(window, IDOK), BM_CLICK, 0, 0);
-        return true;
-    }});
+    })});
     EXPECT_EQ(dialog.DoModal(), IDOK);
     EXPECT_EQ(changesAtStart, 0) << "filling the field is not the user's change";
     EXPECT_EQ(dialog.changes, 1);
@@ -118,17 +87,13 @@ TEST_F(Dialog, CancelAndEscapeKeepTheMembers)
 {
     for (const bool escape : {false, true}) {
         Settings dialog;
-        Driver driver({[&] {
-            const HWND window = windowTitled(L"Settings");
-            if (!window)
-                return false;
+        Driver driver({atWindow(L"Settings", [&](HWND window) {
             ::SetDlgItemTextW(window, sizeEdit, L"9");
             if (escape)
                 ::PostMessageW(::GetDlgItem(window, sizeEdit), WM_KEYDOWN, VK_ESCAPE, 0);
             else
                 ::PostMessageW(::GetDlgItem(window, IDCANCEL), BM_CLICK, 0, 0);
-            return true;
-        }});
+        })});
         EXPECT_EQ(dialog.DoModal(), IDCANCEL);
         EXPECT_EQ(dialog.size, 2.5);
     }
@@ -139,22 +104,16 @@ TEST_F(Dialog, ABadValueKeepsTheDialogOpen)
     for (const wchar_t* bad : {L"wide", L"", L"101"}) {
         Settings dialog;
         CString told;
-        Driver driver({[&] {
-                           const HWND window = windowTitled(L"Settings");
-                           if (!window)
-                               return false;
-                           ::SetDlgItemTextW(window, sizeEdit, bad);
-                           ::PostMessageW(::GetDlgItem(window, IDOK), BM_CLICK, 0, 0);
-                           return true;
-                       },
-                       [&] {
-                           const HWND box = windowTitled(L"Test");
-                           if (!box)
-                               return false;
-                           told = textOf(box, 0xFFFF);
-                           ::PostMessageW(box, WM_COMMAND, IDOK, 0);
-                           return true;
-                       },
+        Driver driver({atWindow(L"Settings",
+                                [&](HWND window) {
+                                    ::SetDlgItemTextW(window, sizeEdit, bad);
+                                    ::PostMessageW(::GetDlgItem(window, IDOK), BM_CLICK, 0, 0);
+                                }),
+                       atWindow(L"Test",
+                                [&](HWND box) {
+                                    told = textOf(box, 0xFFFF);
+                                    ::PostMessageW(box, WM_COMMAND, IDOK, 0);
+                                }),
                        [&] {
                            const HWND window = windowTitled(L"Settings");
                            if (!window || windowTitled(L"Test") || !::IsWindowEnabled(window))
@@ -175,55 +134,18 @@ TEST_F(Dialog, TheOwnerSleepsWhileADialogIsUp)
                                nullptr, 0));
     app.m_pMainWnd = &owner;
     Settings dialog;
-    Driver driver({[&] {
-        const HWND window = windowTitled(L"Settings");
-        if (!window)
-            return false;
+    Driver driver({atWindow(L"Settings", [&](HWND window) {
         EXPECT_FALSE(owner.IsWindowEnabled());
         CRect placed;
         ::GetWindowRect(window, &placed);
         EXPECT_NEAR(placed.CenterPoint().x, 300, 1) << "in the middle of its owner";
         EXPECT_NEAR(placed.CenterPoint().y, 250, 1);
         ::PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
-        return true;
-    }});
+    })});
     EXPECT_EQ(dialog.DoModal(), IDCANCEL);
     EXPECT_TRUE(owner.IsWindowEnabled());
     app.m_pMainWnd = nullptr;
     owner.DestroyWindow();
-}
-
-TEST_F(Dialog, EndingInOnInitDialogShowsNothing)
-{
-    class Hasty : public CDialog
-    {
-    public:
-        Hasty() : CDialog(105) {}
-        BOOL OnInitDialog() override
-        {
-            CDialog::OnInitDialog();
-            EndDialog(77);
-            return TRUE;
-        }
-    } dialog;
-    EXPECT_EQ(dialog.DoModal(), 77);
-}
-
-TEST_F(Dialog, AMissingTemplateIsMinusOne)
-{
-    CDialog dialog(4711);
-    EXPECT_EQ(dialog.DoModal(), -1);
-}
-
-TEST_F(Dialog, ModelessDialogsComeFromTheSameTemplate)
-{
-    Settings dialog;
-    ASSERT_TRUE(dialog.Create(105));
-    EXPECT_TRUE(textOf(dialog, sizeEdit) == L"2.5");
-    dialog.SetDlgItemText(sizeEdit, L"3");
-    EXPECT_TRUE(dialog.UpdateData());
-    EXPECT_EQ(dialog.size, 3.0);
-    dialog.DestroyWindow();
 }
 
 TEST_F(Dialog, ResourcesComeFromTheExtensionUntilItLeaves)
@@ -261,56 +183,14 @@ TEST_F(Dialog, ResourcesComeFromTheExtensionUntilItLeaves)
 TEST_F(Dialog, MessageBoxesTakeTextFromTheStringTable)
 {
     CString shown;
-    Driver driver({[&] {
-        const HWND box = windowTitled(L"HVA6");
-        if (!box)
-            return false;
+    Driver driver({atWindow(L"HVA6", [&](HWND box) {
         shown = textOf(box, 0xFFFF);
         EXPECT_NE(::GetDlgItem(box, IDCANCEL), nullptr);
         ::PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
-        return true;
-    }});
+    })});
     app.m_pszAppName = L"HVA6"; // as a module that makes its own names current
     EXPECT_EQ(AfxMessageBox(17723u, MB_OKCANCEL), IDCANCEL);
     EXPECT_TRUE(shown == L"Current raster");
-}
-
-TEST_F(Dialog, ATipComesUpOverItsTool)
-{
-    CWnd window;
-    ASSERT_TRUE(window.CreateEx(WS_EX_TOPMOST, AfxRegisterWndClass(0), L"tips", WS_POPUP | WS_VISIBLE,
-                                CRect(50, 50, 250, 200), nullptr, 0));
-    CToolTipCtrl tip;
-    ASSERT_TRUE(tip.Create(&window, TTS_ALWAYSTIP));
-    ASSERT_TRUE(tip.AddTool(&window, L"Select base point for rotation"));
-    EXPECT_EQ(tip.GetToolCount(), 1);
-    tip.SetMaxTipWidth(32767);
-    tip.SetDelayTime(TTDT_AUTOPOP, 32767);
-    tip.SetDelayTime(TTDT_INITIAL, 20);
-    tip.SetDelayTime(TTDT_RESHOW, 20);
-    tip.Activate(TRUE);
-    EXPECT_EQ(tip.GetMaxTipWidth(), 32767);
-    EXPECT_EQ(tip.GetDelayTime(TTDT_INITIAL), 20);
-    EXPECT_FALSE(tip.IsWindowVisible());
-
-    ::SetCursorPos(150, 120);
-    MSG move{};
-    move.hwnd = window;
-    move.message = WM_MOUSEMOVE;
-    move.lParam = MAKELPARAM(100, 70);
-    move.pt = {150, 120};
-    tip.RelayEvent(&move); // once: every further move begins the delay anew
-    EXPECT_TRUE(pumpUntil([&] { return tip.IsWindowVisible(); })) << "the mouse rests on the tool and no tip comes";
-    tip.UpdateTipText(L"Cancel with Escape", &window);
-    CString text;
-    tip.GetText(text, &window);
-    EXPECT_TRUE(text == L"Cancel with Escape");
-    move.message = WM_LBUTTONDOWN;
-    tip.RelayEvent(&move);
-    EXPECT_FALSE(tip.IsWindowVisible()) << "a click takes the tip away";
-    tip.Activate(FALSE);
-    tip.DestroyWindow();
-    window.DestroyWindow();
 }
 
 } // namespace

@@ -87,6 +87,17 @@ inline HWND windowTitled(const std::wstring& title)
     return search.found;
 }
 
+// A driver's step: once a window of that title is there, works it.
+inline std::function<bool()> atWindow(const std::wstring& title, const std::function<void(HWND)>& work)
+{
+    return [=] {
+        const HWND window = windowTitled(title);
+        if (window)
+            work(window);
+        return window != nullptr;
+    };
+}
+
 // Handles the messages that are waiting until `done` holds; false when it did not within ten seconds.
 inline bool pumpUntil(const std::function<bool()>& done)
 {

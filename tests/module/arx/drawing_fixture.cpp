@@ -2,8 +2,6 @@
 
 DrawingTest::DrawingTest()
 {
-    folder = std::filesystem::temp_directory_path() / ("halvoran_arx_" + std::to_string(GetCurrentProcessId()));
-    std::filesystem::create_directories(folder);
     standin::setDeskServices(&desk);
     standin::clearBreaches();
     standin::newDrawing();
@@ -13,20 +11,6 @@ DrawingTest::~DrawingTest()
 {
     standin::closeDrawing();
     standin::setDeskServices(nullptr);
-    std::error_code error;
-    std::filesystem::remove_all(folder, error);
-}
-
-imaging::Bitmap DrawingTest::picture(std::initializer_list<std::string_view> rows)
-{
-    imaging::Bitmap bitmap({int(rows.begin()->size()), int(rows.size())});
-    int y = 0;
-    for (const std::string_view row : rows) {
-        for (int x = 0; x < bitmap.width(); ++x)
-            bitmap.setInk(x, y, row[std::size_t(x)] == '#');
-        ++y;
-    }
-    return bitmap;
 }
 
 std::filesystem::path DrawingTest::writeRaster(const std::filesystem::path& name, const imaging::Bitmap& bitmap,
@@ -39,24 +23,23 @@ std::filesystem::path DrawingTest::writeRaster(const std::filesystem::path& name
 }
 
 standin::Handle DrawingTest::addImage(const std::string& path, drawing::Vector3 origin, drawing::Vector3 u,
-                                      drawing::Vector3 v, drawing::Vector2 pixels)
+                                      drawing::Vector3 v)
 {
     drawing::Document& document = standin::document();
     auto definition = std::make_unique<drawing::ImageDefinition>();
     definition->path = path;
-    definition->pixels = pixels;
+    definition->pixels = {4, 2};
     const auto* dictionary = document.imageDictionary();
     const std::string name = "image" + std::to_string(dictionary ? dictionary->entries.size() : 0);
     drawing::ImageDefinition& added = document.addImageDefinition(name, std::move(definition));
-    auto image = std::make_unique<drawing::Image>();
-    image->position = origin;
-    image->u = u;
-    image->v = v;
-    image->pixels = pixels;
-    image->resetClip();
-    drawing::Image& entity = document.addEntity(document.modelSpace(), std::move(image));
-    document.attachDefinition(entity, added);
-    return entity.handle;
+    drawing::Image& image = document.addEntity(document.modelSpace(), std::make_unique<drawing::Image>());
+    image.position = origin;
+    image.u = u;
+    image.v = v;
+    image.pixels = {4, 2};
+    image.resetClip();
+    document.attachDefinition(image, added);
+    return image.handle;
 }
 
 standin::Handle DrawingTest::addLine()

@@ -1,17 +1,13 @@
 // A drawing with a raster image, in a folder of its own, for the tests of the host's objects.
 #pragma once
 
-#include <filesystem>
-#include <initializer_list>
-#include <string_view>
-
 #include "drawing/document.h"
-#include "imaging/bitmap.h"
 #include "imaging/raster_file.h"
 #include "standin/arx/arx.h"
 #include "standin/atil/atil.h"
 #include "standin/host.h"
-#include "tests/module/arx/stand_in_printers.h"
+#include "tests/support/files.h"
+#include "tests/support/pictures.h"
 
 // A desk without windows: it notes what it is asked and answers from its fields.
 class NotingDesk : public standin::DeskServices
@@ -48,13 +44,11 @@ protected:
     DrawingTest();
     ~DrawingTest() override;
 
-    // '#' is ink; rows of one length.
-    static imaging::Bitmap picture(std::initializer_list<std::string_view> rows);
     std::filesystem::path writeRaster(const std::filesystem::path& name, const imaging::Bitmap& bitmap,
                                       double dotsPerInch = 254);
     // An image entity over a definition of that stored path.
     standin::Handle addImage(const std::string& path, drawing::Vector3 origin = {}, drawing::Vector3 u = {1, 0, 0},
-                             drawing::Vector3 v = {0, 1, 0}, drawing::Vector2 pixels = {4, 2});
+                             drawing::Vector3 v = {0, 1, 0});
     standin::Handle addLine();
     AcDbObjectId idOf(standin::Handle handle);
     // Opens without ceremony; the test fails if that does not work.
@@ -66,7 +60,7 @@ protected:
     }
     AcDbRasterImageDef* openDefinition(standin::Handle image, AcDb::OpenMode mode = AcDb::kForWrite);
 
-    std::filesystem::path folder;
+    TemporaryFolder folder;
     NotingDesk desk;
 };
 
@@ -79,3 +73,10 @@ public:
     DocumentLock(const DocumentLock&) = delete;
     DocumentLock& operator=(const DocumentLock&) = delete;
 };
+
+inline void expectPoint(const AcGePoint3d& actual, double x, double y, double z = 0)
+{
+    EXPECT_NEAR(actual.x, x, 1e-9);
+    EXPECT_NEAR(actual.y, y, 1e-9);
+    EXPECT_NEAR(actual.z, z, 1e-9);
+}

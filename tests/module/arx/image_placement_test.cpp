@@ -67,7 +67,7 @@ TEST_F(ImagePlacementTest, OrientationSpeaksOfWholeEdges)
 TEST_F(ImagePlacementTest, AChangedNumberOfPixelsKeepsTheSizeOfAPixel)
 {
     const standin::Handle handle =
-        addImage(writeRaster("a.tif", picture({"####", "...."})).string(), {0, 0, 0}, {2, 0, 0}, {0, 2, 0});
+        addImage(writeRaster("a.tif", drawn({"####", "...."})).string(), {0, 0, 0}, {2, 0, 0}, {0, 2, 0});
     const DocumentLock lock;
     auto* definition = openDefinition(handle);
     ASSERT_EQ(definition->load(), Acad::eOk);
@@ -95,24 +95,6 @@ TEST_F(ImagePlacementTest, AChangedNumberOfPixelsKeepsTheSizeOfAPixel)
     EXPECT_EQ(record->pixels, (drawing::Vector2{3, 5}));
     EXPECT_EQ(record->clip, (std::vector<drawing::Vector2>{{-0.5, -0.5}, {2.5, 4.5}}))
         << "the clip was the whole image";
-}
-
-TEST_F(ImagePlacementTest, MatricesAlignCoordinateSystems)
-{
-    // The unit square onto a square of side 2, turned by a quarter, with its corner at (10, 0).
-    const AcGeMatrix3d matrix = AcGeMatrix3d::alignCoordSys({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {10, 0, 0},
-                                                            {0, 2, 0}, {-2, 0, 0}, {0, 0, 1});
-    expectPoint(AcGePoint3d(0, 0, 0).transformBy(matrix), 10, 0);
-    expectPoint(AcGePoint3d(1, 0, 0).transformBy(matrix), 10, 2);
-    expectPoint(AcGePoint3d(1, 1, 5).transformBy(matrix), 8, 2, 5);
-    AcGeVector3d vector(1, 0, 0);
-    vector.transformBy(matrix);
-    expectPoint(AcGePoint3d::kOrigin + vector, 0, 2);
-    const AcGeMatrix3d product = matrix * matrix.inverse();
-    for (unsigned row = 0; row < 4; ++row)
-        for (unsigned column = 0; column < 4; ++column)
-            EXPECT_NEAR(product(row, column), row == column ? 1 : 0, 1e-12);
-    EXPECT_EQ(AcGeMatrix3d().inverse().det(), 1);
 }
 
 } // namespace

@@ -1,26 +1,16 @@
 // The files that the TIFF writer makes, read back by the TIFF library itself.
 #include <gtest/gtest.h>
 #include <tiffio.h>
-#include <windows.h>
-
-#include <filesystem>
-#include <fstream>
 
 #include "imaging/bitmap.h"
 #include "standin/atil/atil.h"
+#include "tests/support/files.h"
 
 namespace {
 
 class TiffWriterTest : public ::testing::Test
 {
 protected:
-    TiffWriterTest()
-        : path(std::filesystem::temp_directory_path() / ("halvoran_atil_" + std::to_string(::GetCurrentProcessId())))
-    {
-        std::filesystem::remove(path);
-    }
-    ~TiffWriterTest() override { std::filesystem::remove(path); }
-
     Atil::FileSpecifier specifier() const
     {
         const std::wstring name = path.wstring();
@@ -51,7 +41,8 @@ protected:
         return writer.writeImageFrame(rows.get());
     }
 
-    std::filesystem::path path;
+    TemporaryFolder folder;
+    std::filesystem::path path = folder / "written";
 };
 
 Atil::Image picture()
@@ -103,17 +94,11 @@ TEST_F(TiffWriterTest, WritesOneBitWithItsDensity)
     }
 }
 
-TEST_F(TiffWriterTest, RefusesAFileThatIsThere)
+TEST_F(TiffWriterTest, RefusesAFileThatIsThereAndAFolderThatIsNot)
 {
     std::ofstream(path) << "keep me";
     EXPECT_FALSE(write(picture(), 300));
-    std::string text;
-    std::ifstream(path) >> text;
-    EXPECT_EQ(text, "keep");
-}
-
-TEST_F(TiffWriterTest, RefusesAFolderThatIsNot)
-{
+    EXPECT_EQ(contentOf(path), "keep me");
     path = path / "deeper" / "a.tif";
     EXPECT_FALSE(write(picture(), 300));
 }

@@ -59,31 +59,15 @@ struct Entities
 
 } // namespace
 
-TEST(CommandInput, APostedCommandIsCancelledTypedAndEntered)
+TEST(CommandInput, CharactersAreTypedAndEntered)
 {
+    using testing::ElementsAre;
     EXPECT_THAT(played({L"CANCELCMD", L"orvo_invert "}, L"half typ"),
-                testing::ElementsAre(L"<cancel>", L"orvo_invert", L"left: "));
-}
-
-TEST(CommandInput, BlanksAndReturnsPartTheAnswersOfOneText)
-{
-    EXPECT_THAT(played({L"arx u HVA6\r"}), testing::ElementsAre(L"arx", L"u", L"HVA6", L"left: "));
-}
-
-TEST(CommandInput, ATextWithoutItsEndStaysInTheLine)
-{
-    EXPECT_THAT(played({L"arx u x"}), testing::ElementsAre(L"arx", L"u", L"left: x"));
-}
-
-TEST(CommandInput, ATabRefreshesAndABackspaceTakesBack)
-{
-    EXPECT_THAT(played({L"\t\b"}, L"ab"), testing::ElementsAre(L"<refresh>", L"left: a"));
-    EXPECT_THAT(played({L"\b\b"}, L"a"), testing::ElementsAre(L"left: "));
-}
-
-TEST(CommandInput, BlanksBelongToTextWhereItIsAskedFor)
-{
-    EXPECT_THAT(played({L"two words\r"}, L"", true), testing::ElementsAre(L"two words", L"left: "));
+                ElementsAre(L"<cancel>", L"orvo_invert", L"left: "));
+    EXPECT_THAT(played({L"arx u HVA6\rx"}), ElementsAre(L"arx", L"u", L"HVA6", L"left: x"));
+    EXPECT_THAT(played({L"\t\b"}, L"ab"), ElementsAre(L"<refresh>", L"left: a"));
+    EXPECT_THAT(played({L"\b\b"}, L"a"), ElementsAre(L"left: "));
+    EXPECT_THAT(played({L"two words\r"}, L"", true), ElementsAre(L"two words", L"left: ")) << "blanks are text";
 }
 
 TEST(CommandHistory, UpAndDownGoThroughTheLinesAndBackToTheDraft)
@@ -117,18 +101,10 @@ TEST(EditHistory, UndoTakesBackAGroupAndRedoBringsItAgain)
     EXPECT_FALSE(history.undo(entities.function()));
     EXPECT_TRUE(history.redo(entities.function()));
     EXPECT_TRUE(entities.present[1] && entities.present[2]);
-}
-
-TEST(EditHistory, ANewEditForgetsWhatWasUndone)
-{
-    Entities entities;
-    EditHistory history;
-    history.record({1, true});
+    EXPECT_TRUE(history.canRedo());
+    history.record({3, true});
     history.commit();
-    history.undo(entities.function());
-    history.record({2, true});
-    history.commit();
-    EXPECT_FALSE(history.canRedo());
+    EXPECT_FALSE(history.canRedo()) << "a new edit forgets what was undone";
 }
 
 TEST(EditHistory, AGroupThatCantBeTakenBackWholeIsLeftWhole)

@@ -1,4 +1,5 @@
-// The script's hand and eyes on real windows: toolbar buttons with their arrows, pop-up menus, dialogs' controls.
+// The script's hand and eyes on real windows: toolbar buttons, the mouse and its pointer. Menus and dialogs' controls
+// are worked in every session.
 
 #include "standin/desk/screenshot.h"
 #include "standin/desk/script_agent.h"
@@ -9,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <chrono>
 #include <string>
 #include <thread>
 #include <vector>
@@ -22,8 +22,6 @@ using namespace desk::script;
 namespace {
 
 constexpr int plainButton = 501, arrowButton = 502, greyedButton = 503;
-constexpr int firstEntry = 601, greyedEntry = 602, lastEntry = 603;
-constexpr int editId = 701, boxId = 702;
 
 struct MouseMessage
 {
@@ -40,7 +38,7 @@ struct MouseMessage
     }
 };
 
-// A window with a toolbar, an edit control and a check box; it writes down the commands and the mouse that reach it.
+// A window with a toolbar; it writes down the commands and the mouse that reach it.
 class Bench
 {
 public:
@@ -71,10 +69,6 @@ public:
         }
         SendMessageW(toolbar, TB_ADDBUTTONSW, 3, reinterpret_cast<LPARAM>(buttons));
         SendMessageW(toolbar, TB_AUTOSIZE, 0, 0);
-        edit = CreateWindowW(L"EDIT", L"before", WS_CHILD | WS_VISIBLE, 10, 60, 200, 22, window,
-                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(editId)), description.hInstance, nullptr);
-        box = CreateWindowW(L"BUTTON", L"Box", WS_CHILD | WS_VISIBLE | BS_AUTOCHECKBOX, 10, 100, 200, 22, window,
-                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(boxId)), description.hInstance, nullptr);
         UpdateWindow(window);
     }
     ~Bench() { DestroyWindow(window); }
@@ -96,7 +90,7 @@ public:
         player.join();
     }
 
-    HWND window, toolbar, edit, box;
+    HWND window, toolbar;
     std::vector<int> commands;
     std::vector<MouseMessage> mouse;
 
@@ -110,33 +104,9 @@ private:
         }
         if (bench != nullptr && message == WM_COMMAND && HIWORD(wParam) == 0)
             bench->commands.push_back(LOWORD(wParam));
-        if (bench != nullptr && message == WM_NOTIFY &&
-            reinterpret_cast<const NMHDR*>(lParam)->code == static_cast<UINT>(TBN_DROPDOWN)) {
-            bench->dropMenu();
-            return TBDDRET_DEFAULT;
-        }
         return DefWindowProcW(window, message, wParam, lParam);
     }
-
-    void dropMenu() const
-    {
-        const HMENU menu = CreatePopupMenu();
-        AppendMenuW(menu, MF_STRING, firstEntry, L"First entry");
-        AppendMenuW(menu, MF_STRING | MF_GRAYED, greyedEntry, L"Greyed entry");
-        AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
-        AppendMenuW(menu, MF_STRING, lastEntry, L"Last entry");
-        POINT at{10, 30};
-        ClientToScreen(window, &at);
-        TrackPopupMenu(menu, TPM_RIGHTBUTTON, at.x, at.y, 0, window, nullptr);
-        DestroyMenu(menu);
-    }
 };
-
-void waitUntil(const std::function<bool()>& condition)
-{
-    while (!condition())
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-}
 
 struct Stage
 {
@@ -144,25 +114,6 @@ struct Stage
     Agent agent;
     Hand hand{agent};
     DWORD thread = GetCurrentThreadId();
-
-    void openArrowMenu() const
-    {
-        const ToolbarButton button = findToolbarButton(thread, arrowButton);
-        hand.press(button.toolbar, {button.place.right - 4, (button.place.top + button.place.bottom) / 2});
-        waitUntil([&] { return openMenu(thread) != nullptr; });
-        POINT away{button.place.right - 4, button.place.top + 2};
-        ClientToScreen(button.toolbar, &away);
-        hand.releaseOverMenu(menuOwner(thread), away);
-    }
-    void choose(int id) const
-    {
-        const MenuItem item = findMenuItem(openMenu(thread), id);
-        ASSERT_TRUE(item.found);
-        hand.clickMenu(menuOwner(thread),
-                       {(item.place.left + item.place.right) / 2, (item.place.top + item.place.bottom) / 2});
-        waitUntil([&] { return openMenu(thread) == nullptr; });
-        agent.waitForPosted();
-    }
 };
 
 } // namespace
@@ -184,119 +135,44 @@ TEST(Hand, AToolbarButtonIsPressedByItsNumber)
     EXPECT_THAT(stage.bench.commands, testing::ElementsAre(plainButton));
 }
 
-TEST(Hand, AnEntryOfAnArrowsMenuIsChosen)
+// What the window hears of a play of the hand.
+std::vector<MouseMessage> heardOf(const std::function<void(const Stage&)>& play)
 {
     Stage stage;
+    SetCursorPos(0, 0);
     stage.bench.play([&] {
-        EXPECT_EQ(openMenu(stage.thread), nullptr);
-        stage.openArrowMenu();
-        const HMENU menu = openMenu(stage.thread);
-        EXPECT_FALSE(findMenuItem(menu, greyedEntry).enabled);
-        EXPECT_FALSE(findMenuItem(menu, 999).found);
-        stage.choose(lastEntry);
-        stage.openArrowMenu();
-        stage.choose(firstEntry);
-    });
-    EXPECT_THAT(stage.bench.commands, testing::ElementsAre(lastEntry, firstEntry));
-}
-
-TEST(Hand, TextIsTypedOverWhatStandsInAnEditControl)
-{
-    Stage stage;
-    stage.bench.play([&] {
-        const HWND edit = findControl(stage.bench.window, editId);
-        ASSERT_EQ(edit, stage.bench.edit);
-        stage.hand.typeInto(edit, L"25.4 mm");
         stage.agent.waitForPosted();
-        EXPECT_EQ(windowText(edit), L"25.4 mm");
-        stage.hand.typeInto(edit, L"");
+        stage.bench.mouse.clear();
+        play(stage);
         stage.agent.waitForPosted();
-        EXPECT_EQ(windowText(edit), L"");
-        EXPECT_EQ(findControl(stage.bench.window, 999), nullptr);
     });
-}
-
-TEST(Hand, ACheckBoxIsClickedAndItsOwnerHearsOfIt)
-{
-    Stage stage;
-    stage.bench.play([&] {
-        stage.hand.clickControl(stage.bench.box);
-        stage.agent.waitForPosted();
-        EXPECT_EQ(SendMessageW(stage.bench.box, BM_GETCHECK, 0, 0), BST_CHECKED);
-    });
-    EXPECT_THAT(stage.bench.commands, testing::ElementsAre(boxId));
-}
-
-TEST(Hand, MessageBoxesAreFoundReadAndAnswered)
-{
-    Stage stage;
-    int answer = 0;
-    stage.bench.play([&] {
-        std::thread closer([&] {
-            waitUntil([&] { return openDialog(stage.thread) != nullptr; });
-            const HWND box = openDialog(stage.thread);
-            EXPECT_TRUE(isMessageBox(box));
-            EXPECT_EQ(messageBoxText(box), L"Save changes?");
-            EXPECT_EQ(windowText(box), L"Question");
-            stage.hand.clickControl(GetDlgItem(box, IDNO));
-        });
-        stage.agent.ask([&] { answer = MessageBoxW(stage.bench.window, L"Save changes?", L"Question", MB_YESNO); });
-        closer.join();
-    });
-    EXPECT_EQ(answer, IDNO);
-}
-
-TEST(Hand, HeldKeysAreSeenByWhatTheClickReaches)
-{
-    Stage stage;
-    stage.bench.play([&] {
-        SHORT held = 0, after = 0;
-        stage.agent.postHeldKeys(true, false);
-        stage.agent.waitForPosted();
-        stage.agent.ask([&] { held = GetKeyState(VK_SHIFT); });
-        stage.agent.postHeldKeys(false, false);
-        stage.agent.waitForPosted();
-        stage.agent.ask([&] { after = GetKeyState(VK_SHIFT); });
-        EXPECT_LT(held, 0);
-        EXPECT_GE(after, 0);
-    });
+    return stage.bench.mouse;
 }
 
 TEST(Hand, ADragSendsTheMovesThatItNamesAndNoOther)
 {
-    Stage stage;
-    SetCursorPos(0, 0);
-    stage.bench.play([&] {
-        stage.agent.waitForPosted();
-        stage.bench.mouse.clear();
-        stage.hand.drag(stage.bench.window, {{100, 150}, {140, 151}, {90, 160}}, {true, false});
-        stage.agent.waitForPosted();
-    });
     constexpr WPARAM moving = MK_SHIFT, pressed = MK_SHIFT | MK_LBUTTON;
-    EXPECT_THAT(stage.bench.mouse, testing::ElementsAre(MouseMessage{WM_MOUSEMOVE, moving, 100, 150, true},
-                                                        MouseMessage{WM_LBUTTONDOWN, pressed, 100, 150, true},
-                                                        MouseMessage{WM_MOUSEMOVE, pressed, 140, 151, true},
-                                                        MouseMessage{WM_MOUSEMOVE, pressed, 90, 160, true},
-                                                        MouseMessage{WM_LBUTTONUP, moving, 90, 160, true}));
+    const auto heard = heardOf([](const Stage& stage) {
+        stage.hand.drag(stage.bench.window, {{100, 150}, {140, 151}, {90, 160}}, {true, false});
+    });
+    EXPECT_THAT(heard, testing::ElementsAre(MouseMessage{WM_MOUSEMOVE, moving, 100, 150, true},
+                                            MouseMessage{WM_LBUTTONDOWN, pressed, 100, 150, true},
+                                            MouseMessage{WM_MOUSEMOVE, pressed, 140, 151, true},
+                                            MouseMessage{WM_MOUSEMOVE, pressed, 90, 160, true},
+                                            MouseMessage{WM_LBUTTONUP, moving, 90, 160, true}));
 }
 
 TEST(Hand, TheHeldButtonGoesWithTheMoves)
 {
-    Stage stage;
-    SetCursorPos(0, 0);
-    stage.bench.play([&] {
-        stage.agent.waitForPosted();
-        stage.bench.mouse.clear();
+    const auto heard = heardOf([](const Stage& stage) {
         stage.hand.press(stage.bench.window, {100, 150});
         stage.hand.move(stage.bench.window, {120, 150}, {false, true, true});
         stage.hand.release(stage.bench.window, {130, 150});
-        stage.agent.waitForPosted();
     });
-    EXPECT_THAT(stage.bench.mouse,
-                testing::ElementsAre(MouseMessage{WM_MOUSEMOVE, 0, 100, 150, false},
-                                     MouseMessage{WM_LBUTTONDOWN, MK_LBUTTON, 100, 150, false},
-                                     MouseMessage{WM_MOUSEMOVE, MK_CONTROL | MK_LBUTTON, 120, 150, false},
-                                     MouseMessage{WM_LBUTTONUP, 0, 130, 150, false}));
+    EXPECT_THAT(heard, testing::ElementsAre(MouseMessage{WM_MOUSEMOVE, 0, 100, 150, false},
+                                            MouseMessage{WM_LBUTTONDOWN, MK_LBUTTON, 100, 150, false},
+                                            MouseMessage{WM_MOUSEMOVE, MK_CONTROL | MK_LBUTTON, 120, 150, false},
+                                            MouseMessage{WM_LBUTTONUP, 0, 130, 150, false}));
 }
 
 TEST(Screenshot, ThePointerIsDrawnWithItsHotSpotWhereTheMouseIs)

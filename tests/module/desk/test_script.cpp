@@ -1,4 +1,4 @@
-// The script language of the desk.
+// The script language of the desk: what the sessions, which use all of it, do not show.
 
 #include "standin/desk/script.h"
 
@@ -68,32 +68,6 @@ TEST(Script, ClickTakesItsWordsInAnyOrder)
     EXPECT_TRUE(actionOf<Click>("@click 1,2 ctrl").control);
 }
 
-TEST(Script, PlacesMayBeViewPixels)
-{
-    EXPECT_EQ(actionOf<Move>("@move view:200,150").place, (Place{{200, 150}, true}));
-    const Drag drag = actionOf<Drag>("@drag 1,2 view:3,4 -5,6 ctrl");
-    EXPECT_THAT(drag.places, testing::ElementsAre(Place{{1, 2}, false}, Place{{3, 4}, true}, Place{{-5, 6}, false}));
-    EXPECT_TRUE(drag.control);
-    EXPECT_FALSE(drag.shift);
-}
-
-TEST(Script, TheButtonIsHeldOverSeveralStepsEachWithItsOwnKeys)
-{
-    const Press press = actionOf<Press>("@press view:3,4 ctrl shift");
-    EXPECT_EQ(press.place, (Place{{3, 4}, true}));
-    EXPECT_TRUE(press.shift && press.control);
-    const Move move = actionOf<Move>("@move 5,6 shift");
-    EXPECT_TRUE(move.shift && !move.control);
-    const Release release = actionOf<Release>("@release 7.5,8");
-    EXPECT_EQ(release.place, (Place{{7.5, 8}, false}));
-    EXPECT_FALSE(release.shift || release.control);
-}
-
-TEST(Script, TheViewsSizeIsWidthByHeight)
-{
-    EXPECT_EQ(actionOf<ResizeView>("@size 800x600").size, (imaging::Size{800, 600}));
-}
-
 TEST(Script, KeysAreNamesOrSingleCharacters)
 {
     EXPECT_EQ(actionOf<Key>("@key ESC").virtualKey, unsigned(VK_ESCAPE));
@@ -102,41 +76,11 @@ TEST(Script, KeysAreNamesOrSingleCharacters)
     EXPECT_THAT(errorOf("@key HYPER"), testing::HasSubstr("no key \"HYPER\""));
 }
 
-TEST(Script, DialogDirectives)
-{
-    EXPECT_EQ(actionOf<WaitForDialog>("@dialog \"Change raster\"").title, L"Change raster");
-    const SetText set = actionOf<SetText>("@set 1012 two words");
-    EXPECT_EQ(set.id, 1012);
-    EXPECT_EQ(set.text, L"two words");
-    EXPECT_EQ(actionOf<SetText>("@set 7 \"\"").text, L"");
-    EXPECT_TRUE(actionOf<Check>("@check 5 1").on);
-    EXPECT_EQ(actionOf<Choose>("@choose 5 3").index, 3);
-    EXPECT_EQ(actionOf<Slide>("@slide 5 -20").position, -20);
-    EXPECT_EQ(actionOf<Push>("@push ok").id, IDOK);
-    EXPECT_EQ(actionOf<Push>("@push 1044").id, 1044);
-    EXPECT_EQ(actionOf<Answer>("@answer no").button, IDNO);
-}
-
 TEST(Script, PathsCountFromTheScriptsFolder)
 {
     EXPECT_EQ(actionOf<PickFile>("@file ../out/my scan.tif").path.wstring(), L"C:\\out\\my scan.tif");
     EXPECT_EQ(actionOf<Shot>("@shot a.png").path.wstring(), L"C:\\scripts\\a.png");
     EXPECT_EQ(actionOf<PickFile>("@file D:\\x.tif").path.wstring(), L"D:\\x.tif");
-}
-
-TEST(Script, Expectations)
-{
-    EXPECT_TRUE(actionOf<ExpectRaster>("@expect raster").current);
-    EXPECT_FALSE(actionOf<ExpectRaster>("@expect no raster").current);
-    EXPECT_EQ(actionOf<ExpectTool>("@expect tool 3").id, 3);
-    actionOf<ExpectNoTool>("@expect no tool");
-    EXPECT_EQ(actionOf<ExpectBox>("@expect box \"Save changes?\"").text, L"Save changes?");
-    EXPECT_EQ(actionOf<ExpectText>("@expect text 1001 \"300 dpi\"").text, L"300 dpi");
-    EXPECT_FALSE(actionOf<ExpectFile>("@expect no file a.tif").present);
-    EXPECT_EQ(actionOf<ExpectEntities>("@expect entities 12").count, 12);
-    EXPECT_FALSE(actionOf<ExpectPixel>("@expect pixel 10,20 paper").ink);
-    EXPECT_EQ(actionOf<ExpectSelection>("@expect selection 1,2,30,40").pixels, (imaging::Rect{1, 2, 30, 40}));
-    actionOf<ExpectNoSelection>("@expect no selection");
 }
 
 TEST(Script, MistakesNameTheirLineAndWhatWasExpected)

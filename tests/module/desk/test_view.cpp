@@ -117,6 +117,7 @@ TEST(Picking, AWindowTakesWhatLiesInItAndACrossingWhatTouchesIt)
         {box(-1, -1, 11, 11), true, true, "around all of it"},
         {box(4, -1, 6, 1), false, true, "across one leg, holding no corner"},
         {box(2, 2, 8, 8), false, false, "in the bend, touching nothing"},
+        {box(12, -1, 14, 1), false, false, "beyond the end of a leg"},
         {box(20, 20, 30, 30), false, false, "far away"},
     };
     for (const auto& [window, inside, touches, what] : cases) {
@@ -124,6 +125,7 @@ TEST(Picking, AWindowTakesWhatLiesInItAndACrossingWhatTouchesIt)
         EXPECT_EQ(touchesWindow(bent, window), touches) << what;
     }
     EXPECT_TRUE(touchesWindow(triangle, box(1, 1, 2, 2))) << "a window wholly inside a fill";
+    EXPECT_TRUE(touchesWindow(triangle, box(-1, 4, 1, 6))) << "across the edge that closes the fill";
 }
 
 TEST(Coordinates, AreTypedAbsoluteRelativeAndPolar)
