@@ -49,22 +49,14 @@ class ChannelTest : public LinkTest
 
 } // namespace
 
-TEST(TransferNumber, IsTheCountersLowHalfAndNeverSmall)
+TEST(TransferNumber, IsTheLowHalfOfTheCounterOrOfAGuidAndNeverSmall)
 {
-    EXPECT_EQ(TransferNumberFromCounter(0x1234), 0x11233u);
     EXPECT_EQ(TransferNumberFromCounter(0x10000), 0x10000u);
     EXPECT_EQ(TransferNumberFromCounter(0xFFFF), 0x1FFFEu);
-    EXPECT_EQ(TransferNumberFromCounter(0), 0xFFFFu);
     EXPECT_EQ(TransferNumberFromCounter(0x7FFFFFFF89ABCDEF), 0x89ABCDEFu);
-    EXPECT_EQ(TransferNumberFromCounter(0x100000001), 0x10000u);
-}
-
-TEST(TransferNumber, FoldsAGuidWhenThereIsNoCounter)
-{
-    // Halves 0x4444333322222211 (Data1, Data2, Data3 in memory order) and 0x0807060504030201.
-    const GUID guid{0x22222211, 0x3333, 0x4444, {1, 2, 3, 4, 5, 6, 7, 8}};
-    // 0x4444333322222211 ^ 0x0807060504030201 = 0x4C43353626212010; 0x26212010 ^ 0x4C433536 = 0x6A621526.
-    EXPECT_EQ(TransferNumberFromGuid(guid), 0x6A621526u);
+    // Halves 0x4444333322222211 (Data1, Data2, Data3 in memory order) and 0x0807060504030201, which make
+    // 0x4C43353626212010; 0x26212010 ^ 0x4C433536 = 0x6A621526.
+    EXPECT_EQ(TransferNumberFromGuid({0x22222211, 0x3333, 0x4444, {1, 2, 3, 4, 5, 6, 7, 8}}), 0x6A621526u);
     EXPECT_EQ(TransferNumberFromGuid(GUID{}), 0xFFFFu);
 }
 
@@ -78,36 +70,6 @@ TEST(TransferNames, ANumberAndItsDecimalTextAreTheSame)
     for (const auto& nameOf : {MappingName, ClaimName, TookItName})
         EXPECT_EQ(nameOf(0, L"70000"), nameOf(70000, L""));
     EXPECT_EQ(DoneName(0, L"70000"), DoneName(70000, L""));
-}
-
-TEST_F(ChannelTest, AChildTakesTheBlockAndNothingStays)
-{
-    childrenTake(L"read");
-    const std::vector<BYTE> bytes = countingBytes(3000);
-    const CMemMap published(bytes.data(), 3000, L"");
-    ASSERT_GT(published.id, 0xFFFFu - 1);
-    EXPECT_EQ(published.data, nullptr);
-    EXPECT_NE(published.thread, nullptr);
-    const auto run = startChild(published.id);
-    EXPECT_EQ(exitCode(0), 0u);
-    EXPECT_TRUE(start(0).received);
-    EXPECT_EQ(received(start(0)), bytes);
-    expectNothingLeft(published.id);
-}
-
-TEST_F(ChannelTest, ABlockUnderANumbersTextIsReadByTheNumber)
-{
-    childrenTake(L"publish:5 finish");
-    const DWORD number = freshNumber();
-    const auto run = startChild(number);
-    while (objectsOf(number).count((L"CMemMap_M_" + std::to_wstring(number))) == 0)
-        Sleep(5);
-    const CMemMap got(number, L"");
-    EXPECT_EQ(got.id, number);
-    ASSERT_EQ(got.size, 5u);
-    EXPECT_EQ(std::vector<BYTE>(got.data, got.data + got.size), countingBytes(5));
-    EXPECT_EQ(exitCode(0), 0u);
-    expectNothingLeft(number);
 }
 
 TEST_F(ChannelTest, TheMappingHoldsTheLengthAndTheBytes)
@@ -196,22 +158,18 @@ TEST_F(ChannelTest, APublisherThatCannotMakeItsSemaphoreKeepsTheBlockForItsReade
     CloseHandle(inTheWay);
 }
 
-TEST_F(ChannelTest, AnEmptyBlockIsNotPublished)
+TEST_F(ChannelTest, WhatCannotBePublishedHasTheNumber0)
 {
-    const CMemMap published(nullptr, 0, L"");
-    EXPECT_EQ(published.id, 0u);
-    EXPECT_EQ(published.thread, nullptr);
-}
-
-TEST_F(ChannelTest, ABlockThatCannotBeMappedGivesTheNumber0)
-{
+    const std::vector<BYTE> bytes = countingBytes(4);
     const HANDLE inTheWay = CreateMutexW(nullptr, FALSE, L"CMemMap_M_blocked");
-    const CMemMap published(countingBytes(4).data(), 4, L"blocked");
-    EXPECT_EQ(published.id, 0u);
-    EXPECT_EQ(published.thread, nullptr);
+    const CMemMap blocked(bytes.data(), 4, L"blocked");
+    const CMemMap empty(nullptr, 0, L"");
+    const CMemMap tooLarge(bytes.data(), 0xFFFFFFFD, L""); // length and bytes together do not fit 32 bits
+    for (const CMemMap* published : {&blocked, &empty, &tooLarge}) {
+        EXPECT_EQ(published->id, 0u);
+        EXPECT_EQ(published->thread, nullptr);
+    }
     CloseHandle(inTheWay);
-    const CMemMap tooLarge(countingBytes(4).data(), 0xFFFFFFFD, L"");
-    EXPECT_EQ(tooLarge.id, 0u) << "length and bytes together do not fit 32 bits";
 }
 
 TEST_F(ChannelTest, ANewSemaphoreHasNoSignalAndAnOldOneKeepsIts)

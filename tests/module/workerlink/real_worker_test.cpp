@@ -1,6 +1,4 @@
-#include <cstdio>
 #include <filesystem>
-#include <numbers>
 
 #include "imaging/invert.h"
 #include "imaging/raster_file.h"
@@ -63,6 +61,15 @@ protected:
         imaging::writeRaster(in(name), bitmapOf(picture), {dotsPerInch, dotsPerInch}, imaging::Format::TiffGroup4);
     }
 
+    // The request to invert this picture, in image.tif.
+    WorkerMessage inversionOf(const Picture& picture)
+    {
+        put(L"image.tif", picture, 300);
+        WorkerMessage message(OperationInvert);
+        message.invert.file = text(L"image.tif");
+        return message;
+    }
+
     Picture picture(const wchar_t* name) const { return pictureOf(imaging::readRaster(in(name)).bitmap); }
 
     size_t fileCount() const
@@ -123,114 +130,56 @@ std::set<std::wstring> named(DWORD number, std::initializer_list<const wchar_t*>
 
 TEST_F(RealWorker, AWholeExchangeWatched)
 {
-    put(L"image.tif", {"#.#", "...", ".#."}, 300);
-    WorkerMessage message(OperationInvert);
-    message.invert.file = text(L"image.tif");
-    const DWORD begun = GetTickCount();
-    const auto say = [&](const char* what, const std::set<std::wstring>& objects) {
-        std::printf("  %4lu ms  %s:", GetTickCount() - begun, what);
-        for (const std::wstring& name : objects)
-            std::printf(" %ls", name.c_str());
-        std::printf("\n");
-    };
+    const WorkerMessage message = inversionOf({"#.#", "...", ".#."});
     SteppedExchange exchange(message);
     const DWORD number = exchange.number();
-    std::printf("  number %lu\n", number);
     EXPECT_EQ(objectsOf(number), named(number, {L"CMemMap_M_", L"CMemMap_S_", L"WORKING_", L"READY_", L"OK_"}));
-    say("request published", objectsOf(number));
 
     exchange.start(workerPath());
     ASSERT_TRUE(exchange.working.Wait(60000));
-    say("WORKING", objectsOf(number));
 
     ASSERT_TRUE(exchange.ready.Wait(60000));
     EXPECT_TRUE(exchange.ok.Wait(0)) << "OK has to come before READY";
     EXPECT_EQ(objectsOf(number), named(number, {L"CMemMap_M_", L"CMemMap_S_", L"WORKING_", L"READY_", L"OK_"}));
-    say("OK and READY", objectsOf(number));
     DWORD code = 0;
     EXPECT_TRUE(GetExitCodeProcess(exchange.run.process, &code) && code == STILL_ACTIVE)
         << "the worker keeps its reply alive until it is taken";
 
     const CMemMap reply(number, L"");
-    say("reply taken", objectsOf(number));
     EXPECT_EQ(std::vector<BYTE>(reply.data, reply.data + reply.size), SerializeMessage(message));
     EXPECT_EQ(exchange.exitCode(), 0u);
     EXPECT_EQ(objectsOf(number), named(number, {L"WORKING_", L"READY_", L"OK_"})) << "the module's own remain";
-    say("worker ended", objectsOf(number));
     EXPECT_EQ(picture(L"image.tif"), (Picture{".#.", "###", "#.#"}));
     EXPECT_EQ(fileCount(), 1u);
 }
 
-TEST_F(RealWorker, NothingOfTheRequestStandsWhenTheWorkerWorks)
+TEST_F(RealWorker, WritesUnderAnyNameAndOnlyWhatIsSelected)
 {
-    put(L"image.tif", {"#.#", "...", ".#."}, 300);
-    WorkerMessage message(OperationInvert);
-    message.invert.file = text(L"image.tif");
-    // A quick worker may have its reply out, under the same names, before this side looks: then it is asked again.
-    bool seen = false;
-    for (int attempt = 0; attempt < 30 && !seen; ++attempt) {
-        SteppedExchange exchange(message);
-        exchange.start(workerPath());
-        ASSERT_TRUE(exchange.working.Wait(60000));
-        seen = objectsOf(exchange.number()) == named(exchange.number(), {L"WORKING_", L"READY_", L"OK_"});
-        ASSERT_TRUE(exchange.ready.Wait(60000));
-        const CMemMap reply(exchange.number(), L"");
-        EXPECT_EQ(exchange.exitCode(), 0u);
-    }
-    EXPECT_TRUE(seen) << "the request's block or its semaphore stood on while the worker worked";
-}
-
-TEST_F(RealWorker, DoesWhatTheModuleAsks)
-{
-    put(L"image.tif", {"#...", "....", "..##"}, 254);
-
-    WorkerMessage query(OperationFormatQuery);
-    query.formatQuery.file = text(L"image.tif");
-    query.formatQuery.filterIndex = -1;
-    query.formatQuery.formatCode = -1000;
-    ASSERT_TRUE(SendToWorker(query));
-    EXPECT_EQ(query.formatQuery.filterIndex, 0);
-    EXPECT_EQ(query.formatQuery.formatCode, 29);
-    EXPECT_EQ(query.formatQuery.filter.Find(L"TIFF group 4 (*.tif)|*.tif|CALS"), 0);
-    EXPECT_EQ(query.formatQuery.filter.Right(2), L"||");
-
-    CRgn corner;
-    corner.CreateRectRgn(0, 0, 2, 2);
-    WorkerMessage filter(OperationFilter);
-    filter.filter.file = text(L"image.tif");
-    filter.filter.mode = FilterDespeckle;
-    filter.filter.size = 2;
-    filter.filter.selectionOnly = 1;
-    filter.filter.region = &corner;
-    ASSERT_TRUE(SendToWorker(filter));
-    EXPECT_EQ(picture(L"image.tif"), (Picture{"....", "....", "..##"})) << "only the speck in the selection goes";
-
-    WorkerMessage rotate(OperationRotate);
-    rotate.rotate.file = text(L"image.tif");
-    rotate.rotate.angle = std::numbers::pi / 2;
-    rotate.rotate.pivot = {2, 1};
-    ASSERT_TRUE(SendToWorker(rotate));
-    EXPECT_EQ(picture(L"image.tif"), (Picture{"....", ".#..", ".#.."}));
-
-    WorkerMessage convert(OperationConvertFile);
-    convert.convertFile.sourceFile = text(L"image.tif");
-    convert.convertFile.targetFile = text(L"Plan \x00DC\x0142\x4E2D.cal");
-    convert.convertFile.formatCode = 50;
-    ASSERT_TRUE(SendToWorker(convert));
-    EXPECT_EQ(picture(L"Plan \x00DC\x0142\x4E2D.cal"), (Picture{"....", ".#..", ".#.."}));
-
+    put(L"image.tif", {"##.#", ".#..", ".#.#"}, 254);
     CRgn ell;
     ell.CreateRectRgn(0, 0, 1, 3);
     CRgn foot;
     foot.CreateRectRgn(0, 1, 3, 2);
     ell.CombineRgn(&ell, &foot, RGN_OR);
-    WorkerMessage crop(OperationConvertFile);
-    crop.convertFile.sourceFile = crop.convertFile.targetFile = text(L"image.tif");
-    crop.convertFile.region = &ell;
-    ASSERT_TRUE(SendToWorker(crop));
-    EXPECT_EQ(picture(L"image.tif"), (Picture{"...", ".#.", "..."}));
-    EXPECT_NEAR(imaging::inspectRaster(in(L"image.tif")).resolution.x, 254, 0.001);
+    const wchar_t target[] = L"Plan \x00DC\x0142\x4E2D.cal";
+    WorkerMessage convert(OperationConvertFile);
+    convert.convertFile.sourceFile = text(L"image.tif");
+    convert.convertFile.targetFile = text(target);
+    convert.convertFile.formatCode = 50;
+    convert.convertFile.region = &ell;
+    ASSERT_TRUE(SendToWorker(convert));
+    EXPECT_EQ(picture(target), (Picture{"#..", ".#.", "..."}));
+    EXPECT_NEAR(imaging::inspectRaster(in(target)).resolution.x, 254, 0.001);
     EXPECT_EQ(fileCount(), 2u);
+
+    WorkerMessage query(OperationFormatQuery);
+    query.formatQuery.file = text(L"image.tif");
+    query.formatQuery.filterIndex = -1;
+    ASSERT_TRUE(SendToWorker(query));
+    EXPECT_EQ(query.formatQuery.filterIndex, 0);
+    EXPECT_EQ(query.formatQuery.formatCode, 29);
+    EXPECT_EQ(query.formatQuery.filter.Find(L"TIFF group 4 (*.tif)|*.tif|CALS"), 0);
+    EXPECT_EQ(query.formatQuery.filter.Right(2), L"||");
 }
 
 TEST_F(RealWorker, AnswersWhatItCannotDoAtOnceAndLeavesTheFile)
@@ -263,9 +212,7 @@ TEST_F(RealWorker, AnswersWhatItCannotDoAtOnceAndLeavesTheFile)
 
 TEST_F(RealWorker, LeavesOnQuitWhileItsReplyWaits)
 {
-    put(L"image.tif", {"#."}, 300);
-    WorkerMessage message(OperationInvert);
-    message.invert.file = text(L"image.tif");
+    const WorkerMessage message = inversionOf({"#."});
     SteppedExchange exchange(message);
     exchange.start(workerPath());
     ASSERT_TRUE(exchange.ready.Wait(60000));
@@ -297,10 +244,16 @@ TEST_F(RealWorker, LeavesOnQuitInTheMiddleOfAnOperationWithTheFileWhole)
     EXPECT_EQ(fileCount(), 1u) << "a half-written file stays behind";
 }
 
-TEST_F(RealWorker, RefusesACommandLineThatIsNoNumber)
+TEST_F(RealWorker, EndsAtOnceWithoutANumberAndUnderOneThatNobodyWaitsFor)
 {
-    for (const wchar_t* arguments : {L"", L" x", L" 12x", L" -5", L" 4294967296", L" 1 2"}) {
-        std::wstring commandLine = L"\"" + std::wstring(workerPath()) + L"\"" + arguments;
+    struct Case
+    {
+        const wchar_t* arguments;
+        DWORD exitCode;
+    };
+    for (const Case& row : {Case{L"", 4}, Case{L" x", 4}, Case{L" 12x", 4}, Case{L" -5", 4}, Case{L" 4294967296", 4},
+                            Case{L" 1 2", 4}, Case{L" 70001", 3}}) {
+        std::wstring commandLine = L"\"" + std::wstring(workerPath()) + L"\"" + row.arguments;
         STARTUPINFOW startup = {};
         startup.cb = sizeof(startup);
         PROCESS_INFORMATION started = {};
@@ -309,18 +262,8 @@ TEST_F(RealWorker, RefusesACommandLineThatIsNoNumber)
         WaitForSingleObject(started.hProcess, INFINITE);
         DWORD code = 0;
         GetExitCodeProcess(started.hProcess, &code);
-        EXPECT_EQ(code, 4u) << "arguments:" << std::string(arguments, arguments + wcslen(arguments));
+        EXPECT_EQ(code, row.exitCode) << "arguments:" << testing::PrintToString(row.arguments);
         CloseHandle(started.hThread);
         CloseHandle(started.hProcess);
     }
-}
-
-TEST_F(RealWorker, EndsAtOnceUnderANumberThatNobodyWaitsFor)
-{
-    const auto process = std::make_unique<WorkerRunResult>();
-    WorkerProcess(*process).Start(workerPath(), 70001);
-    WaitForSingleObject(process->process, INFINITE);
-    DWORD code = 0;
-    GetExitCodeProcess(process->process, &code);
-    EXPECT_EQ(code, 3u);
 }

@@ -1,5 +1,3 @@
-#include <memory>
-
 #include "record_support.h"
 
 // Every operation's bytes, written down by hand, in both directions. The strings are one letter or two, so that a field
@@ -28,232 +26,122 @@ const std::string region = "30 00 00 00 "
                            "01 00 00 00  02 00 00 00  05 00 00 00  2C 01 00 00 "
                            "01 00 00 00  02 00 00 00  05 00 00 00  2C 01 00 00 ";
 
+struct Record
+{
+    std::string bytes; // the operation's code first
+    void (*fill)(WorkerMessage& message, CRgn& region);
+};
+
+const Record records[] = {
+    {"04 00 00 00 " + a + euro + "1D 00 00 00  2C 01 00 00  B0 09 00 00  B4 0D 00 00 " + two + one + minusHalf + four +
+         zero + zero + one,
+     [](WorkerMessage& message, CRgn&) {
+         message.newRaster.drawingFile = L"a";
+         message.newRaster.rasterFile = L"\x20AC";
+         message.newRaster.formatCode = 29;
+         message.newRaster.dpi = 300;
+         message.newRaster.pixelSize = {2480, 3508};
+         message.newRaster.scale = 2;
+         message.newRaster.insertion = {1, -0.5, 4};
+         message.newRaster.reservedPoint = {0, 0, 1};
+     }},
+    {"05 00 00 00 " + a + b + four + one + two + zero + minusHalf + zero + four,
+     [](WorkerMessage& message, CRgn&) {
+         message.insertRaster.drawingFile = L"a";
+         message.insertRaster.rasterFile = L"b";
+         message.insertRaster.scale = 4;
+         message.insertRaster.insertion = {1, 2, 0};
+         message.insertRaster.reservedPoint = {-0.5, 0, 4};
+     }},
+    {"06 00 00 00 " + a + "FF FE FF 00  FF FF FF FF  18 FC FF FF",
+     [](WorkerMessage& message, CRgn&) {
+         message.formatQuery.file = L"a";
+         message.formatQuery.filterIndex = -1;
+         message.formatQuery.formatCode = -1000;
+     }},
+    {"07 00 00 00 " + a + b + "32 00 00 00 " + region,
+     [](WorkerMessage& message, CRgn& area) {
+         message.convertFile.sourceFile = L"a";
+         message.convertFile.targetFile = L"b";
+         message.convertFile.formatCode = 50;
+         message.convertFile.region = &area;
+     }},
+    {"07 00 00 00 " + a + b + "00 00 00 00 " + none,
+     [](WorkerMessage& message, CRgn&) {
+         message.convertFile.sourceFile = L"a";
+         message.convertFile.targetFile = L"b";
+         message.convertFile.formatCode = 0;
+     }},
+    {"08 00 00 00 " + c + region,
+     [](WorkerMessage& message, CRgn& area) {
+         message.copyToClipboard.file = L"c";
+         message.copyToClipboard.region = &area;
+     }},
+    {"09 00 00 00 " + a + "FE FF FF FF  07 00 00 00  01",
+     [](WorkerMessage& message, CRgn&) {
+         message.pasteFromClipboard.file = L"a";
+         message.pasteFromClipboard.position = {-2, 7};
+         message.pasteFromClipboard.transparent = true;
+     }},
+    {"0A 00 00 00 FF FE FF 04 43 00 3A 00 5C 00 61 00",
+     [](WorkerMessage& message, CRgn&) { message.invert.file = L"C:\\a"; }},
+    {"0B 00 00 00 " + b + minusHalf + "64 00 00 00  9C FF FF FF  01 " + region,
+     [](WorkerMessage& message, CRgn& area) {
+         message.rotate.file = L"b";
+         message.rotate.angle = -0.5;
+         message.rotate.pivot = {100, -100};
+         message.rotate.transparent = true;
+         message.rotate.region = &area;
+     }},
+    {"0C 00 00 00 " + a + "01 00 00 00  0A 00 00 00  02 00 00 00 " + region,
+     [](WorkerMessage& message, CRgn& area) {
+         message.filter.file = L"a";
+         message.filter.mode = FilterDespeckle;
+         message.filter.size = 10;
+         message.filter.selectionOnly = 2;
+         message.filter.region = &area;
+     }},
+    {"0D 00 00 00 " + a + b + c + euro + one + two + zero + four + minusHalf + zero + "FF FF FF FF " + region,
+     [](WorkerMessage& message, CRgn& area) {
+         message.rasterize.drawingFile = L"a";
+         message.rasterize.penFile = L"b";
+         message.rasterize.rasterFile = L"c";
+         message.rasterize.fontsDir = L"\x20AC";
+         message.rasterize.corner1 = {1, 2, 0};
+         message.rasterize.corner2 = {4, -0.5, 0};
+         message.rasterize.result = -1;
+         message.rasterize.region = &area;
+     }},
+};
+
 class RecordBytes : public testing::Test
 {
 protected:
     RecordBytes() { m_region.CreateRectRgn(1, 2, 5, 300); }
 
-    void expectWritten(const WorkerMessage& message, const std::string& expected)
-    {
-        EXPECT_EQ(shown(SerializeMessage(message)), shown(hex(expected)));
-    }
-
-    /// Reads over a record of another operation in which every region is set to something else.
-    std::unique_ptr<WorkerMessage> read(const std::string& bytes)
-    {
-        auto message = std::make_unique<WorkerMessage>(99);
-        EXPECT_EQ(causeOfReading(*message, hex(bytes)), -1);
-        return message;
-    }
-
-    void expectRegionAndFree(CRgn* got)
-    {
-        ASSERT_NE(got, nullptr);
-        EXPECT_TRUE(got->EqualRgn(&m_region));
-        delete got;
-    }
-
     CRgn m_region;
 };
 
-void expectPoint(const WorkerPoint& point, double x, double y, double z)
-{
-    EXPECT_EQ(point.x, x);
-    EXPECT_EQ(point.y, y);
-    EXPECT_EQ(point.z, z);
-}
-
 } // namespace
 
-TEST_F(RecordBytes, NewRaster)
+TEST_F(RecordBytes, EachOperationsFieldsAreWrittenInTheirOrderAndReadBack)
 {
-    const std::string bytes = "04 00 00 00 " + a + euro + "1D 00 00 00  2C 01 00 00  B0 09 00 00  B4 0D 00 00 " + two +
-                              one + minusHalf + four + zero + zero + one;
-    WorkerMessage sent(OperationNewRaster);
-    sent.newRaster.drawingFile = L"a";
-    sent.newRaster.rasterFile = L"\x20AC";
-    sent.newRaster.formatCode = 29;
-    sent.newRaster.dpi = 300;
-    sent.newRaster.pixelSize = {2480, 3508};
-    sent.newRaster.scale = 2;
-    sent.newRaster.insertion = {1, -0.5, 4};
-    sent.newRaster.reservedPoint = {0, 0, 1};
-    expectWritten(sent, bytes);
+    for (const Record& record : records) {
+        const Bytes bytes = hex(record.bytes);
+        WorkerMessage sent(bytes[0]);
+        record.fill(sent, m_region);
+        EXPECT_EQ(shown(SerializeMessage(sent)), shown(bytes));
 
-    const auto got = read(bytes);
-    EXPECT_EQ(got->operation, 4u);
-    EXPECT_EQ(got->newRaster.drawingFile, L"a");
-    EXPECT_EQ(got->newRaster.rasterFile, L"\x20AC");
-    EXPECT_EQ(got->newRaster.formatCode, 29u);
-    EXPECT_EQ(got->newRaster.dpi, 300u);
-    EXPECT_EQ(got->newRaster.pixelSize.cx, 2480);
-    EXPECT_EQ(got->newRaster.pixelSize.cy, 3508);
-    EXPECT_EQ(got->newRaster.scale, 2);
-    expectPoint(got->newRaster.insertion, 1, -0.5, 4);
-    expectPoint(got->newRaster.reservedPoint, 0, 0, 1);
-}
-
-TEST_F(RecordBytes, InsertRaster)
-{
-    const std::string bytes = "05 00 00 00 " + a + b + four + one + two + zero + minusHalf + zero + four;
-    WorkerMessage sent(OperationInsertRaster);
-    sent.insertRaster.drawingFile = L"a";
-    sent.insertRaster.rasterFile = L"b";
-    sent.insertRaster.scale = 4;
-    sent.insertRaster.insertion = {1, 2, 0};
-    sent.insertRaster.reservedPoint = {-0.5, 0, 4};
-    expectWritten(sent, bytes);
-
-    const auto got = read(bytes);
-    EXPECT_EQ(got->operation, 5u);
-    EXPECT_EQ(got->insertRaster.drawingFile, L"a");
-    EXPECT_EQ(got->insertRaster.rasterFile, L"b");
-    EXPECT_EQ(got->insertRaster.scale, 4);
-    expectPoint(got->insertRaster.insertion, 1, 2, 0);
-    expectPoint(got->insertRaster.reservedPoint, -0.5, 0, 4);
-}
-
-TEST_F(RecordBytes, FormatQuery)
-{
-    const std::string bytes = "06 00 00 00 " + a + "FF FE FF 00  FF FF FF FF  18 FC FF FF";
-    WorkerMessage sent(OperationFormatQuery);
-    sent.formatQuery.file = L"a";
-    sent.formatQuery.filterIndex = -1;
-    sent.formatQuery.formatCode = -1000;
-    expectWritten(sent, bytes);
-
-    const auto got = read("06 00 00 00 " + a + b + "02 00 00 00  32 00 00 00");
-    EXPECT_EQ(got->operation, 6u);
-    EXPECT_EQ(got->formatQuery.file, L"a");
-    EXPECT_EQ(got->formatQuery.filter, L"b");
-    EXPECT_EQ(got->formatQuery.filterIndex, 2);
-    EXPECT_EQ(got->formatQuery.formatCode, 50);
-}
-
-TEST_F(RecordBytes, ConvertFile)
-{
-    const std::string bytes = "07 00 00 00 " + a + b + "32 00 00 00 " + region;
-    WorkerMessage sent(OperationConvertFile);
-    sent.convertFile.sourceFile = L"a";
-    sent.convertFile.targetFile = L"b";
-    sent.convertFile.formatCode = 50;
-    sent.convertFile.region = &m_region;
-    expectWritten(sent, bytes);
-    sent.convertFile.region = nullptr;
-    expectWritten(sent, "07 00 00 00 " + a + b + "32 00 00 00 " + none);
-
-    const auto got = read(bytes);
-    EXPECT_EQ(got->convertFile.sourceFile, L"a");
-    EXPECT_EQ(got->convertFile.targetFile, L"b");
-    EXPECT_EQ(got->convertFile.formatCode, 50u);
-    expectRegionAndFree(got->convertFile.region);
-}
-
-TEST_F(RecordBytes, CopyToClipboard)
-{
-    const std::string bytes = "08 00 00 00 " + c + region;
-    WorkerMessage sent(OperationCopyToClipboard);
-    sent.copyToClipboard.file = L"c";
-    sent.copyToClipboard.region = &m_region;
-    expectWritten(sent, bytes);
-
-    const auto got = read(bytes);
-    EXPECT_EQ(got->copyToClipboard.file, L"c");
-    expectRegionAndFree(got->copyToClipboard.region);
-}
-
-TEST_F(RecordBytes, PasteFromClipboard)
-{
-    const std::string bytes = "09 00 00 00 " + a + "FE FF FF FF  07 00 00 00  01";
-    WorkerMessage sent(OperationPasteFromClipboard);
-    sent.pasteFromClipboard.file = L"a";
-    sent.pasteFromClipboard.position = {-2, 7};
-    sent.pasteFromClipboard.transparent = true;
-    expectWritten(sent, bytes);
-
-    const auto got = read("09 00 00 00 " + a + "FE FF FF FF  07 00 00 00  80");
-    EXPECT_EQ(got->pasteFromClipboard.file, L"a");
-    EXPECT_EQ(got->pasteFromClipboard.position.x, -2);
-    EXPECT_EQ(got->pasteFromClipboard.position.y, 7);
-    EXPECT_TRUE(got->pasteFromClipboard.transparent) << "any byte but 0 is true";
-}
-
-TEST_F(RecordBytes, Invert)
-{
-    const std::string bytes = "0A 00 00 00 FF FE FF 04 43 00 3A 00 5C 00 61 00";
-    WorkerMessage sent(OperationInvert);
-    sent.invert.file = L"C:\\a";
-    expectWritten(sent, bytes);
-    EXPECT_EQ(read(bytes)->invert.file, L"C:\\a");
-}
-
-TEST_F(RecordBytes, Rotate)
-{
-    const std::string bytes = "0B 00 00 00 " + b + minusHalf + "64 00 00 00  9C FF FF FF  01 " + region;
-    WorkerMessage sent(OperationRotate);
-    sent.rotate.file = L"b";
-    sent.rotate.angle = -0.5;
-    sent.rotate.pivot = {100, -100};
-    sent.rotate.transparent = true;
-    sent.rotate.region = &m_region;
-    expectWritten(sent, bytes);
-
-    const auto got = read(bytes);
-    EXPECT_EQ(got->rotate.file, L"b");
-    EXPECT_EQ(got->rotate.angle, -0.5);
-    EXPECT_EQ(got->rotate.pivot.x, 100);
-    EXPECT_EQ(got->rotate.pivot.y, -100);
-    EXPECT_TRUE(got->rotate.transparent);
-    expectRegionAndFree(got->rotate.region);
-}
-
-TEST_F(RecordBytes, Filter)
-{
-    const std::string bytes = "0C 00 00 00 " + a + "01 00 00 00  0A 00 00 00  01 00 00 00 " + region;
-    WorkerMessage sent(OperationFilter);
-    sent.filter.file = L"a";
-    sent.filter.mode = FilterDespeckle;
-    sent.filter.size = 10;
-    sent.filter.selectionOnly = 1;
-    sent.filter.region = &m_region;
-    expectWritten(sent, bytes);
-    sent.filter.selectionOnly = 0;
-    sent.filter.region = nullptr;
-    expectWritten(sent, "0C 00 00 00 " + a + "01 00 00 00  0A 00 00 00  00 00 00 00 " + none);
-
-    const auto got = read(bytes);
-    EXPECT_EQ(got->filter.file, L"a");
-    EXPECT_EQ(got->filter.mode, 1u);
-    EXPECT_EQ(got->filter.size, 10u);
-    EXPECT_EQ(got->filter.selectionOnly, 1u);
-    expectRegionAndFree(got->filter.region);
-}
-
-TEST_F(RecordBytes, Rasterize)
-{
-    const std::string bytes =
-        "0D 00 00 00 " + a + b + c + euro + one + two + zero + four + minusHalf + zero + "FF FF FF FF " + region;
-    WorkerMessage sent(OperationRasterize);
-    sent.rasterize.drawingFile = L"a";
-    sent.rasterize.penFile = L"b";
-    sent.rasterize.rasterFile = L"c";
-    sent.rasterize.fontsDir = L"\x20AC";
-    sent.rasterize.corner1 = {1, 2, 0};
-    sent.rasterize.corner2 = {4, -0.5, 0};
-    sent.rasterize.result = -1;
-    sent.rasterize.region = &m_region;
-    expectWritten(sent, bytes);
-
-    const auto got = read(bytes);
-    EXPECT_EQ(got->rasterize.drawingFile, L"a");
-    EXPECT_EQ(got->rasterize.penFile, L"b");
-    EXPECT_EQ(got->rasterize.rasterFile, L"c");
-    EXPECT_EQ(got->rasterize.fontsDir, L"\x20AC");
-    expectPoint(got->rasterize.corner1, 1, 2, 0);
-    expectPoint(got->rasterize.corner2, 4, -0.5, 0);
-    EXPECT_EQ(got->rasterize.result, -1);
-    EXPECT_EQ(got->filter.region, nullptr);
-    expectRegionAndFree(got->rasterize.region);
+        WorkerMessage got(99);
+        EXPECT_EQ(causeOfReading(got, bytes), -1);
+        EXPECT_EQ(shown(SerializeMessage(got)), shown(bytes)) << "after reading";
+        for (const CRgn* read : {got.convertFile.region, got.copyToClipboard.region, got.rotate.region,
+                                 got.filter.region, got.rasterize.region})
+            delete read;
+    }
+    WorkerMessage got(0);
+    EXPECT_EQ(causeOfReading(got, hex("09 00 00 00 " + a + "FE FF FF FF  07 00 00 00  80")), -1);
+    EXPECT_TRUE(got.pasteFromClipboard.transparent) << "any byte but 0 is true";
 }
 
 TEST_F(RecordBytes, AnUnknownCodeHasNoBodyAndChangesNothingElse)

@@ -1,13 +1,10 @@
-#include <functional>
 #include <memory>
 
 #include "record_support.h"
 
-// Strings and regions at the edges of their forms, and records that end early.
+// Regions at the edges of their form, and records that end early.
 
 namespace {
-
-const Bytes invertCode = hex("0A 00 00 00");
 
 Bytes u32(DWORD value)
 {
@@ -41,57 +38,6 @@ std::unique_ptr<CRgn> readRegion(const Bytes& block)
 }
 
 } // namespace
-
-TEST(RecordStrings, ThePrefixGrowsWithTheLength)
-{
-    struct Case
-    {
-        int length;
-        std::string prefix;
-    };
-    for (const Case& each :
-         {Case{0, "FF FE FF 00"}, Case{1, "FF FE FF 01"}, Case{254, "FF FE FF FE"}, Case{255, "FF FE FF FF FF 00"},
-          Case{65533, "FF FE FF FF FD FF"}, Case{65534, "FF FE FF FF FF FF FE FF 00 00"},
-          Case{65536, "FF FE FF FF FF FF 00 00 01 00"}}) {
-        Bytes expected = invertCode + hex(each.prefix);
-        CString text;
-        LPWSTR units = text.GetBufferSetLength(each.length);
-        for (int i = 0; i < each.length; ++i) {
-            units[i] = static_cast<wchar_t>(0x100 + i % 251);
-            expected.push_back(static_cast<BYTE>(i % 251));
-            expected.push_back(1);
-        }
-        text.ReleaseBufferSetLength(each.length);
-        WorkerMessage sent(OperationInvert);
-        sent.invert.file = text;
-        EXPECT_TRUE(SerializeMessage(sent) == expected) << each.length << " units are written wrongly";
-        WorkerMessage got(0);
-        EXPECT_EQ(causeOfReading(got, expected), -1);
-        EXPECT_TRUE(got.invert.file == text) << each.length << " units are read wrongly";
-    }
-}
-
-TEST(RecordStrings, NarrowTextIsWidenedFromTheSystemsCodePage)
-{
-    for (const int length : {0, 1, 254, 255, 65533, 65534, 70000}) {
-        Bytes record = invertCode;
-        if (length < 255)
-            record.push_back(static_cast<BYTE>(length));
-        else if (length < 0xFFFE)
-            record = record + hex("FF") + Bytes{static_cast<BYTE>(length), static_cast<BYTE>(length >> 8)};
-        else
-            record = record + hex("FF FF FF") + u32(static_cast<DWORD>(length));
-        std::string narrow;
-        for (int i = 0; i < length; ++i)
-            narrow += static_cast<char>(i % 5 == 4 ? 0xE9 : 'a' + i % 5);
-        record.insert(record.end(), narrow.begin(), narrow.end());
-        WorkerMessage got(0);
-        EXPECT_EQ(causeOfReading(got, record), -1);
-        std::wstring wide(narrow.size(), L'\0');
-        MultiByteToWideChar(CP_ACP, 0, narrow.data(), length, wide.data(), length);
-        EXPECT_TRUE(got.invert.file == wide.c_str()) << length << " narrow characters are read wrongly";
-    }
-}
 
 TEST(RecordRegions, AnEmptyRegionTravelsAsAHeaderWithoutRectangles)
 {
@@ -175,15 +121,5 @@ TEST(RecordTruncation, EveryEarlyEndRaisesEndOfFileAndNothingElse)
                       CArchiveException::endOfFile)
                 << "operation " << code << " cut to " << length << " of " << whole.size() << " bytes";
         }
-    }
-}
-
-TEST(RecordTruncation, AStringLongerThanTheRecordIsAnEarlyEnd)
-{
-    for (const char* tail :
-         {"FF FE FF 05 61 00", "FF FE FF FF FF 00 61 00", "FF FE FF FF FF FF FE FF 00 00 61 00",
-          "FF FE FF FF FF FF 00 00 00 40 61 00", "05 61", "FF FF 00 61", "FF FF FF 00 00 00 40 61"}) {
-        WorkerMessage message(0);
-        EXPECT_EQ(causeOfReading(message, invertCode + hex(tail)), CArchiveException::endOfFile) << tail;
     }
 }

@@ -64,17 +64,38 @@ protected:
 
 } // namespace
 
-TEST_F(WorkerRun, AGoodWorkerGivesItsReply)
+TEST_F(WorkerRun, WhatAWorkerThatBeganToWorkTellsDecides)
 {
-    const WorkerRunResult result = run(L"read working reply ok ready finish");
-    EXPECT_TRUE(result.ok);
-    EXPECT_EQ(replyOf(result), request);
-    EXPECT_EQ(result.errorText, L"");
-    EXPECT_NE(result.process, INVALID_HANDLE_VALUE) << "the caller closes the handles of a good run";
-    EXPECT_NE(result.thread, INVALID_HANDLE_VALUE);
-    EXPECT_EQ(result.processId, GetProcessId(process(0)));
-    EXPECT_EQ(exitCode(0), 0u);
-    EXPECT_TRUE(start(0).received);
+    struct Case
+    {
+        const wchar_t* steps;
+        bool ok;
+        bool reply;
+        const wchar_t* error;
+    };
+    const Case cases[] = {
+        {L"read working reply ok ready finish", true, true, L""},
+        {L"read working kill", false, false, L"The process '%s' ended premature"},
+        {L"read working reply kill", false, false, L"The process '%s' ended premature"}, // no READY, no reading
+        {L"read working reply ok kill", true, false, L""},
+        {L"read working reply ready finish", false, true, L""},
+        {L"read working ready linger", false, false, L""},
+        // The transfer of the reply is over only after the module has tested OK, which it does once, right after READY.
+        {L"read working reply ready finish ok", false, true, L""},
+        {L"read working ok ready linger", true, false, L""},
+    };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(testing::PrintToString(row.steps));
+        const WorkerRunResult result = run(row.steps);
+        EXPECT_EQ(result.ok, row.ok);
+        EXPECT_EQ(replyOf(result), row.reply ? request : std::vector<BYTE>());
+        EXPECT_EQ(result.errorText, text(row.error));
+        // The caller closes the handles of a worker that has not died.
+        const bool died = std::wstring(row.steps).ends_with(L"kill");
+        EXPECT_EQ(result.process == INVALID_HANDLE_VALUE, died);
+        EXPECT_EQ(result.thread == INVALID_HANDLE_VALUE, died);
+        EXPECT_EQ(result.processId, GetProcessId(process(starts() - 1)));
+    }
     expectNothingLeftOfAnyRun();
 }
 
@@ -90,109 +111,47 @@ TEST_F(WorkerRun, StartsTheWorkerHiddenOnTheUsersDesktopWithThePathInQuotesAndTh
     EXPECT_EQ(start(0).showWindow, static_cast<DWORD>(SW_HIDE));
 }
 
-TEST_F(WorkerRun, AWorkerKilledBeforeWorkingIsFoundOutAfterTheWholeTime)
+TEST_F(WorkerRun, AWorkerThatNeverSaysWorkingIsFoundOutAfterTheWholeTimeAndLeftAlone)
 {
+    struct Case
+    {
+        const wchar_t* steps;
+        DWORD exitCode;
+    };
     CurrentLinkLimits().workerStart = 1500;
-    const DWORD begun = GetTickCount();
-    const WorkerRunResult result = run(L"kill");
-    EXPECT_GE(GetTickCount() - begun, 1500u) << "the end of the process is not looked at before WORKING";
-    EXPECT_FALSE(result.ok);
-    EXPECT_EQ(result.reply, nullptr);
-    EXPECT_EQ(result.errorText, text(L"The process '%s' never started up correctly"));
-    ASSERT_NE(result.process, INVALID_HANDLE_VALUE);
-    WaitForSingleObject(result.process, INFINITE);
-    EXPECT_EQ(exitCode(0), 9u);
-    expectNothingLeftOfAnyRun();
-}
-
-TEST_F(WorkerRun, AWorkerThatNeverSaysWorkingIsLeftAlone)
-{
-    CurrentLinkLimits().workerStart = 1500;
-    const WorkerRunResult result = run(L"read hang");
-    EXPECT_EQ(result.errorText, text(L"The process '%s' never started up correctly"));
-    DWORD code = 0;
-    EXPECT_TRUE(GetExitCodeProcess(result.process, &code));
-    EXPECT_EQ(code, static_cast<DWORD>(STILL_ACTIVE)) << "nobody may stop it";
-    TerminateProcess(result.process, 0);
-    expectNothingLeftOfAnyRun();
-}
-
-TEST_F(WorkerRun, AWorkerThatDiesAtItsWorkEndedPremature)
-{
-    for (const wchar_t* steps : {L"read working kill", L"read working reply kill"}) {
-        const WorkerRunResult result = run(steps);
+    for (const Case& row : {Case{L"kill", 9}, Case{L"read hang", STILL_ACTIVE}}) {
+        const DWORD begun = GetTickCount();
+        const WorkerRunResult result = run(row.steps);
+        EXPECT_GE(GetTickCount() - begun, 1500u) << "the end of the process is not looked at before WORKING";
         EXPECT_FALSE(result.ok);
-        EXPECT_EQ(result.reply, nullptr) << "no READY, no reading";
-        EXPECT_EQ(result.errorText, text(L"The process '%s' ended premature"));
-        EXPECT_EQ(result.process, INVALID_HANDLE_VALUE);
-        EXPECT_EQ(result.thread, INVALID_HANDLE_VALUE);
+        EXPECT_EQ(result.reply, nullptr);
+        EXPECT_EQ(result.errorText, text(L"The process '%s' never started up correctly"));
+        DWORD code = 0;
+        EXPECT_TRUE(GetExitCodeProcess(result.process, &code));
+        EXPECT_EQ(code, row.exitCode);
+        TerminateProcess(result.process, 0);
     }
-    EXPECT_EQ(exitCode(0), 9u);
-    EXPECT_EQ(exitCode(1), 9u);
     expectNothingLeftOfAnyRun();
 }
 
-TEST_F(WorkerRun, AWorkerThatDiesBetweenOkAndReadyIsOkWithoutAReply)
+TEST_F(WorkerRun, AWorkerThatIsLateIsAskedToLeaveAndKilledIfItDoesNot)
 {
-    const WorkerRunResult result = run(L"read working reply ok kill");
-    EXPECT_TRUE(result.ok);
-    EXPECT_EQ(result.reply, nullptr);
-    EXPECT_EQ(result.errorText, L"");
-    expectNothingLeftOfAnyRun();
-}
-
-TEST_F(WorkerRun, ReadyWithoutOkIsAFailureWithoutAText)
-{
-    const WorkerRunResult withReply = run(L"read working reply ready finish");
-    EXPECT_FALSE(withReply.ok);
-    EXPECT_EQ(replyOf(withReply), request) << "the reply is read all the same";
-    EXPECT_EQ(withReply.errorText, L"");
-    const WorkerRunResult withoutReply = run(L"read working ready linger");
-    EXPECT_FALSE(withoutReply.ok);
-    EXPECT_EQ(withoutReply.reply, nullptr);
-    EXPECT_EQ(withoutReply.errorText, L"");
-    expectNothingLeftOfAnyRun();
-}
-
-TEST_F(WorkerRun, OkBehindReadyComesTooLate)
-{
-    // The transfer of the reply is over only after the module has tested OK.
-    const WorkerRunResult result = run(L"read working reply ready finish ok");
-    EXPECT_FALSE(result.ok) << "OK is tested once, right after READY";
-    EXPECT_EQ(replyOf(result), request);
-    EXPECT_EQ(result.errorText, L"");
-    expectNothingLeftOfAnyRun();
-}
-
-TEST_F(WorkerRun, OkWithoutABlockIsOkWithoutAReply)
-{
-    const WorkerRunResult result = run(L"read working ok ready linger");
-    EXPECT_TRUE(result.ok);
-    EXPECT_EQ(result.reply, nullptr);
-    EXPECT_EQ(result.errorText, L"");
-    expectNothingLeftOfAnyRun();
-}
-
-TEST_F(WorkerRun, AWorkerThatHangsIsKilledAfterItsTime)
-{
+    struct Case
+    {
+        const wchar_t* steps;
+        DWORD timeToLeave;
+        DWORD exitCode;
+    };
     CurrentLinkLimits().workerRun = 300;
-    CurrentLinkLimits().workerLeave = 300;
-    const WorkerRunResult result = run(L"read working hang");
-    EXPECT_FALSE(result.ok);
-    EXPECT_EQ(result.errorText, text(L"The process '%s' timed out"));
-    EXPECT_EQ(result.process, INVALID_HANDLE_VALUE);
-    EXPECT_EQ(exitCode(0), 1u);
-    expectNothingLeftOfAnyRun();
-}
-
-TEST_F(WorkerRun, AWorkerThatIsLateIsAskedToLeaveFirst)
-{
-    CurrentLinkLimits().workerRun = 300;
-    CurrentLinkLimits().workerLeave = 60000;
-    const WorkerRunResult result = run(L"read working quit");
-    EXPECT_EQ(result.errorText, text(L"The process '%s' timed out"));
-    EXPECT_EQ(result.process, INVALID_HANDLE_VALUE);
-    EXPECT_EQ(exitCode(0), 41u) << "WM_QUIT carries 1";
+    // WM_QUIT carries 1, to which the child adds 40.
+    for (const Case& row : {Case{L"read working quit", 60000, 41}, Case{L"read working hang", 300, 1}}) {
+        CurrentLinkLimits().workerLeave = row.timeToLeave;
+        const WorkerRunResult result = run(row.steps);
+        EXPECT_FALSE(result.ok);
+        EXPECT_EQ(result.errorText, text(L"The process '%s' timed out"));
+        EXPECT_EQ(result.process, INVALID_HANDLE_VALUE);
+        EXPECT_EQ(exitCode(starts() - 1), row.exitCode);
+    }
     expectNothingLeftOfAnyRun();
 }
 
@@ -234,21 +193,14 @@ TEST_F(Exchange, AGoodReplyNeedsOneAttempt)
 
 TEST_F(Exchange, AFastFailureIsTriedOnceMore)
 {
-    for (const wchar_t* steps : {L"read working kill", L"read working reply ready finish"}) {
+    for (const wchar_t* steps :
+         {L"read working kill", L"read working reply ready finish", L"read working ok ready linger"}) {
         const LONG before = starts();
         EXPECT_FALSE(send(steps));
         expectUntouched();
         EXPECT_EQ(starts() - before, 2);
     }
     EXPECT_NE(start(0).transferNumber, start(1).transferNumber) << "each attempt has a number of its own";
-    expectNothingLeftOfAnyRun();
-}
-
-TEST_F(Exchange, OkWithoutABlockIsABadAttempt)
-{
-    EXPECT_FALSE(send(L"read working ok ready linger"));
-    EXPECT_EQ(starts(), 2);
-    expectUntouched();
     expectNothingLeftOfAnyRun();
 }
 

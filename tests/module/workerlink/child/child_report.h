@@ -13,7 +13,6 @@
 //   reply            publishes the block that was read, under the number's decimal text
 //   reply:cut        the same without its last byte
 //   reply:code:N     publishes the 4 bytes of the code N
-//   publish:N        publishes N bytes 0, 1, 2 ...
 //   finish           waits for the end of the transfer of what was published last
 //   linger           waits until the READY semaphore of the number has gone
 //   sleep:N          waits N milliseconds
@@ -27,7 +26,7 @@ namespace child {
 constexpr wchar_t stepsVariable[] = L"HALVORAN_TEST_STEPS";
 constexpr wchar_t parentVariable[] = L"HALVORAN_TEST_PARENT";
 
-constexpr int mostStarts = 4;
+constexpr int mostStarts = 8;
 constexpr int mostBytes = 4096;
 
 struct Start

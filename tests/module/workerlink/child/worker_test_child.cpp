@@ -1,6 +1,7 @@
 // Plays the other end of the link in the tests, one step after the other; see child_report.h.
 
 #include <cstdlib>
+#include <cstring>
 #include <map>
 #include <memory>
 #include <sstream>
@@ -46,8 +47,6 @@ public:
             signal(name);
         else if (name == "reply")
             reply(argument);
-        else if (name == "publish")
-            publish(countingBytes(std::stoul(argument)));
         else if (name == "finish")
             WaitForSingleObject(m_watch, INFINITE);
         else if (name == "linger")
@@ -79,24 +78,19 @@ private:
             m_start.receivedBytes[i] = block.data[i];
     }
 
-    std::wstring semaphoreName(const std::string& name) const
+    std::wstring semaphoreName(const char* prefix) const
     {
-        static const std::map<std::string, std::wstring> prefixes{
-            {"working", L"WORKING_"}, {"ok", L"OK_"}, {"ready", L"READY_"}};
-        return prefixes.at(name) + std::to_wstring(m_number);
+        return std::wstring(prefix, prefix + std::strlen(prefix)) + std::to_wstring(m_number);
     }
 
-    /// Keeps the semaphore open, so that it can be signalled however late.
-    void openHandshake()
-    {
-        for (const char* name : {"working", "ok", "ready"})
-            m_handshake[name].Open(semaphoreName(name).c_str(), false);
-    }
-
+    /// All three are kept open from the first one on, so that they can be signalled however late.
     void signal(const std::string& name)
     {
-        if (m_handshake.empty())
-            openHandshake();
+        if (m_handshake.empty()) {
+            m_handshake["working"].Open(semaphoreName("WORKING_").c_str(), false);
+            m_handshake["ok"].Open(semaphoreName("OK_").c_str(), false);
+            m_handshake["ready"].Open(semaphoreName("READY_").c_str(), false);
+        }
         m_handshake[name].Signal();
     }
 
@@ -109,29 +103,16 @@ private:
             const DWORD code = std::stoul(kind.substr(kind.find(':') + 1));
             bytes.assign(reinterpret_cast<const BYTE*>(&code), reinterpret_cast<const BYTE*>(&code) + sizeof(code));
         }
-        publish(bytes);
-    }
-
-    void publish(const std::vector<BYTE>& bytes)
-    {
         m_published = std::make_unique<CMemMap>(bytes.data(), static_cast<DWORD>(bytes.size()),
                                                 std::to_wstring(m_number).c_str());
         DuplicateHandle(GetCurrentProcess(), m_published->thread, GetCurrentProcess(), &m_watch, SYNCHRONIZE, FALSE, 0);
-    }
-
-    static std::vector<BYTE> countingBytes(unsigned long count)
-    {
-        std::vector<BYTE> bytes(count);
-        for (unsigned long i = 0; i < count; ++i)
-            bytes[i] = static_cast<BYTE>(i);
-        return bytes;
     }
 
     void linger()
     {
         m_handshake.clear();
         CMemMapSemaphore ready;
-        while (ready.Open(semaphoreName("ready").c_str(), false)) {
+        while (ready.Open(semaphoreName("READY_").c_str(), false)) {
             ready.Close();
             Sleep(5);
         }
