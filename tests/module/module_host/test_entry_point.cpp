@@ -66,8 +66,7 @@ TEST_F(EntryPoint, ADrawingThatClosesDropsTheRaster)
 TEST_F(EntryPoint, UnloadingLeavesTheWorkingImageToTheHost)
 {
     send(AcRx::kInitAppMsg);
-    openDrawing({test::blank(4, 2)});
-    CAcraster& raster = makeCurrent(0);
+    CAcraster& raster = openCurrent(test::blank(4, 2));
     raster.KeepLoaded(); // so that the drawing keeps its own image too
     raster.Lock(1);
     const auto pixels = standin::imagePixels(test::imageHandle(0));

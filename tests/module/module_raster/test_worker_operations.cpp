@@ -1,10 +1,10 @@
-// Operations that go to the worker process and back.
+// Operations that go to the worker process and back. Those that a command has, and the plain ways of saving, are
+// checked in the sessions.
 
 #include <algorithm>
 #include <cstring>
 
 #include "host/CArxApp.h"
-#include "imaging/raster_file.h"
 #include "raster/PendingFileSwap.h"
 #include "tests/module/afx/gdi_count.h"
 #include "tests/module/support/desk_fixture.h"
@@ -15,6 +15,7 @@ namespace {
 using test::blank;
 using test::Picture;
 using test::pictureInDrawing;
+using test::readPicture;
 
 const Picture steps = {
     "........", //
@@ -23,43 +24,16 @@ const Picture steps = {
     ".....#..",
 };
 
-Picture readPicture(const std::filesystem::path& path)
-{
-    const imaging::Bitmap bitmap = imaging::readRaster(path).bitmap;
-    Picture picture = blank(bitmap.width(), bitmap.height());
-    for (int y = 0; y < bitmap.height(); ++y) {
-        for (int x = 0; x < bitmap.width(); ++x)
-            picture[y][x] = bitmap.ink(x, y) ? '#' : '.';
-    }
-    return picture;
-}
-
 class WorkerOperations : public test::DeskFixture
 {
 protected:
     CAcraster& openPicture(const Picture& picture)
     {
-        openDrawing({picture}, {{.x = 10, .y = 20}});
-        CAcraster& raster = makeCurrent(0);
+        CAcraster& raster = openCurrent(picture);
         raster.Lock(1);
         return raster;
     }
 };
-
-TEST_F(WorkerOperations, InvertGoesThroughTheWorkerAndBack)
-{
-    CAcraster& raster = openPicture(steps);
-    raster.Invert();
-    EXPECT_FALSE(raster.IsDirty());
-    EXPECT_EQ(pictureInDrawing(0), steps) << "nothing is committed yet";
-    raster.Reload();
-    EXPECT_EQ(pictureInDrawing(0), (Picture{
-                                       "########",
-                                       "#..#####",
-                                       "###..###",
-                                       "#####.##",
-                                   }));
-}
 
 TEST_F(WorkerOperations, AWorkerThatFailsLeavesTheImageAsItWas)
 {
@@ -73,55 +47,6 @@ TEST_F(WorkerOperations, AWorkerThatFailsLeavesTheImageAsItWas)
     EXPECT_FALSE(std::filesystem::exists(file("copy.tif")));
 }
 
-TEST_F(WorkerOperations, CropKeepsThePlaceOfWhatIsKept)
-{
-    CAcraster& raster = openPicture(steps);
-    raster.GetRegion().SetRectRgn(2, 1, 6, 3);
-    raster.Crop();
-    raster.Reload();
-    raster.ResetRegion();
-    EXPECT_EQ(pictureInDrawing(0), (Picture{"#...", ".##."}));
-    AcGePoint3d origin;
-    double width = 0;
-    double height = 0;
-    raster.GetPlacement(origin, width, height);
-    EXPECT_DOUBLE_EQ(origin.x, 12);
-    EXPECT_DOUBLE_EQ(origin.y, 21) << "one row below the crop was cut off";
-    EXPECT_DOUBLE_EQ(width, 4);
-    EXPECT_DOUBLE_EQ(height, 2);
-    EXPECT_EQ(raster.HasSelection(), 0);
-}
-
-TEST_F(WorkerOperations, CropWithoutASelectionSendsNothing)
-{
-    CAcraster& raster = openPicture(steps);
-    SetWorkerPath(file("no worker.exe").c_str());
-    const ULONGLONG start = GetTickCount64();
-    raster.Crop();
-    raster.Reload();
-    EXPECT_EQ(pictureInDrawing(0), steps);
-    EXPECT_LT(GetTickCount64() - start, 10000u);
-}
-
-TEST_F(WorkerOperations, RotateTurnsTheSelectionAboutThePixelAndEndsIt)
-{
-    CAcraster& raster = openPicture({
-        "#..#.", //
-        "....#", //
-        "##...", //
-    });
-    raster.GetRegion().SetRectRgn(0, 0, 3, 3);
-    constexpr double halfTurn = 3.14159265358979323846;
-    raster.Rotate(halfTurn, CPoint(1, 1), true, false);
-    EXPECT_EQ(raster.HasSelection(), 0);
-    raster.Reload();
-    EXPECT_EQ(pictureInDrawing(0), (Picture{
-                                       ".###.", //
-                                       "....#", //
-                                       "..#..", //
-                                   }));
-}
-
 TEST_F(WorkerOperations, FilterRemovesSpecksOrFillsHolesInTheSelection)
 {
     // At 254 dots per inch a size of 10 is 10 pixels.
@@ -130,8 +55,7 @@ TEST_F(WorkerOperations, FilterRemovesSpecksOrFillsHolesInTheSelection)
     picture[3][30] = '#';
     Picture withoutLeft = picture;
     withoutLeft[3][3] = '.';
-    openDrawing({picture}, {}, 254);
-    CAcraster& raster = makeCurrent(0);
+    CAcraster& raster = openCurrent(picture, {}, 254);
     raster.Lock(1);
     raster.GetRegion().SetRectRgn(0, 0, 20, 20);
     raster.Filter(FilterDespeckle, 10, true);
@@ -157,35 +81,6 @@ TEST_F(WorkerOperations, TheWorkerNamesTheFormats)
     EXPECT_GE(formats.filter.Find(L"*.tif"), 0);
     EXPECT_TRUE(formats.filter.Right(2) == L"||");
     EXPECT_EQ(raster.QueryFormatCode(formats.filterIndex), 101) << "the file is a TIFF without compression";
-}
-
-TEST_F(WorkerOperations, SaveAsWritesAnotherFileAndLeavesTheDrawing)
-{
-    CAcraster& raster = openPicture(steps);
-    raster.FlipHorizontal();
-    ASSERT_TRUE(raster.SaveAs(file("copy.tif").c_str(), 29, nullptr));
-    EXPECT_EQ(readPicture(file("copy.tif")), (Picture{"........", ".....##.", "...##...", "..#....."}));
-    EXPECT_EQ(readPicture(file("image0.tif")), steps);
-    EXPECT_FALSE(g_pPendingFileSwap);
-
-    raster.GetRegion().SetRectRgn(3, 2, 6, 4);
-    ASSERT_TRUE(raster.SaveAs(file("part.tif").c_str(), 29, &raster.GetRegion()));
-    EXPECT_EQ(readPicture(file("part.tif")), (Picture{"##.", "..."}));
-}
-
-TEST_F(WorkerOperations, SaveAsReplacesTheRastersOwnFile)
-{
-    CAcraster& raster = openPicture(steps);
-    raster.FlipVertical();
-    const Picture flipped = {".....#..", "...##...", ".##.....", "........"};
-    ASSERT_TRUE(raster.SaveAs(file("image0.tif").c_str(), 29, nullptr));
-    EXPECT_EQ(readPicture(file("image0.tif")), flipped);
-    EXPECT_FALSE(g_pPendingFileSwap);
-    EXPECT_EQ(pictureInDrawing(0), flipped) << "the drawing loaded the file again";
-    // The raster goes on with an image of its own.
-    raster.FlipVertical();
-    raster.Reload();
-    EXPECT_EQ(pictureInDrawing(0), steps);
 }
 
 TEST_F(WorkerOperations, ARegionThatTheReplyBringsBackIsNotLeftBehind)

@@ -1,11 +1,11 @@
 #include <array>
 #include <fstream>
 #include <iterator>
-#include <set>
 
 #include "resources/resource.h"
 #include "tests/module/module_tools/recording_tool.h"
 #include "tests/module/support/desk_fixture.h"
+#include "tests/module/support/held_objects.h"
 #include "tools/CAppCursor.h"
 
 namespace {
@@ -79,17 +79,6 @@ std::string text(const Look& look)
     return lines;
 }
 
-// All graphics objects of the process: asked of the system, or counted by their handles where it does not say.
-int graphicsObjects()
-{
-    if (const DWORD count = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS))
-        return static_cast<int>(count);
-    int count = 0;
-    for (std::uintptr_t index = 1; index < 0x10000; ++index)
-        count += GetObjectType(reinterpret_cast<HGDIOBJ>(index)) != 0;
-    return count;
-}
-
 class CursorAndScreen : public test::DeskFixture
 {};
 
@@ -102,13 +91,15 @@ TEST_F(CursorAndScreen, ACursorHasItsPictureAndTheBrushesSquare)
         int halfSize;
     };
     const Case cases[] = {
-        {IDB_CURSOR_PEN, "cursor_pen.bmp", 0},   {IDB_CURSOR_PEN, "cursor_pen.bmp", 1},
-        {IDB_CURSOR_LINE, "cursor_line.bmp", 5}, {IDB_CURSOR_ERASER, "cursor_eraser.bmp", 12},
-        {IDB_CURSOR_PEN, "cursor_pen.bmp", 40},
+        {IDB_CURSOR_PEN, "cursor_pen.bmp", 0},
+        {IDB_CURSOR_LINE, "cursor_line.bmp", 5},
+        {IDB_CURSOR_ERASER, "cursor_eraser.bmp", 40},
     };
     for (const Case& row : cases) {
         CAppCursor cursor(row.id, CPoint(15, 16));
+        const HCURSOR first = cursor.m_hCursor;
         cursor.Rebuild(row.halfSize);
+        EXPECT_EQ(cursor.m_hCursor == first, row.halfSize == 0) << "the same size is not built again";
         Look wanted = lookOfBitmapFile(row.file);
         if (row.halfSize) {
             const int half = row.halfSize;
@@ -116,6 +107,9 @@ TEST_F(CursorAndScreen, ACursorHasItsPictureAndTheBrushesSquare)
             putFrame(wanted, 14 - half, 15 - half, 16 + half, 17 + half, 'w');
         }
         EXPECT_EQ(text(lookOf(cursor.m_hCursor)), text(wanted)) << row.file << " at half size " << row.halfSize;
+        EXPECT_EQ(GetCursor(), cursor.m_hCursor);
+        SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+        cursor.Set();
         EXPECT_EQ(GetCursor(), cursor.m_hCursor);
         ICONINFO info = {};
         GetIconInfo(cursor.m_hCursor, &info);
@@ -126,33 +120,17 @@ TEST_F(CursorAndScreen, ACursorHasItsPictureAndTheBrushesSquare)
     }
 }
 
-TEST_F(CursorAndScreen, TheSameSizeIsNotBuiltAgain)
-{
-    CAppCursor cursor(IDB_CURSOR_PEN, CPoint(15, 16));
-    const HCURSOR first = cursor.m_hCursor;
-    cursor.Rebuild(0);
-    EXPECT_EQ(cursor.m_hCursor, first);
-    cursor.Rebuild(3);
-    EXPECT_NE(cursor.m_hCursor, first);
-    SetCursor(LoadCursorW(nullptr, IDC_ARROW));
-    cursor.Set();
-    EXPECT_EQ(GetCursor(), cursor.m_hCursor);
-}
-
 TEST_F(CursorAndScreen, RebuildingLeavesNothingBehind)
 {
     CAppCursor cursor(IDB_CURSOR_PEN, CPoint(15, 16));
     cursor.Rebuild(1);
-    const int before = graphicsObjects();
-    ASSERT_GT(before, 0);
-    for (int i = 0; i < 200; ++i) {
-        const HCURSOR earlier = cursor.m_hCursor;
+    const test::HeldObjects before = test::HeldObjects::now();
+    for (int i = 0; i < 50; ++i)
         cursor.Rebuild(2 + i % 12);
-        ICONINFO info = {};
-        ASSERT_FALSE(GetIconInfo(earlier, &info)) << "an earlier cursor was not destroyed";
-    }
     CGdiObject::DeleteTempMap();
-    EXPECT_LE(graphicsObjects(), before) << "brushes, bitmaps or contexts of the cursor were left";
+    const test::HeldObjects after = test::HeldObjects::now();
+    EXPECT_EQ(after.cursors, before.cursors) << "earlier cursors were not destroyed";
+    EXPECT_LE(after.gdi, before.gdi) << "brushes, bitmaps or contexts of the cursor were left";
 }
 
 TEST_F(CursorAndScreen, TheSavedScreenComesBack)
@@ -165,44 +143,30 @@ TEST_F(CursorAndScreen, TheSavedScreenComesBack)
         GdiFlush();
         test::pumpAll();
     };
-    const auto pixel = [this](int x, int y) {
-        CDC* context = view().GetDC();
-        const COLORREF color = context->GetPixel(x, y);
-        view().ReleaseDC(context);
+    const auto pixel = [](HWND window, int x, int y) {
+        const HDC context = GetDC(window);
+        const COLORREF color = GetPixel(context, x, y);
+        ReleaseDC(window, context);
         return color;
     };
-    fill(CRect(0, 0, 400, 300), RGB(255, 255, 255));
+    const HWND window = view().m_hWnd;
     fill(CRect(20, 30, 60, 70), RGB(0, 0, 255));
     tool->RestoreScreen();
-    EXPECT_EQ(pixel(30, 40), RGB(0, 0, 255)) << "there is nothing to restore yet";
-    ASSERT_TRUE(test::pumpUntil([&] {
-        const HDC screen = GetDC(nullptr);
-        const COLORREF color = GetPixel(screen, 40 + 30, 30 + 40);
-        ReleaseDC(nullptr, screen);
-        return color == RGB(0, 0, 255);
-    })) << "the screen never showed the view";
-
-    tool->SaveScreen();
-    EXPECT_EQ(pixel(30, 40), RGB(0, 0, 255));
-    fill(CRect(0, 0, 400, 300), RGB(255, 0, 0));
-    tool->RestoreScreen();
-    EXPECT_EQ(pixel(30, 40), RGB(0, 0, 255));
-    EXPECT_EQ(pixel(19, 29), RGB(255, 255, 255));
-    EXPECT_EQ(pixel(60, 70), RGB(255, 255, 255));
-    EXPECT_EQ(pixel(399, 299), RGB(255, 255, 255));
-
+    EXPECT_EQ(pixel(window, 30, 40), RGB(0, 0, 255)) << "there is nothing to restore yet";
     // What was drawn since is kept by a second saving.
-    fill(CRect(0, 0, 400, 300), RGB(0, 255, 0));
-    ASSERT_TRUE(test::pumpUntil([] {
-        const HDC screen = GetDC(nullptr);
-        const COLORREF color = GetPixel(screen, 40 + 30, 30 + 40);
-        ReleaseDC(nullptr, screen);
-        return color == RGB(0, 255, 0);
-    }));
-    tool->SaveScreen();
-    fill(CRect(0, 0, 400, 300), RGB(255, 0, 0));
-    tool->RestoreScreen();
-    EXPECT_EQ(pixel(30, 40), RGB(0, 255, 0));
+    for (const COLORREF color : {RGB(0, 0, 255), RGB(0, 255, 0)}) {
+        fill(CRect(0, 0, 400, 300), RGB(255, 255, 255));
+        fill(CRect(20, 30, 60, 70), color);
+        const auto shown = [&] { return pixel(nullptr, 40 + 30, 30 + 40) == color; };
+        ASSERT_TRUE(test::pumpUntil(shown)) << "the screen never showed the view";
+        tool->SaveScreen();
+        EXPECT_EQ(pixel(window, 30, 40), color);
+        fill(CRect(0, 0, 400, 300), RGB(255, 0, 0));
+        tool->RestoreScreen();
+        EXPECT_EQ(pixel(window, 30, 40), color);
+        for (const CPoint corner : {CPoint(19, 29), CPoint(60, 70), CPoint(399, 299)})
+            EXPECT_EQ(pixel(window, corner.x, corner.y), RGB(255, 255, 255)) << corner.x << "," << corner.y;
+    }
 }
 
 } // namespace

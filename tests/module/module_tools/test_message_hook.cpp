@@ -3,6 +3,7 @@
 #include "host/CArxApp.h"
 #include "tests/module/module_tools/recording_tool.h"
 #include "tests/module/support/desk_fixture.h"
+#include "tests/module/support/held_objects.h"
 
 std::vector<std::string> calls;
 
@@ -58,55 +59,50 @@ UINT offer(HWND window, UINT code, DWORD time, WPARAM wParam = 0, WPARAM removed
     return message.message;
 }
 
-enum class To
-{
-    view,
-    toolbar,
-    other
-};
-
 TEST_F(MessageHook, MessagesReachTheToolAndNotTheHost)
 {
-    constexpr LPARAM at = MAKELPARAM(30, 40);
+    const HWND inView = view().m_hWnd;
+    const HWND onToolbar = g_pArxApp->m_pToolbar->m_hWnd;
+    const HWND elsewhere = m_other.m_hWnd;
     struct Case
     {
         const char* what;
         UINT message;
-        To window;
+        HWND window;
         bool busy;
         int answer;
         Calls wanted; // "end" when the tool ends
         bool hostSees;
     };
     const Case cases[] = {
-        {"a move in the view", WM_MOUSEMOVE, To::view, false, 1, {"cursor", "move 30,40 12"}, false},
-        {"a move that ends the tool", WM_MOUSEMOVE, To::view, false, 0, {"cursor", "move 30,40 12", "end"}, false},
-        {"a move under a menu", WM_MOUSEMOVE, To::view, true, 1, {}, true},
-        {"a move elsewhere", WM_MOUSEMOVE, To::other, false, 1, {}, true},
-        {"a press in the view", WM_LBUTTONDOWN, To::view, false, 1, {"left down 30,40 12"}, false},
-        {"a press that ends the tool", WM_LBUTTONDOWN, To::view, false, 0, {"left down 30,40 12", "end"}, false},
-        {"a press under a menu", WM_LBUTTONDOWN, To::view, true, 0, {}, true},
-        {"a press on the toolbar", WM_LBUTTONDOWN, To::toolbar, false, 1, {"end"}, true},
-        {"a press on the toolbar under a menu", WM_LBUTTONDOWN, To::toolbar, true, 1, {}, true},
-        {"a press elsewhere", WM_LBUTTONDOWN, To::other, false, 1, {"end"}, true},
-        {"a press elsewhere under a menu", WM_LBUTTONDOWN, To::other, true, 1, {}, true},
-        {"a release in the view", WM_LBUTTONUP, To::view, false, 1, {"left up 30,40 12"}, false},
-        {"a release outside, captured", WM_LBUTTONUP, To::other, false, 0, {"left up 30,40 12", "end"}, false},
-        {"a release under a menu", WM_LBUTTONUP, To::view, true, 0, {}, true},
-        {"a double click", WM_LBUTTONDBLCLK, To::view, false, 1, {"double 30,40 12"}, false},
-        {"a double click under a menu", WM_LBUTTONDBLCLK, To::view, true, 0, {"double 30,40 12", "end"}, false},
-        {"a double click elsewhere", WM_LBUTTONDBLCLK, To::other, false, 1, {"end"}, true},
-        {"a double click elsewhere under a menu", WM_LBUTTONDBLCLK, To::other, true, 1, {"end"}, true},
-        {"a right press in the view", WM_RBUTTONDOWN, To::view, false, 1, {"right down 30,40 12"}, false},
-        {"a right press that ends", WM_RBUTTONDOWN, To::view, false, 0, {"right down 30,40 12", "end"}, false},
-        {"a right press under a menu", WM_RBUTTONDOWN, To::view, true, 0, {}, true},
-        {"a right press elsewhere", WM_RBUTTONDOWN, To::other, false, 1, {"end"}, true},
-        {"a right press elsewhere under a menu", WM_RBUTTONDOWN, To::other, true, 1, {}, true},
-        {"a right release", WM_RBUTTONUP, To::view, false, 1, {"right up 30,40 12"}, false},
-        {"a right release elsewhere", WM_RBUTTONUP, To::other, false, 1, {"right up 30,40 12"}, false},
-        {"a right release under a menu", WM_RBUTTONUP, To::other, true, 0, {"right up 30,40 12", "end"}, false},
-        {"a middle press", WM_MBUTTONDOWN, To::view, false, 0, {}, true},
-        {"a key", WM_KEYDOWN, To::view, false, 0, {}, true},
+        {"a move in the view", WM_MOUSEMOVE, inView, false, 1, {"cursor", "move 30,40 12"}, false},
+        {"a move that ends the tool", WM_MOUSEMOVE, inView, false, 0, {"cursor", "move 30,40 12", "end"}, false},
+        {"a move under a menu", WM_MOUSEMOVE, inView, true, 1, {}, true},
+        {"a move elsewhere", WM_MOUSEMOVE, elsewhere, false, 1, {}, true},
+        {"a press in the view", WM_LBUTTONDOWN, inView, false, 1, {"left down 30,40 12"}, false},
+        {"a press that ends the tool", WM_LBUTTONDOWN, inView, false, 0, {"left down 30,40 12", "end"}, false},
+        {"a press under a menu", WM_LBUTTONDOWN, inView, true, 0, {}, true},
+        {"a press on the toolbar", WM_LBUTTONDOWN, onToolbar, false, 1, {"end"}, true},
+        {"a press on the toolbar under a menu", WM_LBUTTONDOWN, onToolbar, true, 1, {}, true},
+        {"a press elsewhere", WM_LBUTTONDOWN, elsewhere, false, 1, {"end"}, true},
+        {"a press elsewhere under a menu", WM_LBUTTONDOWN, elsewhere, true, 1, {}, true},
+        {"a release in the view", WM_LBUTTONUP, inView, false, 1, {"left up 30,40 12"}, false},
+        {"a release outside, captured", WM_LBUTTONUP, elsewhere, false, 0, {"left up 30,40 12", "end"}, false},
+        {"a release under a menu", WM_LBUTTONUP, inView, true, 0, {}, true},
+        {"a double click", WM_LBUTTONDBLCLK, inView, false, 1, {"double 30,40 12"}, false},
+        {"a double click under a menu", WM_LBUTTONDBLCLK, inView, true, 0, {"double 30,40 12", "end"}, false},
+        {"a double click elsewhere", WM_LBUTTONDBLCLK, elsewhere, false, 1, {"end"}, true},
+        {"a double click elsewhere under a menu", WM_LBUTTONDBLCLK, elsewhere, true, 1, {"end"}, true},
+        {"a right press in the view", WM_RBUTTONDOWN, inView, false, 1, {"right down 30,40 12"}, false},
+        {"a right press that ends", WM_RBUTTONDOWN, inView, false, 0, {"right down 30,40 12", "end"}, false},
+        {"a right press under a menu", WM_RBUTTONDOWN, inView, true, 0, {}, true},
+        {"a right press elsewhere", WM_RBUTTONDOWN, elsewhere, false, 1, {"end"}, true},
+        {"a right press elsewhere under a menu", WM_RBUTTONDOWN, elsewhere, true, 1, {}, true},
+        {"a right release", WM_RBUTTONUP, inView, false, 1, {"right up 30,40 12"}, false},
+        {"a right release elsewhere", WM_RBUTTONUP, elsewhere, false, 1, {"right up 30,40 12"}, false},
+        {"a right release under a menu", WM_RBUTTONUP, elsewhere, true, 0, {"right up 30,40 12", "end"}, false},
+        {"a middle press", WM_MBUTTONDOWN, inView, false, 0, {}, true},
+        {"a key", WM_KEYDOWN, inView, false, 0, {}, true},
     };
     for (const Case& row : cases) {
         SCOPED_TRACE(row.what);
@@ -114,10 +110,7 @@ TEST_F(MessageHook, MessagesReachTheToolAndNotTheHost)
         tool->m_bBusy = row.busy;
         tool->m_answer = row.answer;
         calls.clear();
-        const HWND window = row.window == To::view      ? view().m_hWnd
-                            : row.window == To::toolbar ? g_pArxApp->m_pToolbar->m_hWnd
-                                                        : m_other.m_hWnd;
-        EXPECT_EQ(hostSees(window, row.message, MK_SHIFT | MK_CONTROL, at), row.hostSees);
+        EXPECT_EQ(hostSees(row.window, row.message, MK_SHIFT | MK_CONTROL, MAKELPARAM(30, 40)), row.hostSees);
         EXPECT_EQ(calls, row.wanted);
         const bool ended = !row.wanted.empty() && row.wanted.back() == "end";
         EXPECT_EQ(g_pArxApp->m_pTool == nullptr, ended);
@@ -246,74 +239,29 @@ TEST_F(MessageHook, AClickOnTheToolbarIsRemembered)
     EXPECT_FALSE(ButtonClickTimer);
 }
 
-TEST_F(MessageHook, ASelectingToolOutlivesItsClickForAMoment)
+TEST_F(MessageHook, ASelectingToolOutlivesItsClickForAMomentUnlessANewOneTakesItsPlace)
 {
-    auto* tool = new RecordingTool;
-    tool->m_id = ToolIdSelectRaster;
-    tool->m_answer = 0;
-    EXPECT_FALSE(hostSees(view().m_hWnd, WM_LBUTTONDOWN));
-    EXPECT_EQ(g_pArxApp->m_pTool, tool);
-    EXPECT_TRUE(test::pumpUntil([] { return g_pArxApp->m_pTool == nullptr; })) << "the tool was never ended";
-    EXPECT_EQ(calls, (Calls{"left down 0,0 0", "end"}));
-}
-
-TEST_F(MessageHook, ASecondPressOnASelectingToolLeavesNoTimer)
-{
-    auto* tool = new RecordingTool;
-    tool->m_id = ToolIdSelectRaster;
-    tool->m_answer = 0;
-    hostSees(view().m_hWnd, WM_LBUTTONDOWN);
-    hostSees(view().m_hWnd, WM_LBUTTONDOWN);
-    EXPECT_TRUE(test::pumpUntil([] { return g_pArxApp->m_pTool == nullptr; })) << "the tool was never ended";
-    // Every other timer of the thread comes due at least once before the last one does.
-    const UINT_PTR last = SetTimer(nullptr, 0, 220, nullptr);
-    int others = 0;
-    MSG message = {};
-    while (message.wParam != last && GetMessageW(&message, nullptr, WM_TIMER, WM_TIMER))
-        others += message.wParam != last;
-    KillTimer(nullptr, last);
-    EXPECT_EQ(others, 0);
-}
-
-int laterTicks = 0;
-
-void CALLBACK countTick(HWND, UINT, UINT_PTR, DWORD)
-{
-    ++laterTicks;
-}
-
-TEST_F(MessageHook, ANewToolTakesThePlaceOfOneThatIsAboutToEnd)
-{
-    auto* old = new RecordingTool;
-    old->m_id = ToolIdSelectRaster;
-    old->m_answer = 0;
-    hostSees(view().m_hWnd, WM_LBUTTONDOWN);
-    auto* fresh = new RecordingTool;
-    EXPECT_EQ(calls, (Calls{"left down 0,0 0", "end"}));
-    EXPECT_EQ(g_pArxApp->m_pTool, fresh);
-    EXPECT_EQ(ToolHookCount, 1);
-    // Long enough for the old tool's timer, which would end the new one.
-    laterTicks = 0;
-    const UINT_PTR timer = SetTimer(nullptr, 0, 110, countTick);
-    EXPECT_TRUE(test::pumpUntil([] { return laterTicks == 2; }));
-    KillTimer(nullptr, timer);
-    EXPECT_EQ(g_pArxApp->m_pTool, fresh);
-}
-
-TEST_F(MessageHook, WithoutAnAnswerOfItsOwnAToolGoesOnAndKnowsNoCommand)
-{
-    const std::unique_ptr<CTool> tool(new CTool);
-    EXPECT_EQ(tool->Start(), 1);
-    EXPECT_EQ(tool->ToolId(), 0);
-    EXPECT_EQ(tool->OnLButtonDown({}, 0) & tool->OnRButtonDown({}, 0) & tool->OnLButtonUp({}, 0) &
-                  tool->OnRButtonUp({}, 0) & tool->OnLButtonDblClk({}, 0) & tool->OnMouseMove({}, 0),
-              1);
-    EXPECT_EQ(tool->OnCommand(1), 0);
-    EXPECT_EQ(tool->PreMessage(nullptr), 0);
-    SetCursor(LoadCursorW(nullptr, IDC_WAIT));
-    tool->UpdateCursor();
-    EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, IDC_ARROW));
-    EXPECT_TRUE(tool->IsKindOf(RUNTIME_CLASS(CTool)));
+    const test::HookAndTimerWatch watch;
+    for (const bool replaced : {false, true}) {
+        SCOPED_TRACE(replaced);
+        calls.clear();
+        auto* tool = new RecordingTool;
+        tool->m_id = ToolIdSelectRaster;
+        tool->m_answer = 0;
+        EXPECT_FALSE(hostSees(view().m_hWnd, WM_LBUTTONDOWN));
+        EXPECT_FALSE(hostSees(view().m_hWnd, WM_LBUTTONDOWN));
+        EXPECT_EQ(g_pArxApp->m_pTool, tool);
+        EXPECT_EQ(test::HookAndTimerWatch::threadTimers(), 1) << "a second press starts no second timer";
+        if (replaced) {
+            const std::unique_ptr<RecordingTool> fresh(new RecordingTool);
+            EXPECT_EQ(ToolHookCount, 1);
+            EXPECT_EQ(test::HookAndTimerWatch::threadTimers(), 0) << "the old tool's timer would end the new one";
+            EXPECT_EQ(calls, (Calls{"left down 0,0 0", "left down 0,0 0", "end"}));
+        } else {
+            EXPECT_TRUE(test::pumpUntil([] { return !g_pArxApp->m_pTool; })) << "the tool was never ended";
+        }
+        EXPECT_EQ(test::HookAndTimerWatch::threadTimers(), 0);
+    }
 }
 
 } // namespace

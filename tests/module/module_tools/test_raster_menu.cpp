@@ -1,3 +1,5 @@
+#include <map>
+
 #include "host/CArxApp.h"
 #include "tests/module/support/desk_fixture.h"
 #include "tools/CRasMenuTool.h"
@@ -22,54 +24,31 @@ protected:
             seen = seen || message.message == WM_COMMAND;
         return seen;
     }
-    int imageFrame() const
-    {
-        AcDbRasterVariables* variables = nullptr;
-        if (AcDbRasterVariables::openRasterVariables(variables, AcDb::kForRead) != Acad::eOk)
-            return -2;
-        const int frame = variables->imageFrame();
-        variables->close();
-        return frame;
-    }
 };
 
 TEST_F(RasterMenu, EachItemPostsItsCommandAndEndsTheTool)
 {
-    struct Case
-    {
-        UINT id;
-        std::vector<std::wstring> posted;
+    const std::map<UINT, std::wstring> posted = {
+        {32812, L"orvo_invert "}, {32813, L"orvo_fliph "},     {32814, L"orvo_flipv "},  {32815, L"orvo_despec "},
+        {32816, L"orvo_fill "},   {32817, L"orvo_crop "},      {32818, L"orvo_change "}, {32822, L"orvo_rasprop "},
+        {32823, L"orvo_rotate "}, {32825, L"orvo_rasterize "},
     };
-    const Case cases[] = {
-        {32812, {L"CANCELCMD", L"orvo_invert "}},
-        {32813, {L"CANCELCMD", L"orvo_fliph "}},
-        {32814, {L"CANCELCMD", L"orvo_flipv "}},
-        {32815, {L"CANCELCMD", L"orvo_despec "}},
-        {32816, {L"CANCELCMD", L"orvo_fill "}},
-        {32817, {L"CANCELCMD", L"orvo_crop "}},
-        {32818, {L"CANCELCMD", L"orvo_change "}},
-        {32822, {L"CANCELCMD", L"orvo_rasprop "}},
-        {32823, {L"CANCELCMD", L"orvo_rotate "}},
-        {32825, {L"CANCELCMD", L"orvo_rasterize "}},
-        {32811, {}},
-        {32819, {}},
-        {32824, {}},
-        {32833, {}},
-        {32830, {}}, // no raster is current
-        {32831, {}},
-    };
-    for (const Case& row : cases) {
+    // No raster is current, so that of the others none has anything to do but the frames' one, 32832.
+    for (UINT id = 32811; id <= 32831; ++id) {
+        SCOPED_TRACE(id);
         m_posted.clear();
-        EXPECT_TRUE(choose(row.id)) << "the host was kept from item " << row.id;
-        EXPECT_EQ(m_posted, row.posted) << "item " << row.id;
-        EXPECT_EQ(g_pArxApp->m_pTool, nullptr) << "item " << row.id;
+        EXPECT_TRUE(choose(id)) << "the host was kept from the item";
+        const auto command = posted.find(id);
+        const std::vector<std::wstring> none;
+        EXPECT_EQ(m_posted,
+                  command == posted.end() ? none : (std::vector<std::wstring>{L"CANCELCMD", command->second}));
+        EXPECT_EQ(g_pArxApp->m_pTool, nullptr);
     }
 }
 
 TEST_F(RasterMenu, ShowAndTransparentTurnTheRastersStateOver)
 {
-    openDrawing({test::blank(4, 2)});
-    CAcraster& raster = makeCurrent(0);
+    CAcraster& raster = openCurrent(test::blank(4, 2));
     ASSERT_TRUE(raster.IsShown());
     ASSERT_FALSE(raster.IsTransparent());
     for (const bool on : {false, true}) {
@@ -87,26 +66,23 @@ TEST_F(RasterMenu, ShowAndTransparentTurnTheRastersStateOver)
 TEST_F(RasterMenu, ShowFramesTurnsTheDrawingsSettingOver)
 {
     openDrawing({test::blank(4, 2)});
-    choose(32832);
-    const int first = imageFrame();
-    choose(32832);
-    const int second = imageFrame();
-    EXPECT_EQ(first + second, 1) << "off and on take turns";
+    int shown = 0;
+    for (int time = 0; time < 2; ++time) {
+        choose(32832);
+        AcDbRasterVariables* variables = nullptr;
+        ASSERT_EQ(AcDbRasterVariables::openRasterVariables(variables, AcDb::kForRead), Acad::eOk);
+        shown += variables->imageFrame();
+        variables->close();
+    }
+    EXPECT_EQ(shown, 1) << "off and on take turns";
     EXPECT_EQ(m_posted, (std::vector<std::wstring>{L"regen ", L"regen "}));
 }
 
 TEST_F(RasterMenu, APressInTheViewEndsTheToolWithoutAChange)
 {
-    openDrawing({test::blank(4, 2)});
-    makeCurrent(0);
+    openCurrent(test::blank(4, 2));
     for (const UINT press : {WM_LBUTTONDOWN, WM_RBUTTONDOWN}) {
-        auto* tool = new CRasMenuTool;
-        EXPECT_EQ(tool->ToolId(), 0);
-        tool->m_bBusy = true;
-        PostMessageW(view().m_hWnd, press, 0, 0);
-        test::pumpAll();
-        EXPECT_EQ(g_pArxApp->m_pTool, tool) << "the press belongs to the menu while that is up";
-        tool->m_bBusy = false;
+        new CRasMenuTool;
         PostMessageW(view().m_hWnd, press, 0, 0);
         test::pumpAll();
         EXPECT_EQ(g_pArxApp->m_pTool, nullptr);

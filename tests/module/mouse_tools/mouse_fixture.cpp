@@ -1,7 +1,6 @@
 #include "tests/module/mouse_tools/mouse_fixture.h"
 
 #include <cstring>
-#include <sstream>
 
 #include "tools/Stroke.h"
 #include "tools/ToolMessageHook.h"
@@ -25,9 +24,13 @@ void MouseFixture::SetUp()
 
 CAcraster& MouseFixture::openRaster(const Picture& picture)
 {
-    openDrawing({picture}, {{.x = -40, .y = 30.0 - static_cast<double>(picture.size())}});
-    m_posted.clear();
-    return makeCurrent(0);
+    return openCurrent(picture, {.x = -40, .y = 30.0 - static_cast<double>(picture.size())});
+}
+
+CAcraster& MouseFixture::openGrayRaster()
+{
+    writeGrayBitmap(file("gray.bmp"), 80, 60);
+    return openCurrent(blank(80, 60), {.file = file("gray.bmp"), .x = -40, .y = -30});
 }
 
 void MouseFixture::closeRaster()
@@ -56,6 +59,20 @@ void MouseFixture::drag(CPoint from, CPoint to, UINT flags)
     press(from, flags);
     move(to, flags);
     release(to, flags);
+}
+
+void MouseFixture::expectDragErasesItself(CPoint start, CSize tooShort)
+{
+    press(start);
+    const auto before = viewPixels();
+    move(start + tooShort);
+    EXPECT_TRUE(viewPixels() == before) << "too short to show";
+    move(CPoint(120, 200));
+    EXPECT_TRUE(viewPixels() != before) << "nothing is drawn";
+    move(CPoint(300, 90));
+    move(start);
+    EXPECT_TRUE(viewPixels() == before) << "something is left behind";
+    release(start);
 }
 
 void MouseFixture::command(UINT id)
@@ -99,32 +116,12 @@ std::vector<COLORREF> MouseFixture::viewPixels()
     return pixels;
 }
 
-std::string MouseFixture::regionOf(CAcraster& raster)
-{
-    std::vector<BYTE> bytes(GetRegionData(raster.GetRegion(), 0, nullptr));
-    auto* data = reinterpret_cast<RGNDATA*>(bytes.data());
-    GetRegionData(raster.GetRegion(), static_cast<DWORD>(bytes.size()), data);
-    const auto* rects = reinterpret_cast<const RECT*>(data->Buffer);
-    std::ostringstream text;
-    for (DWORD i = 0; i < data->rdh.nCount; ++i)
-        text << (i ? " " : "") << rects[i].left << "," << rects[i].top << "-" << rects[i].right << ","
-             << rects[i].bottom;
-    return text.str();
-}
-
 int MouseFixture::selected(CAcraster& raster)
 {
     raster.Lock(0);
     const int selection = raster.HasSelection();
     raster.Unlock();
     return selection;
-}
-
-void MouseFixture::deselect(CAcraster& raster)
-{
-    raster.Lock(0);
-    raster.ResetRegion();
-    raster.Unlock();
 }
 
 void MouseFixture::putOnClipboard(UINT format, const DibBytes& bytes)
@@ -149,29 +146,56 @@ void MouseFixture::emptyClipboard()
     CloseClipboard();
 }
 
-DibBytes dibHeader(int width, int height, int bits)
+DibBytes MouseFixture::bitmapOnClipboard()
 {
-    const BITMAPINFOHEADER header = {
-        sizeof(BITMAPINFOHEADER), width, height, 1, static_cast<WORD>(bits), BI_RGB, 0, 0, 0, 0, 0};
-    DibBytes bytes(sizeof(header));
-    std::memcpy(bytes.data(), &header, sizeof(header));
+    EXPECT_TRUE(OpenClipboard(nullptr));
+    const HGLOBAL block = GetClipboardData(CF_DIB);
+    const auto* bytes = block ? static_cast<const BYTE*>(GlobalLock(block)) : nullptr;
+    const DibBytes copy = bytes ? DibBytes(bytes, bytes + GlobalSize(block)) : DibBytes();
+    CloseClipboard();
+    return copy;
+}
+
+DibBytes bytesOf(std::initializer_list<int> values)
+{
+    DibBytes bytes;
+    for (const int value : values)
+        bytes.push_back(static_cast<BYTE>(value));
+    return bytes;
+}
+
+DibBytes little(DWORD value)
+{
+    return bytesOf({BYTE(value), BYTE(value >> 8), BYTE(value >> 16), BYTE(value >> 24)});
+}
+
+DibBytes operator+(DibBytes left, const DibBytes& right)
+{
+    left.insert(left.end(), right.begin(), right.end());
+    return left;
+}
+
+DibBytes dibHeader(int width, int height, int bits, DWORD length, DWORD compression, const DibBytes& rest)
+{
+    DibBytes bytes = little(length) + little(width) + little(height) + bytesOf({1, 0, bits, 0}) + little(compression);
+    bytes.resize(40);
+    bytes = std::move(bytes) + rest;
+    bytes.resize(length);
     return bytes;
 }
 
 DibBytes dibOf(const Picture& picture)
 {
     const int width = static_cast<int>(picture.at(0).size());
-    DibBytes bytes = dibHeader(width, -static_cast<int>(picture.size()), 1);
-    for (const int value : {255, 255, 255, 0, 0, 0, 0, 0}) // white, black
-        bytes.push_back(static_cast<BYTE>(value));
+    DibBytes bytes = dibHeader(width, -static_cast<int>(picture.size()), 1) +
+                     bytesOf({255, 255, 255, 0, 0, 0, 0, 0}); // white, black
     for (const std::string& row : picture) {
         DibBytes packed((width + 31) / 32 * 4);
         for (int x = 0; x < width; ++x) {
             if (row[x] == '#')
                 packed[x / 8] |= 0x80 >> x % 8;
         }
-        for (const BYTE value : packed)
-            bytes.push_back(value);
+        bytes = std::move(bytes) + packed;
     }
     return bytes;
 }

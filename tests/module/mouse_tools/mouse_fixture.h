@@ -20,6 +20,8 @@ protected:
     // Pixel (x, y) of the image covers the view from (40 + 4x, 30 + 4y). The image is 80 by 60 pixels, unless another
     // picture is given.
     CAcraster& openRaster(const Picture& picture = blank(80, 60));
+    // One of 8 bits in the place of openRaster's.
+    CAcraster& openGrayRaster();
     // Ends the tool and the raster and closes the drawing, so that another can be opened.
     void closeRaster();
     // The picture of openRaster with ink at these pixels.
@@ -33,25 +35,33 @@ protected:
     void move(CPoint point, UINT flags = 0) { post(WM_MOUSEMOVE, point, flags); }
     void release(CPoint point, UINT flags = 0) { post(WM_LBUTTONUP, point, flags); }
     void drag(CPoint from, CPoint to, UINT flags = 0);
+    // A drag that comes back to where it began: what it draws on the view shows, from a drag of more than `tooShort`
+    // on, and nothing of it is left in the end.
+    void expectDragErasesItself(CPoint start, CSize tooShort = {0, 0});
     void command(UINT id);
     void escape();
 
     // Every pixel of the view, row by row.
     std::vector<COLORREF> viewPixels();
+    static int locks() { return g_pArxApp->m_pRaster->GetLockCount(); }
     static COLORREF pixelOf(const std::vector<COLORREF>& pixels, int x, int y) { return pixels[y * 400 + x]; }
 
-    // The rectangles of the current raster's region, in words.
-    static std::string regionOf(CAcraster& raster);
     static int selected(CAcraster& raster);
-    static void deselect(CAcraster& raster);
 
     void putOnClipboard(UINT format, const DibBytes& bytes);
     void emptyClipboard();
+    // What another program would find there.
+    DibBytes bitmapOnClipboard();
 };
+
+DibBytes bytesOf(std::initializer_list<int> values);
+DibBytes little(DWORD value);
+DibBytes operator+(DibBytes left, const DibBytes& right);
 
 // A 1-bit bitmap, top row first, black where the picture has ink.
 DibBytes dibOf(const Picture& picture);
-// The header of 40 bytes alone.
-DibBytes dibHeader(int width, int height, int bits);
+// A header alone; a negative height has the top row come first. What lies beyond its first 40 bytes is given or zero.
+DibBytes dibHeader(int width, int height, int bits, DWORD length = 40, DWORD compression = BI_RGB,
+                   const DibBytes& rest = {});
 
 } // namespace test

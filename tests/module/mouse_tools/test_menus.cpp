@@ -1,5 +1,7 @@
 // The mouse tools' menus, as they pop up at a right click.
 
+#include <utility>
+
 #include "tests/module/mouse_tools/mouse_fixture.h"
 #include "tools/CEditPasteTool.h"
 #include "tools/CRasArrowTool.h"
@@ -32,33 +34,20 @@ public:
     MenuWatch(const MenuWatch&) = delete;
     MenuWatch& operator=(const MenuWatch&) = delete;
 
-    bool sawMenu() const { return m_saw; }
+    bool sawMenu() const { return !m_whenUp; }
 
 private:
     static void CALLBACK look(HWND, UINT, UINT_PTR, DWORD)
     {
         const HWND window = FindWindowW(L"#32768", nullptr);
-        if (!current || !window || !IsWindowVisible(window))
+        if (!current || current->sawMenu() || !window || !IsWindowVisible(window))
             return;
-        if (current->m_saw) {
-            if (GetTickCount() - current->m_seenAt > longest) {
-                ADD_FAILURE() << "the menu stays open";
-                EndMenu();
-            }
-            return;
-        }
-        current->m_saw = true;
-        current->m_seenAt = GetTickCount();
-        current->m_whenUp(reinterpret_cast<HMENU>(SendMessageW(window, getMenuHandle, 0, 0)));
+        std::exchange(current->m_whenUp, nullptr)(reinterpret_cast<HMENU>(SendMessageW(window, getMenuHandle, 0, 0)));
     }
 
-    static constexpr DWORD longest = 5000; // ms
-
     static MenuWatch* current;
-    std::function<void(HMENU)> m_whenUp;
+    std::function<void(HMENU)> m_whenUp; // empty once a menu was seen
     UINT_PTR m_timer = 0;
-    bool m_saw = false;
-    DWORD m_seenAt = 0;
 };
 
 MenuWatch* MenuWatch::current = nullptr;
@@ -115,12 +104,6 @@ protected:
             PostMessageW(view().m_hWnd, WM_LBUTTONUP, 0, middle);
         });
     }
-    void openGrayRaster()
-    {
-        test::writeGrayTiff(file("gray.tif"), 80, 60);
-        openDrawing({blank(80, 60)}, {{.file = file("gray.tif"), .x = -40, .y = -30}});
-        makeCurrent(0);
-    }
     void startPaste() { ASSERT_TRUE((new CEditPasteTool)->Start()); }
     void startRotation(int code)
     {
@@ -135,8 +118,6 @@ TEST_F(Menus, TheAreaMenuOffersWhatSelectionAndClipboardAllow)
     openRaster();
     SelectAreaCommand();
     const CPoint beside = at(60, 50);
-    emptyClipboard();
-    EXPECT_EQ(menuAt(beside), (Entries{"[Cut]", "[Copy]", "[Paste]", "[Delete]", "[Invert select area]"}));
     putOnClipboard(CF_UNICODETEXT, {'a', 0, 0, 0});
     EXPECT_EQ(menuAt(beside), (Entries{"[Cut]", "[Copy]", "[Paste]", "[Delete]", "[Invert select area]"}));
     putOnClipboard(CF_DIB, test::dibOf({"##"}));
@@ -155,15 +136,10 @@ TEST_F(Menus, ThePasteMenuTellsWhetherThePaperIsLeftOut)
     EXPECT_EQ(menuAt(at(40, 30)), (Entries{"Transparent*"}));
     choose(at(40, 30), 0);
     EXPECT_EQ(menuAt(at(40, 30)), (Entries{"Transparent"}));
-    choose(at(40, 30), 0);
-    EXPECT_EQ(menuAt(at(40, 30)), (Entries{"Transparent*"}));
-    choose(at(40, 30), 0);
     startPaste();
     EXPECT_EQ(menuAt(at(40, 30)), (Entries{"Transparent*"})) << "each opening begins anew";
 
-    delete g_pArxApp->m_pTool;
-    g_pArxApp->DropRaster();
-    standin::closeDrawing();
+    closeRaster();
     openGrayRaster();
     startPaste();
     EXPECT_EQ(menuAt(at(40, 30)), (Entries{"Transparent"})) << "on a gray raster";

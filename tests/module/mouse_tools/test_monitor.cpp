@@ -7,8 +7,6 @@
 
 namespace {
 
-using test::blank;
-
 class Monitor : public test::MonitorFixture
 {
 protected:
@@ -28,11 +26,7 @@ protected:
     }
     bool framesShown()
     {
-        for (const COLORREF pixel : viewPixels()) {
-            if (pixel != 0xFFFFFF)
-                return true;
-        }
-        return false;
+        return std::ranges::any_of(viewPixels(), [](COLORREF pixel) { return pixel != 0xFFFFFF; });
     }
     void clearView() { view().RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW); }
 };
@@ -62,30 +56,30 @@ TEST_F(Monitor, TheFrameOfTheRasterCrawlsOneWayAndTheSelectionsTheOther)
         EXPECT_EQ(stepsBetween(selection, pattern(100, 70)), 1) << "one to the right";
     }
     const auto pixels = viewPixels();
-    for (int x = 0; x < 400; ++x) {
-        for (int y = 0; y < 300; ++y) {
+    const auto onEdge = [](CRect rect, CPoint point) {
+        const bool inside = rect.PtInRect(point);
+        rect.DeflateRect(1, 1);
+        return inside && !rect.PtInRect(point);
+    };
+    for (int y = 0; y < 300; ++y) {
+        for (int x = 0; x < 400; ++x) {
+            const COLORREF frame = onEdge({40, 30, 360, 270}, {x, y})   ? RGB(0, 0, 255)
+                                   : onEdge({80, 70, 160, 150}, {x, y}) ? RGB(255, 0, 0)
+                                                                        : RGB(255, 255, 255);
             const COLORREF pixel = pixelOf(pixels, x, y);
-            const CRect whole(40, 30, 360, 270);
-            const CRect part(80, 70, 160, 150);
-            const auto edge = [x, y](CRect rect) {
-                const bool inside = rect.PtInRect(CPoint(x, y));
-                rect.DeflateRect(1, 1);
-                return inside && !rect.PtInRect(CPoint(x, y));
-            };
-            if (pixel != 0xFFFFFF) {
-                ASSERT_EQ(pixel, edge(whole)  ? RGB(0, 0, 255)
-                                 : edge(part) ? RGB(255, 0, 0)
-                                              : 0xFFFFFFu)
-                    << x << "," << y;
-            }
+            ASSERT_TRUE(pixel == frame || pixel == RGB(255, 255, 255)) << x << "," << y;
         }
     }
 }
 
-TEST_F(Monitor, ItSleepsDuringACommand)
+TEST_F(Monitor, ItSleepsDuringACommandAndGivesBackItsLocks)
 {
     CAcraster& raster = openRaster();
+    raster.Lock(1);
     tick();
+    tick();
+    EXPECT_EQ(raster.GetLockCount(), 1) << "it gives back the locks that it takes";
+    raster.Unlock();
     const std::string before = pattern(100, 30);
     g_bInCommand = true;
     clearView();
@@ -98,42 +92,27 @@ TEST_F(Monitor, ItSleepsDuringACommand)
     EXPECT_EQ(raster.GetLockCount(), 0);
 }
 
-TEST_F(Monitor, ItGivesBackTheLocksThatItTakes)
-{
-    CAcraster& raster = openRaster();
-    tick();
-    EXPECT_EQ(raster.GetLockCount(), 0);
-    raster.Lock(1);
-    tick();
-    tick();
-    EXPECT_EQ(raster.GetLockCount(), 1);
-    raster.Unlock();
-}
-
-TEST_F(Monitor, ARasterThatIsGoneIsDroppedInSilence)
+TEST_F(Monitor, ARasterThatIsGoneAndAPaperLayoutEndTheEditingInSilence)
 {
     m_locksLeft = 1; // a lock that failed leaves the document locked
     openRaster();
-    tick();
-    standin::eraseEntity(test::imageHandle(0));
-    clearView();
-    tick();
-    EXPECT_EQ(g_pArxApp->m_pRaster, nullptr);
-    EXPECT_FALSE(framesShown());
-    EXPECT_TRUE(m_alerts.empty());
-    tick();
-}
-
-TEST_F(Monitor, APaperLayoutEndsTheEditing)
-{
-    openRaster();
-    tick();
-    ASSERT_NE(g_pArxApp->m_pRaster, nullptr);
-    ASSERT_TRUE(standin::setSystemVariable(L"TILEMODE", std::int16_t(0)));
-    clearView();
-    tick();
-    EXPECT_EQ(g_pArxApp->m_pRaster, nullptr);
-    EXPECT_FALSE(framesShown());
+    for (const bool erased : {false, true}) {
+        SCOPED_TRACE(erased);
+        standin::setSystemVariable(L"TILEMODE", std::int16_t(1));
+        makeCurrent(0);
+        tick();
+        ASSERT_TRUE(framesShown());
+        if (erased) {
+            EXPECT_TRUE(standin::eraseEntity(test::imageHandle(0)));
+        } else {
+            EXPECT_TRUE(standin::setSystemVariable(L"TILEMODE", std::int16_t(0)));
+        }
+        clearView();
+        tick();
+        EXPECT_EQ(g_pArxApp->m_pRaster, nullptr);
+        EXPECT_FALSE(framesShown());
+        EXPECT_TRUE(m_alerts.empty());
+    }
 }
 
 TEST_F(Monitor, KeepsTheHandlesOfTheFreeRotationOnTheViewButInADrag)

@@ -1,6 +1,6 @@
-// The paste tool.
+// The paste tool. Where it floats, what a commit paints and what drops it is played and checked to the pixel in the
+// sessions.
 
-#include "tests/module/afx/gdi_count.h"
 #include "tests/module/mouse_tools/mouse_fixture.h"
 #include "tests/module/support/held_objects.h"
 #include "tools/CEditPasteTool.h"
@@ -11,6 +11,7 @@ using test::blank;
 using test::DibBytes;
 using test::Picture;
 using test::pictureInDrawing;
+using test::operator+;
 
 const Picture corner = {
     "########", //
@@ -41,71 +42,14 @@ protected:
         return std::to_string(rect.left) + "," + std::to_string(rect.top) + "-" + std::to_string(rect.right) + "," +
                std::to_string(rect.bottom);
     }
-    static Picture withCornerAt(int x, int y, Picture picture = blank(80, 60))
+    static Picture sheetWith(const Picture& pasted, CPoint topLeft)
     {
-        for (size_t row = 0; row < corner.size(); ++row) {
-            for (size_t column = 0; column < corner[0].size(); ++column) {
-                if (corner[row][column] == '#')
-                    picture[y + row][x + column] = '#';
-            }
-        }
+        Picture picture = blank(80, 60);
+        for (size_t row = 0; row < pasted.size(); ++row)
+            picture[topLeft.y + row].replace(topLeft.x, pasted[row].size(), pasted[row]);
         return picture;
     }
 };
-
-TEST_F(Paste, FloatsInTheMiddleOfTheView)
-{
-    openRaster(blank(1000, 600));
-    // One view pixel to an image pixel, and the middle of the view in the middle of pixel (500, 300).
-    m_viewState = {400, 300, {-40 + 500.5, 30 - 300.5, 0}, 300};
-    struct Case
-    {
-        int width, height;
-        std::string wanted;
-    };
-    const Case cases[] = {
-        {100, 50, "450,275-550,325"},
-        {5, 3, "498,299-503,302"},
-        {1, 1, "500,300-501,301"},
-    };
-    for (const Case& row : cases) {
-        CEditPasteTool* tool = startWith(blank(row.width, row.height));
-        ASSERT_NE(tool, nullptr);
-        EXPECT_EQ(place(*tool), row.wanted);
-        EXPECT_EQ(tool->ToolId(), 7);
-    }
-}
-
-TEST_F(Paste, EveryOpeningIsTransparentOnAOneBitRaster)
-{
-    openRaster();
-    ASSERT_NE(startWith(corner), nullptr);
-    EXPECT_TRUE(PasteTransparent);
-    move(CPoint(200, 150));
-    command(ID_PASTE_TRANSPARENT);
-    EXPECT_FALSE(PasteTransparent);
-    ASSERT_NE(start(), nullptr);
-    EXPECT_TRUE(PasteTransparent);
-}
-
-TEST_F(Paste, OnADeeperRasterItIsOpaqueAndShowsThePixelsAllTheSame)
-{
-    test::writeGrayTiff(file("gray.tif"), 80, 60);
-    openDrawing({blank(80, 60)}, {{.file = file("gray.tif"), .x = -40, .y = -30}});
-    makeCurrent(0);
-    m_viewState.centre = {0.5, -0.5, 0};
-    ASSERT_NE(startWith(corner), nullptr);
-    EXPECT_FALSE(PasteTransparent);
-    EXPECT_EQ(pixelOf(viewPixels(), 188, 142), 0u) << "the bitmap's upper edge is ink";
-    delete g_pArxApp->m_pTool;
-
-    const int objects = gdiObjects();
-    for (int i = 0; i < 20; ++i) {
-        ASSERT_NE(start(), nullptr);
-        delete g_pArxApp->m_pTool;
-    }
-    EXPECT_LE(gdiObjects(), objects + 2);
-}
 
 TEST_F(Paste, WithoutABitmapItDoesNotStart)
 {
@@ -147,60 +91,66 @@ TEST_F(Paste, ALastRowNeedNotBeFilledUp)
 TEST_F(Paste, DataOfTheModulesOwnFormatIsNotPasted)
 {
     openRaster();
-    putOnClipboard(RegisterClipboardFormatW(L"Halvoran Raster Pakage"), {1, 2, 3});
-    ASSERT_TRUE(OpenClipboard(view().m_hWnd));
-    const DibBytes dib = test::dibOf(corner);
-    const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, dib.size());
-    std::copy(dib.begin(), dib.end(), static_cast<BYTE*>(GlobalLock(block)));
-    GlobalUnlock(block);
-    SetClipboardData(CF_DIB, block);
+    putOnClipboard(CF_DIB, test::dibOf(corner));
+    ASSERT_TRUE(OpenClipboard(nullptr));
+    SetClipboardData(RegisterClipboardFormatW(L"Halvoran Raster Pakage"), GlobalAlloc(GMEM_MOVEABLE, 3));
     CloseClipboard();
     EXPECT_EQ(start(), nullptr);
 }
 
-TEST_F(Paste, AClickBesideTheImageCommits)
+TEST_F(Paste, BitmapsOfAnyDepthAndHeaderArePasted)
 {
-    Picture ground = blank(80, 60);
-    ground[28] = std::string(80, '#');
-    for (const bool transparent : {true, false}) {
-        SCOPED_TRACE(transparent);
-        openRaster(ground);
-        // Away from the edges of pixels, so that the middle lies in pixel (40, 30).
-        m_viewState.centre = {0.5, -0.5, 0};
-        CEditPasteTool* tool = startWith(corner);
-        ASSERT_NE(tool, nullptr);
-        EXPECT_EQ(place(*tool), "36,28-44,32");
-        PasteTransparent = transparent;
+    using test::bytesOf;
+    using test::dibHeader;
+    // All say the same in the colours black, white, dark and light.
+    const Picture motif = {
+        "#..#", // 2 1 3 0
+        ".##.", // 3 0 2 1
+    };
+    const DibBytes black = bytesOf({0, 0, 0, 0});
+    const DibBytes white = bytesOf({255, 255, 255, 0});
+    const DibBytes dark = bytesOf({90, 20, 30, 0});
+    const DibBytes light = bytesOf({200, 250, 250, 0});
+    const DibBytes colours = black + white + dark + light;
+    const DibBytes upper1 = bytesOf({0x90, 0, 0, 0});
+    const DibBytes lower1 = bytesOf({0x60, 0, 0, 0});
+    const DibBytes rows4 = bytesOf({0x30, 0x21, 0, 0, 0x21, 0x30, 0, 0});
+    const DibBytes upper8 = bytesOf({2, 1, 3, 0});
+    const DibBytes lower8 = bytesOf({3, 0, 2, 1});
+    const DibBytes upper24 = bytesOf({90, 20, 30, 255, 255, 255, 200, 250, 250, 0, 0, 0});
+    const DibBytes lower24 = bytesOf({200, 250, 250, 0, 0, 0, 90, 20, 30, 255, 255, 255});
+    const DibBytes upper32 = dark + white + light + black;
+    const DibBytes lower32 = light + black + dark + white;
+    const DibBytes masks = test::little(0xFF0000) + test::little(0xFF00) + test::little(0xFF);
+    const auto palette = [&](int count) { return colours + DibBytes((count - 4) * size_t(4)); };
+    struct Case
+    {
+        const char* what;
+        DibBytes dib;
+    };
+    const Case cases[] = {
+        {"1 bit, white first", dibHeader(4, 2, 1) + white + black + lower1 + upper1},
+        {"1 bit, black first, top row first", dibHeader(4, -2, 1) + black + white + lower1 + upper1},
+        {"4 bits", dibHeader(4, 2, 4) + palette(16) + rows4},
+        {"8 bits, top row first", dibHeader(4, -2, 8) + palette(256) + upper8 + lower8},
+        {"8 bits, a header of 124 bytes", dibHeader(4, 2, 8, 124) + palette(256) + lower8 + upper8},
+        {"24 bits", dibHeader(4, 2, 24) + lower24 + upper24},
+        {"24 bits, top row first, 108 bytes", dibHeader(4, -2, 24, 108) + upper24 + lower24},
+        {"32 bits", dibHeader(4, 2, 32) + lower32 + upper32},
+        {"32 bits, masks behind the header", dibHeader(4, 2, 32, 40, BI_BITFIELDS) + masks + lower32 + upper32},
+        {"32 bits, masks in the header", dibHeader(4, -2, 32, 124, BI_BITFIELDS, masks) + upper32 + lower32},
+    };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.what);
+        openRaster();
+        m_viewState.centre = {0.5, -0.5, 0}; // the middle of the view lies in pixel (40, 30)
+        putOnClipboard(CF_DIB, row.dib);
+        ASSERT_NE(start(), nullptr);
+        PasteTransparent = false;
         move(CPoint(20, 20));
         drag(CPoint(20, 20), CPoint(20, 20));
-        Picture wanted = withCornerAt(36, 28, ground);
-        EXPECT_EQ(pictureInDrawing(0), wanted);
-        ASSERT_FALSE(m_posted.empty());
-        EXPECT_EQ(m_posted.back(), L"orvo_selarea ");
-        EXPECT_EQ(g_pArxApp->m_pRaster->GetLockCount(), 0);
-        delete g_pArxApp->m_pTool;
-        g_pArxApp->DropRaster();
-        standin::closeDrawing();
-    }
-}
-
-TEST_F(Paste, OnlyTheOpaqueModeBringsItsPaper)
-{
-    const Picture black(60, std::string(80, '#'));
-    for (const bool transparent : {true, false}) {
-        openRaster(black);
-        m_viewState.centre = {0.5, -0.5, 0};
-        ASSERT_NE(startWith(corner), nullptr);
-        PasteTransparent = transparent;
-        move(CPoint(20, 20));
-        press(CPoint(20, 20));
-        Picture wanted = black;
-        for (size_t row = 0; !transparent && row < corner.size(); ++row)
-            wanted[28 + row].replace(36, 8, corner[row]);
-        EXPECT_EQ(pictureInDrawing(0), wanted) << (transparent ? "transparent" : "opaque");
-        delete g_pArxApp->m_pTool;
-        g_pArxApp->DropRaster();
-        standin::closeDrawing();
+        EXPECT_EQ(pictureInDrawing(0), sheetWith(motif, {38, 29}));
+        closeRaster();
     }
 }
 
@@ -233,30 +183,15 @@ TEST_F(Paste, AClickInsideDragsAndNeverCommits)
 
     move(CPoint(20, 20));
     press(CPoint(20, 20));
-    EXPECT_EQ(pictureInDrawing(0), withCornerAt(56, 38));
-}
-
-TEST_F(Paste, APanDropsThePaste)
-{
-    openRaster();
-    CEditPasteTool* tool = startWith(corner);
-    ASSERT_NE(tool, nullptr);
-    move(CPoint(200, 150));
-    EXPECT_TRUE(m_posted.empty());
-    m_viewState.centre.x = 1;
-    move(CPoint(201, 150));
-    EXPECT_EQ(m_posted, std::vector<std::wstring>{L"orvo_selarea "});
-    EXPECT_EQ(pictureInDrawing(0), blank(80, 60));
+    EXPECT_EQ(pictureInDrawing(0), sheetWith(corner, {56, 38}));
 }
 
 TEST_F(Paste, ThePreviewShowsTheClipboardsPixels)
 {
     openRaster();
     m_viewState.centre = {0.5, -0.5, 0};
-    // 8 bits: 256 colours lie between the header and the bits. Index 1 is white, 0 black.
-    DibBytes gray = test::dibHeader(8, -4, 8);
-    gray.resize(40 + 1024);
-    gray[44] = gray[45] = gray[46] = 255;
+    // 8 bits: 256 colours lie between the header and the bits. Index 1 is white, all others black.
+    DibBytes gray = test::dibHeader(8, -4, 8) + test::bytesOf({0, 0, 0, 0, 255, 255, 255, 0}) + DibBytes(1016);
     for (const std::string& row : corner) {
         for (const char pixel : row)
             gray.push_back(pixel == '#' ? 0 : 1);
@@ -275,18 +210,16 @@ TEST_F(Paste, ThePreviewShowsTheClipboardsPixels)
     }
 }
 
-TEST_F(Paste, ADeeperRasterCostsNoContexts)
+TEST_F(Paste, OnADeeperRasterItIsOpaqueAndCostsNoContexts)
 {
-    test::writeGrayTiff(file("gray.tif"), 80, 60);
-    openDrawing({blank(80, 60)}, {{.file = file("gray.tif"), .x = -40, .y = -30}});
-    makeCurrent(0);
+    openGrayRaster();
+    m_viewState.centre = {0.5, -0.5, 0};
     putOnClipboard(CF_DIB, test::dibOf(corner));
     const auto live = [this] {
-        if (start()) {
-            EXPECT_FALSE(PasteTransparent);
-            escape();
-        }
-        EXPECT_EQ(g_pArxApp->m_pTool, nullptr);
+        ASSERT_NE(start(), nullptr);
+        EXPECT_FALSE(PasteTransparent);
+        EXPECT_EQ(pixelOf(viewPixels(), 188, 142), 0u) << "the bitmap's upper edge is ink";
+        escape();
     };
     live();
     const test::HeldObjects before = test::HeldObjects::now();

@@ -1,4 +1,5 @@
-// The rotate tools.
+// The rotate tools. What they turn, by which angle and about which point is played and checked to the pixel in the
+// sessions.
 
 #include <cmath>
 
@@ -6,13 +7,13 @@
 #include "tools/CFreeRotateTool.h"
 #include "tools/RotateStart.h"
 #include "tools/RotationGeometry.h"
-#include "workerlink/SendToWorker.h"
 
 namespace {
 
 using test::blank;
-using test::Picture;
 using test::pictureInDrawing;
+
+const double pi = std::acos(-1.0);
 
 class Rotation : public test::MouseFixture
 {
@@ -44,50 +45,39 @@ protected:
         KillTimer(nullptr, timer);
     }
     CView* drawingView() override { return m_noView ? nullptr : MouseFixture::drawingView(); }
-    void dragTo(CPoint from, CPoint to, UINT flags = 0)
-    {
-        drag(from, to, flags);
-        ASSERT_NE(g_pArxApp->m_pTool, nullptr);
-    }
 
     bool m_noView = false;
 };
 
-TEST(RotationGeometry, Directions)
+TEST(RotationGeometry, DirectionsAndDistances)
 {
     struct Case
     {
-        CPoint to;
+        CPoint to; // from (7, 9)
         double wanted;
     };
-    const double pi = std::acos(-1.0);
-    const Case cases[] = {
-        {{7, 9}, 0},   {{17, 9}, 0},           {{17, 19}, pi / 4},    {{7, 19}, pi / 2},
-        {{-3, 9}, pi}, {{-3, -1}, 5 * pi / 4}, {{7, -1}, 3 * pi / 2}, {{17, -1}, 7 * pi / 4},
-    };
-    for (const Case& row : cases)
+    for (const Case& row : {Case{{7, 9}, 0}, Case{{17, 9}, 0}, Case{{17, 19}, pi / 4}, Case{{7, 19}, pi / 2},
+                            Case{{-3, 9}, pi}, Case{{-3, -1}, 5 * pi / 4}, Case{{17, -1}, 7 * pi / 4}})
         EXPECT_NEAR(DirectionOf({7, 9}, row.to), row.wanted, 1e-8) << row.to.x << "," << row.to.y;
     EXPECT_NEAR(DirectionOf({-2000000000, 0}, {2000000000, 0}), 0, 1e-8) << "as far apart as points can lie";
     EXPECT_NEAR(DistanceBetween({-2000000000, 0}, {2000000000, 0}), 4e9, 1);
 }
 
-TEST(RotationGeometry, AnglesBetweenDirections)
+TEST(RotationGeometry, AnglesBetweenDirectionsAndWhichWayTheyOpen)
 {
     struct Case
     {
-        double a, b, wanted;
+        double a, b, angle;
+        bool backward;
     };
-    const Case cases[] = {
-        {0, 1, 1},
-        {1, 0, 1},
-        {0.5, 6.0, 6.283185308 - 5.5},
-        {0, 3.141592654, 3.141592654},
-        {7, 1, 7.283185308 - 7},
-        {13, 0.1, 12.9 - 2 * 6.283185308},
-        {2, 2, 0},
-    };
-    for (const Case& row : cases)
-        EXPECT_NEAR(AngleBetween(row.a, row.b), row.wanted, 1e-12) << row.a << " and " << row.b;
+    for (const Case& row :
+         {Case{0, pi / 2, pi / 2, false}, Case{pi / 2, 0, pi / 2, true}, Case{0.1, 6.2, 2 * pi - 6.1, true},
+          Case{6.2, 0.1, 2 * pi - 6.1, false}, Case{0, 3.1, 3.1, false}, Case{1, 1, 0, true}}) {
+        SCOPED_TRACE(testing::Message() << row.a << " and " << row.b);
+        EXPECT_NEAR(AngleBetween(row.a, row.b), row.angle, 1e-8);
+        EXPECT_EQ(TurnsBackward(row.a, row.b), row.backward);
+    }
+    EXPECT_NEAR(AngleBetween(13, 0.1), 12.9 - 4 * pi, 1e-8) << "more than a turn";
 }
 
 TEST(RotationGeometry, PointsOnACircleRoundTowardZeroAfterHalf)
@@ -107,41 +97,17 @@ TEST(RotationGeometry, PointsOnACircleRoundTowardZeroAfterHalf)
         EXPECT_TRUE(PointAt(row.centre, row.angle, row.radius) == row.wanted) << row.angle << " " << row.radius;
 }
 
-TEST(RotationGeometry, WhichWayTheArmsOpen)
+TEST_F(Rotation, AFixedTurnShowsItsCursorAndEndsOnceTheButtonIsUp)
 {
-    const double quarter = halfTurn / 2;
-    EXPECT_FALSE(TurnsBackward(0, quarter));
-    EXPECT_TRUE(TurnsBackward(quarter, 0));
-    EXPECT_TRUE(TurnsBackward(0.1, 6.2));
-    EXPECT_FALSE(TurnsBackward(6.2, 0.1));
-    EXPECT_TRUE(TurnsBackward(1, 1));
-}
-
-TEST_F(Rotation, TheSelectedAreaTurnsAboutTheClickedPoint)
-{
-    struct Case
-    {
-        int code;
-        CPoint wanted; // where pixel (50, 30) goes, about (40, 30)
-    };
-    for (const Case& row : {Case{0, {40, 40}}, Case{1, {40, 20}}, Case{2, {30, 30}}}) {
-        SCOPED_TRACE(row.code);
-        CAcraster& raster = openRaster(withInk({{50, 30}, {5, 5}}));
-        raster.GetRegion().SetRectRgn(48, 28, 53, 33);
-        startTool(row.code);
-        move(at(40, 30));
-        EXPECT_EQ(GetCursor(), LoadCursorW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(150)));
-        command(40000);
-        ASSERT_NE(g_pArxApp->m_pTool, nullptr) << "commands are swallowed";
-        press(at(40, 30));
-        EXPECT_EQ(pictureInDrawing(0), withInk({row.wanted, {5, 5}})) << "the rest of the image stays";
-        ASSERT_NE(g_pArxApp->m_pTool, nullptr);
-        release(at(40, 30));
-        EXPECT_EQ(g_pArxApp->m_pTool, nullptr) << "it ends once the button is up";
-        EXPECT_EQ(selected(raster), 0);
-        EXPECT_EQ(raster.GetLockCount(), 0);
-        closeRaster();
-    }
+    openRaster().GetRegion().SetRectRgn(48, 28, 53, 33);
+    startTool(RotateHalf);
+    move(at(40, 30));
+    EXPECT_EQ(GetCursor(), LoadCursorW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(150)));
+    press(at(40, 30));
+    EXPECT_NE(g_pArxApp->m_pTool, nullptr);
+    release(at(40, 30));
+    EXPECT_EQ(g_pArxApp->m_pTool, nullptr);
+    EXPECT_EQ(locks(), 0);
 }
 
 TEST_F(Rotation, HandlesLieAroundTheMiddleOfTheView)
@@ -154,36 +120,21 @@ TEST_F(Rotation, HandlesLieAroundTheMiddleOfTheView)
     ASSERT_EQ(g_pArxApp->m_pTool->ToolId(), 9);
     struct Case
     {
-        CPoint point;
         const char* wanted;
+        std::vector<CPoint> points;
     };
+    // Base point (500, 400), first arm (650, 300), second arm (700, 400). The box lies 5 about the handles, and half of
+    // 180 about the base point for the arc.
     const Case cases[] = {
-        // Base point (500, 400), first arm (650, 300), second arm (700, 400).
-        {{500, 400}, "handle"},
-        {{496, 396}, "handle"},
-        {{504, 404}, "handle"},
-        {{495, 400}, "box"},
-        {{505, 400}, "box"},
-        {{500, 395}, "box"},
-        {{500, 405}, "box"},
-        {{650, 300}, "handle"},
-        {{646, 304}, "handle"},
-        {{655, 300}, "box"},
-        {{700, 400}, "handle"},
-        {{704, 404}, "handle"},
-        {{695, 400}, "box"},
-        // The box: 5 about the handles, and half of 180 about the base point for the arc.
-        {{409, 400}, "box"},
-        {{408, 400}, "outside"},
-        {{704, 450}, "box"},
-        {{705, 400}, "outside"},
-        {{600, 295}, "box"},
-        {{600, 294}, "outside"},
-        {{600, 490}, "box"},
-        {{600, 491}, "outside"},
+        {"handle", {{500, 400}, {496, 396}, {504, 404}, {650, 300}, {646, 304}, {700, 400}, {704, 404}}},
+        {"box", {{495, 400}, {505, 400}, {500, 395}, {500, 405}, {655, 300}, {695, 400}}},
+        {"box", {{409, 400}, {704, 450}, {600, 295}, {600, 490}}},
+        {"outside", {{408, 400}, {705, 400}, {600, 294}, {600, 491}}},
     };
-    for (const Case& row : cases)
-        EXPECT_EQ(cursorAt(row.point), row.wanted) << row.point.x << "," << row.point.y;
+    for (const Case& row : cases) {
+        for (const CPoint& point : row.points)
+            EXPECT_EQ(cursorAt(point), row.wanted) << point.x << "," << point.y;
+    }
 }
 
 // The handles' first places in the fixture's view, pressed near enough: pixels are 4 view pixels wide.
@@ -191,78 +142,14 @@ const CPoint nearBase(165, 148);
 const CPoint nearFirstArm(214, 114);
 const CPoint nearSecondArm(232, 148);
 
-TEST_F(Rotation, TheAngleRunsFromTheFirstArmToTheSecond)
-{
-    struct Case
-    {
-        const char* what;
-        CPoint first, second; // image pixels, about the base point (40, 30)
-        CPoint wanted;        // where pixel (40, 22) goes
-    };
-    const Case cases[] = {
-        {"a quarter turn", {52, 30}, {40, 42}, {48, 30}},
-        {"three quarters", {40, 42}, {52, 30}, {32, 30}},
-        {"half a turn", {52, 30}, {28, 30}, {40, 38}},
-    };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.what);
-        CAcraster& raster = openRaster(withInk({{40, 22}}));
-        startTool(RotateFreeWhole);
-        dragTo(nearBase, at(40, 30));
-        dragTo(nearFirstArm, at(row.first.x, row.first.y));
-        dragTo(nearSecondArm, at(row.second.x, row.second.y));
-        EXPECT_EQ(cursorAt(at(row.first.x, row.first.y)), "handle");
-        EXPECT_EQ(cursorAt(at(row.second.x, row.second.y)), "handle");
-        command(ID_ROTATE_START);
-        EXPECT_EQ(g_pArxApp->m_pTool, nullptr);
-        EXPECT_EQ(pictureInDrawing(0), withInk({row.wanted}));
-        EXPECT_EQ(raster.GetLockCount(), 0);
-        closeRaster();
-    }
-}
-
-TEST_F(Rotation, AFreeTurnOfTheAreaLeavesTheRest)
-{
-    CAcraster& raster = openRaster(withInk({{40, 22}, {5, 5}}));
-    raster.GetRegion().SetRectRgn(38, 20, 43, 25);
-    startTool(RotateFreeSelection);
-    dragTo(nearBase, at(40, 30));
-    dragTo(nearFirstArm, at(52, 30));
-    dragTo(nearSecondArm, at(40, 42));
-    command(ID_ROTATE_START);
-    EXPECT_EQ(pictureInDrawing(0), withInk({{48, 30}, {5, 5}}));
-    EXPECT_EQ(selected(raster), 0);
-}
-
-TEST_F(Rotation, ShiftHoldsAnArmLevelOrUprightAndAMoveOnItsAxis)
-{
-    openRaster();
-    startTool(RotateFreeWhole);
-    dragTo(nearBase, at(40, 30));
-    // Upright: at most as far to the side as up or down.
-    dragTo(nearFirstArm, at(45, 15), MK_SHIFT);
-    EXPECT_EQ(cursorAt(at(40, 15)), "handle");
-    EXPECT_EQ(cursorAt(at(45, 15)), "box");
-    dragTo(nearSecondArm, at(60, 25), MK_SHIFT);
-    EXPECT_EQ(cursorAt(at(60, 30)), "handle");
-    // The base point stays on the level of where it was taken.
-    dragTo(at(40, 30), at(33, 34), MK_SHIFT);
-    EXPECT_EQ(cursorAt(at(33, 30)), "handle");
-    // All of them, by the box.
-    dragTo(at(44, 24), at(47, 34), MK_SHIFT);
-    EXPECT_EQ(cursorAt(at(33, 40)), "handle");
-    EXPECT_EQ(cursorAt(at(40, 25)), "handle");
-    EXPECT_EQ(cursorAt(at(60, 40)), "handle");
-}
-
 TEST_F(Rotation, WhereHandlesOverlapTheBasePointIsTaken)
 {
     openRaster(withInk({{60, 22}}));
     startTool(RotateFreeWhole);
-    dragTo(nearBase, at(40, 30));
-    dragTo(nearFirstArm, at(40, 30));
-    dragTo(at(40, 30), at(60, 30));
-    dragTo(nearSecondArm, at(60, 20));
+    drag(nearBase, at(40, 30));
+    drag(nearFirstArm, at(40, 30));
+    drag(at(40, 30), at(60, 30));
+    drag(nearSecondArm, at(60, 20));
     // About the base point (60, 30), from the first arm at (40, 30) to the second: a quarter turn.
     command(ID_ROTATE_START);
     EXPECT_EQ(pictureInDrawing(0), withInk({{68, 30}}));
@@ -274,14 +161,7 @@ TEST_F(Rotation, TheDragFigureErasesItself)
     startTool(RotateFreeWhole);
     for (const CPoint grip : {nearBase, nearFirstArm, nearSecondArm, CPoint(190, 140)}) {
         SCOPED_TRACE(grip.x);
-        press(grip);
-        const auto before = viewPixels();
-        move(CPoint(120, 200));
-        EXPECT_TRUE(viewPixels() != before);
-        move(CPoint(300, 90));
-        move(grip);
-        EXPECT_TRUE(viewPixels() == before);
-        release(grip);
+        expectDragErasesItself(grip);
     }
 }
 
@@ -353,18 +233,6 @@ TEST_F(Rotation, NothingIsMadeForADrawingThatWasClosedBeforeItBegins)
     RemoveVectoredExceptionHandler(watch);
     EXPECT_EQ(faults, 0);
     EXPECT_EQ(g_pArxApp->m_pTool, nullptr);
-}
-
-TEST_F(Rotation, AWorkerThatFailsLeavesTheImage)
-{
-    const Picture picture = withInk({{50, 30}});
-    CAcraster& raster = openRaster(picture);
-    raster.GetRegion().SetRectRgn(48, 28, 53, 33);
-    SetWorkerPath(file("no worker.exe").c_str());
-    startTool(RotateHalf);
-    drag(at(40, 30), at(40, 30));
-    EXPECT_EQ(g_pArxApp->m_pTool, nullptr);
-    EXPECT_EQ(pictureInDrawing(0), picture);
 }
 
 } // namespace

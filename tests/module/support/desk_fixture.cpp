@@ -157,4 +157,11 @@ CAcraster& DeskFixture::makeCurrent(int index)
     return *g_pArxApp->m_pRaster;
 }
 
+CAcraster& DeskFixture::openCurrent(const Picture& picture, const PlacedImage& place, double dotsPerInch)
+{
+    openDrawing({picture}, {place}, dotsPerInch);
+    m_posted.clear();
+    return makeCurrent(0);
+}
+
 } // namespace test

@@ -39,6 +39,8 @@ protected:
     void entityName(int index, ads_name& name) const;
     // Makes the image the current raster, unlocked.
     CAcraster& makeCurrent(int index);
+    // A drawing with this picture alone, which is the current raster, unlocked.
+    CAcraster& openCurrent(const Picture& picture, const PlacedImage& place = {}, double dotsPerInch = 300);
 
     CWnd& view() { return *m_view; }
     // Another window in the place of the view, as when a drawing is closed and the next one opened.

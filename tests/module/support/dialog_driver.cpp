@@ -78,12 +78,6 @@ void press(HWND dialog, int id)
     PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
 }
 
-std::wstring boxText(HWND box)
-{
-    constexpr int textId = 0xFFFF;
-    return textOf(GetDlgItem(box, textId));
-}
-
 std::wstring nameIn(HWND fileDialog)
 {
     return textOf(nameBox(fileDialog));

@@ -34,8 +34,6 @@ private:
 
 // Presses a button of a dialog or message box, once the dialog's work is done.
 void press(HWND dialog, int id);
-// The text of a message box.
-std::wstring boxText(HWND box);
 
 // The name box of a file dialog.
 std::wstring nameIn(HWND fileDialog);

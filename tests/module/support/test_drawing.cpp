@@ -1,13 +1,11 @@
 #include "tests/module/support/test_drawing.h"
 
 #include <cstdint>
-#include <cstring>
 #include <fstream>
-#include <iterator>
 #include <sstream>
 #include <windows.h>
 
-#include "imaging/bitmap.h"
+#include "imaging/raster_file.h"
 
 namespace test {
 
@@ -15,61 +13,6 @@ namespace {
 
 constexpr standin::Handle firstImage = 0x100;
 constexpr standin::Handle firstDefinition = 0x200;
-
-void put16(std::string& out, unsigned value)
-{
-    out += static_cast<char>(value & 0xFF);
-    out += static_cast<char>(value >> 8 & 0xFF);
-}
-
-void put32(std::string& out, std::uint32_t value)
-{
-    put16(out, value & 0xFFFF);
-    put16(out, value >> 16);
-}
-
-void putEntry(std::string& out, unsigned tag, unsigned type, std::uint32_t value)
-{
-    put16(out, tag);
-    put16(out, type);
-    put32(out, 1);
-    put32(out, value);
-}
-
-// One strip behind a directory of fixed size.
-void writeTiffFile(const std::filesystem::path& path, int width, int height, int bits, int photometric,
-                   double dotsPerInch, const std::string& strip)
-{
-    constexpr unsigned shortType = 3;
-    constexpr unsigned longType = 4;
-    constexpr unsigned rationalType = 5;
-    constexpr std::uint32_t entries = 12;
-    constexpr std::uint32_t rationals = 8 + 2 + entries * 12 + 4;
-    constexpr std::uint32_t pixels = rationals + 2 * 8;
-
-    std::string out = "II*";
-    out += '\0';
-    put32(out, 8);
-    put16(out, entries);
-    putEntry(out, 256, longType, width);
-    putEntry(out, 257, longType, height);
-    putEntry(out, 258, shortType, bits);
-    putEntry(out, 259, shortType, 1);
-    putEntry(out, 262, shortType, photometric);
-    putEntry(out, 273, longType, pixels);
-    putEntry(out, 277, shortType, 1);
-    putEntry(out, 278, longType, height);
-    putEntry(out, 279, longType, static_cast<std::uint32_t>(strip.size()));
-    putEntry(out, 282, rationalType, rationals);
-    putEntry(out, 283, rationalType, rationals + 8);
-    putEntry(out, 296, shortType, 2);
-    put32(out, 0);
-    for (int i = 0; i < 2; ++i) {
-        put32(out, static_cast<std::uint32_t>(dotsPerInch * 100000 + 0.5));
-        put32(out, 100000);
-    }
-    std::ofstream(path, std::ios::binary) << out << strip;
-}
 
 std::string hex(standin::Handle handle)
 {
@@ -110,6 +53,16 @@ void putDefinition(DxfText& dxf, int index, const PlacedImage& image)
     dxf(1, image.file.string())(10, image.width)(20, image.height)(11, 1)(21, 1)(280, 1)(281, 0);
 }
 
+Picture pictureOf(const imaging::Bitmap& bitmap)
+{
+    Picture picture = blank(bitmap.width(), bitmap.height());
+    for (int y = 0; y < bitmap.height(); ++y) {
+        for (int x = 0; x < bitmap.width(); ++x)
+            picture[y][x] = bitmap.ink(x, y) ? '#' : '.';
+    }
+    return picture;
+}
+
 } // namespace
 
 Picture blank(int width, int height)
@@ -127,24 +80,26 @@ std::filesystem::path freshFolder(const std::string& name)
 
 void writeTiff(const std::filesystem::path& path, const Picture& picture, double dotsPerInch)
 {
-    const int width = static_cast<int>(picture.at(0).size());
-    std::string strip;
-    for (const std::string& row : picture) {
-        std::string bytes((width + 7) / 8, '\0');
-        for (int x = 0; x < width; ++x) {
-            if (row.at(x) == '#')
-                bytes[x / 8] = static_cast<char>(bytes[x / 8] | 0x80 >> x % 8);
-        }
-        strip += bytes;
+    imaging::Bitmap bitmap({static_cast<int>(picture.at(0).size()), static_cast<int>(picture.size())});
+    for (int y = 0; y < bitmap.height(); ++y) {
+        for (int x = 0; x < bitmap.width(); ++x)
+            bitmap.setInk(x, y, picture[y].at(x) == '#');
     }
-    constexpr int whiteIsZero = 0;
-    writeTiffFile(path, width, static_cast<int>(picture.size()), 1, whiteIsZero, dotsPerInch, strip);
+    imaging::writeRaster(path, bitmap, {dotsPerInch, dotsPerInch}, imaging::Format::TiffUncompressed);
 }
 
-void writeGrayTiff(const std::filesystem::path& path, int width, int height)
+void writeGrayBitmap(const std::filesystem::path& path, int width, int height)
 {
-    constexpr int blackIsZero = 1;
-    writeTiffFile(path, width, height, 8, blackIsZero, 300, std::string(width * height, '\xFF'));
+    constexpr DWORD headers = sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER);
+    const std::string palette(256 * sizeof(RGBQUAD), '\xFF');
+    const std::string pixels((width + 3) / 4 * 4 * height, '\0');
+    const BITMAPFILEHEADER file = {0x4D42, static_cast<DWORD>(headers + palette.size() + pixels.size()), 0, 0,
+                                   static_cast<DWORD>(headers + palette.size())};
+    const BITMAPINFOHEADER info = {sizeof(info), width, height, 1, 8, BI_RGB, 0, 0, 0, 0, 0};
+    std::ofstream out(path, std::ios::binary);
+    out.write(reinterpret_cast<const char*>(&file), sizeof(file));
+    out.write(reinterpret_cast<const char*>(&info), sizeof(info));
+    out << palette << pixels;
 }
 
 standin::Handle imageHandle(int index)
@@ -173,62 +128,12 @@ void writeDrawing(const std::filesystem::path& path, const std::vector<PlacedIma
 Picture pictureInDrawing(int index)
 {
     const auto bitmap = standin::imagePixels(imageHandle(index));
-    if (!bitmap)
-        return {};
-    Picture picture = blank(bitmap->width(), bitmap->height());
-    for (int y = 0; y < bitmap->height(); ++y) {
-        for (int x = 0; x < bitmap->width(); ++x)
-            picture[y][x] = bitmap->ink(x, y) ? '#' : '.';
-    }
-    return picture;
+    return bitmap ? pictureOf(*bitmap) : Picture();
 }
 
-TiffTags readTiffTags(const std::filesystem::path& path)
+Picture readPicture(const std::filesystem::path& path)
 {
-    std::ifstream file(path, std::ios::binary);
-    const std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    const auto number = [&bytes](size_t at, int size) {
-        std::uint32_t value = 0;
-        std::memcpy(&value, bytes.data() + at, size);
-        return value;
-    };
-    TiffTags tags;
-    if (bytes.size() < 10 || bytes.compare(0, 2, "II") != 0)
-        return tags;
-    const size_t directory = number(4, 4);
-    const unsigned entries = number(directory, 2);
-    for (unsigned i = 0; i < entries; ++i) {
-        const size_t entry = directory + 2 + i * 12;
-        const bool isShort = number(entry + 2, 2) == 3;
-        const std::uint32_t value = number(entry + 8, isShort ? 2 : 4);
-        const auto rational = [&] { return double(number(value, 4)) / number(value + 4, 4); };
-        switch (number(entry, 2)) {
-        case 256:
-            tags.width = value;
-            break;
-        case 257:
-            tags.height = value;
-            break;
-        case 258:
-            tags.bitsPerSample = value;
-            break;
-        case 259:
-            tags.compression = value;
-            break;
-        case 282:
-            tags.resolutionX = rational();
-            break;
-        case 283:
-            tags.resolutionY = rational();
-            break;
-        case 296:
-            tags.resolutionUnit = value;
-            break;
-        default:
-            break;
-        }
-    }
-    return tags;
+    return pictureOf(imaging::readRaster(path).bitmap);
 }
 
 std::vector<std::wstring> temporaryFiles()

@@ -1,4 +1,4 @@
-// Small pictures, raster files and drawings, written byte by byte so that nothing under test has a hand in them.
+// Small pictures, raster files and drawings.
 #pragma once
 
 #include <filesystem>
@@ -20,8 +20,8 @@ std::filesystem::path freshFolder(const std::string& name);
 
 // A 1-bit TIFF file. A millimetres-per-pixel value is written as dots per inch of 25.4 / value.
 void writeTiff(const std::filesystem::path& path, const Picture& picture, double dotsPerInch);
-// An 8-bit gray TIFF file, all white.
-void writeGrayTiff(const std::filesystem::path& path, int width, int height);
+// A bitmap file of 8 bits, all white.
+void writeGrayBitmap(const std::filesystem::path& path, int width, int height);
 
 struct PlacedImage
 {
@@ -43,18 +43,8 @@ void writeDrawing(const std::filesystem::path& path, const std::vector<PlacedIma
 // What the drawing that is open holds now for an image.
 Picture pictureInDrawing(int index);
 
-// Tags of the first directory of a little-endian TIFF file.
-struct TiffTags
-{
-    long width = 0;
-    long height = 0;
-    long bitsPerSample = 0;
-    long compression = 0;
-    double resolutionX = 0;
-    double resolutionY = 0;
-    long resolutionUnit = 0; // 2: inch
-};
-TiffTags readTiffTags(const std::filesystem::path& path);
+// What a raster file holds.
+Picture readPicture(const std::filesystem::path& path);
 
 // Every file in the temporary folder whose name begins with HV.
 std::vector<std::wstring> temporaryFiles();
