@@ -166,25 +166,23 @@ TEST_F(RasterLocks, AnErasedRasterIsDroppedByTheGuardAndAnErasedImageYieldsNone)
 
 TEST_F(RasterLocks, AGuardUnlocksOnlyTheRasterThatIsStillCurrent)
 {
-    openDrawing({threeDots, blank(5, 5)});
-    makeCurrent(0);
+    openCurrent(threeDots);
+    ads_name name = {};
+    entityName(0, name);
     {
         const CCurentRaster guard;
         ASSERT_EQ(guard.m_pRaster, g_pArxApp->m_pRaster);
         EXPECT_EQ(guard.m_pRaster->GetLockCount(), 1);
-        ads_name other = {};
-        entityName(1, other);
-        auto* replacement = new CAcraster(other); // locked once
-        g_pArxApp->DropRaster();
-        g_pArxApp->m_pRaster = replacement;
+        // Another one in its place, at the same address even; it is locked once.
+        guard.m_pRaster->~CAcraster();
+        new (guard.m_pRaster) CAcraster(name);
     }
     EXPECT_EQ(g_pArxApp->m_pRaster->GetLockCount(), 1) << "the guard of the old raster unlocked the new one";
-    g_pArxApp->m_pRaster->Unlock();
     {
         const CCurentRaster guard;
-        EXPECT_EQ(g_pArxApp->m_pRaster->GetLockCount(), 1);
+        EXPECT_EQ(g_pArxApp->m_pRaster->GetLockCount(), 2);
     }
-    EXPECT_EQ(g_pArxApp->m_pRaster->GetLockCount(), 0);
+    EXPECT_EQ(g_pArxApp->m_pRaster->GetLockCount(), 1);
     g_pArxApp->DropRaster();
     const CCurentRaster none;
     EXPECT_EQ(none.m_pRaster, nullptr);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 
 #include "host/CArxApp.h"
 #include "raster/PendingFileSwap.h"
@@ -23,6 +24,8 @@ const Picture steps = {
     "...##...", //
     ".....#..",
 };
+
+const Picture flippedSteps(steps.rbegin(), steps.rend());
 
 class WorkerOperations : public test::DeskFixture
 {
@@ -114,6 +117,19 @@ TEST_F(WorkerOperations, ARegionThatTheReplyBringsBackIsNotLeftBehind)
     }
 }
 
+TEST_F(WorkerOperations, SaveAsReplacesTheRastersOwnFileAndTheDrawingLoadsItAgain)
+{
+    CAcraster& raster = openPicture(steps);
+    raster.FlipVertical();
+    ASSERT_TRUE(raster.SaveAs(file("image0.tif").c_str(), 29, nullptr));
+    EXPECT_FALSE(g_pPendingFileSwap);
+    EXPECT_EQ(pictureInDrawing(0), flippedSteps);
+    // The raster goes on with an image of its own.
+    raster.FlipVertical();
+    raster.Reload();
+    EXPECT_EQ(pictureInDrawing(0), steps);
+}
+
 class HeldFile
 {
 public:
@@ -134,21 +150,20 @@ TEST_F(WorkerOperations, AHeldFileIsReplacedLater)
 {
     CAcraster& raster = openPicture(steps);
     raster.FlipVertical();
-    const Picture flipped = {".....#..", "...##...", ".##.....", "........"};
     {
         const HeldFile held(file("image0.tif"));
         ASSERT_TRUE(raster.SaveAs(file("image0.tif").c_str(), 29, nullptr));
         ASSERT_TRUE(g_pPendingFileSwap);
         EXPECT_EQ(readPicture(file("image0.tif")), steps);
-        EXPECT_EQ(readPicture(g_pPendingFileSwap->sourcePath.GetString()), flipped);
+        EXPECT_EQ(readPicture(g_pPendingFileSwap->sourcePath.GetString()), flippedSteps);
     }
     raster.Unlock();
     RunFileSwap(*g_pPendingFileSwap);
     EXPECT_FALSE(std::filesystem::exists(g_pPendingFileSwap->sourcePath.GetString()));
-    EXPECT_EQ(readPicture(file("image0.tif")), flipped);
-    EXPECT_EQ(pictureInDrawing(0), flipped);
+    EXPECT_EQ(readPicture(file("image0.tif")), flippedSteps);
+    EXPECT_EQ(pictureInDrawing(0), flippedSteps);
     RunFileSwap(*g_pPendingFileSwap);
-    EXPECT_EQ(readPicture(file("image0.tif")), flipped) << "a swap whose source has gone does nothing";
+    EXPECT_EQ(readPicture(file("image0.tif")), flippedSteps) << "a swap whose source has gone does nothing";
     g_pPendingFileSwap.reset();
 }
 

@@ -264,4 +264,14 @@ TEST_F(MessageHook, ASelectingToolOutlivesItsClickForAMomentUnlessANewOneTakesIt
     }
 }
 
+TEST_F(MessageHook, WithoutAnAnswerOfItsOwnAToolOutlivesTheMouseAndKnowsNoCommand)
+{
+    const std::unique_ptr<CTool> tool(new CTool);
+    for (const auto handler : {&CTool::OnLButtonDown, &CTool::OnRButtonDown, &CTool::OnLButtonUp, &CTool::OnRButtonUp,
+                               &CTool::OnLButtonDblClk, &CTool::OnMouseMove})
+        EXPECT_EQ((tool.get()->*handler)({}, 0), 1);
+    EXPECT_EQ(tool->OnCommand(1), 0);
+    EXPECT_EQ(tool->PreMessage(nullptr), 0);
+}
+
 } // namespace

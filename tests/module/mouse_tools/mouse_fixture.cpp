@@ -152,6 +152,7 @@ DibBytes MouseFixture::bitmapOnClipboard()
     const HGLOBAL block = GetClipboardData(CF_DIB);
     const auto* bytes = block ? static_cast<const BYTE*>(GlobalLock(block)) : nullptr;
     const DibBytes copy = bytes ? DibBytes(bytes, bytes + GlobalSize(block)) : DibBytes();
+    GlobalUnlock(block);
     CloseClipboard();
     return copy;
 }

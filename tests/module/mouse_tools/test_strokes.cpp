@@ -105,11 +105,11 @@ TEST_F(Strokes, AStrokeShowsOnTheViewAtOnceEvenBesideTheImage)
     press(CPoint(20, 20));
     EXPECT_EQ(GetCapture(), view().m_hWnd);
     EXPECT_EQ(locks(), 1) << "one lock for the whole stroke";
-    move(CPoint(50, 20));
+    move(CPoint(380, 20));
     for (int y = 19; y <= 21; ++y)
-        std::fill_n(wanted.begin() + y * 400 + 19, 33, 0u);
-    EXPECT_TRUE(viewPixels() == wanted) << "3 by 33 view pixels are black";
-    release(CPoint(50, 20));
+        std::fill_n(wanted.begin() + y * 400 + 19, 363, 0u);
+    EXPECT_TRUE(viewPixels() == wanted) << "3 by 363 view pixels are black";
+    release(CPoint(380, 20));
     EXPECT_EQ(GetCapture(), nullptr);
     EXPECT_EQ(pictureInDrawing(0), blank(80, 60));
 }

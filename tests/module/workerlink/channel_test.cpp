@@ -150,9 +150,9 @@ TEST_F(ChannelTest, APublisherThatCannotMakeItsSemaphoreKeepsTheBlockForItsReade
     // An object of another kind stands under the took-it semaphore's name.
     const HANDLE inTheWay = CreateMutexW(nullptr, FALSE, L"CMemMap_S_in_the_way");
     CurrentLinkLimits().blockLetGo = 50;
-    CurrentLinkLimits().publishedBlock = 2000;
+    CurrentLinkLimits().publishedBlock = 60000;
     const CMemMap published(countingBytes(10).data(), 10, L"in_the_way");
-    EXPECT_NE(published.thread, nullptr);
+    EXPECT_EQ(WaitForSingleObject(published.thread, 200), static_cast<DWORD>(WAIT_TIMEOUT)) << "the block has gone";
     const CMemMap got(0, L"in_the_way");
     EXPECT_EQ(got.size, 10u);
     CloseHandle(inTheWay);
