@@ -10,21 +10,28 @@ void MonitorFixture::SetUp()
     auto* child = new CMDIChildWnd;
     ASSERT_TRUE(child->Create(nullptr, L"drawing", WS_CHILD | WS_VISIBLE | WS_OVERLAPPEDWINDOW, CFrameWnd::rectDefault,
                               m_frame));
-    activateView();
+    activateView(static_cast<CView*>(&view()));
 }
 
 void MonitorFixture::TearDown()
 {
     StopMonitorTimer();
     g_bInCommand = false;
-    m_frame->MDIGetActive()->SetActiveView(nullptr, FALSE);
+    activateView(nullptr);
     m_frame->DestroyWindow();
     MouseFixture::TearDown();
 }
 
-void MonitorFixture::activateView()
+void MonitorFixture::renewActiveView()
 {
-    m_frame->MDIGetActive()->SetActiveView(static_cast<CView*>(&view()), FALSE);
+    activateView(nullptr); // the frame calls the view that it has when another one becomes active
+    renewView();
+    activateView(static_cast<CView*>(&view()));
+}
+
+void MonitorFixture::activateView(CView* view)
+{
+    m_frame->MDIGetActive()->SetActiveView(view, FALSE);
 }
 
 void MonitorFixture::tick()

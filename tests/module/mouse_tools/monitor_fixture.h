@@ -13,12 +13,14 @@ protected:
     void TearDown() override;
     CMDIFrameWnd* frame() override { return m_frame; }
 
-    // The view becomes the frame's active one again; after it was made anew.
-    void activateView();
+    // Another window in the place of the view, and the frame's active one.
+    void renewActiveView();
     // Runs messages up to and with one tick of a timer without a window.
     static void tick();
 
 private:
+    void activateView(CView* view);
+
     CMDIFrameWnd* m_frame = nullptr;
 };
 

@@ -187,8 +187,7 @@ protected:
     void atClosedView()
     {
         closeDrawing();
-        renewView();
-        activateView();
+        renewActiveView();
         if (state().timers == 0)
             move(at(50, 40));
         EXPECT_TRUE(test::pumpUntil([] { return !g_pArxApp->m_pTool; })) << "not even its own timer ended it";
