@@ -29,18 +29,21 @@ CRect Around(CPoint center, int distance)
     return CRect(center.x - distance, center.y - distance, center.x + distance, center.y + distance);
 }
 
-// Works off what the thread's queue holds, for a moment or until it has ended the tool.
-void Settle(const CTool* tool)
+// Works off what the thread's queue holds, for a moment or until it has ended the tool. Tells whether the tool lives.
+bool Settle(const CTool* tool)
 {
+    const unsigned made = CTool::MadeSoFar();
+    const auto lives = [&] { return g_pArxApp->m_pTool == tool && CTool::MadeSoFar() == made; };
     const DWORD start = GetTickCount();
     MSG message;
-    while (g_pArxApp->m_pTool == tool && GetTickCount() - start < settleTime) {
+    while (lives() && GetTickCount() - start < settleTime) {
         if (!PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE))
             continue;
         if (message.message == WM_QUIT)
-            return; // stays in the queue for the host's own loop, which ends by it
+            break; // stays in the queue for the host's own loop, which ends by it
         AfxGetThread()->PumpMessage();
     }
+    return lives();
 }
 
 } // namespace
@@ -53,8 +56,7 @@ CFreeRotateTool::CFreeRotateTool() : m_cursorId(IDC_ROTATE_FREE), m_pen(PS_SOLID
         PlaceHandles(*current.m_pRaster);
     m_viewKey = CursorViewKey();
 
-    Settle(this);
-    if (g_pArxApp->m_pTool != this)
+    if (!Settle(this))
         return; // what was queued, Escape perhaps or a command, has ended this tool, and nothing of it is left
     SaveScreen();
     m_bTransparent = true;

@@ -6,6 +6,10 @@
 
 IMPLEMENT_DYNAMIC(CTool, CObject)
 
+namespace {
+unsigned madeSoFar;
+}
+
 CTool::CTool() : m_pView(acedGetAcadDwgView()), m_hView(m_pView ? m_pView->m_hWnd : nullptr)
 {
     if (g_pArxApp->m_pTool) {
@@ -13,6 +17,7 @@ CTool::CTool() : m_pView(acedGetAcadDwgView()), m_hView(m_pView ? m_pView->m_hWn
         delete g_pArxApp->m_pTool;
     }
     g_pArxApp->m_pTool = this;
+    ++madeSoFar;
     ToolInputEnabled = 1;
     InstallToolHook();
 }
@@ -25,6 +30,11 @@ CTool::~CTool()
     if (ButtonClickTimer && ButtonClickTimer->HasElapsed())
         ButtonClickTimer.reset();
     StopToolCloseTimer();
+}
+
+unsigned CTool::MadeSoFar()
+{
+    return madeSoFar;
 }
 
 int CTool::Start()

@@ -41,6 +41,10 @@ public:
     /// at the next message.
     bool HasView() const { return IsWindow(m_hView) != FALSE; }
 
+    /// How many tools have been made. Who keeps a tool's address while messages are worked off compares this as well:
+    /// the tool may have ended, and another one been made at the same address.
+    static unsigned MadeSoFar();
+
     /// Keeps a copy of what the screen shows of the view, and puts it back.
     void SaveScreen();
     void RestoreScreen();

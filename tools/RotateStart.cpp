@@ -14,9 +14,10 @@ constexpr UINT rotateDelay = 100; // ms
 
 template <typename Tool> void StartTool(int choice)
 {
+    const unsigned madeBefore = CTool::MadeSoFar();
     auto* tool = new Tool;
-    // Its construction may have pumped messages, and one of them may have ended it.
-    if (g_pArxApp->m_pTool != tool)
+    // Its construction may have pumped messages, and one of them may have ended it or put another in its place.
+    if (g_pArxApp->m_pTool != tool || CTool::MadeSoFar() != madeBefore + 1)
         return; // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): it is deleted, not lost
     if (tool->Start()) {
         tool->SetChoice(choice);

@@ -12,7 +12,8 @@ void TrackToolMenu(CTool* tool, UINT menuId, CPoint point, const std::function<v
     CWnd* view = tool->m_pView;
     view->ClientToScreen(&point);
     tool->m_bBusy = true;
+    const unsigned made = CTool::MadeSoFar();
     popUp->TrackPopupMenu(TPM_RIGHTBUTTON, point.x, point.y, view);
-    if (g_pArxApp->m_pTool == tool)
+    if (g_pArxApp->m_pTool == tool && CTool::MadeSoFar() == made)
         tool->m_bBusy = false;
 }
