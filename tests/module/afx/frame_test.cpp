@@ -1,6 +1,9 @@
 // Frames, documents inside them, and bars at their edges.
 #include "driver.h"
-#include "extension_in_chain.h"
+
+#include "standin/afx/afx.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -21,6 +24,34 @@ IMPLEMENT_DYNCREATE(Sheet, CView)
 
 BEGIN_MESSAGE_MAP(Sheet, CView)
 ON_COMMAND(32900, &Sheet::OnZoom)
+END_MESSAGE_MAP()
+
+class Tools : public CToolBar
+{
+public:
+    bool rasterIsCurrent = false;
+    std::wstring heard;
+    int moves = 0;
+
+protected:
+    void OnUpdateSave(CCmdUI* state)
+    {
+        state->Enable(rasterIsCurrent);
+        state->SetCheck(rasterIsCurrent);
+    }
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
+    {
+        if (message == WM_MOVE)
+            ++moves;
+        if (message == WM_COMMAND)
+            heard += std::to_wstring(LOWORD(wParam)) + L" ";
+        return CToolBar::WindowProc(message, wParam, lParam);
+    }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(Tools, CToolBar)
+ON_UPDATE_COMMAND_UI(32809, &Tools::OnUpdateSave)
 END_MESSAGE_MAP()
 
 class Desk : public CMDIFrameWnd
@@ -50,6 +81,9 @@ class Frame : public testing::Test
 protected:
     void SetUp() override
     {
+        extension = ::LoadLibraryW(CString(HALVORAN_TEST_EXTENSION));
+        AfxInitExtensionModule(state, extension);
+        new CDynLinkLibrary(state);
         frame = new Desk;
         ASSERT_TRUE(frame->Create(nullptr, L"desk", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CRect(20, 20, 620, 420)));
         app.m_pMainWnd = frame;
@@ -66,6 +100,18 @@ protected:
         MSG quit{};
         EXPECT_TRUE(::PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE))
             << "the main window's end is the program's";
+        AfxTermExtensionModule(state);
+        ::FreeLibrary(extension);
+    }
+    void makeTools()
+    {
+        ASSERT_TRUE(tools.CreateEx(frame, TBSTYLE_FLAT,
+                                   WS_CHILD | WS_VISIBLE | CBRS_GRIPPER | CBRS_ALIGN_TOP | CBRS_BORDER_BOTTOM |
+                                       CBRS_TOOLTIPS | CBRS_FLYBY | CBRS_SIZE_DYNAMIC,
+                                   CRect(0, 0, 0, 2), 59392));
+        ASSERT_TRUE(tools.LoadToolBar(29999));
+        tools.EnableDocking(CBRS_ALIGN_ANY);
+        tools.SetWindowText(L"HVA6");
     }
     Sheet* openDocument(LPCWSTR title)
     {
@@ -78,10 +124,11 @@ protected:
     }
 
     CWinApp app{L"Test"};
-    ExtensionInChain extension;
+    AFX_EXTENSION_MODULE state{};
+    HMODULE extension = nullptr;
     Desk* frame = nullptr;
     CStatusBar status;
-    CToolBar tools;
+    Tools tools;
 };
 
 TEST_F(Frame, DocumentsAreOpenedActivatedAndClosed)
@@ -109,10 +156,7 @@ TEST_F(Frame, DocumentsAreOpenedActivatedAndClosed)
 
 TEST_F(Frame, BarsTakeTheEdgesAndTheDocumentsTheRest)
 {
-    ASSERT_TRUE(tools.CreateEx(frame, TBSTYLE_FLAT, WS_CHILD | WS_VISIBLE | CBRS_ALIGN_TOP | CBRS_SIZE_DYNAMIC,
-                               CRect(0, 0, 0, 2), 59392));
-    ASSERT_TRUE(tools.LoadToolBar(29999));
-    tools.EnableDocking(CBRS_ALIGN_ANY);
+    makeTools();
     frame->DockControlBar(&tools, AFX_IDW_DOCKBAR_BOTTOM);
     CRect client;
     frame->GetClientRect(&client);
@@ -139,6 +183,143 @@ TEST_F(Frame, BarsTakeTheEdgesAndTheDocumentsTheRest)
     frame->SetWindowPos(nullptr, 0, 0, 500, 300, SWP_NOMOVE | SWP_NOZORDER);
     frame->GetClientRect(&client);
     EXPECT_EQ(placeIn(*frame, status).bottom, client.bottom) << "the layout follows the frame's size";
+}
+
+TEST_F(Frame, TheToolbarComesFromItsTemplate)
+{
+    makeTools();
+    EXPECT_EQ(tools.GetCount(), 4);
+    EXPECT_EQ(tools.GetItemID(0), 59999u);
+    EXPECT_TRUE(tools.GetButtonStyle(2) & TBSTYLE_SEP);
+    EXPECT_EQ(tools.CommandToIndex(32800), 3);
+    UINT id = 0;
+    UINT style = 0;
+    int image = 0;
+    tools.GetButtonInfo(3, id, style, image);
+    EXPECT_EQ(image, 2) << "separators have no image";
+    EXPECT_FALSE(tools.LoadToolBar(4711));
+}
+
+TEST_F(Frame, ButtonStatesFollowTheHandlersWhenIdle)
+{
+    makeTools();
+    frame->DockControlBar(&tools, AFX_IDW_DOCKBAR_BOTTOM);
+    const auto stateOf = [&](UINT id) { return tools.SendMessage(TB_GETSTATE, id); };
+    app.OnIdle(0);
+    EXPECT_FALSE(stateOf(32809) & TBSTATE_ENABLED);
+    EXPECT_FALSE(stateOf(32809) & TBSTATE_CHECKED);
+    EXPECT_TRUE(stateOf(59999) & TBSTATE_ENABLED) << "the frame has a handler";
+    EXPECT_FALSE(stateOf(32800) & TBSTATE_ENABLED) << "nobody has one";
+    tools.rasterIsCurrent = true;
+    app.OnIdle(0);
+    EXPECT_TRUE(stateOf(32809) & TBSTATE_ENABLED);
+    EXPECT_TRUE(stateOf(32809) & TBSTATE_CHECKED);
+}
+
+TEST_F(Frame, AClickOnAButtonReachesTheFrame)
+{
+    makeTools();
+    frame->DockControlBar(&tools, AFX_IDW_DOCKBAR_BOTTOM);
+    app.OnIdle(0);
+    const auto click = [&] {
+        CRect button;
+        tools.GetItemRect(0, &button);
+        const LPARAM place = MAKELPARAM(button.CenterPoint().x, button.CenterPoint().y);
+        tools.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, place);
+        tools.SendMessage(WM_LBUTTONUP, 0, place);
+    };
+    click();
+    EXPECT_EQ(frame->commands, 1);
+    EXPECT_EQ(tools.heard, L"");
+    tools.SendMessage(TB_SETPARENT, reinterpret_cast<WPARAM>(tools.m_hWnd));
+    click();
+    EXPECT_EQ(tools.heard, L"59999 ") << "the bar hears its own buttons once it is their parent";
+    EXPECT_EQ(frame->commands, 2) << "and passes on what it does not take";
+}
+
+TEST_F(Frame, ABarFloatsAndComesBack)
+{
+    makeTools();
+    frame->DockControlBar(&tools, AFX_IDW_DOCKBAR_BOTTOM);
+    EXPECT_FALSE(tools.IsFloating());
+    EXPECT_EQ(::GetParent(::GetParent(tools)), frame->m_hWnd);
+    tools.moves = 0;
+    frame->FloatControlBar(&tools, CPoint(200, 150));
+    EXPECT_TRUE(tools.IsFloating());
+    const HWND floating = ::GetParent(::GetParent(tools));
+    EXPECT_NE(floating, frame->m_hWnd);
+    EXPECT_TRUE(::IsWindowVisible(floating));
+    EXPECT_GT(tools.moves, 0) << "the bar hears that it has moved";
+    wchar_t caption[16];
+    ::GetWindowTextW(floating, caption, 16);
+    EXPECT_STREQ(caption, L"HVA6");
+    CRect client;
+    ::GetClientRect(floating, &client);
+    CRect bar;
+    tools.GetWindowRect(&bar);
+    EXPECT_EQ(bar.Size(), client.Size()) << "the small frame fits its bar";
+
+    ::SendMessageW(floating, WM_CLOSE, 0, 0);
+    EXPECT_FALSE(tools.IsVisible());
+    EXPECT_FALSE(::IsWindowVisible(floating));
+    frame->ShowControlBar(&tools, TRUE, FALSE);
+    EXPECT_TRUE(::IsWindowVisible(floating));
+
+    frame->DockControlBar(&tools, AFX_IDW_DOCKBAR_TOP);
+    EXPECT_FALSE(tools.IsFloating());
+    EXPECT_FALSE(::IsWindow(floating)) << "the small frame goes with its last bar";
+    EXPECT_EQ(placeIn(*frame, tools).top, 0);
+}
+
+TEST_F(Frame, ABarIsDraggedByItsGripper)
+{
+    makeTools();
+    frame->DockControlBar(&tools, AFX_IDW_DOCKBAR_TOP);
+    CRect bar;
+    tools.GetWindowRect(&bar);
+    const CPoint grip = bar.TopLeft() + CSize(3, 10);
+    CRect left;
+    frame->GetWindowRect(&left);
+    const CPoint target(left.left + 6, left.CenterPoint().y);
+    ::SetCursorPos(grip.x, grip.y);
+    EXPECT_TRUE(pumpUntil([&] {
+        CPoint now;
+        ::GetCursorPos(&now);
+        return now == grip;
+    }));
+    Driver driver({[&] { return ::GetCapture() == tools.m_hWnd; },
+                   [&] {
+                       INPUT input[2]{};
+                       ::SetCursorPos(target.x, target.y);
+                       input[0].type = INPUT_MOUSE;
+                       input[0].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+                       ::SendInput(1, input, sizeof input[0]);
+                       return true;
+                   }});
+    INPUT press{};
+    press.type = INPUT_MOUSE;
+    press.mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
+    ::SendInput(1, &press, sizeof press);
+    EXPECT_TRUE(pumpUntil([&] { return (tools.GetBarStyle() & CBRS_ALIGN_ANY) == CBRS_ALIGN_LEFT; }))
+        << "dropped at the left edge, the bar docks there";
+}
+
+TEST_F(Frame, TheStatusLineShowsMessagesAndPanes)
+{
+    frame->SetMessageText(L"Select current raster");
+    CString text;
+    status.GetPaneText(0, text);
+    EXPECT_TRUE(text == L"Select current raster");
+    frame->SetMessageText(32800u);
+    status.GetPaneText(0, text);
+    EXPECT_TRUE(text == L"Select current raster") << "the part before the newline";
+    status.GetPaneText(1, text);
+    EXPECT_TRUE(text == L"Current raster");
+    EXPECT_TRUE(status.SetPaneText(1, L"12.5, 8.0"));
+    wchar_t shown[64]{};
+    ::SendMessageW(status, SB_GETTEXTW, 1, reinterpret_cast<LPARAM>(shown));
+    EXPECT_STREQ(shown, L"12.5, 8.0");
+    EXPECT_FALSE(status.SetPaneText(2, L""));
 }
 
 } // namespace

@@ -145,6 +145,22 @@ TEST_F(ValuesTest, SystemVariablesSpeakOfTheViewAndTheDrawing)
     acutDelString(value.resval.rstring);
 }
 
+TEST_F(ValuesTest, HostCommandsGetTheirArguments)
+{
+    const ads_point corner = {1, 2, 3};
+    EXPECT_EQ(acedCommand(RTSTR, L"_zoom", RTSTR, L"w", RT3DPOINT, corner, RTSHORT, 5, RTNONE), RTNORM);
+    ASSERT_EQ(desk.commands.size(), 1u);
+    ASSERT_EQ(desk.commands[0].size(), 4u);
+    EXPECT_EQ(std::get<std::wstring>(desk.commands[0][1]), L"w");
+    EXPECT_EQ(std::get<standin::DrawingPoint>(desk.commands[0][2]).z, 3);
+    EXPECT_EQ(std::get<int>(desk.commands[0][3]), 5);
+    // A word in 8-bit characters reads as some other word.
+    EXPECT_EQ(acedCommand(RTSTR, "_zoom", RTNONE), RTERROR);
+    EXPECT_EQ(acedCommand(4711, 0, RTNONE), RTERROR);
+    acedPostCommand(L"\t");
+    EXPECT_EQ(desk.posted, std::vector<std::wstring>{L"\t"});
+}
+
 TEST_F(SelectionTest, TheWholeDrawingByType)
 {
     const standin::Handle first = addImage("a.tif");
