@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <functional>
 #include <vector>
 
@@ -153,12 +154,37 @@ int sampleAt(const std::uint8_t* row, int index, int bits)
     return row[index / perByte] >> (8 - bits - index % perByte * bits) & ((1 << bits) - 1);
 }
 
+/// Greys of 16 bits with their opacity, which libtiff's conversion leaves out. Empty when the second sample is none.
+RowConverter greyWithOpacityConverter(const TiffHandle& tiff, const Layout& layout)
+{
+    std::uint16_t count = 0;
+    std::uint16_t* kinds = nullptr;
+    if (!TIFFGetField(tiff.get(), TIFFTAG_EXTRASAMPLES, &count, &kinds) || count != 1 ||
+        kinds[0] == EXTRASAMPLE_UNSPECIFIED)
+        return {};
+    const bool multiplied = kinds[0] == EXTRASAMPLE_ASSOCALPHA;
+    const bool inverted = layout.photometric == PHOTOMETRIC_MINISWHITE;
+    return [multiplied, inverted](std::uint64_t* row, const std::uint8_t* pixels, int width) {
+        fillRow(row, width, [&](int x) {
+            std::array<std::uint16_t, 2> sample{}; // grey and opacity
+            std::memcpy(sample.data(), pixels + std::size_t(x) * sizeof(sample), sizeof(sample));
+            constexpr std::uint64_t full = 65535;
+            const std::uint64_t opacity = sample[1];
+            const std::uint64_t grey = multiplied ? sample[0] : sample[0] * opacity / full;
+            const std::uint64_t own = inverted ? opacity - std::min(opacity, grey) : grey;
+            return 2 * (own + full - opacity) < full; // the paper shines through
+        });
+    };
+}
+
 /// Empty when the pixels are not of the plain kinds; libtiff's conversion to colours then does the work.
 RowConverter plainConverter(const TiffHandle& tiff, const Layout& layout)
 {
     const bool grey = layout.photometric == PHOTOMETRIC_MINISWHITE || layout.photometric == PHOTOMETRIC_MINISBLACK;
     const bool palette = layout.photometric == PHOTOMETRIC_PALETTE;
     const int bits = layout.bitsPerSample;
+    if (grey && bits == 16 && layout.samplesPerPixel == 2 && !layout.planes)
+        return greyWithOpacityConverter(tiff, layout);
     if (bits != 1 && bits != 2 && bits != 4 && bits != 8)
         return {};
     if (layout.samplesPerPixel == 1 && (grey || palette)) {

@@ -58,7 +58,10 @@ TEST_F(ColourFiles, BecomeInkWhereDarkerThanHalf)
 
 TEST_F(ColourFiles, TransparentPartsArePaper)
 {
-    for (const std::string format : {"PNG32:out", "-type TrueColorAlpha -compress zip TIFF:out"})
+    for (const std::string format :
+         {"PNG32:out", "-type TrueColorAlpha -compress zip TIFF:out",
+          "-colorspace Gray -depth 8 -compress zip TIFF:out", "-colorspace Gray -depth 16 -compress zip TIFF:out",
+          "-colorspace Gray -depth 16 -define tiff:alpha=associated -compress zip TIFF:out"})
         for (const bool solid : {false, true}) {
             runTool(std::string("convert -size 4x1 xc:black -alpha set -channel A -evaluate set ") +
                     (solid ? "75%" : "25%") + " +channel " + format);
