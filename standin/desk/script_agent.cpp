@@ -1,18 +1,10 @@
 #include "standin/desk/script_agent.h"
 
-#include <memory>
-
 namespace desk::script {
 namespace {
 
 constexpr UINT askMessage = WM_APP + 1, passedMessage = WM_APP + 2, heldKeysMessage = WM_APP + 3;
 const wchar_t* const className = L"HalvoranDeskScriptAgent";
-
-struct Passed
-{
-    HANDLE event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-    ~Passed() { CloseHandle(event); }
-};
 
 void holdKeys(bool shift, bool control)
 {
@@ -38,6 +30,7 @@ Agent::Agent() : threadId_(GetCurrentThreadId())
 Agent::~Agent()
 {
     DestroyWindow(window_);
+    CloseHandle(passed_);
 }
 
 LRESULT CALLBACK Agent::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
@@ -48,11 +41,9 @@ LRESULT CALLBACK Agent::procedure(HWND window, UINT message, WPARAM wParam, LPAR
             return FALSE;
         (*reinterpret_cast<const std::function<void()>*>(lParam))();
         return TRUE;
-    case passedMessage: {
-        const std::unique_ptr<std::shared_ptr<Passed>> carried(reinterpret_cast<std::shared_ptr<Passed>*>(lParam));
-        SetEvent((*carried)->event);
+    case passedMessage:
+        SetEvent(reinterpret_cast<const Agent*>(wParam)->passed_);
         return 0;
-    }
     case heldKeysMessage:
         holdKeys(wParam != 0, lParam != 0);
         return 0;
@@ -69,14 +60,10 @@ void Agent::ask(const std::function<void()>& function) const
 
 void Agent::waitForPosted() const
 {
-    // Shared with the message, which may be handled after the wait was given up.
-    const auto passed = std::make_shared<Passed>();
-    auto carried = std::make_unique<std::shared_ptr<Passed>>(passed);
-    if (!PostMessageW(window_, passedMessage, 0, reinterpret_cast<LPARAM>(carried.get())))
+    if (!PostMessageW(window_, passedMessage, reinterpret_cast<WPARAM>(this), 0))
         throw DeskGone{};
-    (void)carried.release(); // to who handles the message
-    // The run's time limit ends a wait that has no end.
-    while (WaitForSingleObject(passed->event, 50) == WAIT_TIMEOUT) {
+    // The run's time limit ends a wait that has no end. One that is given up is the script's last.
+    while (WaitForSingleObject(passed_, 50) == WAIT_TIMEOUT) {
         if (!open_)
             throw DeskGone{};
     }

@@ -41,6 +41,7 @@ private:
     std::atomic<bool> open_ = true;
     DWORD threadId_;
     HWND window_;
+    HANDLE passed_ = CreateEventW(nullptr, FALSE, FALSE, nullptr); // what was posted has been handled
 };
 
 } // namespace desk::script
