@@ -79,13 +79,13 @@ imaging::Rect viewRect(const SceneImage& image, imaging::Size pixels, const imag
 bool ModuleEye::rasterIsCurrent() const
 {
     ToolbarButton button{};
-    agent_.ask([&] { button = findToolbarButton(agent_.threadId(), saveRasterButton); });
+    foothold_.ask([&] { button = findToolbarButton(foothold_.threadId(), saveRasterButton); });
     return button.toolbar != nullptr ? button.enabled : seesRasterFrame();
 }
 
 bool ModuleEye::seesRasterFrame() const
 {
-    agent_.ask([&] {
+    foothold_.ask([&] {
         if (frame_.view() != nullptr)
             frame_.view()->RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
     });
@@ -96,7 +96,7 @@ bool ModuleEye::seesRasterFrame() const
 double ModuleEye::bestFrame(int patternBitmap, const std::optional<imaging::Rect>& box) const
 {
     double best = 0;
-    agent_.ask([&] {
+    foothold_.ask([&] {
         const auto pattern = patternOf(patternBitmap);
         if (!pattern || frame_.view() == nullptr)
             return;
@@ -118,7 +118,7 @@ bool ModuleEye::toolHoldsMouse() const
 {
     HWND view = nullptr;
     unsigned before = 0, after = 0;
-    agent_.ask([&] {
+    foothold_.ask([&] {
         if (frame_.view() != nullptr) {
             view = frame_.view()->m_hWnd;
             before = frame_.view()->mouseMoves();
@@ -127,8 +127,8 @@ bool ModuleEye::toolHoldsMouse() const
     if (view == nullptr)
         return false;
     hand_.move(view, mouse_, held_);
-    agent_.waitForPosted();
-    agent_.ask([&] { after = frame_.view() != nullptr ? frame_.view()->mouseMoves() : before + 1; });
+    foothold_.waitForPosted();
+    foothold_.ask([&] { after = frame_.view() != nullptr ? frame_.view()->mouseMoves() : before + 1; });
     return after == before;
 }
 
@@ -138,9 +138,9 @@ bool ModuleEye::sees(int tool, std::wstring& seen) const
     int pressed = 0;
     bool toolbar = false;
     const bool current = rasterIsCurrent();
-    agent_.ask([&] {
+    foothold_.ask([&] {
         for (const auto& [id, number] : toolButtons) {
-            const ToolbarButton button = findToolbarButton(agent_.threadId(), number);
+            const ToolbarButton button = findToolbarButton(foothold_.threadId(), number);
             toolbar = toolbar || button.toolbar != nullptr;
             if (button.checked && (id != 1 || !current))
                 pressed = id;
@@ -171,7 +171,7 @@ bool ModuleEye::seesAnySelection() const
 {
     Sleep(framesSettle);
     bool any = false;
-    agent_.ask([&] {
+    foothold_.ask([&] {
         const auto pattern = patternOf(selectionPatternBitmap);
         if (pattern && frame_.view() != nullptr)
             any = holdsPatternRun(pictureOf(*frame_.view()), *pattern);

@@ -2,7 +2,7 @@
 
 #include "imaging/geometry.h"
 #include "standin/desk/main_frame.h"
-#include "standin/desk/script_agent.h"
+#include "standin/desk/script_foothold.h"
 #include "standin/desk/script_hand.h"
 
 #include <optional>
@@ -16,7 +16,9 @@ namespace desk::script {
 class ModuleEye
 {
 public:
-    ModuleEye(MainFrame& frame, const Agent& agent, const Hand& hand) : frame_(frame), agent_(agent), hand_(hand) {}
+    ModuleEye(MainFrame& frame, const Foothold& foothold, const Hand& hand)
+        : frame_(frame), foothold_(foothold), hand_(hand)
+    {}
 
     // Where the mouse was last, in view pixels, and what was held there.
     void noteMouse(POINT view, Held held)
@@ -47,7 +49,7 @@ private:
     double bestFrame(int patternBitmap, const std::optional<imaging::Rect>& box) const;
 
     MainFrame& frame_;
-    const Agent& agent_;
+    const Foothold& foothold_;
     const Hand& hand_;
     POINT mouse_{0, 0};
     Held held_;

@@ -12,7 +12,7 @@ void Player::act(const Type& type)
 {
     HWND input = nullptr;
     bool reachable = false;
-    agent_.ask([&] {
+    foothold_.ask([&] {
         input = frame_.commandPanel().inputWindow();
         reachable = frame_.IsWindowEnabled() != FALSE;
     });
@@ -81,7 +81,7 @@ void Player::act(const Release& release)
 void Player::act(const ResizeView& resize)
 {
     imaging::Size size;
-    agent_.ask([&] {
+    foothold_.ask([&] {
         RECT frame{};
         GetWindowRect(frame_.m_hWnd, &frame);
         size = frame_.editor().view().client();
@@ -96,10 +96,10 @@ void Player::act(const ResizeView& resize)
 
 void Player::act(const Key& key)
 {
-    const GUITHREADINFO state = inputState(agent_.threadId());
+    const GUITHREADINFO state = inputState(foothold_.threadId());
     HWND target = state.hwndFocus != nullptr ? state.hwndFocus : state.hwndActive;
     if (target == nullptr)
-        agent_.ask([&] { target = frame_.view() != nullptr ? frame_.view()->m_hWnd : frame_.m_hWnd; });
+        foothold_.ask([&] { target = frame_.view() != nullptr ? frame_.view()->m_hWnd : frame_.m_hWnd; });
     if (key.virtualKey != 0) {
         hand_.key(target, key.virtualKey);
     } else {
@@ -112,7 +112,7 @@ ToolbarButton Player::usableButton(int id) const
 {
     ToolbarButton button;
     comesTrue([&] {
-        button = findToolbarButton(agent_.threadId(), id);
+        button = findToolbarButton(foothold_.threadId(), id);
         return button.toolbar != nullptr && button.visible && button.enabled;
     });
     if (button.toolbar == nullptr)
@@ -140,10 +140,10 @@ void Player::act(const DropArrow& arrow)
         throw Miss{L"the button has no arrow"};
     POINT at{found.place.right - 5, (found.place.top + found.place.bottom) / 2};
     hand_.press(found.toolbar, at);
-    if (!comesTrue([this] { return openMenu(agent_.threadId()) != nullptr; }))
+    if (!comesTrue([this] { return openMenu(foothold_.threadId()) != nullptr; }))
         throw Miss{L"no menu popped up"};
     ClientToScreen(found.toolbar, &at);
-    hand_.releaseOverMenu(menuOwner(agent_.threadId()), at);
+    hand_.releaseOverMenu(menuOwner(foothold_.threadId()), at);
     settle();
 }
 
@@ -151,7 +151,7 @@ void Player::act(const MenuEntry& entry)
 {
     MenuItem item;
     if (!comesTrue([&] {
-            const HMENU menu = openMenu(agent_.threadId());
+            const HMENU menu = openMenu(foothold_.threadId());
             if (menu != nullptr)
                 item = findMenuItem(menu, entry.id);
             return menu != nullptr;
@@ -162,8 +162,8 @@ void Player::act(const MenuEntry& entry)
     if (!item.enabled)
         throw Miss{L"the entry is greyed"};
     const POINT middle{(item.place.left + item.place.right) / 2, (item.place.top + item.place.bottom) / 2};
-    hand_.clickMenu(menuOwner(agent_.threadId()), middle);
-    if (!comesTrue([this] { return openMenu(agent_.threadId()) == nullptr; }))
+    hand_.clickMenu(menuOwner(foothold_.threadId()), middle);
+    if (!comesTrue([this] { return openMenu(foothold_.threadId()) == nullptr; }))
         throw Miss{L"the menu stayed open"};
     settle();
 }
@@ -172,7 +172,7 @@ void Player::act(const WaitForDialog& wait)
 {
     HWND dialog = nullptr;
     if (!comesTrue([&] {
-            dialog = openDialog(agent_.threadId());
+            dialog = openDialog(foothold_.threadId());
             return dialog != nullptr && windowText(dialog) == wait.title;
         }))
         throw Miss{dialog != nullptr ? L"the open dialog is \"" + windowText(dialog) + L"\"" : L"no dialog is open"};
@@ -258,16 +258,16 @@ void Player::act(const PickFile& pick)
 {
     HWND dialog = nullptr, name = nullptr;
     if (!comesTrue([&] {
-            dialog = openDialog(agent_.threadId());
+            dialog = openDialog(foothold_.threadId());
             name = dialog != nullptr ? fileNameBox(dialog) : nullptr;
             return name != nullptr;
         }))
         throw Miss{L"no file dialog is open"};
     hand_.typeInto(name, pick.path.wstring());
-    agent_.waitForPosted();
+    foothold_.waitForPosted();
     pushControl(GetDlgItem(dialog, IDOK));
-    comesTrue([&] { return openDialog(agent_.threadId()) != dialog; });
-    if (openDialog(agent_.threadId()) == dialog)
+    comesTrue([&] { return openDialog(foothold_.threadId()) != dialog; });
+    if (openDialog(foothold_.threadId()) == dialog)
         throw Miss{L"the file dialog did not take the path"};
     settle();
 }
@@ -300,7 +300,7 @@ void Player::act(const Idle&)
     ULONGLONG quietSince = 0;
     const bool quiet = comesTrue([&] {
         const bool idle = frame_.editor().idle() && !frame_.editor().commandRunning() && frame_.IsWindowEnabled() &&
-                          openMenu(agent_.threadId()) == nullptr;
+                          openMenu(foothold_.threadId()) == nullptr;
         if (!idle) {
             quietSince = 0;
             return false;
@@ -315,11 +315,11 @@ void Player::act(const Idle&)
 
 void Player::act(const Shot& shot)
 {
-    agent_.waitForPosted();
+    foothold_.waitForPosted();
     std::string failure;
-    agent_.ask([&] {
+    foothold_.ask([&] {
         try {
-            savePicture(takePicture(frame_.m_hWnd, agent_.threadId(), pointerOnScreen()), shot.path);
+            savePicture(takePicture(frame_.m_hWnd, foothold_.threadId(), pointerOnScreen()), shot.path);
         } catch (const std::exception& error) {
             failure = error.what();
         }

@@ -78,7 +78,7 @@ void Player::act(const ExpectBox& expected)
     std::wstring text;
     if (!comesTrue(
             [&] {
-                dialog = openDialog(agent_.threadId());
+                dialog = openDialog(foothold_.threadId());
                 text = dialog != nullptr && isMessageBox(dialog) ? messageBoxText(dialog) : L"";
                 return text.find(expected.text) != std::wstring::npos && isMessageBox(dialog);
             },
@@ -92,7 +92,7 @@ void Player::act(const ExpectBox& expected)
 void Player::act(const ExpectNoBox&)
 {
     HWND dialog = nullptr;
-    if (!comesTrue([&] { return (dialog = openDialog(agent_.threadId())) == nullptr; }, patience)) {
+    if (!comesTrue([&] { return (dialog = openDialog(foothold_.threadId())) == nullptr; }, patience)) {
         throw Miss{isMessageBox(dialog) ? L"a box says " + inQuotes(messageBoxText(dialog))
                                         : L"the dialog " + inQuotes(windowText(dialog)) + L" is open"};
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "standin/desk/script_agent.h"
+#include "standin/desk/script_foothold.h"
 
 #include <string>
 #include <vector>
@@ -20,7 +20,7 @@ struct Held
 class Hand
 {
 public:
-    explicit Hand(const Agent& agent) : agent_(agent) {}
+    explicit Hand(const Foothold& foothold) : foothold_(foothold) {}
 
     void move(HWND window, POINT client, Held held = {}) const;
     void click(HWND window, POINT client, bool right, bool twice, Held held = {}) const;
@@ -44,7 +44,7 @@ public:
 private:
     void post(HWND window, UINT message, WPARAM wParam, POINT at) const;
 
-    const Agent& agent_;
+    const Foothold& foothold_;
 };
 
 } // namespace desk::script

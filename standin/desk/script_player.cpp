@@ -13,7 +13,7 @@ constexpr auto pollInterval = std::chrono::milliseconds(15);
 Player::Player(MainFrame& frame, Console& console, Limits limits)
     : frame_(frame), console_(console), limits_(limits), over_(CreateEventW(nullptr, TRUE, FALSE, nullptr))
 {
-    frame_.whenClosed([this] { agent_.close(); });
+    frame_.whenClosed([this] { foothold_.close(); });
 }
 
 Player::~Player()
@@ -86,7 +86,7 @@ bool Player::playAll()
 void Player::showTranscript()
 {
     std::wstring transcript;
-    agent_.ask([&] { transcript = frame_.commandPanel().transcript(); });
+    foothold_.ask([&] { transcript = frame_.commandPanel().transcript(); });
     if (transcript.size() < transcriptShown_)
         transcriptShown_ = 0; // the panel has let go of its oldest lines
     std::wstring news = transcript.substr(transcriptShown_);
@@ -105,8 +105,8 @@ void Player::leave() const
     const HWND frame = frame_.m_hWnd;
     PostMessageW(frame, MainFrame::endOfScriptMessage, 0, 0);
     for (;;) {
-        agent_.ask([] {});
-        const HWND dialog = openDialog(agent_.threadId());
+        foothold_.ask([] {});
+        const HWND dialog = openDialog(foothold_.threadId());
         const HWND no = dialog != nullptr ? GetDlgItem(dialog, IDNO) : nullptr;
         if (dialog != nullptr && isMessageBox(dialog))
             console_.line(L"At the end a box was closed: " + messageBoxText(dialog));
@@ -140,7 +140,7 @@ bool Player::comesTrue(const std::function<bool()>& condition, int milliseconds)
     const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
     for (;;) {
         bool holds = false;
-        agent_.ask([&] { holds = condition(); });
+        foothold_.ask([&] { holds = condition(); });
         if (holds)
             return true;
         if (std::chrono::steady_clock::now() >= end)
@@ -151,25 +151,25 @@ bool Player::comesTrue(const std::function<bool()>& condition, int milliseconds)
 
 bool Player::deskWaits() const
 {
-    const DWORD flags = inputState(agent_.threadId()).flags;
-    if ((flags & (GUI_INMENUMODE | GUI_POPUPMENUMODE)) != 0 || openDialog(agent_.threadId()) != nullptr)
+    const DWORD flags = inputState(foothold_.threadId()).flags;
+    if ((flags & (GUI_INMENUMODE | GUI_POPUPMENUMODE)) != 0 || openDialog(foothold_.threadId()) != nullptr)
         return true;
     return frame_.editor().idle();
 }
 
 void Player::settle() const
 {
-    agent_.waitForPosted();
+    foothold_.waitForPosted();
     comesTrue([this] { return deskWaits(); }, limits_.run);
     // A hand works on what it sees: a painting that is still due would cover what the next step draws on the view.
-    agent_.ask([this] { RedrawWindow(frame_.m_hWnd, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN); });
-    agent_.waitForPosted();
+    foothold_.ask([this] { RedrawWindow(frame_.m_hWnd, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN); });
+    foothold_.waitForPosted();
 }
 
 HWND Player::dialogInFront() const
 {
     HWND dialog = nullptr;
-    if (!comesTrue([&] { return (dialog = openDialog(agent_.threadId())) != nullptr; }))
+    if (!comesTrue([&] { return (dialog = openDialog(foothold_.threadId())) != nullptr; }))
         throw Miss{L"no dialog is open"};
     return dialog;
 }
@@ -189,14 +189,14 @@ HWND Player::viewForMouse() const
 {
     HWND view = nullptr;
     bool reachable = false;
-    agent_.ask([&] {
+    foothold_.ask([&] {
         view = frame_.view() != nullptr ? frame_.view()->m_hWnd : nullptr;
         reachable = frame_.IsWindowEnabled() != FALSE;
     });
     if (view == nullptr)
         throw Miss{L"no drawing is open"};
     if (!reachable) {
-        const HWND dialog = openDialog(agent_.threadId());
+        const HWND dialog = openDialog(foothold_.threadId());
         throw Miss{L"the drawing view is out of reach" +
                    (dialog != nullptr ? L" behind the dialog \"" + windowText(dialog) + L"\"" : L"")};
     }
@@ -207,7 +207,7 @@ POINT Player::inView(const Place& place) const
 {
     POINT at{};
     bool inside = false;
-    agent_.ask([&] {
+    foothold_.ask([&] {
         const ViewTransform& view = frame_.editor().view();
         const Vec2 pixel = place.inViewPixels ? place.at : view.toView(place.at);
         inside = pixel.x > -0.5 && pixel.y > -0.5 && pixel.x < view.client().width - 0.5 &&
@@ -228,8 +228,8 @@ void Player::mouseIsAt(POINT view, Held held)
 // Where the pointer is to be seen: in the view, unless a dialog or a menu has the mouse.
 std::optional<POINT> Player::pointerOnScreen() const
 {
-    if (!pointer_ || frame_.view() == nullptr || openDialog(agent_.threadId()) != nullptr ||
-        openMenu(agent_.threadId()) != nullptr)
+    if (!pointer_ || frame_.view() == nullptr || openDialog(foothold_.threadId()) != nullptr ||
+        openMenu(foothold_.threadId()) != nullptr)
         return std::nullopt;
     POINT at = *pointer_;
     ClientToScreen(frame_.view()->m_hWnd, &at);

@@ -3,8 +3,8 @@
 #include "standin/desk/main_frame.h"
 #include "standin/desk/module_eye.h"
 #include "standin/desk/script.h"
-#include "standin/desk/script_agent.h"
 #include "standin/desk/script_console.h"
+#include "standin/desk/script_foothold.h"
 #include "standin/desk/script_hand.h"
 #include "standin/desk/script_windows.h"
 
@@ -113,9 +113,9 @@ private:
     MainFrame& frame_;
     Console& console_;
     Limits limits_;
-    Agent agent_;
-    Hand hand_{agent_};
-    ModuleEye eye_{frame_, agent_, hand_};
+    Foothold foothold_;
+    Hand hand_{foothold_};
+    ModuleEye eye_{frame_, foothold_, hand_};
     bool pressed_ = false;         // the left button, by @press
     std::optional<POINT> pointer_; // where the script's mouse was last, in view pixels
     std::vector<Step> steps_;

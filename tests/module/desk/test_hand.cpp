@@ -2,7 +2,7 @@
 // are worked in every session.
 
 #include "standin/desk/screenshot.h"
-#include "standin/desk/script_agent.h"
+#include "standin/desk/script_foothold.h"
 #include "standin/desk/script_hand.h"
 #include "standin/desk/script_windows.h"
 
@@ -111,8 +111,8 @@ private:
 struct Stage
 {
     Bench bench;
-    Agent agent;
-    Hand hand{agent};
+    Foothold foothold;
+    Hand hand{foothold};
     DWORD thread = GetCurrentThreadId();
 };
 
@@ -130,7 +130,7 @@ TEST(Hand, AToolbarButtonIsPressedByItsNumber)
         EXPECT_TRUE(findToolbarButton(stage.thread, arrowButton).hasArrow);
         EXPECT_EQ(findToolbarButton(stage.thread, 999).toolbar, nullptr);
         stage.hand.click(button.toolbar, {button.place.left + 8, button.place.top + 5}, false, false);
-        stage.agent.waitForPosted();
+        stage.foothold.waitForPosted();
     });
     EXPECT_THAT(stage.bench.commands, testing::ElementsAre(plainButton));
 }
@@ -141,10 +141,10 @@ std::vector<MouseMessage> heardOf(const std::function<void(const Stage&)>& play)
     Stage stage;
     SetCursorPos(0, 0);
     stage.bench.play([&] {
-        stage.agent.waitForPosted();
+        stage.foothold.waitForPosted();
         stage.bench.mouse.clear();
         play(stage);
-        stage.agent.waitForPosted();
+        stage.foothold.waitForPosted();
     });
     return stage.bench.mouse;
 }
@@ -206,11 +206,11 @@ TEST(Screenshot, ThePointerIsDrawnWithItsHotSpotWhereTheMouseIs)
     DestroyCursor(cursor);
 }
 
-TEST(Agent, AClosedDeskIsToldToTheScript)
+TEST(Foothold, AClosedDeskIsToldToTheScript)
 {
     Stage stage;
     stage.bench.play([&] {
-        stage.agent.close();
-        EXPECT_THROW(stage.agent.ask([] { FAIL() << "nothing may be run any more"; }), DeskGone);
+        stage.foothold.close();
+        EXPECT_THROW(stage.foothold.ask([] { FAIL() << "nothing may be run any more"; }), DeskGone);
     });
 }

@@ -1,10 +1,10 @@
-#include "standin/desk/script_agent.h"
+#include "standin/desk/script_foothold.h"
 
 namespace desk::script {
 namespace {
 
 constexpr UINT askMessage = WM_APP + 1, passedMessage = WM_APP + 2, heldKeysMessage = WM_APP + 3;
-const wchar_t* const className = L"HalvoranDeskScriptAgent";
+const wchar_t* const className = L"HalvoranDeskScriptFoothold";
 
 void holdKeys(bool shift, bool control)
 {
@@ -17,7 +17,7 @@ void holdKeys(bool shift, bool control)
 
 } // namespace
 
-Agent::Agent() : threadId_(GetCurrentThreadId())
+Foothold::Foothold() : threadId_(GetCurrentThreadId())
 {
     WNDCLASSW description{};
     description.lpfnWndProc = procedure;
@@ -27,22 +27,22 @@ Agent::Agent() : threadId_(GetCurrentThreadId())
     window_ = CreateWindowW(className, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, description.hInstance, nullptr);
 }
 
-Agent::~Agent()
+Foothold::~Foothold()
 {
     DestroyWindow(window_);
     CloseHandle(passed_);
 }
 
-LRESULT CALLBACK Agent::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+LRESULT CALLBACK Foothold::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
     case askMessage:
-        if (!reinterpret_cast<const Agent*>(wParam)->open_)
+        if (!reinterpret_cast<const Foothold*>(wParam)->open_)
             return FALSE;
         (*reinterpret_cast<const std::function<void()>*>(lParam))();
         return TRUE;
     case passedMessage:
-        SetEvent(reinterpret_cast<const Agent*>(wParam)->passed_);
+        SetEvent(reinterpret_cast<const Foothold*>(wParam)->passed_);
         return 0;
     case heldKeysMessage:
         holdKeys(wParam != 0, lParam != 0);
@@ -52,13 +52,13 @@ LRESULT CALLBACK Agent::procedure(HWND window, UINT message, WPARAM wParam, LPAR
     }
 }
 
-void Agent::ask(const std::function<void()>& function) const
+void Foothold::ask(const std::function<void()>& function) const
 {
     if (SendMessageW(window_, askMessage, reinterpret_cast<WPARAM>(this), reinterpret_cast<LPARAM>(&function)) == FALSE)
         throw DeskGone{};
 }
 
-void Agent::waitForPosted() const
+void Foothold::waitForPosted() const
 {
     if (!PostMessageW(window_, passedMessage, reinterpret_cast<WPARAM>(this), 0))
         throw DeskGone{};
@@ -69,7 +69,7 @@ void Agent::waitForPosted() const
     }
 }
 
-void Agent::postHeldKeys(bool shift, bool control) const
+void Foothold::postHeldKeys(bool shift, bool control) const
 {
     PostMessageW(window_, heldKeysMessage, shift, control);
 }

@@ -13,14 +13,14 @@ struct DeskGone
 
 // The script thread's foothold on the thread of the windows: a hidden window whose messages are handled in every
 // message loop of that thread, those of modal dialogs and menus included.
-class Agent
+class Foothold
 {
 public:
     // On the thread of the windows.
-    Agent();
-    ~Agent();
-    Agent(const Agent&) = delete;
-    Agent& operator=(const Agent&) = delete;
+    Foothold();
+    ~Foothold();
+    Foothold(const Foothold&) = delete;
+    Foothold& operator=(const Foothold&) = delete;
 
     DWORD threadId() const { return threadId_; }
     // On the windows' thread, when the desk's window is about to go: from then on nothing is run any more.
