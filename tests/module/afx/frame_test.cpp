@@ -1,9 +1,6 @@
 // Frames, documents inside them, and bars at their edges.
 #include "driver.h"
-
-#include "standin/afx/afx.h"
-
-#include <gtest/gtest.h>
+#include "extension_in_chain.h"
 
 namespace {
 
@@ -81,9 +78,6 @@ class Frame : public testing::Test
 protected:
     void SetUp() override
     {
-        extension = ::LoadLibraryW(CString(HALVORAN_TEST_EXTENSION));
-        AfxInitExtensionModule(state, extension);
-        new CDynLinkLibrary(state);
         frame = new Desk;
         ASSERT_TRUE(frame->Create(nullptr, L"desk", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CRect(20, 20, 620, 420)));
         app.m_pMainWnd = frame;
@@ -100,8 +94,6 @@ protected:
         MSG quit{};
         EXPECT_TRUE(::PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE))
             << "the main window's end is the program's";
-        AfxTermExtensionModule(state);
-        ::FreeLibrary(extension);
     }
     void makeTools()
     {
@@ -124,8 +116,7 @@ protected:
     }
 
     CWinApp app{L"Test"};
-    AFX_EXTENSION_MODULE state{};
-    HMODULE extension = nullptr;
+    ExtensionInChain extension;
     Desk* frame = nullptr;
     CStatusBar status;
     Tools tools;

@@ -7,8 +7,8 @@
 
 #include "host/CArxApp.h"
 #include "raster/PendingFileSwap.h"
-#include "tests/module/afx/gdi_count.h"
 #include "tests/module/support/desk_fixture.h"
+#include "tests/module/support/gdi_count.h"
 #include "workerlink/SendToWorker.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
-#include "tests/module/afx/gdi_count.h"
+#include "tests/module/support/gdi_count.h"
 
 namespace test {
 
