@@ -1,8 +1,11 @@
 // imaging_bench SHEET.tif [benchmark options]: our operations beside Leptonica's and libtiff's, on one sheet, in one
 // run. Where both are to give the same pixels, that is checked first; the run fails if they differ.
 
-#include "peers.h"
-#include "table.h"
+#include <cmath>
+#include <exception>
+#include <functional>
+#include <iostream>
+#include <numbers>
 
 #include "imaging/despeckle.h"
 #include "imaging/display.h"
@@ -12,12 +15,8 @@
 #include "imaging/resample.h"
 #include "imaging/rotate.h"
 #include "imaging/turn.h"
-
-#include <cmath>
-#include <exception>
-#include <functional>
-#include <iostream>
-#include <numbers>
+#include "peers.h"
+#include "table.h"
 
 using namespace bench;
 using imaging::Bitmap;
@@ -41,7 +40,7 @@ void add(const std::string& name, const std::function<void()>& work)
         ->MinTime(0.1);
 }
 
-/// One row of the table for an operation that makes a new image from an old one.
+// One row of the table for an operation that makes a new image from an old one.
 void addRow(const std::string& row, const Bitmap& sheet, Pix* pix, const std::function<Bitmap(const Bitmap&)>& ours,
             const std::function<Pix*(Pix*)>& theirs, bool samePixels)
 {
@@ -54,7 +53,7 @@ void addRow(const std::string& row, const Bitmap& sheet, Pix* pix, const std::fu
     add(row + "/leptonica", [pix, theirs] { benchmark::DoNotOptimize(PixPointer(theirs(pix)).get()); });
 }
 
-/// One row for an operation that changes an image in its place. Done twice, each of these leaves it as it was.
+// One row for an operation that changes an image in its place. Done twice, each of these leaves it as it was.
 void addRowInPlace(const std::string& row, Bitmap& sheet, Pix* pix, const std::function<void(Bitmap&)>& ours,
                    const std::function<void(Pix*)>& theirs)
 {
@@ -166,7 +165,7 @@ void addFiles(const std::string& path, const Bitmap& sheet, Pix* pix)
     add("group 4 file, written/libtiff", [target, &sheet] { writeWithLibtiff(target, sheet, 400); });
 }
 
-/// What a pan or zoom costs on a view of 1600 x 1000 pixels.
+// What a pan or zoom costs on a view of 1600 x 1000 pixels.
 void addDisplay(const Bitmap& view, Pix* pix)
 {
     static std::vector<std::uint8_t> gray(1600 * 1000);

@@ -1,9 +1,8 @@
 #include "peers.h"
 
-#include <tiffio.h>
-
 #include <cstring>
 #include <stdexcept>
+#include <tiffio.h>
 #include <vector>
 
 namespace bench {

@@ -1,12 +1,11 @@
 // The libraries that we measure ourselves against, behind the same plain calls as ours.
 #pragma once
 
-#include "imaging/bitmap.h"
-
 #include <leptonica/allheaders.h>
-
 #include <memory>
 #include <string>
+
+#include "imaging/bitmap.h"
 
 namespace bench {
 

@@ -19,10 +19,10 @@ void TableReporter::ReportRuns(const std::vector<Run>& runs)
         const std::string& name = run.run_name.function_name;
         const std::size_t slash = name.rfind('/');
         const std::string row = name.substr(0, slash);
-        if (!rows_.contains(row))
-            order_.push_back(row);
+        if (!m_rows.contains(row))
+            m_order.push_back(row);
         const Milliseconds time{run.GetAdjustedRealTime(), run.GetAdjustedCPUTime()};
-        Milliseconds& best = rows_[row].try_emplace(name.substr(slash + 1), time).first->second;
+        Milliseconds& best = m_rows[row].try_emplace(name.substr(slash + 1), time).first->second;
         best.clock = std::min(best.clock, time.clock);
         best.processor = std::min(best.processor, time.processor);
     }
@@ -57,8 +57,8 @@ void TableReporter::Finalize()
     std::cout << "Milliseconds by the clock, in brackets processor time of all cores; the best of seven.\n\n"
               << "| Operation | Halvoran | Leptonica | libtiff | times as fast | by processor time |\n"
               << "|---|---:|---:|---:|---:|---:|\n";
-    for (const std::string& name : order_) {
-        const Row& row = rows_[name];
+    for (const std::string& name : m_order) {
+        const Row& row = m_rows[name];
         std::cout << "| " << name << " | " << cell(row, "halvoran") << " | " << cell(row, "leptonica") << " | "
                   << cell(row, "libtiff") << " | " << advantage(row, &Milliseconds::clock) << " | "
                   << advantage(row, &Milliseconds::processor) << " |\n";

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <benchmark/benchmark.h>
-
 #include <map>
 #include <string>
 #include <vector>
@@ -29,8 +28,8 @@ private:
     static std::string cell(const Row& row, const std::string& who);
     static std::string advantage(const Row& row, double Milliseconds::*time);
 
-    std::vector<std::string> order_;
-    std::map<std::string, Row> rows_;
+    std::vector<std::string> m_order;
+    std::map<std::string, Row> m_rows;
 };
 
 } // namespace bench

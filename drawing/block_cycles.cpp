@@ -7,7 +7,7 @@ namespace drawing {
 
 namespace {
 
-/// The edges of a block are a run of the sorted edges, of which some have been followed.
+// The edges of a block are a run of the sorted edges, of which some have been followed.
 struct Visit
 {
     Handle block = 0;

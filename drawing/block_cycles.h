@@ -1,10 +1,10 @@
 #pragma once
 
-#include "drawing/object.h"
-
 #include <cstddef>
 #include <optional>
 #include <vector>
+
+#include "drawing/object.h"
 
 namespace drawing {
 

@@ -20,8 +20,8 @@ constexpr int kFirstHue = 10;
 constexpr int kFirstGray = 250;
 constexpr std::array<std::uint8_t, 6> kGrays{51, 91, 132, 173, 214, 255};
 
-/// From 10 to 249 the table goes round the colour circle in 24 steps of 15 degrees; each step holds five brightnesses,
-/// each of them pure and then mixed half with white.
+// From 10 to 249 the table goes round the colour circle in 24 steps of 15 degrees; each step holds five brightnesses,
+// each of them pure and then mixed half with white.
 Rgb rgbOfHue(int index)
 {
     constexpr std::array<int, 5> kBrightness{255, 165, 127, 76, 38};

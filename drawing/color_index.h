@@ -1,8 +1,8 @@
 #pragma once
 
-#include "drawing/document.h"
-
 #include <cstdint>
+
+#include "drawing/document.h"
 
 namespace drawing {
 

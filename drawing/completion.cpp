@@ -1,12 +1,12 @@
 // What a drawing must have besides the user's own: added where it is missing, left alone where it is there.
 
-#include "drawing/default_values.h"
-#include "drawing/document_builder.h"
-#include "drawing/numbers.h"
-
 #include <algorithm>
 #include <array>
 #include <string>
+
+#include "drawing/default_values.h"
+#include "drawing/document_builder.h"
+#include "drawing/numbers.h"
 
 namespace drawing {
 
@@ -128,7 +128,7 @@ void DocumentBuilder::completeBlocks()
     }
 }
 
-/// The root dictionary comes first among the objects.
+// The root dictionary comes first among the objects.
 void DocumentBuilder::completeRoot()
 {
     auto& objects = m_document.m_objects;
@@ -156,7 +156,7 @@ Dictionary& DocumentBuilder::obtainDictionary(std::string_view key)
     return made;
 }
 
-/// Plot style names: a dictionary with a default entry, to which the layers refer.
+// Plot style names: a dictionary with a default entry, to which the layers refer.
 void DocumentBuilder::completePlotStyles()
 {
     Dictionary& root = m_document.rootDictionary();
@@ -222,7 +222,7 @@ void DocumentBuilder::completeLayout(Block& block, Dictionary& layouts)
     block.layout = layout.handle;
 }
 
-/// Each space has a layout, which is a tab of the host's window.
+// Each space has a layout, which is a tab of the host's window.
 void DocumentBuilder::completeLayouts()
 {
     Dictionary& layouts = obtainDictionary("ACAD_LAYOUT");

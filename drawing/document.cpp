@@ -1,8 +1,8 @@
 #include "drawing/document.h"
 
-#include "drawing/document_builder.h"
-
 #include <algorithm>
+
+#include "drawing/document_builder.h"
 
 namespace drawing {
 
@@ -13,7 +13,7 @@ char lower(char c)
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-/// Far above what any drawing uses, and far enough below the end that counting on can't wrap.
+// Far above what any drawing uses, and far enough below the end that counting on can't wrap.
 constexpr Handle kHighestHandle = Handle(1) << 60;
 
 std::size_t insertAt(std::vector<Handle>& list, Handle handle, std::size_t position)
@@ -98,7 +98,7 @@ void Document::insertRecord(std::unique_ptr<TableRecord> record)
 
 namespace {
 
-/// The end of a sequence looks like what it ends.
+// The end of a sequence looks like what it ends.
 std::unique_ptr<SequenceEnd> makeSequenceEnd(const Entity& of)
 {
     auto end = std::make_unique<SequenceEnd>();

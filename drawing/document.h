@@ -1,12 +1,5 @@
 #pragma once
 
-#include "drawing/entities.h"
-#include "drawing/error.h"
-#include "drawing/header_variables.h"
-#include "drawing/object.h"
-#include "drawing/objects.h"
-#include "drawing/tables.h"
-
 #include <cstddef>
 #include <limits>
 #include <memory>
@@ -14,6 +7,13 @@
 #include <string_view>
 #include <unordered_map>
 #include <vector>
+
+#include "drawing/entities.h"
+#include "drawing/error.h"
+#include "drawing/header_variables.h"
+#include "drawing/object.h"
+#include "drawing/objects.h"
+#include "drawing/tables.h"
 
 namespace drawing {
 
@@ -79,8 +79,8 @@ public:
     struct Erased
     {
         std::unique_ptr<Object> object;
-        std::vector<std::unique_ptr<Object>> parts; ///< vertices, attributes, brackets, the entities of a block
-        std::size_t position = 0;                   ///< in the list of its block, table, or the objects
+        std::vector<std::unique_ptr<Object>> parts; // vertices, attributes, brackets, the entities of a block
+        std::size_t position = 0;                   // in the list of its block, table, or the objects
     };
     /// Takes an object with its parts out of the drawing and out of the list of its block, table or owning entity.
     /// References to it from other objects and dictionaries stay as they are. Throws DrawingError if there is none.
@@ -156,7 +156,7 @@ private:
     friend class DocumentBuilder;
     struct Bare
     {};
-    explicit Document(Bare); ///< nothing in it at all: for the reader
+    explicit Document(Bare); // nothing in it at all: for the reader
 
     void insertObject(std::unique_ptr<Object> object, Handle owner);
     void insertEntity(Block& block, std::unique_ptr<Entity> entity, std::size_t position);

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "drawing/document.h"
-
 #include <memory>
 #include <string_view>
+
+#include "drawing/document.h"
 
 namespace drawing {
 

@@ -1,12 +1,12 @@
 // Taking objects out of a drawing, and putting them back.
 
-#include "drawing/document.h"
-
 #include <algorithm>
+
+#include "drawing/document.h"
 
 namespace drawing {
 
-/// The list in which the object stands; null for parts of other objects.
+// The list in which the object stands; null for parts of other objects.
 std::vector<Handle>* Document::listOf(const Object& object)
 {
     if (dynamic_cast<const Entity*>(&object)) {
@@ -28,7 +28,7 @@ std::vector<Handle>* Document::listOf(const Object& object)
     return &m_objects;
 }
 
-/// The handles of all that goes with the object.
+// The handles of all that goes with the object.
 std::vector<Handle> Document::partsOf(const Object& object) const
 {
     std::vector<Handle> parts;
@@ -55,7 +55,7 @@ std::vector<Handle> Document::partsOf(const Object& object) const
     return parts;
 }
 
-/// An image's reactor stands in the list of objects and among the reactors of the definition.
+// An image's reactor stands in the list of objects and among the reactors of the definition.
 void Document::tieReactor(const Object& object, bool tie)
 {
     const auto* reactor = dynamic_cast<const ImageDefinitionReactor*>(&object);

@@ -1,8 +1,8 @@
 // The objects that raster images in a drawing rest on.
 
-#include "drawing/document.h"
-
 #include <algorithm>
+
+#include "drawing/document.h"
 
 namespace drawing {
 

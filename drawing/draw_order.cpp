@@ -1,20 +1,20 @@
 // The order in which a block's entities cover each other.
 
-#include "drawing/document.h"
-#include "drawing/numbers.h"
-
 #include <algorithm>
 #include <unordered_map>
+
+#include "drawing/document.h"
+#include "drawing/numbers.h"
 
 namespace drawing {
 
 namespace {
 
-/// From an entity's handle to the handle by which it is sorted instead of its own.
+// From an entity's handle to the handle by which it is sorted instead of its own.
 using SortHandles = std::unordered_map<Handle, Handle>;
 
-/// A draw order that differs from the list's is stored in the dictionary "ACAD_SORTENTS" entry of the block's
-/// extension.
+// A draw order that differs from the list's is stored in the dictionary "ACAD_SORTENTS" entry of the block's
+// extension.
 SortHandles sortHandlesOf(const Document& document, const Block& block)
 {
     SortHandles sorted;

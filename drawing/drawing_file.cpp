@@ -1,11 +1,11 @@
 #include "drawing/drawing_file.h"
 
-#include "drawing/dxf_reader.h"
-#include "drawing/dxf_writer.h"
-
 #include <fstream>
 #include <random>
 #include <system_error>
+
+#include "drawing/dxf_reader.h"
+#include "drawing/dxf_writer.h"
 
 namespace drawing {
 
@@ -39,11 +39,11 @@ std::string readBytes(const std::filesystem::path& path)
     return bytes;
 }
 
-/// A file that is removed again unless it has been kept.
+// A file that is removed again unless it has been kept.
 class FreshFile
 {
 public:
-    /// Beside `target`, with a name that no other file has.
+    // Beside `target`, with a name that no other file has.
     explicit FreshFile(const std::filesystem::path& target)
     {
         std::random_device random;

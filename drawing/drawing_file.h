@@ -1,10 +1,10 @@
 #pragma once
 
-#include "drawing/document.h"
-
 #include <filesystem>
 #include <string>
 #include <string_view>
+
+#include "drawing/document.h"
 
 namespace drawing {
 

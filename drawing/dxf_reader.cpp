@@ -1,12 +1,12 @@
 #include "drawing/dxf_reader.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "drawing/block_cycles.h"
 #include "drawing/legacy_markers.h"
 #include "drawing/numbers.h"
 #include "drawing/object_factory.h"
-
-#include <algorithm>
-#include <utility>
 
 namespace drawing {
 
@@ -33,7 +33,7 @@ std::string lowerCase(std::string_view text)
     return result;
 }
 
-/// The release 12 has other names for the blocks of the two spaces.
+// The release 12 has other names for the blocks of the two spaces.
 std::string presentBlockName(const std::string& name)
 {
     if (sameName(name, "$MODEL_SPACE")) {
@@ -108,7 +108,7 @@ std::string DxfReader::decoded(const FileGroup& group) const
     return std::move(*text);
 }
 
-/// Reads the record that begins here, up to the next.
+// Reads the record that begins here, up to the next.
 Record DxfReader::readRecord()
 {
     if (m_current.code != 0) {
@@ -303,7 +303,7 @@ void DxfReader::readEntities()
     }
 }
 
-/// The block of an entity of the entity section: the one that it names as its owner, or else one of the spaces.
+// The block of an entity of the entity section: the one that it names as its owner, or else one of the spaces.
 Block& DxfReader::blockOf(const Entity& entity, bool paperSpace)
 {
     if (auto* owner = m_builder.document().find<Block>(entity.owner)) {

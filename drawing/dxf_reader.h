@@ -1,14 +1,14 @@
 #pragma once
 
-#include "drawing/document_builder.h"
-#include "drawing/field_reader.h"
-#include "drawing/group_reader.h"
-#include "drawing/text_encoding.h"
-
 #include <map>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "drawing/document_builder.h"
+#include "drawing/field_reader.h"
+#include "drawing/group_reader.h"
+#include "drawing/text_encoding.h"
 
 namespace drawing {
 
@@ -61,7 +61,7 @@ private:
     TextEncoding m_encoding;
     DocumentBuilder m_builder;
     FileGroup m_current;
-    std::map<std::string, Handle> m_blocks; ///< by name in lower case
+    std::map<std::string, Handle> m_blocks; // by name in lower case
     std::vector<Reference> m_references;
 };
 

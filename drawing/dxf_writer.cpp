@@ -1,10 +1,10 @@
 #include "drawing/dxf_writer.h"
 
-#include "drawing/numbers.h"
-
 #include <algorithm>
 #include <set>
 #include <string>
+
+#include "drawing/numbers.h"
 
 namespace drawing {
 
@@ -14,7 +14,7 @@ constexpr std::string_view kRelease = "AC1015";
 constexpr std::string_view kMaintenanceRelease = "6";
 constexpr std::string_view kFallbackCodePage = "ANSI_1252";
 
-/// The code page that the file is to be in: the drawing's own, if it is one that can be written.
+// The code page that the file is to be in: the drawing's own, if it is one that can be written.
 std::string codePageOf(const Document& document)
 {
     const std::string named = document.header.text("$DWGCODEPAGE");
@@ -30,7 +30,7 @@ struct KnownClass
     bool entity;
 };
 
-/// Kinds that a reader knows by the file's list of classes only.
+// Kinds that a reader knows by the file's list of classes only.
 constexpr KnownClass kClasses[] = {
     {"ACDBDICTIONARYWDFLT", "AcDbDictionaryWithDefault", "ObjectDBX Classes", "0", false},
     {"ACDBPLACEHOLDER", "AcDbPlaceHolder", "ObjectDBX Classes", "0", false},
@@ -159,7 +159,7 @@ void DxfWriter::writeBracket(const Block& block, Handle bracket)
     writer.write(*found);
 }
 
-/// The entities of the two spaces have a section of their own; their blocks stand empty here.
+// The entities of the two spaces have a section of their own; their blocks stand empty here.
 void DxfWriter::writeBlocks()
 {
     beginSection("BLOCKS");

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "drawing/document.h"
-#include "drawing/field_writer.h"
-
 #include <string>
 #include <string_view>
+
+#include "drawing/document.h"
+#include "drawing/field_writer.h"
 
 namespace drawing {
 

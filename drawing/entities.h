@@ -1,14 +1,14 @@
 #pragma once
 
-#include "drawing/geometry.h"
-#include "drawing/object.h"
-
 #include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "drawing/geometry.h"
+#include "drawing/object.h"
 
 namespace drawing {
 
@@ -26,10 +26,10 @@ struct Entity : Object
 
     std::string layer = "0";
     std::string linetype = "ByLayer";
-    int color = kColorByLayer;              ///< index 1 to 255, or kColorByBlock, kColorByLayer
-    std::optional<std::uint32_t> trueColor; ///< 0x00RRGGBB
+    int color = kColorByLayer;              // index 1 to 255, or kColorByBlock, kColorByLayer
+    std::optional<std::uint32_t> trueColor; // 0x00RRGGBB
     double linetypeScale = 1;
-    int lineweight = -1; ///< 1/100 mm; -1 ByLayer, -2 ByBlock, -3 default
+    int lineweight = -1; // 1/100 mm; -1 ByLayer, -2 ByBlock, -3 default
     bool visible = true;
 };
 
@@ -85,9 +85,9 @@ struct Ellipse : Entity
     void fields(FieldVisitor& visitor) override;
 
     Vector3 center;
-    Vector3 majorAxis{1, 0, 0}; ///< from the centre to the end of the major axis
-    double ratio = 1;           ///< minor to major
-    double startParameter = 0;  ///< radians; 0 lies at the end of the major axis
+    Vector3 majorAxis{1, 0, 0}; // from the centre to the end of the major axis
+    double ratio = 1;           // minor to major
+    double startParameter = 0;  // radians; 0 lies at the end of the major axis
     double endParameter = 6.283185307179586;
     Vector3 extrusion = kZAxis;
 };
@@ -98,7 +98,7 @@ struct PolylinePoint
     Vector2 position;
     double startWidth = 0;
     double endWidth = 0;
-    double bulge = 0; ///< tangent of a quarter of the arc's angle; positive turns left
+    double bulge = 0; // tangent of a quarter of the arc's angle; positive turns left
     bool operator==(const PolylinePoint&) const = default;
 };
 
@@ -109,8 +109,8 @@ struct LightPolyline : Entity
     void fields(FieldVisitor& visitor) override;
 
     bool closed = false;
-    bool generateLinetype = false; ///< dashes run on over the corners
-    double constantWidth = 0;      ///< holds where no point has a width of its own
+    bool generateLinetype = false; // dashes run on over the corners
+    double constantWidth = 0;      // holds where no point has a width of its own
     double elevation = 0;
     double thickness = 0;
     std::vector<PolylinePoint> points;
@@ -138,7 +138,7 @@ struct HeavyPolyline : Entity
     int flags = 0;
     double elevation = 0;
     double thickness = 0;
-    double startWidth = 0; ///< of points that have none of their own
+    double startWidth = 0; // of points that have none of their own
     double endWidth = 0;
     int meshCountM = 0;
     int meshCountN = 0;
@@ -146,8 +146,8 @@ struct HeavyPolyline : Entity
     int smoothCountN = 0;
     int surfaceType = 0;
     Vector3 extrusion = kZAxis;
-    std::vector<Handle> vertices; ///< Vertex
-    Handle sequenceEnd = 0;       ///< SequenceEnd
+    std::vector<Handle> vertices; // Vertex
+    Handle sequenceEnd = 0;       // SequenceEnd
 };
 
 struct Vertex : Entity
@@ -172,7 +172,7 @@ struct Vertex : Entity
     double bulge = 0;
     int flags = 0;
     double tangent = 0;
-    std::array<int, 4> face{}; ///< corners of a polyface mesh's face, from 1; negative: invisible edge; 0: none
+    std::array<int, 4> face{}; // corners of a polyface mesh's face, from 1; negative: invisible edge; 0: none
 };
 
 /// Ends the vertices of an old polyline or the attributes of a block reference.
@@ -188,7 +188,7 @@ struct Solid : Entity
     void fields(FieldVisitor& visitor) override;
 
     bool isTrace = false;
-    std::array<Vector3, 4> corners; ///< the last two are equal in a triangle
+    std::array<Vector3, 4> corners; // the last two are equal in a triangle
     double thickness = 0;
     Vector3 extrusion = kZAxis;
 };
@@ -198,9 +198,9 @@ enum class HorizontalAlignment
     Left,
     Center,
     Right,
-    Aligned, ///< stretched evenly between insertion and alignment point
-    Middle,  ///< centred both ways
-    Fit,     ///< stretched in width between insertion and alignment point
+    Aligned, // stretched evenly between insertion and alignment point
+    Middle,  // centred both ways
+    Fit,     // stretched in width between insertion and alignment point
 };
 
 enum class VerticalAlignment
@@ -219,12 +219,12 @@ struct Text : Entity
 
     Vector3 position;
     double height = 0;
-    std::string text; ///< with the file's %% codes: see plain_text.h
+    std::string text; // with the file's %% codes: see plain_text.h
     double rotation = 0;
     double widthFactor = 1;
     double oblique = 0;
     std::string style = "Standard";
-    int generation = 0; ///< 2 backward, 4 upside down
+    int generation = 0; // 2 backward, 4 upside down
     HorizontalAlignment horizontal = HorizontalAlignment::Left;
     VerticalAlignment vertical = VerticalAlignment::Baseline;
     std::optional<Vector3> alignmentPoint;
@@ -262,7 +262,7 @@ struct AttributeDefinition : Text
 
     std::string prompt;
     std::string tag;
-    int flags = 0; ///< Attribute::Flag
+    int flags = 0; // Attribute::Flag
     int fieldLength = 0;
 };
 
@@ -277,12 +277,12 @@ struct MText : Entity
 
     Vector3 position;
     double height = 0;
-    double width = 0;   ///< lines are broken to it; 0: never
-    int attachment = 1; ///< 1 top left, 2 top centre, 3 top right, 4 to 6 middle, 7 to 9 bottom
+    double width = 0;   // lines are broken to it; 0: never
+    int attachment = 1; // 1 top left, 2 top centre, 3 top right, 4 to 6 middle, 7 to 9 bottom
     int flow = 1;
     std::string text;
     std::string style = "Standard";
-    std::optional<Vector3> direction; ///< of the baseline, in the drawing's coordinates; goes before `rotation`
+    std::optional<Vector3> direction; // of the baseline, in the drawing's coordinates; goes before `rotation`
     double rotation = 0;
     int spacingStyle = 1;
     double spacingFactor = 1;
@@ -304,8 +304,8 @@ struct BlockReference : Entity
     double columnSpacing = 0;
     double rowSpacing = 0;
     Vector3 extrusion = kZAxis;
-    std::vector<Handle> attributes; ///< Attribute
-    Handle sequenceEnd = 0;         ///< SequenceEnd; 0 without attributes
+    std::vector<Handle> attributes; // Attribute
+    Handle sequenceEnd = 0;         // SequenceEnd; 0 without attributes
 };
 
 /// A raster image in the drawing. `position` is the lower left corner of the lower left pixel; u runs along the width
@@ -336,16 +336,16 @@ struct Image : Entity
     Vector3 position;
     Vector3 u{1, 0, 0};
     Vector3 v{0, 1, 0};
-    Vector2 pixels; ///< width and height in pixels
+    Vector2 pixels; // width and height in pixels
     Handle definition = 0;
     int display = kShow | kShowUnaligned;
     bool clipped = false;
-    int brightness = 50; ///< 0 to 100
-    int contrast = 50;   ///< 0 to 100
-    int fade = 0;        ///< 0 to 100
+    int brightness = 50; // 0 to 100
+    int contrast = 50;   // 0 to 100
+    int fade = 0;        // 0 to 100
     Handle definitionReactor = 0;
     ClipType clipType = ClipType::Rectangle;
-    std::vector<Vector2> clip; ///< pixels, y down from the top left pixel's centre; two corners, or the closed polygon
+    std::vector<Vector2> clip; // pixels, y down from the top left pixel's centre; two corners, or the closed polygon
 };
 
 /// An entity of a kind that is carried along unread; all of it is in the kept groups.

@@ -1,9 +1,9 @@
 #include "drawing/field_reader.h"
 
-#include "drawing/error.h"
-
 #include <algorithm>
 #include <map>
+
+#include "drawing/error.h"
 
 namespace drawing {
 
@@ -35,7 +35,7 @@ void FieldReader::read(Object& object)
     keepRest(object);
 }
 
-/// Extended data closes a record, after an embedded object if there is one.
+// Extended data closes a record, after an embedded object if there is one.
 void FieldReader::splitTail(Object& object)
 {
     const auto& groups = m_record.groups;

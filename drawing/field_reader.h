@@ -1,9 +1,9 @@
 #pragma once
 
-#include "drawing/field_visitor.h"
-
 #include <string>
 #include <vector>
+
+#include "drawing/field_visitor.h"
 
 namespace drawing {
 
@@ -58,7 +58,7 @@ private:
 
     Record& m_record;
     std::vector<bool> m_used;
-    std::size_t m_end = 0; ///< groups from here on are extended data or embedded
+    std::size_t m_end = 0; // groups from here on are extended data or embedded
     std::vector<Section> m_sections;
     std::size_t m_current = 0;
     std::string m_lastMarker;

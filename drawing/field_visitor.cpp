@@ -1,9 +1,9 @@
 #include "drawing/field_visitor.h"
 
+#include <cmath>
+
 #include "drawing/error.h"
 #include "drawing/numbers.h"
-
-#include <cmath>
 
 namespace drawing {
 
@@ -36,7 +36,7 @@ Handle PlacedGroup::handleValue() const
     return checked(*this, parseHandle(value), "handle");
 }
 
-/// A number that no reader would take must not reach the file.
+// A number that no reader would take must not reach the file.
 void FieldVisitor::putReal(int code, double value)
 {
     if (!std::isfinite(value)) {

@@ -1,8 +1,5 @@
 #pragma once
 
-#include "drawing/geometry.h"
-#include "drawing/object.h"
-
 #include <cstddef>
 #include <initializer_list>
 #include <optional>
@@ -11,12 +8,15 @@
 #include <utility>
 #include <vector>
 
+#include "drawing/geometry.h"
+#include "drawing/object.h"
+
 namespace drawing {
 
 /// A group with its place in the file. The conversions throw DrawingError with the line if the text is no such number.
 struct PlacedGroup : Group
 {
-    std::size_t line = 0; ///< of the value, from 1
+    std::size_t line = 0; // of the value, from 1
 
     double real() const;
     int integer() const;
@@ -27,8 +27,8 @@ struct PlacedGroup : Group
 /// What a record tells beyond its object's own fields: the writer knows it, the reader learns it.
 struct RecordContext
 {
-    bool paperSpace = false; ///< the entity lies in a paper space
-    std::string blockName;   ///< of the block that a bracket belongs to
+    bool paperSpace = false; // the entity lies in a paper space
+    std::string blockName;   // of the block that a bracket belongs to
     int attributesFollow = 0;
 };
 

@@ -1,8 +1,8 @@
 #include "drawing/field_writer.h"
 
-#include "drawing/numbers.h"
-
 #include <algorithm>
+
+#include "drawing/numbers.h"
 
 namespace drawing {
 
@@ -74,7 +74,7 @@ void FieldWriter::writeHead(const Object& object, const Groups& beforeHandle)
     m_sink.group(330, formatHandle(object.owner));
 }
 
-/// Writes the first kept groups, still to come, of the present marker.
+// Writes the first kept groups, still to come, of the present marker.
 void FieldWriter::writeKept()
 {
     for (std::size_t i = 0; i < m_object->kept.size(); ++i) {

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <string>
+
 #include "drawing/field_visitor.h"
 #include "drawing/text_encoding.h"
-
-#include <string>
 
 namespace drawing {
 
@@ -53,7 +53,7 @@ private:
     GroupSink& m_sink;
     const Object* m_object = nullptr;
     std::vector<bool> m_keptWritten;
-    std::vector<std::string_view> m_markers; ///< the present one, and those that a reader takes for it
+    std::vector<std::string_view> m_markers; // the present one, and those that a reader takes for it
 };
 
 } // namespace drawing

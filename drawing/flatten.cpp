@@ -1,9 +1,9 @@
 #include "drawing/flatten.h"
 
+#include <algorithm>
+
 #include "drawing/flattener.h"
 #include "drawing/text_encoding.h"
-
-#include <algorithm>
 
 namespace drawing {
 

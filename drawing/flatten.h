@@ -1,9 +1,5 @@
 #pragma once
 
-#include "drawing/color_index.h"
-#include "drawing/document.h"
-#include "drawing/geometry.h"
-
 #include <cstddef>
 #include <functional>
 #include <optional>
@@ -11,14 +7,18 @@
 #include <variant>
 #include <vector>
 
+#include "drawing/color_index.h"
+#include "drawing/document.h"
+#include "drawing/geometry.h"
+
 namespace drawing {
 
 /// How a flattened piece looks, with ByLayer and ByBlock resolved.
 struct FlatStyle
 {
-    int colorIndex = 7;  ///< 1 to 255
-    Rgb rgb;             ///< of the index, or the entity's true colour
-    int lineweight = -3; ///< 1/100 mm; -3: the default
+    int colorIndex = 7;  // 1 to 255
+    Rgb rgb;             // of the index, or the entity's true colour
+    int lineweight = -3; // 1/100 mm; -3: the default
     std::string layer;
     std::string linetype;
     double linetypeScale = 1;
@@ -29,27 +29,27 @@ struct FlatStyle
 struct FlatPath
 {
     std::vector<Vector2> points;
-    bool closed = false; ///< a line runs from the last point back to the first, which is not repeated
+    bool closed = false; // a line runs from the last point back to the first, which is not repeated
     bool filled = false;
 };
 
 /// Text to be drawn in the frame of `direction` and `up`.
 struct FlatText
 {
-    Vector2 position;        ///< where the alignment puts the text
-    Vector2 direction{1, 0}; ///< along the baseline, length 1
-    Vector2 up{0, 1};  ///< square to the direction, towards the top of capitals; mirrored text has it on the other side
-    double height = 0; ///< of capitals
+    Vector2 position;        // where the alignment puts the text
+    Vector2 direction{1, 0}; // along the baseline, length 1
+    Vector2 up{0, 1};  // square to the direction, towards the top of capitals; mirrored text has it on the other side
+    double height = 0; // of capitals
     double widthFactor = 1;
-    double oblique = 0; ///< lean to the right, in degrees
+    double oblique = 0; // lean to the right, in degrees
     HorizontalAlignment horizontal = HorizontalAlignment::Left;
     VerticalAlignment vertical = VerticalAlignment::Baseline;
-    double fitLength = 0;           ///< for Aligned and Fit: the length between the two points; 0 otherwise
-    double wrapWidth = 0;           ///< lines longer than this are to be broken; 0: never
-    double lineSpacing = 0;         ///< from baseline to baseline
-    std::vector<std::string> lines; ///< UTF-8
-    std::string font;               ///< font file of the text style
-    double rotation() const;        ///< of the direction, radians
+    double fitLength = 0;           // for Aligned and Fit: the length between the two points; 0 otherwise
+    double wrapWidth = 0;           // lines longer than this are to be broken; 0: never
+    double lineSpacing = 0;         // from baseline to baseline
+    std::vector<std::string> lines; // UTF-8
+    std::string font;               // font file of the text style
+    double rotation() const;        // of the direction, radians
 };
 
 /// A raster image; `u` and `v` are the edges of one pixel in the drawing's plane.
@@ -63,7 +63,7 @@ struct FlatImage
 
 struct FlatItem
 {
-    Handle entity = 0; ///< of the block's own list that the piece belongs to, also from inside block references
+    Handle entity = 0; // of the block's own list that the piece belongs to, also from inside block references
     FlatStyle style;
     std::variant<FlatPath, FlatText, FlatImage> shape;
 };
@@ -71,10 +71,10 @@ struct FlatItem
 struct FlattenOptions
 {
     double tolerance =
-        0.01; ///< how far, at most, straight lines may stray from a curve; drawing units; 0: a fixed fineness
-    bool hiddenToo = false;         ///< pieces on layers that are off or frozen and invisible entities also come
-    int depth = 32;                 ///< of block references in block references; what lies deeper is left out
-    std::size_t limit = 50'000'000; ///< of points in all; when it is passed the rest is left out
+        0.01; // how far, at most, straight lines may stray from a curve; drawing units; 0: a fixed fineness
+    bool hiddenToo = false;         // pieces on layers that are off or frozen and invisible entities also come
+    int depth = 32;                 // of block references in block references; what lies deeper is left out
+    std::size_t limit = 50'000'000; // of points in all; when it is passed the rest is left out
 };
 
 /// Called with each piece, the lowest first.

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "drawing/geometry.h"
-
 #include <vector>
+
+#include "drawing/geometry.h"
 
 namespace drawing {
 

@@ -1,15 +1,15 @@
 #include "drawing/flatten_polylines.h"
 
-#include "drawing/flatten_curves.h"
-
 #include <algorithm>
 #include <cmath>
+
+#include "drawing/flatten_curves.h"
 
 namespace drawing {
 
 namespace {
 
-/// A point of the flattened polyline; the width may jump there.
+// A point of the flattened polyline; the width may jump there.
 struct Sample
 {
     Vector2 position;
@@ -48,8 +48,8 @@ Vector2 directionOf(const Vector2& from, const Vector2& to)
     return size > 0 ? d * (1 / size) : Vector2{};
 }
 
-/// The left-hand side, half a unit wide, of a corner between two directions: mitred, but for sharp corners and line
-/// ends.
+// The left-hand side, half a unit wide, of a corner between two directions: mitred, but for sharp corners and line
+// ends.
 Vector2 sideAt(const Vector2& before, const Vector2& after, const Vector2& own)
 {
     constexpr double kSharpest = 0.25; // cosine of half the turn, below which a mitre would run away
@@ -73,7 +73,7 @@ FlatPath quadrangle(const std::array<Vector2, 4>& corners, const Transform& map)
     return projectedPath(points, map, true, true);
 }
 
-/// Each edge of a wide polyline becomes a quadrangle; neighbours share a side where the width doesn't jump.
+// Each edge of a wide polyline becomes a quadrangle; neighbours share a side where the width doesn't jump.
 void emitWide(const std::vector<Sample>& samples, bool closed, const Transform& map,
               const std::function<void(FlatPath&&)>& emit)
 {

@@ -1,11 +1,11 @@
 #pragma once
 
+#include <functional>
+#include <vector>
+
 #include "drawing/entities.h"
 #include "drawing/flatten.h"
 #include "drawing/geometry.h"
-
-#include <functional>
-#include <vector>
 
 namespace drawing {
 

@@ -1,11 +1,11 @@
 #include "drawing/flattener.h"
 
-#include "drawing/flatten_curves.h"
-#include "drawing/flatten_polylines.h"
-
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+
+#include "drawing/flatten_curves.h"
+#include "drawing/flatten_polylines.h"
 
 namespace drawing {
 
@@ -23,7 +23,7 @@ std::string lowerCase(const std::string& text)
     return result;
 }
 
-/// Counter-clockwise from start to end, in radians; equal angles make a full turn.
+// Counter-clockwise from start to end, in radians; equal angles make a full turn.
 double sweepBetween(double start, double end)
 {
     double sweep = std::fmod(end - start, kTurn);
@@ -39,7 +39,7 @@ Rgb rgbOf(std::uint32_t trueColor)
             static_cast<std::uint8_t>(trueColor)};
 }
 
-/// Straight lines for the arc centre + radius (cos, sin) in the map's plane.
+// Straight lines for the arc centre + radius (cos, sin) in the map's plane.
 FlatPath curve(const Vector3& center, double radius, double start, double sweep, const Transform& map, double tolerance)
 {
     const int steps = arcSteps(radius * largestStretch(map), sweep, tolerance);
@@ -107,7 +107,7 @@ bool Flattener::entity(const Entity& entity)
     return m_complete;
 }
 
-/// True if that many points may still be given out.
+// True if that many points may still be given out.
 bool Flattener::spend(std::size_t points)
 {
     if (points > m_options.limit - std::min(m_points, m_options.limit)) {
@@ -119,7 +119,7 @@ bool Flattener::spend(std::size_t points)
     return true;
 }
 
-/// In a block, the layer 0 stands for the layer of the reference.
+// In a block, the layer 0 stands for the layer of the reference.
 const std::string& Flattener::layerName(const Entity& entity, const Inherited& inherited) const
 {
     return inherited.nested && entity.layer == "0" ? inherited.layer : entity.layer;
@@ -257,7 +257,7 @@ void Flattener::shape(const Entity& entity, const Place& place)
     }
 }
 
-/// Circles, arcs and ellipses.
+// Circles, arcs and ellipses.
 void Flattener::round(const Entity& entity, const Place& place)
 {
     const auto draw = [&](const Vector3& center, double radius, double start, double sweep, const Transform& plane) {

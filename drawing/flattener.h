@@ -1,11 +1,11 @@
 #pragma once
 
-#include "drawing/flatten.h"
-
 #include <map>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "drawing/flatten.h"
 
 namespace drawing {
 

@@ -1,12 +1,12 @@
 // Flattening of block references, of dimensions, which are drawn by a block, and of old polylines.
 
-#include "drawing/flatten_polylines.h"
-#include "drawing/flattener.h"
-
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <numbers>
+
+#include "drawing/flatten_polylines.h"
+#include "drawing/flattener.h"
 
 namespace drawing {
 
@@ -64,7 +64,7 @@ void Flattener::reference(const BlockReference& reference, const Place& place)
     }
 }
 
-/// A dimension carries the name of the block that draws it, in the drawing's coordinates.
+// A dimension carries the name of the block that draws it, in the drawing's coordinates.
 void Flattener::dimension(const Entity& entity, const Place& place)
 {
     for (const KeptGroups& kept : entity.kept) {
@@ -120,7 +120,7 @@ void Flattener::heavyPolyline(const HeavyPolyline& polyline, const Place& place)
     }
 }
 
-/// A mesh of M times N vertices, row by row: a line along every row and every column.
+// A mesh of M times N vertices, row by row: a line along every row and every column.
 void Flattener::mesh(const HeavyPolyline& polyline, const std::vector<const Vertex*>& vertices, const Place& place)
 {
     const auto countM = static_cast<std::size_t>(std::max(0, polyline.meshCountM));
@@ -144,7 +144,7 @@ void Flattener::mesh(const HeavyPolyline& polyline, const std::vector<const Vert
     }
 }
 
-/// The edges of a polyface mesh's faces, but for the invisible ones.
+// The edges of a polyface mesh's faces, but for the invisible ones.
 void Flattener::faces(const std::vector<const Vertex*>& vertices, const HeavyPolyline& polyline, const Place& place)
 {
     std::vector<const Vertex*> corners;

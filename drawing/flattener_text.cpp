@@ -1,10 +1,10 @@
 // Flattening of text: its frame in the drawing, whatever turned, scaled or mirrored it.
 
-#include "drawing/flattener.h"
-#include "drawing/plain_text.h"
-
 #include <cmath>
 #include <numbers>
+
+#include "drawing/flattener.h"
+#include "drawing/plain_text.h"
 
 namespace drawing {
 
@@ -21,8 +21,8 @@ double FlatText::rotation() const
     return std::atan2(direction.y, direction.x);
 }
 
-/// Completes a text whose height, width factor and lean are still those of its own plane, where `direction` and `up`
-/// have length 1. A point x to the right and y up in the plane comes to lie at direction' x + (skewed up)' y.
+// Completes a text whose height, width factor and lean are still those of its own plane, where `direction` and `up`
+// have length 1. A point x to the right and y up in the plane comes to lie at direction' x + (skewed up)' y.
 void Flattener::emitText(const Entity& entity, FlatText text, const Vector3& position, const Vector3& direction,
                          const Vector3& up, const Place& place)
 {

@@ -1,9 +1,9 @@
 #include "drawing/group_reader.h"
 
+#include <algorithm>
+
 #include "drawing/error.h"
 #include "drawing/numbers.h"
-
-#include <algorithm>
 
 namespace drawing {
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "drawing/object.h"
-
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include "drawing/object.h"
 
 namespace drawing {
 
@@ -14,7 +14,7 @@ struct FileGroup
 {
     int code = 0;
     std::string_view value;
-    std::size_t line = 0; ///< of the value, from 1
+    std::size_t line = 0; // of the value, from 1
 };
 
 /// Takes the bytes of a DXF file in text form apart into groups. Throws DrawingError for what is none.
@@ -38,8 +38,8 @@ private:
 /// What must be known of a file before its texts can be read and new handles be given out.
 struct FileSurvey
 {
-    std::string release;  ///< $ACADVER, empty if missing
-    std::string codePage; ///< $DWGCODEPAGE, empty if missing
+    std::string release;  // $ACADVER, empty if missing
+    std::string codePage; // $DWGCODEPAGE, empty if missing
     bool byteOrderMark = false;
     Handle highestHandle = 0;
 };

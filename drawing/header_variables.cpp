@@ -1,9 +1,9 @@
 #include "drawing/header_variables.h"
 
-#include "drawing/numbers.h"
-
 #include <algorithm>
 #include <utility>
+
+#include "drawing/numbers.h"
 
 namespace drawing {
 

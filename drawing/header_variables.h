@@ -1,12 +1,12 @@
 #pragma once
 
-#include "drawing/geometry.h"
-#include "drawing/object.h"
-
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "drawing/geometry.h"
+#include "drawing/object.h"
 
 namespace drawing {
 

@@ -1,11 +1,11 @@
 #include "drawing/legacy_markers.h"
 
-#include "drawing/numbers.h"
-
 #include <algorithm>
 #include <array>
 #include <iterator>
 #include <string_view>
+
+#include "drawing/numbers.h"
 
 namespace drawing {
 
@@ -28,7 +28,7 @@ bool isCommon(const PlacedGroup& group)
     return std::find(kCommonCodes.begin(), kCommonCodes.end(), group.code) != kCommonCodes.end();
 }
 
-/// A dimension's kind is in the low bits of its group 70.
+// A dimension's kind is in the low bits of its group 70.
 std::string_view dimensionMarker(const Record& record)
 {
     constexpr std::array<std::string_view, 8> kMarkers{

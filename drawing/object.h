@@ -47,9 +47,9 @@ struct Object
 
     /// Groups that are carried along, so that a save gives back what a load found.
     std::vector<KeptGroups> kept;
-    Groups applicationGroups; ///< 102 "{NAME" ... 102 "}" of applications, in a row
-    Groups embedded;          ///< from 101 "Embedded Object" on
-    Groups extendedData;      ///< 1001 and what follows
+    Groups applicationGroups; // 102 "{NAME" ... 102 "}" of applications, in a row
+    Groups embedded;          // from 101 "Embedded Object" on
+    Groups extendedData;      // 1001 and what follows
 };
 
 } // namespace drawing

@@ -1,11 +1,11 @@
 #pragma once
 
+#include <memory>
+#include <string_view>
+
 #include "drawing/entities.h"
 #include "drawing/objects.h"
 #include "drawing/tables.h"
-
-#include <memory>
-#include <string_view>
 
 namespace drawing {
 

@@ -1,10 +1,10 @@
 // The fields of dictionaries and image objects, and what dictionaries do.
 
+#include <algorithm>
+
 #include "drawing/document.h"
 #include "drawing/field_visitor.h"
 #include "drawing/objects.h"
-
-#include <algorithm>
 
 namespace drawing {
 

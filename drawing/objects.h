@@ -1,12 +1,12 @@
 #pragma once
 
-#include "drawing/geometry.h"
-#include "drawing/object.h"
-
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
+
+#include "drawing/geometry.h"
+#include "drawing/object.h"
 
 namespace drawing {
 
@@ -23,14 +23,14 @@ struct Dictionary : Object
     std::string_view name() const override { return "DICTIONARY"; }
     void fields(FieldVisitor& visitor) override;
 
-    Handle find(std::string_view key) const; ///< 0 if there is none
+    Handle find(std::string_view key) const; // 0 if there is none
     void set(std::string_view key, Handle object);
-    bool erase(std::string_view key); ///< false if there was none
+    bool erase(std::string_view key); // false if there was none
 
     bool hardOwner = false;
-    int cloning = 1; ///< what happens to a duplicate when drawings are merged
+    int cloning = 1; // what happens to a duplicate when drawings are merged
     std::vector<Entry> entries;
-    bool entriesAreHard = false; ///< entries are stored as hard references
+    bool entriesAreHard = false; // entries are stored as hard references
 };
 
 /// IMAGEDEF: a raster file that image entities show.
@@ -49,10 +49,10 @@ struct ImageDefinition : Object
 
     int classVersion = 0;
     std::string path;
-    Vector2 pixels;          ///< width and height in pixels
-    Vector2 pixelSize{1, 1}; ///< of one pixel, in drawing units of a freshly placed image (millimetres as a rule)
+    Vector2 pixels;          // width and height in pixels
+    Vector2 pixelSize{1, 1}; // of one pixel, in drawing units of a freshly placed image (millimetres as a rule)
     bool loaded = true;
-    Units units = Units::None; ///< of the file's resolution
+    Units units = Units::None; // of the file's resolution
 };
 
 /// Tells an image entity of changes in its definition; owned by the entity, and among the definition's reactors.
@@ -81,8 +81,8 @@ struct RasterVariables : Object
 
     int classVersion = 0;
     int frame = kFrameAbove;
-    int quality = 1; ///< 0 draft, 1 high
-    int units = 0;   ///< 0 none, 1 mm, 2 cm, 3 m, 4 km, 5 in, 6 ft, 7 yd, 8 mi
+    int quality = 1; // 0 draft, 1 high
+    int units = 0;   // 0 none, 1 mm, 2 cm, 3 m, 4 km, 5 in, 6 ft, 7 yd, 8 mi
 };
 
 /// An object of a kind that is carried along unread; all of it is in the kept groups.

@@ -17,7 +17,7 @@ bool isDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-/// Takes a %% code off the front of the text, which begins with "%%", and adds what it shows.
+// Takes a %% code off the front of the text, which begins with "%%", and adds what it shows.
 void takePercentCode(std::string_view& text, std::string& result)
 {
     const char code = text.size() > 2 ? text[2] : '\0';
@@ -60,7 +60,7 @@ void takePercentCode(std::string_view& text, std::string& result)
     text.remove_prefix(3);
 }
 
-/// Takes a caret with the letter after it off the front: a control character, or a caret if a blank follows.
+// Takes a caret with the letter after it off the front: a control character, or a caret if a blank follows.
 void takeCaret(std::string_view& text, std::string& result)
 {
     const char letter = text.size() > 1 ? text[1] : ' ';
@@ -72,7 +72,7 @@ void takeCaret(std::string_view& text, std::string& result)
     text.remove_prefix(text.size() > 1 ? 2 : 1);
 }
 
-/// Goes through a multi-line text and collects what it shows.
+// Goes through a multi-line text and collects what it shows.
 class LineCollector
 {
 public:
@@ -86,7 +86,7 @@ private:
     std::vector<std::string> m_lines{std::string()};
 };
 
-/// "\S1/2;", "\S1#2;" or "\S1^2;": what stands above, and what stands below.
+// "\S1/2;", "\S1#2;" or "\S1^2;": what stands above, and what stands below.
 void LineCollector::takeStack(std::string_view& text)
 {
     const auto end = text.find(';');

@@ -90,7 +90,7 @@ std::string_view polylineMarker(int flags)
     return flags & HeavyPolyline::kInSpace ? "AcDb3dPolyline" : "AcDb2dPolyline";
 }
 
-/// A polyface mesh's face stands among the vertices, but is none.
+// A polyface mesh's face stands among the vertices, but is none.
 bool isFace(int flags)
 {
     return (flags & Vertex::kOfPolyfaceMesh) != 0 && (flags & Vertex::kOfMesh) == 0;

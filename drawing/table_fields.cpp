@@ -1,10 +1,10 @@
 // The fields of the tables and their records.
 
-#include "drawing/field_visitor.h"
-#include "drawing/tables.h"
-
 #include <array>
 #include <cstdlib>
+
+#include "drawing/field_visitor.h"
+#include "drawing/tables.h"
 
 namespace drawing {
 
@@ -56,7 +56,7 @@ void Layer::fields(FieldVisitor& v)
 
 namespace {
 
-/// A group 49 begins an element; what follows up to the next belongs to it.
+// A group 49 begins an element; what follows up to the next belongs to it.
 void readElements(FieldVisitor& v, std::vector<Linetype::Element>& elements)
 {
     for (const PlacedGroup& group : v.take({49, 74, 75, 340, 46, 50, 44, 45, 9})) {

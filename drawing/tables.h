@@ -1,12 +1,12 @@
 #pragma once
 
-#include "drawing/entities.h"
-#include "drawing/geometry.h"
-#include "drawing/object.h"
-
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "drawing/entities.h"
+#include "drawing/geometry.h"
+#include "drawing/object.h"
 
 namespace drawing {
 
@@ -16,7 +16,7 @@ struct TableRecord : Object
     void fields(FieldVisitor& visitor) override;
 
     std::string recordName;
-    int flags = 0; ///< bits of the file; the kinds of records below say which matter
+    int flags = 0; // bits of the file; the kinds of records below say which matter
 
 protected:
     void recordFields(FieldVisitor& visitor, std::string_view subclass);
@@ -29,7 +29,7 @@ struct Table : Object
     std::string_view name() const override { return "TABLE"; }
     void fields(FieldVisitor& visitor) override;
 
-    std::string kind; ///< "LAYER", "LTYPE", "STYLE", "BLOCK_RECORD", "VPORT", "VIEW", "UCS", "APPID" or "DIMSTYLE"
+    std::string kind; // "LAYER", "LTYPE", "STYLE", "BLOCK_RECORD", "VPORT", "VIEW", "UCS", "APPID" or "DIMSTYLE"
     std::vector<Handle> records;
 };
 
@@ -49,11 +49,11 @@ struct Layer : TableRecord
     bool locked() const { return (flags & kLocked) != 0; }
 
     bool on = true;
-    int color = 7; ///< 1 to 255
+    int color = 7; // 1 to 255
     std::optional<std::uint32_t> trueColor;
     std::string linetype = "Continuous";
     bool plotted = true;
-    int lineweight = -3; ///< 1/100 mm; -3: the default
+    int lineweight = -3; // 1/100 mm; -3: the default
     Handle plotStyle = 0;
 };
 
@@ -63,7 +63,7 @@ struct Linetype : TableRecord
     struct Element
     {
         double length = 0;
-        Groups shape; ///< kept as in the file
+        Groups shape; // kept as in the file
         bool operator==(const Element&) const = default;
     };
 
@@ -80,10 +80,10 @@ struct TextStyle : TableRecord
     std::string_view name() const override { return "STYLE"; }
     void fields(FieldVisitor& visitor) override;
 
-    double fixedHeight = 0; ///< 0: the text's own
+    double fixedHeight = 0; // 0: the text's own
     double widthFactor = 1;
     double oblique = 0;
-    int generation = 0; ///< 2 backward, 4 upside down
+    int generation = 0; // 2 backward, 4 upside down
     double lastHeight = 2.5;
     std::string font;
     std::string bigFont;
@@ -95,11 +95,11 @@ struct ViewportRecord : TableRecord
     std::string_view name() const override { return "VPORT"; }
     void fields(FieldVisitor& visitor) override;
 
-    Vector2 lowerLeft{0, 0};  ///< of the viewport in the window, 0 to 1
-    Vector2 upperRight{1, 1}; ///< of the viewport in the window, 0 to 1
-    Vector2 center;           ///< of the view
-    double height = 1;        ///< of the view, in drawing units
-    double aspect = 1;        ///< width to height
+    Vector2 lowerLeft{0, 0};  // of the viewport in the window, 0 to 1
+    Vector2 upperRight{1, 1}; // of the viewport in the window, 0 to 1
+    Vector2 center;           // of the view
+    double height = 1;        // of the view, in drawing units
+    double aspect = 1;        // width to height
 };
 
 /// A record of a table that is carried along unread (VIEW, UCS, APPID, DIMSTYLE).
@@ -121,7 +121,7 @@ struct BlockBracket : Entity
 
     bool begin;
     // Of BLOCK only:
-    int flags = 0; ///< Block::Flag
+    int flags = 0; // Block::Flag
     Vector3 basePoint;
     std::string externalPath;
     std::string description;
@@ -142,8 +142,8 @@ struct Block : TableRecord
     void fields(FieldVisitor& visitor) override;
 
     Handle layout = 0;
-    Handle begin = 0; ///< BlockBracket
-    Handle end = 0;   ///< BlockBracket
+    Handle begin = 0; // BlockBracket
+    Handle end = 0;   // BlockBracket
     std::vector<Handle> entities;
 };
 

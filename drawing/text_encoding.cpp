@@ -19,7 +19,7 @@ bool isSurrogate(char32_t c)
     return c >= kFirstSurrogate && c <= kLastSurrogate;
 }
 
-/// The UTF-16 unit of an escape at the start of the text; nothing if there is no escape.
+// The UTF-16 unit of an escape at the start of the text; nothing if there is no escape.
 std::optional<char32_t> escapeAt(std::string_view text)
 {
     if (text.size() < kEscapeSize || !text.starts_with(kEscape)) {
@@ -43,7 +43,7 @@ bool isAscii(std::string_view text)
     return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-/// Length of the UTF-8 sequence that the byte begins; 0 if it begins none.
+// Length of the UTF-8 sequence that the byte begins; 0 if it begins none.
 std::size_t sequenceLength(unsigned char lead)
 {
     if (lead < 0x80) {
@@ -58,7 +58,7 @@ std::size_t sequenceLength(unsigned char lead)
     return lead >= 0xF0 && lead <= 0xF4 ? 4 : 0;
 }
 
-/// The character of the UTF-8 sequence at the start of the text; nothing if there is no valid one.
+// The character of the UTF-8 sequence at the start of the text; nothing if there is no valid one.
 std::optional<char32_t> utf8At(std::string_view text, std::size_t length)
 {
     if (length == 0 || length > text.size()) {

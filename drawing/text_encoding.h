@@ -1,11 +1,11 @@
 #pragma once
 
-#include "drawing/code_pages.h"
-
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include "drawing/code_pages.h"
 
 namespace drawing {
 

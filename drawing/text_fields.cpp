@@ -1,11 +1,11 @@
 // The fields of the text entities.
 
+#include <cmath>
+#include <numbers>
+
 #include "drawing/entities.h"
 #include "drawing/field_visitor.h"
 #include "drawing/text_encoding.h"
-
-#include <cmath>
-#include <numbers>
 
 namespace drawing {
 
@@ -72,8 +72,8 @@ void AttributeDefinition::fields(FieldVisitor& v)
 
 namespace {
 
-/// Long text is stored in pieces: all but the last under code 3, the last under code 1. A piece is counted with the
-/// longest form that a character may take in the file, so that none of them exceeds what readers expect.
+// Long text is stored in pieces: all but the last under code 3, the last under code 1. A piece is counted with the
+// longest form that a character may take in the file, so that none of them exceeds what readers expect.
 void putPieces(FieldVisitor& v, std::string_view text)
 {
     constexpr std::size_t kPieceBytes = 250;

@@ -1,12 +1,12 @@
-#include "imaging/codec.h"
-#include "imaging/dib.h"
-#include "imaging/error.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <span>
+
+#include "imaging/codec.h"
+#include "imaging/dib.h"
+#include "imaging/error.h"
 
 // Any bytes, read as a raster file and as a DIB. What is read without an error must come back the same from every
 // format that it is written in.

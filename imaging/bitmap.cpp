@@ -1,10 +1,10 @@
 #include "imaging/bitmap.h"
 
-#include "imaging/error.h"
-
 #include <cstring>
 #include <string>
 #include <utility>
+
+#include "imaging/error.h"
 
 namespace imaging {
 
@@ -23,12 +23,12 @@ Size checkedSize(Size size)
 } // namespace
 
 Bitmap::Bitmap(Size size, Uninitialized)
-    : size_(checkedSize(size)), wordsPerRow_((std::ptrdiff_t(size_.width) + 63) / 64), words_(wordCount())
+    : m_size(checkedSize(size)), m_wordsPerRow((std::ptrdiff_t(m_size.width) + 63) / 64), m_words(wordCount())
 {}
 
 Bitmap::Bitmap(Size size) : Bitmap(size, Uninitialized())
 {
-    words_.clear();
+    m_words.clear();
 }
 
 Bitmap Bitmap::uninitialized(Size size)
@@ -36,10 +36,10 @@ Bitmap Bitmap::uninitialized(Size size)
     return Bitmap(size, Uninitialized());
 }
 
-Bitmap::Bitmap(const Bitmap& other) : Bitmap(other.size_, Uninitialized())
+Bitmap::Bitmap(const Bitmap& other) : Bitmap(other.m_size, Uninitialized())
 {
     if (wordCount() > 0)
-        std::memcpy(words_.data(), other.words_.data(), wordCount() * sizeof(std::uint64_t));
+        std::memcpy(m_words.data(), other.m_words.data(), wordCount() * sizeof(std::uint64_t));
 }
 
 Bitmap& Bitmap::operator=(const Bitmap& other)
@@ -50,22 +50,22 @@ Bitmap& Bitmap::operator=(const Bitmap& other)
 }
 
 Bitmap::Bitmap(Bitmap&& other) noexcept
-    : size_(std::exchange(other.size_, Size())), wordsPerRow_(std::exchange(other.wordsPerRow_, 0)),
-      words_(std::move(other.words_))
+    : m_size(std::exchange(other.m_size, Size())), m_wordsPerRow(std::exchange(other.m_wordsPerRow, 0)),
+      m_words(std::move(other.m_words))
 {}
 
 Bitmap& Bitmap::operator=(Bitmap&& other) noexcept
 {
-    size_ = std::exchange(other.size_, Size());
-    wordsPerRow_ = std::exchange(other.wordsPerRow_, 0);
-    words_ = std::move(other.words_);
+    m_size = std::exchange(other.m_size, Size());
+    m_wordsPerRow = std::exchange(other.m_wordsPerRow, 0);
+    m_words = std::move(other.m_words);
     return *this;
 }
 
 bool Bitmap::operator==(const Bitmap& other) const
 {
-    return size_ == other.size_ && (wordCount() == 0 || std::memcmp(words_.data(), other.words_.data(),
-                                                                    wordCount() * sizeof(std::uint64_t)) == 0);
+    return m_size == other.m_size && (wordCount() == 0 || std::memcmp(m_words.data(), other.m_words.data(),
+                                                                      wordCount() * sizeof(std::uint64_t)) == 0);
 }
 
 } // namespace imaging

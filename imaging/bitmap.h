@@ -1,10 +1,10 @@
 #pragma once
 
-#include "imaging/geometry.h"
-#include "imaging/word_buffer.h"
-
 #include <cstddef>
 #include <cstdint>
+
+#include "imaging/geometry.h"
+#include "imaging/word_buffer.h"
 
 namespace imaging {
 
@@ -32,15 +32,15 @@ public:
     Bitmap(Bitmap&& other) noexcept;
     Bitmap& operator=(Bitmap&& other) noexcept;
 
-    int width() const { return size_.width; }
-    int height() const { return size_.height; }
-    Size size() const { return size_; }
-    Rect bounds() const { return Rect::of(size_); }
-    bool empty() const { return size_.empty(); }
-    std::ptrdiff_t wordsPerRow() const { return wordsPerRow_; }
+    int width() const { return m_size.width; }
+    int height() const { return m_size.height; }
+    Size size() const { return m_size; }
+    Rect bounds() const { return Rect::of(m_size); }
+    bool empty() const { return m_size.empty(); }
+    std::ptrdiff_t wordsPerRow() const { return m_wordsPerRow; }
 
-    std::uint64_t* row(int y) { return words_.data() + y * wordsPerRow_; }
-    const std::uint64_t* row(int y) const { return words_.data() + y * wordsPerRow_; }
+    std::uint64_t* row(int y) { return m_words.data() + y * m_wordsPerRow; }
+    const std::uint64_t* row(int y) const { return m_words.data() + y * m_wordsPerRow; }
 
     /// The point must lie inside.
     bool ink(int x, int y) const { return row(y)[x >> 6] >> (63 - (x & 63)) & 1; }
@@ -52,7 +52,7 @@ public:
     }
 
     /// The bits of a row's last word that hold pixels.
-    std::uint64_t lastWordMask() const { return ~std::uint64_t(0) << (-size_.width & 63); }
+    std::uint64_t lastWordMask() const { return ~std::uint64_t(0) << (-m_size.width & 63); }
 
     bool operator==(const Bitmap& other) const;
 
@@ -61,11 +61,11 @@ private:
     {};
     Bitmap(Size size, Uninitialized);
 
-    std::size_t wordCount() const { return std::size_t(wordsPerRow_) * std::size_t(size_.height); }
+    std::size_t wordCount() const { return std::size_t(m_wordsPerRow) * std::size_t(m_size.height); }
 
-    Size size_;
-    std::ptrdiff_t wordsPerRow_ = 0;
-    WordBuffer words_;
+    Size m_size;
+    std::ptrdiff_t m_wordsPerRow = 0;
+    WordBuffer m_words;
 };
 
 } // namespace imaging

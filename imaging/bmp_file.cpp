@@ -1,13 +1,13 @@
-#include "imaging/codec.h"
-#include "imaging/dib.h"
-#include "imaging/error.h"
-#include "imaging/row_bits.h"
-
 #include <algorithm>
 #include <array>
 #include <bit>
 #include <functional>
 #include <vector>
+
+#include "imaging/codec.h"
+#include "imaging/dib.h"
+#include "imaging/error.h"
+#include "imaging/row_bits.h"
 
 // BMP files and the device-independent bitmaps (DIB) that they hold behind their file header.
 
@@ -28,22 +28,22 @@ enum Compression : std::uint32_t
     alphaBitFields = 6,
 };
 
-/// Little-endian fields of a piece of a file.
+// Little-endian fields of a piece of a file.
 class Fields
 {
 public:
-    Fields(ByteSource& source, std::uint64_t offset, std::size_t count) : bytes_(count)
+    Fields(ByteSource& source, std::uint64_t offset, std::size_t count) : m_bytes(count)
     {
-        source.readExactly(offset, bytes_.data(), count);
+        source.readExactly(offset, m_bytes.data(), count);
     }
 
-    std::uint32_t u8(std::size_t at) const { return bytes_[at]; }
+    std::uint32_t u8(std::size_t at) const { return m_bytes[at]; }
     std::uint32_t u16(std::size_t at) const { return u8(at) | u8(at + 1) << 8; }
     std::uint32_t u32(std::size_t at) const { return u16(at) | u16(at + 2) << 16; }
     std::int32_t i32(std::size_t at) const { return std::int32_t(u32(at)); }
 
 private:
-    std::vector<std::uint8_t> bytes_;
+    std::vector<std::uint8_t> m_bytes;
 };
 
 struct DibLayout
@@ -69,7 +69,7 @@ void checkDepth(int bits, std::uint32_t compression)
         throw ImagingError("Compressed BMP images are not read.");
 }
 
-/// Reads the masks where the header has them; returns how many bytes they take behind it.
+// Reads the masks where the header has them; returns how many bytes they take behind it.
 std::uint64_t readMasks(ByteSource& source, std::uint64_t header, std::uint32_t headerSize, std::uint32_t compression,
                         DibLayout& layout)
 {
@@ -88,7 +88,7 @@ std::uint64_t readMasks(ByteSource& source, std::uint64_t header, std::uint32_t 
     return compression == alphaBitFields ? 16 : 12;
 }
 
-/// pixels: where the rows begin, when a file header tells it; otherwise they follow the palette.
+// pixels: where the rows begin, when a file header tells it; otherwise they follow the palette.
 DibLayout readLayout(ByteSource& source, std::uint64_t header, std::optional<std::uint64_t> pixels)
 {
     DibLayout layout;
@@ -126,7 +126,7 @@ DibLayout readLayout(ByteSource& source, std::uint64_t header, std::optional<std
 
 using RowConverter = std::function<void(std::uint64_t* row, const std::uint8_t* pixels, int width)>;
 
-/// Spreads the bits of a mask over 0..255.
+// Spreads the bits of a mask over 0..255.
 int channel(std::uint32_t pixel, std::uint32_t mask)
 {
     if (mask == 0)

@@ -1,11 +1,11 @@
 #include "imaging/byte_stream.h"
 
-#include "imaging/error.h"
-
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <system_error>
+
+#include "imaging/error.h"
 
 namespace imaging {
 
@@ -23,46 +23,46 @@ FileSource::FileSource(const std::filesystem::path& path)
         throw ImagingError("There is no such file.");
     if (!std::filesystem::is_regular_file(status))
         throw ImagingError("This is not a file.");
-    size_ = std::filesystem::file_size(path, error);
+    m_size = std::filesystem::file_size(path, error);
     if (error)
         throw ImagingError("The file can't be opened: " + error.message() + ".");
     errno = 0;
-    stream_.open(path, std::ios::binary);
-    if (!stream_)
+    m_stream.open(path, std::ios::binary);
+    if (!m_stream)
         throw ImagingError("The file can't be opened: " + std::generic_category().message(errno) + ".");
 }
 
 std::size_t FileSource::read(std::uint64_t offset, void* target, std::size_t count)
 {
-    if (offset >= size_ || count == 0)
+    if (offset >= m_size || count == 0)
         return 0;
     // A seek throws away what the stream has buffered: only when it leads elsewhere.
-    if (offset != position_)
-        stream_.seekg(std::streamoff(offset));
-    stream_.read(static_cast<char*>(target), std::streamsize(std::min<std::uint64_t>(count, size_ - offset)));
-    const auto got = std::size_t(stream_.gcount());
-    if (stream_.bad())
+    if (offset != m_position)
+        m_stream.seekg(std::streamoff(offset));
+    m_stream.read(static_cast<char*>(target), std::streamsize(std::min<std::uint64_t>(count, m_size - offset)));
+    const auto got = std::size_t(m_stream.gcount());
+    if (m_stream.bad())
         throw ImagingError("Reading the file failed.");
-    stream_.clear();
-    position_ = offset + got;
+    m_stream.clear();
+    m_position = offset + got;
     return got;
 }
 
 std::size_t MemorySource::read(std::uint64_t offset, void* target, std::size_t count)
 {
-    if (offset >= bytes_.size() || count == 0)
+    if (offset >= m_bytes.size() || count == 0)
         return 0;
-    const auto got = std::size_t(std::min<std::uint64_t>(count, bytes_.size() - offset));
-    std::memcpy(target, bytes_.data() + offset, got);
+    const auto got = std::size_t(std::min<std::uint64_t>(count, m_bytes.size() - offset));
+    std::memcpy(target, m_bytes.data() + offset, got);
     return got;
 }
 
 void MemorySink::write(std::uint64_t offset, const void* bytes, std::size_t count)
 {
-    if (offset + count > bytes_.size())
-        bytes_.resize(offset + count);
+    if (offset + count > m_bytes.size())
+        m_bytes.resize(offset + count);
     if (count > 0)
-        std::memcpy(bytes_.data() + offset, bytes, count);
+        std::memcpy(m_bytes.data() + offset, bytes, count);
 }
 
 } // namespace imaging

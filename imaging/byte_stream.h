@@ -31,28 +31,28 @@ public:
     /// Throws ImagingError when the file can't be opened.
     explicit FileSource(const std::filesystem::path& path);
 
-    std::uint64_t size() const override { return size_; }
+    std::uint64_t size() const override { return m_size; }
     std::size_t read(std::uint64_t offset, void* target, std::size_t count) override;
 
 private:
-    std::ifstream stream_;
-    std::uint64_t size_ = 0;
-    std::uint64_t position_ = 0;
+    std::ifstream m_stream;
+    std::uint64_t m_size = 0;
+    std::uint64_t m_position = 0;
 };
 
 /// Bytes that stay the caller's.
 class MemorySource : public ByteSource
 {
 public:
-    explicit MemorySource(std::span<const std::byte> bytes) : bytes_(bytes) {}
+    explicit MemorySource(std::span<const std::byte> bytes) : m_bytes(bytes) {}
 
-    std::uint64_t size() const override { return bytes_.size(); }
+    std::uint64_t size() const override { return m_bytes.size(); }
     std::size_t read(std::uint64_t offset, void* target, std::size_t count) override;
 
-    std::span<const std::byte> bytes() const { return bytes_; }
+    std::span<const std::byte> bytes() const { return m_bytes; }
 
 private:
-    std::span<const std::byte> bytes_;
+    std::span<const std::byte> m_bytes;
 };
 
 class ByteSink
@@ -71,14 +71,14 @@ public:
 class MemorySink : public ByteSink
 {
 public:
-    std::uint64_t size() const override { return bytes_.size(); }
+    std::uint64_t size() const override { return m_bytes.size(); }
     void write(std::uint64_t offset, const void* bytes, std::size_t count) override;
 
-    const std::vector<std::byte>& bytes() const { return bytes_; }
-    std::vector<std::byte> take() { return std::move(bytes_); }
+    const std::vector<std::byte>& bytes() const { return m_bytes; }
+    std::vector<std::byte> take() { return std::move(m_bytes); }
 
 private:
-    std::vector<std::byte> bytes_;
+    std::vector<std::byte> m_bytes;
 };
 
 } // namespace imaging

@@ -1,8 +1,3 @@
-#include "imaging/codec.h"
-#include "imaging/error.h"
-#include "imaging/group4.h"
-#include "imaging/orientation.h"
-
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -11,6 +6,11 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "imaging/codec.h"
+#include "imaging/error.h"
+#include "imaging/group4.h"
+#include "imaging/orientation.h"
 
 // CALS raster, type 1: 16 header records of 128 characters, "key: value" padded with blanks, then the whole image as
 // one group 4 stream.
@@ -33,8 +33,8 @@ std::string lowerCase(std::string_view text)
     return result;
 }
 
-/// What stands behind a key. Records are found by their key, in any order; writers that don't keep to the record length
-/// are understood as well. Empty when the header has no such key.
+// What stands behind a key. Records are found by their key, in any order; writers that don't keep to the record length
+// are understood as well. Empty when the header has no such key.
 std::string_view valueOf(std::string_view header, std::string_view key)
 {
     std::size_t found = std::string_view::npos;
@@ -52,7 +52,7 @@ std::string_view valueOf(std::string_view header, std::string_view key)
     return value;
 }
 
-/// The numbers of a value such as "002528,003300", as many as wanted; empty when there are fewer.
+// The numbers of a value such as "002528,003300", as many as wanted; empty when there are fewer.
 std::vector<std::uint32_t> numbersOf(std::string_view value, std::size_t wanted)
 {
     std::vector<std::uint32_t> numbers;
@@ -71,8 +71,8 @@ std::vector<std::uint32_t> numbersOf(std::string_view value, std::size_t wanted)
     return numbers;
 }
 
-/// The pel path is the direction in which a row's pixels follow each other, the line progression that in which the rows
-/// do, relative to the pel path; both in degrees counter-clockwise, 0 pointing right.
+// The pel path is the direction in which a row's pixels follow each other, the line progression that in which the rows
+// do, relative to the pel path; both in degrees counter-clockwise, 0 pointing right.
 Orientation orientationOf(std::string_view value)
 {
     struct Row

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "imaging/byte_stream.h"
-#include "imaging/raster_file.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <span>
+
+#include "imaging/byte_stream.h"
+#include "imaging/raster_file.h"
 
 // What the table of formats (raster_file.cpp) needs of a file kind. A new kind is one more codec. The functions throw
 // ImagingError without naming the file; the public functions put the name before.

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "imaging/bitmap.h"
-#include "imaging/raster_file.h"
-
 #include <cstddef>
 #include <span>
 #include <vector>
+
+#include "imaging/bitmap.h"
+#include "imaging/raster_file.h"
 
 // Device-independent bitmaps in memory: a BMP file without its file header, the form that the clipboard carries.
 

@@ -1,21 +1,21 @@
 #include "imaging/display.h"
 
-#include "imaging/bits.h"
-#include "imaging/error.h"
-#include "imaging/linear_span.h"
-#include "imaging/parallel.h"
-
 #include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <vector>
 
+#include "imaging/bits.h"
+#include "imaging/error.h"
+#include "imaging/linear_span.h"
+#include "imaging/parallel.h"
+
 namespace imaging {
 
 namespace {
 
-/// The part of one direction that an output pixel covers: source pixels first up to, without, end. The outer two count
-/// with their weights, those between with the scale's unit; nothing is covered when first equals end.
+// The part of one direction that an output pixel covers: source pixels first up to, without, end. The outer two count
+// with their weights, those between with the scale's unit; nothing is covered when first equals end.
 struct Cover
 {
     int first = 0;
@@ -25,101 +25,101 @@ struct Cover
     int total = 0;
 };
 
-/// How one direction of the output lies on one direction of the image.
+// How one direction of the output lies on one direction of the image.
 class Scale
 {
 public:
-    /// Output pixel i covers from slope i + start to slope (i + 1) + start.
-    Scale(double slope, double start, int imageLength) : slope_(slope), start_(start), length_(imageLength)
+    // Output pixel i covers from slope i + start to slope (i + 1) + start.
+    Scale(double slope, double start, int imageLength) : m_slope(slope), m_start(start), m_length(imageLength)
     {
         // Parts of pixels matter as long as an output pixel covers few of them.
-        unit_ = std::abs(slope) > 1 && std::abs(slope) < 12 ? 16 : 1;
+        m_unit = std::abs(slope) > 1 && std::abs(slope) < 12 ? 16 : 1;
     }
 
-    int unit() const { return unit_; }
+    int unit() const { return m_unit; }
 
     Cover at(int i) const
     {
-        if (std::abs(slope_) <= 1)
+        if (std::abs(m_slope) <= 1)
             return nearest(i);
-        const double one = slope_ * i + start_;
-        const double other = one + slope_;
+        const double one = m_slope * i + m_start;
+        const double other = one + m_slope;
         const std::int64_t from = toUnits(std::min(one, other));
         const std::int64_t to = toUnits(std::max(one, other));
         if (from >= to)
             return {};
         Cover cover;
-        cover.first = int(from / unit_);
-        cover.end = int((to + unit_ - 1) / unit_);
+        cover.first = int(from / m_unit);
+        cover.end = int((to + m_unit - 1) / m_unit);
         cover.total = int(to - from);
-        cover.firstWeight = int(std::min<std::int64_t>(to, (cover.first + 1) * std::int64_t(unit_)) - from);
-        cover.lastWeight = int(to - std::max<std::int64_t>(from, (cover.end - 1) * std::int64_t(unit_)));
+        cover.firstWeight = int(std::min<std::int64_t>(to, (cover.first + 1) * std::int64_t(m_unit)) - from);
+        cover.lastWeight = int(to - std::max<std::int64_t>(from, (cover.end - 1) * std::int64_t(m_unit)));
         return cover;
     }
 
 private:
     Cover nearest(int i) const
     {
-        const double centre = std::floor(slope_ * (i + 0.5) + start_);
-        if (!(centre >= 0 && centre < length_))
+        const double centre = std::floor(m_slope * (i + 0.5) + m_start);
+        if (!(centre >= 0 && centre < m_length))
             return {};
         return {int(centre), int(centre) + 1, 1, 1, 1};
     }
 
     std::int64_t toUnits(double position) const
     {
-        return std::llround(std::clamp(position, 0.0, double(length_)) * unit_);
+        return std::llround(std::clamp(position, 0.0, double(m_length)) * m_unit);
     }
 
-    double slope_;
-    double start_;
-    int length_;
-    int unit_ = 1;
+    double m_slope;
+    double m_start;
+    int m_length;
+    int m_unit = 1;
 };
 
-/// Counts ink column by column over the rows that an output row covers, for 64 columns at a time: the counts' digits
-/// of base two lie in one word each, a plane for every digit.
+// Counts ink column by column over the rows that an output row covers, for 64 columns at a time: the counts' digits
+// of base two lie in one word each, a plane for every digit.
 class ColumnCounts
 {
 public:
     ColumnCounts(const Bitmap& bitmap, int firstColumn, int endColumn)
-        : bitmap_(bitmap), firstWord_(firstColumn / 64), words_((endColumn + 63) / 64 - firstWord_),
-          planes_(std::size_t(words_ + 1) * maximumPlanes, 0), any_(std::size_t(words_) + 1, 0)
+        : m_bitmap(bitmap), m_firstWord(firstColumn / 64), m_words((endColumn + 63) / 64 - m_firstWord),
+          m_planes(std::size_t(m_words + 1) * maximumPlanes, 0), m_any(std::size_t(m_words) + 1, 0)
     {}
 
     void count(const Cover& rows, int unit)
     {
-        std::fill(planes_.begin(), planes_.begin() + std::ptrdiff_t(usedPlanes_) * (words_ + 1), 0);
-        std::fill(any_.begin(), any_.end(), 0);
-        usedPlanes_ = 0;
+        std::fill(m_planes.begin(), m_planes.begin() + std::ptrdiff_t(m_usedPlanes) * (m_words + 1), 0);
+        std::fill(m_any.begin(), m_any.end(), 0);
+        m_usedPlanes = 0;
         std::int64_t weightSoFar = 0;
         for (int y = rows.first; y < rows.end; ++y) {
             const int weight = y == rows.first ? rows.firstWeight : y == rows.end - 1 ? rows.lastWeight : unit;
             weightSoFar += weight;
-            usedPlanes_ = std::bit_width(std::uint64_t(weightSoFar));
-            const std::uint64_t* row = bitmap_.row(y) + firstWord_;
+            m_usedPlanes = std::bit_width(std::uint64_t(weightSoFar));
+            const std::uint64_t* row = m_bitmap.row(y) + m_firstWord;
             for (int digit = 0; weight >> digit; ++digit) {
                 if (weight >> digit & 1)
                     add(row, digit);
             }
         }
-        for (int digit = 0; digit < usedPlanes_; ++digit) {
-            for (int i = 0; i < words_; ++i)
-                any_[std::size_t(i)] |= plane(digit)[i];
+        for (int digit = 0; digit < m_usedPlanes; ++digit) {
+            for (int i = 0; i < m_words; ++i)
+                m_any[std::size_t(i)] |= plane(digit)[i];
         }
     }
 
-    /// The weighted sum over the columns of a cover.
+    // The weighted sum over the columns of a cover.
     std::int64_t sum(const Cover& columns, int unit) const
     {
         std::int64_t total = 0;
-        const int begin = columns.first - firstWord_ * 64;
-        const int end = columns.end - firstWord_ * 64;
+        const int begin = columns.first - m_firstWord * 64;
+        const int end = columns.end - m_firstWord * 64;
         for (int x = begin; x < end; x += 64) {
             const std::uint64_t mask = end - x >= 64 ? allBits : ~(allBits >> (end - x));
-            if (!(pixels(any_.data(), x) & mask))
+            if (!(pixels(m_any.data(), x) & mask))
                 continue;
-            for (int digit = 0; digit < usedPlanes_; ++digit)
+            for (int digit = 0; digit < m_usedPlanes; ++digit)
                 total += std::int64_t(std::popcount(pixels(plane(digit), x) & mask)) * unit << digit;
         }
         if (total == 0 || unit == 1)
@@ -133,18 +133,18 @@ public:
 private:
     static constexpr int maximumPlanes = 26;
 
-    std::uint64_t* plane(int digit) { return planes_.data() + std::ptrdiff_t(digit) * (words_ + 1); }
-    const std::uint64_t* plane(int digit) const { return planes_.data() + std::ptrdiff_t(digit) * (words_ + 1); }
+    std::uint64_t* plane(int digit) { return m_planes.data() + std::ptrdiff_t(digit) * (m_words + 1); }
+    const std::uint64_t* plane(int digit) const { return m_planes.data() + std::ptrdiff_t(digit) * (m_words + 1); }
 
-    /// Adds a row of ones and zeros at the given digit, carries included.
+    // Adds a row of ones and zeros at the given digit, carries included.
     void add(const std::uint64_t* row, int digit)
     {
         constexpr int chunk = 8;
-        for (int first = 0; first < words_; first += chunk) {
-            const int count = std::min(chunk, words_ - first);
+        for (int first = 0; first < m_words; first += chunk) {
+            const int count = std::min(chunk, m_words - first);
             std::uint64_t carry[chunk] = {};
             std::memcpy(carry, row + first, std::size_t(count) * sizeof carry[0]);
-            for (int at = digit; at < usedPlanes_; ++at) {
+            for (int at = digit; at < m_usedPlanes; ++at) {
                 std::uint64_t* digits = plane(at) + first;
                 std::uint64_t more = 0;
                 for (int i = 0; i < count; ++i) {
@@ -159,7 +159,7 @@ private:
         }
     }
 
-    /// 64 pixels of a row of ours, which has one word more than needed.
+    // 64 pixels of a row of ours, which has one word more than needed.
     static std::uint64_t pixels(const std::uint64_t* row, int x)
     {
         const int shift = x & 63;
@@ -170,17 +170,17 @@ private:
     std::int64_t countAt(int x) const
     {
         std::int64_t count = 0;
-        for (int digit = 0; digit < usedPlanes_; ++digit)
+        for (int digit = 0; digit < m_usedPlanes; ++digit)
             count |= std::int64_t(plane(digit)[x >> 6] >> (63 - (x & 63)) & 1) << digit;
         return count;
     }
 
-    const Bitmap& bitmap_;
-    int firstWord_;
-    int words_;
-    int usedPlanes_ = 0;
-    std::vector<std::uint64_t> planes_;
-    std::vector<std::uint64_t> any_;
+    const Bitmap& m_bitmap;
+    int m_firstWord;
+    int m_words;
+    int m_usedPlanes = 0;
+    std::vector<std::uint64_t> m_planes;
+    std::vector<std::uint64_t> m_any;
 };
 
 std::uint8_t share(std::int64_t ink, std::int64_t total)
@@ -188,7 +188,7 @@ std::uint8_t share(std::int64_t ink, std::int64_t total)
     return std::uint8_t((ink * 255 + total / 2) / total);
 }
 
-/// Rows of the output lie along rows of the image, perhaps mirrored.
+// Rows of the output lie along rows of the image, perhaps mirrored.
 void sampleUpright(const Bitmap& bitmap, const Affine& map, Size output, std::uint8_t* gray, std::ptrdiff_t stride)
 {
     const Scale columns(map.xx, map.x0, bitmap.width());
@@ -230,7 +230,7 @@ void sampleUpright(const Bitmap& bitmap, const Affine& map, Size output, std::ui
     });
 }
 
-/// The ink in a rectangle of the image.
+// The ink in a rectangle of the image.
 std::int64_t countInk(const Bitmap& bitmap, const Rect& rect)
 {
     std::int64_t ink = 0;
@@ -242,7 +242,7 @@ std::int64_t countInk(const Bitmap& bitmap, const Rect& rect)
     return ink;
 }
 
-/// At any other angle each output pixel takes the average of an upright rectangle of the same area around its centre.
+// At any other angle each output pixel takes the average of an upright rectangle of the same area around its centre.
 void sampleTurned(const Bitmap& bitmap, const Affine& map, Size output, std::uint8_t* gray, std::ptrdiff_t stride)
 {
     const double width = std::max(1.0, std::hypot(map.xx, map.xy));

@@ -1,10 +1,10 @@
 // A bitmap as it looks on a screen: grey shares of ink at any scale, turned or mirrored.
 #pragma once
 
-#include "imaging/bitmap.h"
-
 #include <cstddef>
 #include <cstdint>
+
+#include "imaging/bitmap.h"
 
 namespace imaging {
 

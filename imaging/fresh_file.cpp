@@ -1,12 +1,12 @@
 #include "imaging/fresh_file.h"
 
-#include "imaging/error.h"
-
 #include <algorithm>
 #include <cerrno>
 #include <random>
 #include <system_error>
 #include <utility>
+
+#include "imaging/error.h"
 
 namespace imaging {
 
@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A name in the target's folder that no file has.
+// A name in the target's folder that no file has.
 fs::path unusedNameBeside(const fs::path& target)
 {
     std::random_device random;
@@ -40,7 +40,7 @@ void refuseProtectedTarget(const fs::path& target)
         throw ImagingError("The file is write-protected.");
 }
 
-/// The end of a sentence about what a stream could not do. Streams keep no reason of their own: errno is zeroed before.
+// The end of a sentence about what a stream could not do. Streams keep no reason of their own: errno is zeroed before.
 std::string systemReason()
 {
     return errno == 0 ? "." : ": " + std::generic_category().message(errno) + ".";
@@ -48,48 +48,48 @@ std::string systemReason()
 
 } // namespace
 
-FreshFile::FreshFile(fs::path target) : target_(std::move(target))
+FreshFile::FreshFile(fs::path target) : m_target(std::move(target))
 {
-    refuseProtectedTarget(target_);
-    fresh_ = unusedNameBeside(target_);
+    refuseProtectedTarget(m_target);
+    m_fresh = unusedNameBeside(m_target);
     errno = 0;
-    stream_.open(fresh_, std::ios::binary | std::ios::trunc);
-    if (!stream_)
+    m_stream.open(m_fresh, std::ios::binary | std::ios::trunc);
+    if (!m_stream)
         throw ImagingError("The file can't be written" + systemReason());
 }
 
 FreshFile::~FreshFile()
 {
-    if (committed_)
+    if (m_committed)
         return;
-    stream_.close();
+    m_stream.close();
     std::error_code ignored; // a destructor has no one to tell
-    fs::remove(fresh_, ignored);
+    fs::remove(m_fresh, ignored);
 }
 
 void FreshFile::write(std::uint64_t offset, const void* bytes, std::size_t count)
 {
     errno = 0; // a seek may have bytes to write out, too
-    if (offset != position_)
-        stream_.seekp(std::streamoff(offset));
-    stream_.write(static_cast<const char*>(bytes), std::streamsize(count));
-    if (!stream_)
+    if (offset != m_position)
+        m_stream.seekp(std::streamoff(offset));
+    m_stream.write(static_cast<const char*>(bytes), std::streamsize(count));
+    if (!m_stream)
         throw ImagingError("Writing the file failed" + systemReason());
-    position_ = offset + count;
-    size_ = std::max(size_, position_);
+    m_position = offset + count;
+    m_size = std::max(m_size, m_position);
 }
 
 void FreshFile::commit()
 {
     errno = 0;
-    stream_.close();
-    if (!stream_)
+    m_stream.close();
+    if (!m_stream)
         throw ImagingError("Writing the file failed" + systemReason());
     std::error_code error;
-    fs::rename(fresh_, target_, error);
+    fs::rename(m_fresh, m_target, error);
     if (error)
         throw ImagingError("The file can't be replaced: " + error.message() + ".");
-    committed_ = true;
+    m_committed = true;
 }
 
 } // namespace imaging

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "imaging/byte_stream.h"
-
 #include <filesystem>
 #include <fstream>
+
+#include "imaging/byte_stream.h"
 
 namespace imaging {
 
@@ -19,19 +19,19 @@ public:
     FreshFile(const FreshFile&) = delete;
     FreshFile& operator=(const FreshFile&) = delete;
 
-    std::uint64_t size() const override { return size_; }
+    std::uint64_t size() const override { return m_size; }
     void write(std::uint64_t offset, const void* bytes, std::size_t count) override;
 
     /// Throws ImagingError when the last bytes can't be written or the target can't be replaced.
     void commit();
 
 private:
-    std::filesystem::path target_;
-    std::filesystem::path fresh_;
-    std::ofstream stream_;
-    std::uint64_t size_ = 0;
-    std::uint64_t position_ = 0;
-    bool committed_ = false;
+    std::filesystem::path m_target;
+    std::filesystem::path m_fresh;
+    std::ofstream m_stream;
+    std::uint64_t m_size = 0;
+    std::uint64_t m_position = 0;
+    bool m_committed = false;
 };
 
 } // namespace imaging

@@ -1,12 +1,12 @@
 #include "imaging/group4.h"
 
-#include "imaging/error.h"
-#include "imaging/row_bits.h"
-#include "imaging/tiff_handle.h"
-
 #include <algorithm>
 #include <bit>
 #include <iterator>
+
+#include "imaging/error.h"
+#include "imaging/row_bits.h"
+#include "imaging/tiff_handle.h"
 
 // The coding is libtiff's. It is reached through TIFF files in memory that hold one strip each.
 
@@ -22,7 +22,7 @@ void appendLittleEndian(Bytes& bytes, std::uint32_t value, int count)
         bytes.push_back(std::uint8_t(value >> (8 * i)));
 }
 
-/// The header and directory of a TIFF file whose one group 4 strip follows them.
+// The header and directory of a TIFF file whose one group 4 strip follows them.
 Bytes tiffHeaderForStrip(int width, int height, std::size_t streamSize)
 {
     struct Entry
@@ -61,7 +61,7 @@ struct StreamEnd
     bool marked;      // there is an end-of-block mark
 };
 
-/// Finds the first run of 11 zero bits: the codes are made so that none occurs among pixels.
+// Finds the first run of 11 zero bits: the codes are made so that none occurs among pixels.
 StreamEnd findEnd(std::span<const std::uint8_t> stream)
 {
     constexpr int markZeros = 11;
@@ -93,7 +93,7 @@ StreamEnd findEnd(std::span<const std::uint8_t> stream)
     return {zeros > zerosOfLastCode ? all - zeros + zerosOfLastCode : all, false};
 }
 
-/// A TIFF file with the first bits of the stream and, behind them, the filler over and over.
+// A TIFF file with the first bits of the stream and, behind them, the filler over and over.
 Bytes tiffOfStream(std::span<const std::uint8_t> stream, std::size_t bits, int width, int height,
                    std::span<const std::uint8_t> filler)
 {

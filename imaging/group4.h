@@ -1,10 +1,10 @@
 #pragma once
 
-#include "imaging/bitmap.h"
-
 #include <cstdint>
 #include <span>
 #include <vector>
+
+#include "imaging/bitmap.h"
 
 // CCITT group 4 streams, the form in which TIFF strips and CALS files hold their pixels: most significant bit first,
 // rows relative to the row above, a white row above the first, an end-of-block mark behind the last.

@@ -5,8 +5,8 @@
 namespace imaging {
 
 InkMap::InkMap(const Bitmap& bitmap)
-    : columns_((bitmap.width() >> cellShift) + 2), rows_((bitmap.height() >> cellShift) + 2),
-      flags_(std::size_t(columns_) * std::size_t(rows_), 0)
+    : m_columns((bitmap.width() >> cellShift) + 2), m_rows((bitmap.height() >> cellShift) + 2),
+      m_flags(std::size_t(m_columns) * std::size_t(m_rows), 0)
 {
     const int cellRows = (bitmap.height() + cell - 1) / cell;
     inParallel(cellRows, rowsWorthACore(bitmap.wordsPerRow() * cell), [&](int begin, int end) {
@@ -24,11 +24,11 @@ void InkMap::markRow(const Bitmap& bitmap, int cellRow)
         for (std::size_t i = 0; i < any.size(); ++i)
             any[i] |= words[i];
     }
-    char* flags = flags_.data() + std::ptrdiff_t(cellRow) * columns_;
+    char* flags = m_flags.data() + std::ptrdiff_t(cellRow) * m_columns;
     for (std::size_t i = 0; i < any.size(); ++i) {
         const std::ptrdiff_t left = std::ptrdiff_t(i) * 2;
         flags[left] = any[i] >> 32 != 0;
-        if (left + 1 < columns_)
+        if (left + 1 < m_columns)
             flags[left + 1] = std::uint32_t(any[i]) != 0;
     }
 }

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "imaging/bitmap.h"
-
 #include <algorithm>
 #include <vector>
+
+#include "imaging/bitmap.h"
 
 namespace imaging {
 
@@ -28,17 +28,17 @@ public:
     }
 
 private:
-    std::ptrdiff_t column(int x) const { return std::clamp<std::ptrdiff_t>(x >> cellShift, 0, columns_ - 1); }
+    std::ptrdiff_t column(int x) const { return std::clamp<std::ptrdiff_t>(x >> cellShift, 0, m_columns - 1); }
     const char* row(int y) const
     {
-        return flags_.data() + std::clamp<std::ptrdiff_t>(y >> cellShift, 0, rows_ - 1) * columns_;
+        return m_flags.data() + std::clamp<std::ptrdiff_t>(y >> cellShift, 0, m_rows - 1) * m_columns;
     }
 
     void markRow(const Bitmap& bitmap, int cellRow);
 
-    std::ptrdiff_t columns_;
-    std::ptrdiff_t rows_;
-    std::vector<char> flags_;
+    std::ptrdiff_t m_columns;
+    std::ptrdiff_t m_rows;
+    std::vector<char> m_flags;
 };
 
 } // namespace imaging

@@ -1,10 +1,10 @@
 #include "imaging/mirror.h"
 
-#include "imaging/bits.h"
-#include "imaging/parallel.h"
-
 #include <algorithm>
 #include <vector>
+
+#include "imaging/bits.h"
+#include "imaging/parallel.h"
 
 #ifdef __SSSE3__
 #include <tmmintrin.h>
@@ -14,7 +14,7 @@ namespace imaging {
 
 namespace {
 
-/// Writes the words in the opposite order, and the pixels in each of them too.
+// Writes the words in the opposite order, and the pixels in each of them too.
 void reverseWords(const std::uint64_t* from, std::uint64_t* to, std::ptrdiff_t words)
 {
     std::ptrdiff_t i = 0;
@@ -38,9 +38,9 @@ void reverseWords(const std::uint64_t* from, std::uint64_t* to, std::ptrdiff_t w
         to[i] = reverseBits(from[words - 1 - i]);
 }
 
-/// Writes a row in the opposite order over another one. Reversing all the words brings the padding to the left end, so
-/// the pixels move left by the width of the padding on the way. `scratch` has room for a word more than a row, that is
-/// 0.
+// Writes a row in the opposite order over another one. Reversing all the words brings the padding to the left end, so
+// the pixels move left by the width of the padding on the way. `scratch` has room for a word more than a row, that is
+// 0.
 void reverseRow(const std::uint64_t* from, std::uint64_t* to, std::ptrdiff_t words, int width, std::uint64_t* scratch)
 {
     const int padding = -width & 63;

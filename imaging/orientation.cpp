@@ -1,9 +1,9 @@
 #include "imaging/orientation.h"
 
+#include <utility>
+
 #include "imaging/mirror.h"
 #include "imaging/turn.h"
-
-#include <utility>
 
 namespace imaging {
 

@@ -6,8 +6,8 @@ namespace imaging {
 
 enum class PasteMode
 {
-    transparent, ///< Adds the source's ink; its paper lets the target show.
-    opaque       ///< Replaces what lies under the source.
+    transparent, // Adds the source's ink; its paper lets the target show.
+    opaque       // Replaces what lies under the source.
 };
 
 /// Lays the source on the target with its top left pixel at the given point, which may lie outside the target; what

@@ -1,15 +1,14 @@
-#include "imaging/codec.h"
-#include "imaging/error.h"
-#include "imaging/row_bits.h"
-
 #include <algorithm>
 #include <array>
 #include <csetjmp>
 #include <exception>
+#include <png.h>
 #include <string>
 #include <vector>
 
-#include <png.h>
+#include "imaging/codec.h"
+#include "imaging/error.h"
+#include "imaging/row_bits.h"
 
 namespace imaging {
 
@@ -17,44 +16,44 @@ namespace {
 
 constexpr std::size_t signatureLength = 8;
 
-/// libpng's two structures and where its bytes come from or go to. libpng leaves a failed call with longjmp: run()
-/// turns that into an ImagingError. What is passed to run() calls libpng and makes nothing that needs destroying.
+// libpng's two structures and where its bytes come from or go to. libpng leaves a failed call with longjmp: run()
+// turns that into an ImagingError. What is passed to run() calls libpng and makes nothing that needs destroying.
 class PngHandle
 {
 public:
-    explicit PngHandle(ByteSource& source) : source_(&source)
+    explicit PngHandle(ByteSource& source) : m_source(&source)
     {
-        png_ = png_create_read_struct(PNG_LIBPNG_VER_STRING, this, &onError, &onWarning);
+        m_png = png_create_read_struct(PNG_LIBPNG_VER_STRING, this, &onError, &onWarning);
         makeInfo();
-        png_set_read_fn(png_, this, &readBytes);
+        png_set_read_fn(m_png, this, &readBytes);
         limit();
     }
 
-    explicit PngHandle(ByteSink& sink) : sink_(&sink)
+    explicit PngHandle(ByteSink& sink) : m_sink(&sink)
     {
-        png_ = png_create_write_struct(PNG_LIBPNG_VER_STRING, this, &onError, &onWarning);
+        m_png = png_create_write_struct(PNG_LIBPNG_VER_STRING, this, &onError, &onWarning);
         makeInfo();
-        png_set_write_fn(png_, this, &writeBytes, &flush);
+        png_set_write_fn(m_png, this, &writeBytes, &flush);
     }
 
     ~PngHandle()
     {
-        if (source_) {
-            png_destroy_read_struct(&png_, &info_, nullptr);
+        if (m_source) {
+            png_destroy_read_struct(&m_png, &m_info, nullptr);
         } else {
-            png_destroy_write_struct(&png_, &info_);
+            png_destroy_write_struct(&m_png, &m_info);
         }
     }
 
     PngHandle(const PngHandle&) = delete;
     PngHandle& operator=(const PngHandle&) = delete;
 
-    png_structp png() const { return png_; }
-    png_infop info() const { return info_; }
+    png_structp png() const { return m_png; }
+    png_infop info() const { return m_info; }
 
     template <typename Calls> void run(Calls calls)
     {
-        if (setjmp(png_jmpbuf(png_)) != 0)
+        if (setjmp(png_jmpbuf(m_png)) != 0)
             fail();
         calls();
     }
@@ -62,15 +61,15 @@ public:
 private:
     [[noreturn]] void fail() const
     {
-        throw ImagingError((source_ ? "The PNG image is damaged or cut off: " : "Writing the PNG image failed: ") +
-                           message_ + ".");
+        throw ImagingError((m_source ? "The PNG image is damaged or cut off: " : "Writing the PNG image failed: ") +
+                           m_message + ".");
     }
 
     void makeInfo()
     {
-        info_ = png_ ? png_create_info_struct(png_) : nullptr;
-        if (!info_) {
-            png_destroy_read_struct(&png_, &info_, nullptr);
+        m_info = m_png ? png_create_info_struct(m_png) : nullptr;
+        if (!m_info) {
+            png_destroy_read_struct(&m_png, &m_info, nullptr);
             throw std::bad_alloc();
         }
     }
@@ -79,31 +78,31 @@ private:
     {
         constexpr png_alloc_size_t largestChunk = 1 << 23;
         constexpr png_uint_32 mostChunks = 1000;
-        png_set_user_limits(png_, Bitmap::maximumSide, Bitmap::maximumSide);
-        png_set_chunk_malloc_max(png_, largestChunk);
-        png_set_chunk_cache_max(png_, mostChunks);
+        png_set_user_limits(m_png, Bitmap::maximumSide, Bitmap::maximumSide);
+        png_set_chunk_malloc_max(m_png, largestChunk);
+        png_set_chunk_cache_max(m_png, mostChunks);
     }
 
     static void onError(png_structp png, png_const_charp text)
     {
         auto& self = *static_cast<PngHandle*>(png_get_error_ptr(png));
-        if (self.message_.empty())
-            self.message_ = text;
+        if (self.m_message.empty())
+            self.m_message = text;
         png_longjmp(png, 1);
     }
 
     static void onWarning(png_structp, png_const_charp) {}
 
-    /// Moves bytes without letting an exception into libpng; false when it failed.
+    // Moves bytes without letting an exception into libpng; false when it failed.
     template <typename Move> bool attempt(Move move)
     {
         try {
             move();
             return true;
         } catch (const std::exception& error) {
-            message_ = error.what();
-            if (message_.ends_with('.'))
-                message_.pop_back();
+            m_message = error.what();
+            if (m_message.ends_with('.'))
+                m_message.pop_back();
             return false;
         }
     }
@@ -111,29 +110,29 @@ private:
     static void readBytes(png_structp png, png_bytep target, std::size_t count)
     {
         auto& self = *static_cast<PngHandle*>(png_get_io_ptr(png));
-        if (!self.attempt([&] { self.source_->readExactly(self.position_, target, count); }))
+        if (!self.attempt([&] { self.m_source->readExactly(self.m_position, target, count); }))
             png_error(png, "read error");
-        self.position_ += count;
+        self.m_position += count;
     }
 
     static void writeBytes(png_structp png, png_bytep bytes, std::size_t count)
     {
         auto& self = *static_cast<PngHandle*>(png_get_io_ptr(png));
-        if (!self.attempt([&] { self.sink_->append(bytes, count); }))
+        if (!self.attempt([&] { self.m_sink->append(bytes, count); }))
             png_error(png, "write error");
     }
 
     static void flush(png_structp) {}
 
-    ByteSource* source_ = nullptr;
-    ByteSink* sink_ = nullptr;
-    std::uint64_t position_ = 0;
-    std::string message_;
-    png_structp png_ = nullptr;
-    png_infop info_ = nullptr;
+    ByteSource* m_source = nullptr;
+    ByteSink* m_sink = nullptr;
+    std::uint64_t m_position = 0;
+    std::string m_message;
+    png_structp m_png = nullptr;
+    png_infop m_info = nullptr;
 };
 
-/// Reads everything in front of the pixels.
+// Reads everything in front of the pixels.
 RasterInfo readInfo(PngHandle& handle)
 {
     handle.run([&] { png_read_info(handle.png(), handle.info()); });
@@ -149,7 +148,7 @@ RasterInfo readInfo(PngHandle& handle)
     return {size, bits, resolution, Format::Png};
 }
 
-/// How the rows come out of libpng.
+// How the rows come out of libpng.
 struct RowForm
 {
     bool packed;   // 1 bit per pixel

@@ -1,14 +1,14 @@
 #include "imaging/raster_file.h"
 
-#include "imaging/codec.h"
-#include "imaging/error.h"
-#include "imaging/fresh_file.h"
-
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <new>
 #include <vector>
+
+#include "imaging/codec.h"
+#include "imaging/error.h"
+#include "imaging/fresh_file.h"
 
 namespace imaging {
 
@@ -25,7 +25,7 @@ struct Row
     const RasterCodec* codec;
 };
 
-/// The one table of formats, in the order in which they are offered. A new format is a new row.
+// The one table of formats, in the order in which they are offered. A new format is a new row.
 constexpr Row table[] = {
     {{Format::TiffGroup4, "TIFF group 4", tiffExtensions, true}, &tiffCodec},
     {{Format::Cals, "CALS", calsExtensions, true}, &calsCodec},
@@ -71,7 +71,7 @@ std::string utf8(const std::filesystem::path& path)
     return {text.begin(), text.end()};
 }
 
-/// Runs the work and names the file in whatever error comes out of it.
+// Runs the work and names the file in whatever error comes out of it.
 template <typename Work> auto naming(const std::filesystem::path& path, Work work)
 {
     try {

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "imaging/bitmap.h"
-#include "imaging/geometry.h"
-
 #include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+
+#include "imaging/bitmap.h"
+#include "imaging/geometry.h"
 
 // Raster files: what is in one, reading it, writing one. Files are known by their content; the extension means nothing
 // here. Every failure is an ImagingError whose text names the file and says what is wrong with it.

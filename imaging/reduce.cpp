@@ -3,18 +3,18 @@
 
 #include "imaging/reduce.h"
 
-#include "imaging/bits.h"
-#include "imaging/parallel.h"
-
 #include <algorithm>
 #include <array>
 #include <vector>
+
+#include "imaging/bits.h"
+#include "imaging/parallel.h"
 
 namespace imaging {
 
 namespace {
 
-/// 64 counts of up to Digits binary digits, the lowest digit first.
+// 64 counts of up to Digits binary digits, the lowest digit first.
 template <std::size_t Digits> using Counts = std::array<std::uint64_t, Digits>;
 
 template <std::size_t Digits> Counts<Digits + 1> sum(const Counts<Digits>& a, const Counts<Digits>& b)
@@ -30,7 +30,7 @@ template <std::size_t Digits> Counts<Digits + 1> sum(const Counts<Digits>& a, co
     return result;
 }
 
-/// The ink in 2^Log pixels below each other.
+// The ink in 2^Log pixels below each other.
 template <std::size_t Log> Counts<Log + 1> countDown(const std::uint64_t* const* rows, std::ptrdiff_t word)
 {
     if constexpr (Log == 0) {
@@ -40,8 +40,8 @@ template <std::size_t Log> Counts<Log + 1> countDown(const std::uint64_t* const*
     }
 }
 
-/// Adds to each column's count those of the next ones until 2^Log columns are in it; Done is the logarithm of how many
-/// already are.
+// Adds to each column's count those of the next ones until 2^Log columns are in it; Done is the logarithm of how many
+// already are.
 template <std::size_t Log, std::size_t Done, std::size_t Digits>
 Counts<Digits + Log - Done> countAcross(const Counts<Digits>& counts)
 {
@@ -55,7 +55,7 @@ Counts<Digits + Log - Done> countAcross(const Counts<Digits>& counts)
     }
 }
 
-/// The first, third, fifth ... pixels of two words, brought together in one.
+// The first, third, fifth ... pixels of two words, brought together in one.
 std::uint64_t everySecond(std::uint64_t left, std::uint64_t right)
 {
     // The right word's pixels wait between the left one's; then pairs of ever larger groups of bits change places.

@@ -4,20 +4,20 @@
 
 namespace imaging {
 
-/// Takes bands from top to bottom and keeps the list canonical while it grows.
+// Takes bands from top to bottom and keeps the list canonical while it grows.
 class RegionBuilder
 {
 public:
-    /// The spans of the band being built, as alternating left and right edges.
+    // The spans of the band being built, as alternating left and right edges.
     std::vector<int> edges;
 
-    /// Ends the band [top, bottom). Bands come in order of y.
+    // Ends the band [top, bottom). Bands come in order of y.
     void endBand(int top, int bottom)
     {
         if (!edges.empty() && !joinsLastBand(top, bottom)) {
-            lastBand_ = result_.rects_.size();
+            m_lastBand = m_result.m_rects.size();
             for (std::size_t i = 0; i < edges.size(); i += 2)
-                result_.rects_.push_back({edges[i], top, edges[i + 1], bottom});
+                m_result.m_rects.push_back({edges[i], top, edges[i + 1], bottom});
         }
         edges.clear();
     }
@@ -25,50 +25,50 @@ public:
     Region finish()
     {
         Rect box;
-        for (const Rect& rect : result_.rects_)
+        for (const Rect& rect : m_result.m_rects)
             box = box.unite(rect);
-        result_.box_ = box;
-        return std::move(result_);
+        m_result.m_box = box;
+        return std::move(m_result);
     }
 
 private:
     bool joinsLastBand(int top, int bottom)
     {
-        std::vector<Rect>& rects = result_.rects_;
-        const std::size_t count = rects.size() - lastBand_;
-        if (rects.empty() || count * 2 != edges.size() || rects[lastBand_].bottom != top)
+        std::vector<Rect>& rects = m_result.m_rects;
+        const std::size_t count = rects.size() - m_lastBand;
+        if (rects.empty() || count * 2 != edges.size() || rects[m_lastBand].bottom != top)
             return false;
         for (std::size_t i = 0; i < count; ++i) {
-            const Rect& rect = rects[lastBand_ + i];
+            const Rect& rect = rects[m_lastBand + i];
             if (rect.left != edges[2 * i] || rect.right != edges[2 * i + 1])
                 return false;
         }
         for (std::size_t i = 0; i < count; ++i)
-            rects[lastBand_ + i].bottom = bottom;
+            rects[m_lastBand + i].bottom = bottom;
         return true;
     }
 
-    Region result_;
-    std::size_t lastBand_ = 0;
+    Region m_result;
+    std::size_t m_lastBand = 0;
 };
 
 namespace {
 
-/// Walks a region band by band.
+// Walks a region band by band.
 class BandCursor
 {
 public:
-    explicit BandCursor(const Region& region) : next_(region.rects().data()), end_(next_ + region.rects().size())
+    explicit BandCursor(const Region& region) : m_next(region.rects().data()), m_end(m_next + region.rects().size())
     {
         advance();
     }
 
-    bool done() const { return band_.empty(); }
-    int top() const { return band_.front().top; }
-    int bottom() const { return band_.front().bottom; }
+    bool done() const { return m_band.empty(); }
+    int top() const { return m_band.front().top; }
+    int bottom() const { return m_band.front().bottom; }
     bool covers(int y) const { return !done() && top() <= y; }
 
-    /// The next row after y at which this region changes.
+    // The next row after y at which this region changes.
     int nextChange(int y) const
     {
         if (done())
@@ -76,7 +76,7 @@ public:
         return covers(y) ? bottom() : top();
     }
 
-    std::span<const Rect> spansAt(int y) const { return covers(y) ? band_ : std::span<const Rect>(); }
+    std::span<const Rect> spansAt(int y) const { return covers(y) ? m_band : std::span<const Rect>(); }
 
     void moveTo(int y)
     {
@@ -87,37 +87,37 @@ public:
 private:
     void advance()
     {
-        const Rect* first = next_;
-        while (next_ != end_ && next_->top == first->top)
-            ++next_;
-        band_ = {first, next_};
+        const Rect* first = m_next;
+        while (m_next != m_end && m_next->top == first->top)
+            ++m_next;
+        m_band = {first, m_next};
     }
 
-    const Rect* next_;
-    const Rect* end_;
-    std::span<const Rect> band_;
+    const Rect* m_next;
+    const Rect* m_end;
+    std::span<const Rect> m_band;
 };
 
-/// The edges of a band's spans, from left to right.
+// The edges of a band's spans, from left to right.
 class EdgeCursor
 {
 public:
-    explicit EdgeCursor(std::span<const Rect> spans) : spans_(spans) {}
+    explicit EdgeCursor(std::span<const Rect> spans) : m_spans(spans) {}
 
     int position() const
     {
-        if (edge_ / 2 >= spans_.size())
+        if (m_edge / 2 >= m_spans.size())
             return INT_MAX;
-        const Rect& rect = spans_[edge_ / 2];
-        return edge_ % 2 ? rect.right : rect.left;
+        const Rect& rect = m_spans[m_edge / 2];
+        return m_edge % 2 ? rect.right : rect.left;
     }
 
-    void advance() { ++edge_; }
-    bool inside() const { return edge_ % 2 != 0; }
+    void advance() { ++m_edge; }
+    bool inside() const { return m_edge % 2 != 0; }
 
 private:
-    std::span<const Rect> spans_;
-    std::size_t edge_ = 0;
+    std::span<const Rect> m_spans;
+    std::size_t m_edge = 0;
 };
 
 template <class Keep>
@@ -141,7 +141,7 @@ void combineSpans(std::span<const Rect> a, std::span<const Rect> b, Keep keep, s
     }
 }
 
-/// Sweeps both regions from top to bottom; keep(in a, in b) says which pixels belong to the result.
+// Sweeps both regions from top to bottom; keep(in a, in b) says which pixels belong to the result.
 template <class Keep> Region combine(const Region& a, const Region& b, Keep keep)
 {
     RegionBuilder builder;
@@ -172,8 +172,8 @@ Region uniteAll(std::span<const Rect> rects)
 Region::Region(const Rect& rect)
 {
     if (!rect.empty()) {
-        rects_.push_back(rect);
-        box_ = rect;
+        m_rects.push_back(rect);
+        m_box = rect;
     }
 }
 
@@ -195,8 +195,8 @@ Region Region::fromRects(std::span<const Rect> rects)
 std::span<const Rect> Region::band(int y) const
 {
     const auto first =
-        std::partition_point(rects_.begin(), rects_.end(), [y](const Rect& rect) { return rect.bottom <= y; });
-    const auto last = std::partition_point(first, rects_.end(), [y](const Rect& rect) { return rect.top <= y; });
+        std::partition_point(m_rects.begin(), m_rects.end(), [y](const Rect& rect) { return rect.bottom <= y; });
+    const auto last = std::partition_point(first, m_rects.end(), [y](const Rect& rect) { return rect.top <= y; });
     return {first, last};
 }
 
@@ -215,9 +215,9 @@ bool Region::containsSpan(int y, int left, int right) const
 
 void Region::offset(int dx, int dy)
 {
-    for (Rect& rect : rects_)
+    for (Rect& rect : m_rects)
         rect = rect.offset(dx, dy);
-    box_ = box_.offset(dx, dy);
+    m_box = m_box.offset(dx, dy);
 }
 
 Region unite(const Region& a, const Region& b)

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "imaging/geometry.h"
-
 #include <span>
 #include <vector>
+
+#include "imaging/geometry.h"
 
 namespace imaging {
 
@@ -20,11 +20,11 @@ public:
     /// The union of any rectangles, overlapping or empty ones too.
     static Region fromRects(std::span<const Rect> rects);
 
-    const std::vector<Rect>& rects() const { return rects_; }
-    bool empty() const { return rects_.empty(); }
+    const std::vector<Rect>& rects() const { return m_rects; }
+    bool empty() const { return m_rects.empty(); }
 
     /// The smallest rectangle around the region; an empty region has an empty one.
-    Rect box() const { return box_; }
+    Rect box() const { return m_box; }
 
     bool contains(Point p) const;
 
@@ -36,13 +36,13 @@ public:
 
     void offset(int dx, int dy);
 
-    bool operator==(const Region& other) const { return rects_ == other.rects_; }
+    bool operator==(const Region& other) const { return m_rects == other.m_rects; }
 
 private:
     friend class RegionBuilder;
 
-    std::vector<Rect> rects_;
-    Rect box_;
+    std::vector<Rect> m_rects;
+    Rect m_box;
 };
 
 Region unite(const Region& a, const Region& b);

@@ -1,21 +1,21 @@
 #include "imaging/resample.h"
 
+#include <algorithm>
+#include <numeric>
+#include <vector>
+
 #include "imaging/bits.h"
 #include "imaging/error.h"
 #include "imaging/parallel.h"
 #include "imaging/reduce.h"
 
-#include <algorithm>
-#include <numeric>
-#include <vector>
-
 namespace imaging {
 
 namespace {
 
-/// Where one direction's source pixels come to lie among the target's. A target pixel is `unit` long; edge e of the
-/// source, which lies before pixel e or at the end, falls `fraction` beyond the beginning of target pixel `pixel`. In a
-/// direction that grows, edges fall between target pixels and unit is 1.
+// Where one direction's source pixels come to lie among the target's. A target pixel is `unit` long; edge e of the
+// source, which lies before pixel e or at the end, falls `fraction` beyond the beginning of target pixel `pixel`. In a
+// direction that grows, edges fall between target pixels and unit is 1.
 class Axis
 {
 public:
@@ -25,99 +25,99 @@ public:
         int fraction;
     };
 
-    Axis(int source, int target) : edges_(std::size_t(source) + 1)
+    Axis(int source, int target) : m_edges(std::size_t(source) + 1)
     {
         const std::int64_t divisor = std::gcd(source, target);
         const std::int64_t from = source / divisor;
         const std::int64_t to = target / divisor;
-        unit_ = target < source ? from : 1;
+        m_unit = target < source ? from : 1;
         for (std::int64_t e = 0; e <= source; ++e) {
             // Growing, target pixel t takes source pixel floor((t + 1/2) from / to). The first t that takes e:
             const std::int64_t first = (2 * e * to + from - 1) / (2 * from);
             const std::int64_t position = target < source ? e * to : first;
-            edges_[std::size_t(e)] = {int(position / unit_), int(position % unit_)};
+            m_edges[std::size_t(e)] = {int(position / m_unit), int(position % m_unit)};
         }
     }
 
-    std::int64_t unit() const { return unit_; }
-    const Edge& operator[](int edge) const { return edges_[std::size_t(edge)]; }
-    std::int64_t position(int edge) const { return edges_[std::size_t(edge)].pixel * unit_ + (*this)[edge].fraction; }
+    std::int64_t unit() const { return m_unit; }
+    const Edge& operator[](int edge) const { return m_edges[std::size_t(edge)]; }
+    std::int64_t position(int edge) const { return m_edges[std::size_t(edge)].pixel * m_unit + (*this)[edge].fraction; }
 
-    /// The first source pixel that covers some of target pixel t.
+    // The first source pixel that covers some of target pixel t.
     int firstSource(int t) const
     {
-        const auto beyond = std::upper_bound(edges_.begin(), edges_.end(), t * unit_, [&](std::int64_t at, Edge edge) {
-            return at < edge.pixel * unit_ + edge.fraction;
-        });
-        return int(beyond - edges_.begin()) - 1;
+        const auto beyond =
+            std::upper_bound(m_edges.begin(), m_edges.end(), t * m_unit,
+                             [&](std::int64_t at, Edge edge) { return at < edge.pixel * m_unit + edge.fraction; });
+        return int(beyond - m_edges.begin()) - 1;
     }
 
-    /// How much of target pixel t source pixel s covers, in parts of `unit`; 0 or less for none.
+    // How much of target pixel t source pixel s covers, in parts of `unit`; 0 or less for none.
     std::int64_t overlap(int s, int t) const
     {
-        return std::min(position(s + 1), (t + 1) * unit_) - std::max(position(s), t * unit_);
+        return std::min(position(s + 1), (t + 1) * m_unit) - std::max(position(s), t * m_unit);
     }
 
 private:
-    std::vector<Edge> edges_;
-    std::int64_t unit_ = 1;
+    std::vector<Edge> m_edges;
+    std::int64_t m_unit = 1;
 };
 
-/// Sums the ink that falls on the pixels of one target row. Each edge between ink and paper is entered as a change of
-/// coverage, so that a run of ink costs the same at any length; the row's sums come out as running totals.
+// Sums the ink that falls on the pixels of one target row. Each edge between ink and paper is entered as a change of
+// coverage, so that a run of ink costs the same at any length; the row's sums come out as running totals.
 template <class Sum> class RowSums
 {
 public:
     RowSums(const Axis& columns, int width)
-        : columns_(columns), unit_(Sum(columns.unit())), width_(width), changes_(std::size_t(width) + 65, 0),
-          touched_(std::size_t(width) / 64 + 2, 0)
+        : m_columns(columns), m_unit(Sum(columns.unit())), m_width(width), m_changes(std::size_t(width) + 65, 0),
+          m_touched(std::size_t(width) / 64 + 2, 0)
     {}
 
-    /// Adds a source row, given by its ink edges, with a weight.
+    // Adds a source row, given by its ink edges, with a weight.
     void add(const int* edges, std::size_t count, Sum weight)
     {
         for (std::size_t i = 0; i < count; i += 2) {
-            enter(columns_[edges[i]], weight);
-            enter(columns_[edges[i + 1]], -weight);
+            enter(m_columns[edges[i]], weight);
+            enter(m_columns[edges[i + 1]], -weight);
         }
     }
 
-    /// Writes the pixels whose sum reaches the threshold as ink, and forgets the sums.
+    // Writes the pixels whose sum reaches the threshold as ink, and forgets the sums.
     void write(std::uint64_t* row, Sum threshold)
     {
         Sum sum = 0;
-        Sum* changes = changes_.data();
-        const int words = (width_ + 63) / 64;
+        Sum* changes = m_changes.data();
+        const int words = (m_width + 63) / 64;
         for (int i = 0; i < words; ++i, changes += 64) {
             std::uint64_t word = sum >= threshold ? allBits : 0;
-            if (touched_[std::size_t(i)]) {
+            if (m_touched[std::size_t(i)]) {
                 word = 0;
                 for (int bit = 0; bit < 64; ++bit) {
                     sum += changes[bit];
                     changes[bit] = 0;
                     word = word << 1 | std::uint64_t(sum >= threshold);
                 }
-                touched_[std::size_t(i)] = 0;
+                m_touched[std::size_t(i)] = 0;
             }
-            row[i] = i + 1 < words ? word : word & maskUpTo(width_);
+            row[i] = i + 1 < words ? word : word & maskUpTo(m_width);
         }
-        changes_[std::size_t(width_)] = changes_[std::size_t(width_) + 1] = 0;
+        m_changes[std::size_t(m_width)] = m_changes[std::size_t(m_width) + 1] = 0;
     }
 
 private:
     void enter(Axis::Edge edge, Sum weight)
     {
-        changes_[std::size_t(edge.pixel)] += (unit_ - edge.fraction) * weight;
-        changes_[std::size_t(edge.pixel) + 1] += edge.fraction * weight;
-        touched_[std::size_t(edge.pixel) / 64] = 1;
-        touched_[std::size_t(edge.pixel + 1) / 64] = 1;
+        m_changes[std::size_t(edge.pixel)] += (m_unit - edge.fraction) * weight;
+        m_changes[std::size_t(edge.pixel) + 1] += edge.fraction * weight;
+        m_touched[std::size_t(edge.pixel) / 64] = 1;
+        m_touched[std::size_t(edge.pixel + 1) / 64] = 1;
     }
 
-    const Axis& columns_;
-    Sum unit_;
-    int width_;
-    std::vector<Sum> changes_;
-    std::vector<char> touched_;
+    const Axis& m_columns;
+    Sum m_unit;
+    int m_width;
+    std::vector<Sum> m_changes;
+    std::vector<char> m_touched;
 };
 
 template <class Sum> void resampleByArea(const Bitmap& source, Bitmap& target, const Axis& columns, const Axis& rows)

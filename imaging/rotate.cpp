@@ -1,5 +1,9 @@
 #include "imaging/rotate.h"
 
+#include <array>
+#include <cmath>
+#include <numbers>
+
 #include "imaging/bits.h"
 #include "imaging/error.h"
 #include "imaging/fill.h"
@@ -9,22 +13,18 @@
 #include "imaging/turn.h"
 #include "imaging/turned_sheet.h"
 
-#include <array>
-#include <cmath>
-#include <numbers>
-
 namespace imaging {
 
 namespace {
 
-/// Whether the pivot is so far off that a turn of 45 degrees or more brings every pixel out of any image.
+// Whether the pivot is so far off that a turn of 45 degrees or more brings every pixel out of any image.
 bool isFar(Point pivot)
 {
     constexpr int far = 1 << 28;
     return std::max({pivot.x, -pivot.x, pivot.y, -pivot.y}) > far;
 }
 
-/// Turns a rectangle clockwise by quarters about the centre of the pivot pixel, which brings pixels onto pixels.
+// Turns a rectangle clockwise by quarters about the centre of the pivot pixel, which brings pixels onto pixels.
 Rect turnedByQuarters(Rect rect, Point pivot, int quarters)
 {
     for (int i = 0; i < quarters; ++i) {
@@ -45,11 +45,11 @@ Bitmap turnedByQuarters(const Bitmap& bitmap, int quarters)
     return half;
 }
 
-/// Pixels lifted from an image, with paper around them.
+// Pixels lifted from an image, with paper around them.
 struct Sheet
 {
     Bitmap pixels;
-    Rect box; ///< where the pixels belong, without the margin
+    Rect box; // where the pixels belong, without the margin
 
     Point origin() const { return {box.left - sheetMargin, box.top - sheetMargin}; }
 };
@@ -61,7 +61,7 @@ Bitmap withMargin(const Bitmap& bitmap, const Rect& box)
     return sheet;
 }
 
-/// The region's pixels. The quarters of the turn are made here, once and for all.
+// The region's pixels. The quarters of the turn are made here, once and for all.
 Sheet lift(const Bitmap& bitmap, const Region& region, Point pivot, int quarters)
 {
     const Rect box = region.box();
@@ -78,7 +78,7 @@ Sheet lift(const Bitmap& bitmap, const Region& region, Point pivot, int quarters
     return {withMargin(turned, Rect::of(turned.size())), turnedByQuarters(box, pivot, quarters)};
 }
 
-/// The rectangle of target pixels that may get something from the source rectangle.
+// The rectangle of target pixels that may get something from the source rectangle.
 Rect turnedBox(const Rect& box, const InverseTurn& turn, const Rect& bounds)
 {
     double left = INFINITY, top = INFINITY, right = -INFINITY, bottom = -INFINITY;
@@ -96,14 +96,14 @@ Rect turnedBox(const Rect& box, const InverseTurn& turn, const Rect& bounds)
             clampedY(std::ceil(bottom) + 1)};
 }
 
-/// The pixels of target row y, within `limits`, whose source lies in the box.
+// The pixels of target row y, within `limits`, whose source lies in the box.
 Span coveredSpan(const Rect& box, const InverseTurn& turn, Span limits, int y)
 {
     const Span across = whereBetween(limits, turn.cosine, turn.sourceX(0, y), box.left - 0.5, box.right - 0.5);
     return whereBetween(across, -turn.sine, turn.sourceY(0, y), box.top - 0.5, box.bottom - 0.5);
 }
 
-/// Lays the sheet down turned. Where `covers` is given it tells which of its pixels replace what is there, paper too.
+// Lays the sheet down turned. Where `covers` is given it tells which of its pixels replace what is there, paper too.
 void layDown(Bitmap& bitmap, const Sheet& sheet, const InverseTurn& turn, bool transparent, const Sheet* shape)
 {
     const TurnedSheet source(sheet.pixels, sheet.origin(), turn);

@@ -7,43 +7,43 @@
 
 #include "imaging/small_groups.h"
 
-#include "imaging/bits.h"
-#include "imaging/parallel.h"
-
 #include <algorithm>
 #include <vector>
+
+#include "imaging/bits.h"
+#include "imaging/parallel.h"
 
 namespace imaging {
 
 namespace {
 
-/// The runs of one window and the groups that they form.
+// The runs of one window and the groups that they form.
 class Window
 {
 public:
     Window(Bitmap& bitmap, GroupsOf kind, int side, const Region* region)
-        : bitmap_(bitmap), kind_(kind), side_(side), region_(region), edges_(std::size_t(bitmap.width()) + 3)
+        : m_bitmap(bitmap), m_kind(kind), m_side(side), m_region(region), m_edges(std::size_t(bitmap.width()) + 3)
     {}
 
-    /// Removes the small groups whose first row is in [begin, end).
+    // Removes the small groups whose first row is in [begin, end).
     void work(int begin, int end)
     {
-        runs_.clear();
-        groups_.assign(1, Group());
+        m_runs.clear();
+        m_groups.assign(1, Group());
         const int top = std::max(begin - 1, 0);
-        const int bottom = int(std::min<std::int64_t>(std::int64_t(end) + side_ + 1, bitmap_.height()));
+        const int bottom = int(std::min<std::int64_t>(std::int64_t(end) + m_side + 1, m_bitmap.height()));
         std::size_t previous = 0;
         std::size_t current = 0;
         for (int y = top; y < bottom; ++y) {
             findRuns(y);
             joinRow(previous, current, y);
             previous = current;
-            current = runs_.size();
+            current = m_runs.size();
         }
-        for (const Run& run : runs_) {
+        for (const Run& run : m_runs) {
             const std::uint32_t group = root(run.group);
-            if (group != kept && groups_[group].top >= begin && groups_[group].top < end)
-                setSpan(bitmap_.row(run.y), run.begin, run.end, kind_ == GroupsOf::paper);
+            if (group != kept && m_groups[group].top >= begin && m_groups[group].top < end)
+                setSpan(m_bitmap.row(run.y), run.begin, run.end, m_kind == GroupsOf::paper);
         }
     }
 
@@ -64,66 +64,67 @@ private:
         int top = 0;
     };
 
-    /// The group of everything that stays: what is too large, at the border or not wholly in the region.
+    // The group of everything that stays: what is too large, at the border or not wholly in the region.
     static constexpr std::uint32_t kept = 0;
 
     std::uint32_t root(std::uint32_t group)
     {
-        while (groups_[group].parent != group) {
-            groups_[group].parent = groups_[groups_[group].parent].parent;
-            group = groups_[group].parent;
+        while (m_groups[group].parent != group) {
+            m_groups[group].parent = m_groups[m_groups[group].parent].parent;
+            group = m_groups[group].parent;
         }
         return group;
     }
 
     void findRuns(int y)
     {
-        int* edges = edges_.data();
-        std::size_t count = findInkEdges(bitmap_.row(y), bitmap_.width(), edges + 1);
-        if (kind_ == GroupsOf::paper) {
+        int* edges = m_edges.data();
+        std::size_t count = findInkEdges(m_bitmap.row(y), m_bitmap.width(), edges + 1);
+        if (m_kind == GroupsOf::paper) {
             // Paper lies between the ink: from the left border to the first edge, and from the last one to the right.
             edges[0] = 0;
-            edges[count + 1] = bitmap_.width();
+            edges[count + 1] = m_bitmap.width();
             count += 2;
         } else {
             ++edges;
         }
-        const std::span<const Rect> selected = region_ ? region_->band(y) : std::span<const Rect>();
+        const std::span<const Rect> selected = m_region ? m_region->band(y) : std::span<const Rect>();
         auto span = selected.begin();
         for (std::size_t i = 0; i < count; i += 2) {
             const Run run{edges[i], edges[i + 1], y, 0};
             if (run.begin == run.end)
                 continue;
-            bool stays = run.end - run.begin > side_ || atBorder(run);
-            if (region_ && !stays) {
+            bool stays = run.end - run.begin > m_side || atBorder(run);
+            if (m_region && !stays) {
                 while (span != selected.end() && span->right < run.end)
                     ++span;
                 stays = span == selected.end() || span->left > run.begin;
             }
-            runs_.push_back(run);
-            runs_.back().group = stays ? kept : unlabelled;
+            m_runs.push_back(run);
+            m_runs.back().group = stays ? kept : unlabelled;
         }
     }
 
     bool atBorder(const Run& run) const
     {
-        return kind_ == GroupsOf::paper &&
-               (run.begin == 0 || run.end == bitmap_.width() || run.y == 0 || run.y == bitmap_.height() - 1);
+        return m_kind == GroupsOf::paper &&
+               (run.begin == 0 || run.end == m_bitmap.width() || run.y == 0 || run.y == m_bitmap.height() - 1);
     }
 
-    /// Joins the runs of row y, from `current` on, to those of the row above, from `previous` on.
+    // Joins the runs of row y, from `current` on, to those of the row above, from `previous` on.
     void joinRow(std::size_t previous, const std::size_t current, int y)
     {
-        const int reach = kind_ == GroupsOf::ink ? 1 : 0;
-        for (std::size_t i = current; i < runs_.size(); ++i) {
-            Run& run = runs_[i];
-            while (previous < current && runs_[previous].end + reach <= run.begin)
+        const int reach = m_kind == GroupsOf::ink ? 1 : 0;
+        for (std::size_t i = current; i < m_runs.size(); ++i) {
+            Run& run = m_runs[i];
+            while (previous < current && m_runs[previous].end + reach <= run.begin)
                 ++previous;
-            for (std::size_t j = previous; j < current && runs_[j].begin < run.end + reach; ++j)
-                run.group = run.group == unlabelled ? extend(runs_[j].group, run) : join(run.group, runs_[j].group, y);
+            for (std::size_t j = previous; j < current && m_runs[j].begin < run.end + reach; ++j)
+                run.group =
+                    run.group == unlabelled ? extend(m_runs[j].group, run) : join(run.group, m_runs[j].group, y);
             if (run.group == unlabelled) {
-                run.group = std::uint32_t(groups_.size());
-                groups_.push_back({run.group, run.begin, run.end, y});
+                run.group = std::uint32_t(m_groups.size());
+                m_groups.push_back({run.group, run.begin, run.end, y});
             }
         }
     }
@@ -133,7 +134,7 @@ private:
         index = root(index);
         if (index == kept)
             return kept;
-        Group& group = groups_[index];
+        Group& group = m_groups[index];
         group.left = std::min(group.left, run.begin);
         group.right = std::max(group.right, run.end);
         return keepIfLarge(index, run.y);
@@ -146,21 +147,21 @@ private:
         if (a == b)
             return a;
         if (a == kept || b == kept) {
-            groups_[a].parent = groups_[b].parent = kept;
+            m_groups[a].parent = m_groups[b].parent = kept;
             return kept;
         }
-        groups_[b].parent = a;
-        Group& group = groups_[a];
-        group.left = std::min(group.left, groups_[b].left);
-        group.right = std::max(group.right, groups_[b].right);
-        group.top = std::min(group.top, groups_[b].top);
+        m_groups[b].parent = a;
+        Group& group = m_groups[a];
+        group.left = std::min(group.left, m_groups[b].left);
+        group.right = std::max(group.right, m_groups[b].right);
+        group.top = std::min(group.top, m_groups[b].top);
         return keepIfLarge(a, y);
     }
 
     std::uint32_t keepIfLarge(std::uint32_t index, int y)
     {
-        Group& group = groups_[index];
-        if (group.right - group.left <= side_ && y - group.top < side_)
+        Group& group = m_groups[index];
+        if (group.right - group.left <= m_side && y - group.top < m_side)
             return index;
         group.parent = kept;
         return kept;
@@ -168,13 +169,13 @@ private:
 
     static constexpr std::uint32_t unlabelled = ~std::uint32_t(0);
 
-    Bitmap& bitmap_;
-    const GroupsOf kind_;
-    const int side_;
-    const Region* const region_;
-    std::vector<int> edges_;
-    std::vector<Run> runs_;
-    std::vector<Group> groups_;
+    Bitmap& m_bitmap;
+    const GroupsOf m_kind;
+    const int m_side;
+    const Region* const m_region;
+    std::vector<int> m_edges;
+    std::vector<Run> m_runs;
+    std::vector<Group> m_groups;
 };
 
 } // namespace

@@ -1,13 +1,13 @@
 #include "imaging/tiff_handle.h"
 
-#include "imaging/error.h"
-
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <memory>
 #include <utility>
+
+#include "imaging/error.h"
 
 namespace imaging {
 
@@ -19,11 +19,11 @@ struct TiffHandle::Callbacks
     static tmsize_t read(thandle_t handle, void* target, tmsize_t count)
     {
         TiffHandle& tiff = self(handle);
-        if (!tiff.source_)
+        if (!tiff.m_source)
             return 0;
         try {
-            const std::size_t got = tiff.source_->read(tiff.position_, target, std::size_t(count));
-            tiff.position_ += got;
+            const std::size_t got = tiff.m_source->read(tiff.m_position, target, std::size_t(count));
+            tiff.m_position += got;
             return tmsize_t(got);
         } catch (const std::exception& error) {
             tiff.note(error.what());
@@ -35,8 +35,8 @@ struct TiffHandle::Callbacks
     {
         TiffHandle& tiff = self(handle);
         try {
-            tiff.sink_->write(tiff.position_, bytes, std::size_t(count));
-            tiff.position_ += std::uint64_t(count);
+            tiff.m_sink->write(tiff.m_position, bytes, std::size_t(count));
+            tiff.m_position += std::uint64_t(count);
             return count;
         } catch (const std::exception& error) {
             tiff.note(error.what());
@@ -47,15 +47,15 @@ struct TiffHandle::Callbacks
     static toff_t seek(thandle_t handle, toff_t offset, int from)
     {
         TiffHandle& tiff = self(handle);
-        const std::uint64_t base = from == SEEK_SET ? 0 : from == SEEK_CUR ? tiff.position_ : size(handle);
-        tiff.position_ = base + offset;
-        return tiff.position_;
+        const std::uint64_t base = from == SEEK_SET ? 0 : from == SEEK_CUR ? tiff.m_position : size(handle);
+        tiff.m_position = base + offset;
+        return tiff.m_position;
     }
 
     static toff_t size(thandle_t handle)
     {
         const TiffHandle& tiff = self(handle);
-        return tiff.source_ ? tiff.source_->size() : tiff.sink_->size();
+        return tiff.m_source ? tiff.m_source->size() : tiff.m_sink->size();
     }
 
     static int close(thandle_t) { return 0; }
@@ -63,11 +63,11 @@ struct TiffHandle::Callbacks
     static int map(thandle_t handle, void** base, toff_t* size)
     {
         const TiffHandle& tiff = self(handle);
-        if (!tiff.memory_)
+        if (!tiff.m_memory)
             return 0;
         // libtiff only reads what a read-only handle maps.
-        *base = const_cast<std::byte*>(tiff.memory_->bytes().data());
-        *size = tiff.memory_->size();
+        *base = const_cast<std::byte*>(tiff.m_memory->bytes().data());
+        *size = tiff.m_memory->size();
         return 1;
     }
 
@@ -82,17 +82,17 @@ struct TiffHandle::Callbacks
     }
 };
 
-TiffHandle::TiffHandle(ByteSource& source) : source_(&source)
+TiffHandle::TiffHandle(ByteSource& source) : m_source(&source)
 {
     open("r", false);
 }
 
-TiffHandle::TiffHandle(MemorySource& source) : source_(&source), memory_(&source)
+TiffHandle::TiffHandle(MemorySource& source) : m_source(&source), m_memory(&source)
 {
     open("r", true);
 }
 
-TiffHandle::TiffHandle(ByteSink& sink) : sink_(&sink)
+TiffHandle::TiffHandle(ByteSink& sink) : m_sink(&sink)
 {
     open("wl", false);
 }
@@ -100,8 +100,8 @@ TiffHandle::TiffHandle(ByteSink& sink) : sink_(&sink)
 TiffHandle::~TiffHandle()
 {
     // Not TIFFClose, which would write what an abandoned file has left over.
-    if (tiff_)
-        TIFFCleanup(tiff_);
+    if (m_tiff)
+        TIFFCleanup(m_tiff);
 }
 
 void TiffHandle::open(const char* mode, bool mapped)
@@ -116,42 +116,42 @@ void TiffHandle::open(const char* mode, bool mapped)
     TIFFOpenOptionsSetErrorHandlerExtR(options.get(), &Callbacks::complain, this);
     TIFFOpenOptionsSetWarningHandlerExtR(options.get(), &Callbacks::complain, this);
     const std::string fullMode = std::string(mode) + (mapped ? "" : "m");
-    tiff_ = TIFFClientOpenExt("TIFF", fullMode.c_str(), this, &Callbacks::read, &Callbacks::write, &Callbacks::seek,
-                              &Callbacks::close, &Callbacks::size, &Callbacks::map, &Callbacks::unmap, options.get());
-    if (!tiff_)
-        fail(sink_ ? "The TIFF file can't be written" : "The TIFF file is damaged");
+    m_tiff = TIFFClientOpenExt("TIFF", fullMode.c_str(), this, &Callbacks::read, &Callbacks::write, &Callbacks::seek,
+                               &Callbacks::close, &Callbacks::size, &Callbacks::map, &Callbacks::unmap, options.get());
+    if (!m_tiff)
+        fail(m_sink ? "The TIFF file can't be written" : "The TIFF file is damaged");
 }
 
 void TiffHandle::note(std::string text)
 {
-    if (complaint_.empty())
-        complaint_ = std::move(text);
+    if (m_complaint.empty())
+        m_complaint = std::move(text);
 }
 
 void TiffHandle::fail(const std::string& what) const
 {
-    if (complaint_.empty())
+    if (m_complaint.empty())
         throw ImagingError(what + ".");
-    const bool ended = complaint_.back() == '.';
-    throw ImagingError(what + ": " + complaint_ + (ended ? "" : "."));
+    const bool ended = m_complaint.back() == '.';
+    throw ImagingError(what + ": " + m_complaint + (ended ? "" : "."));
 }
 
 std::uint16_t TiffHandle::shortTag(std::uint32_t tag, std::uint16_t otherwise) const
 {
     std::uint16_t value = 0;
-    return TIFFGetFieldDefaulted(tiff_, tag, &value) ? value : otherwise;
+    return TIFFGetFieldDefaulted(m_tiff, tag, &value) ? value : otherwise;
 }
 
 std::uint32_t TiffHandle::longTag(std::uint32_t tag, std::uint32_t otherwise) const
 {
     std::uint32_t value = 0;
-    return TIFFGetFieldDefaulted(tiff_, tag, &value) ? value : otherwise;
+    return TIFFGetFieldDefaulted(m_tiff, tag, &value) ? value : otherwise;
 }
 
 float TiffHandle::realTag(std::uint32_t tag, float otherwise) const
 {
     float value = 0;
-    return TIFFGetFieldDefaulted(tiff_, tag, &value) ? value : otherwise;
+    return TIFFGetFieldDefaulted(m_tiff, tag, &value) ? value : otherwise;
 }
 
 } // namespace imaging

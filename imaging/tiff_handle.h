@@ -1,11 +1,10 @@
 #pragma once
 
-#include "imaging/byte_stream.h"
-
 #include <cstdint>
 #include <string>
-
 #include <tiffio.h>
+
+#include "imaging/byte_stream.h"
 
 namespace imaging {
 
@@ -29,7 +28,7 @@ public:
     TiffHandle(const TiffHandle&) = delete;
     TiffHandle& operator=(const TiffHandle&) = delete;
 
-    TIFF* get() const { return tiff_; }
+    TIFF* get() const { return m_tiff; }
 
     /// A tag's value, or the tag's default, or else the given one.
     std::uint16_t shortTag(std::uint32_t tag, std::uint16_t otherwise) const;
@@ -39,14 +38,14 @@ public:
     /// Throws ImagingError unless libtiff accepts the value.
     template <typename... Value> void setTag(std::uint32_t tag, Value... value)
     {
-        if (!TIFFSetField(tiff_, tag, value...))
-            fail(source_ ? "The TIFF file can't be read" : "The TIFF file can't be written");
+        if (!TIFFSetField(m_tiff, tag, value...))
+            fail(m_source ? "The TIFF file can't be read" : "The TIFF file can't be written");
     }
 
     /// Whether libtiff has complained since the last call of forgetComplaints(). Its decoders fill up what they can't
     /// read and only warn, so while pixels are decoded a warning is as bad as an error.
-    bool complained() const { return !complaint_.empty(); }
-    void forgetComplaints() { complaint_.clear(); }
+    bool complained() const { return !m_complaint.empty(); }
+    void forgetComplaints() { m_complaint.clear(); }
 
     /// Throws ImagingError: what went wrong, with libtiff's first complaint behind it.
     [[noreturn]] void fail(const std::string& what) const;
@@ -57,12 +56,12 @@ private:
     void open(const char* mode, bool mapped);
     void note(std::string text);
 
-    ByteSource* source_ = nullptr;
-    MemorySource* memory_ = nullptr;
-    ByteSink* sink_ = nullptr;
-    std::uint64_t position_ = 0;
-    std::string complaint_;
-    TIFF* tiff_ = nullptr;
+    ByteSource* m_source = nullptr;
+    MemorySource* m_memory = nullptr;
+    ByteSink* m_sink = nullptr;
+    std::uint64_t m_position = 0;
+    std::string m_complaint;
+    TIFF* m_tiff = nullptr;
 };
 
 } // namespace imaging

@@ -1,3 +1,9 @@
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <functional>
+#include <vector>
+
 #include "imaging/codec.h"
 #include "imaging/error.h"
 #include "imaging/group4.h"
@@ -7,19 +13,13 @@
 #include "imaging/tiff_file.h"
 #include "imaging/tiff_handle.h"
 
-#include <algorithm>
-#include <array>
-#include <cstring>
-#include <functional>
-#include <vector>
-
 namespace imaging {
 
 namespace {
 
 constexpr char damaged[] = "The TIFF image is damaged or cut off";
 
-/// What the directory says of the pixels.
+// What the directory says of the pixels.
 struct Layout
 {
     Size stored;
@@ -100,7 +100,7 @@ RasterInfo infoOf(const Layout& layout)
     return info;
 }
 
-/// Turns stored pixels into a row of the bitmap.
+// Turns stored pixels into a row of the bitmap.
 using RowConverter = std::function<void(std::uint64_t* row, const std::uint8_t* pixels, int width)>;
 
 std::array<std::uint16_t*, 3> colourMap(const TiffHandle& tiff)
@@ -111,7 +111,7 @@ std::array<std::uint16_t*, 3> colourMap(const TiffHandle& tiff)
     return map;
 }
 
-/// The palette's luminances. Its entries have 16 bits; some writers fill only the lower 8.
+// The palette's luminances. Its entries have 16 bits; some writers fill only the lower 8.
 std::vector<int> paletteLuminances(const TiffHandle& tiff, int entries)
 {
     const auto map = colourMap(tiff);
@@ -125,7 +125,7 @@ std::vector<int> paletteLuminances(const TiffHandle& tiff, int entries)
     return result;
 }
 
-/// Which of the values 0 .. 2^bits - 1 are ink.
+// Which of the values 0 .. 2^bits - 1 are ink.
 std::vector<bool> inkTable(const TiffHandle& tiff, const Layout& layout)
 {
     const int entries = 1 << layout.bitsPerSample;
@@ -145,7 +145,7 @@ std::vector<bool> inkTable(const TiffHandle& tiff, const Layout& layout)
     return ink;
 }
 
-/// A sample of 1, 2, 4 or 8 bits out of a row of them.
+// A sample of 1, 2, 4 or 8 bits out of a row of them.
 int sampleAt(const std::uint8_t* row, int index, int bits)
 {
     if (bits == 8)
@@ -154,7 +154,7 @@ int sampleAt(const std::uint8_t* row, int index, int bits)
     return row[index / perByte] >> (8 - bits - index % perByte * bits) & ((1 << bits) - 1);
 }
 
-/// Greys of 16 bits with their opacity, which libtiff's conversion leaves out. Empty when the second sample is none.
+// Greys of 16 bits with their opacity, which libtiff's conversion leaves out. Empty when the second sample is none.
 RowConverter greyWithOpacityConverter(const TiffHandle& tiff, const Layout& layout)
 {
     std::uint16_t count = 0;
@@ -177,7 +177,7 @@ RowConverter greyWithOpacityConverter(const TiffHandle& tiff, const Layout& layo
     };
 }
 
-/// Empty when the pixels are not of the plain kinds; libtiff's conversion to colours then does the work.
+// Empty when the pixels are not of the plain kinds; libtiff's conversion to colours then does the work.
 RowConverter plainConverter(const TiffHandle& tiff, const Layout& layout)
 {
     const bool grey = layout.photometric == PHOTOMETRIC_MINISWHITE || layout.photometric == PHOTOMETRIC_MINISBLACK;
@@ -299,7 +299,7 @@ void readTiles(TiffHandle& tiff, const RowConverter& convert, Bitmap& bitmap)
     }
 }
 
-/// Every other kind of pixel, through libtiff's conversion to red, green, blue and opacity.
+// Every other kind of pixel, through libtiff's conversion to red, green, blue and opacity.
 void readColours(TiffHandle& tiff, const Layout& layout, Bitmap& bitmap)
 {
     constexpr std::uint64_t largestPiece = std::uint64_t(1) << 28;

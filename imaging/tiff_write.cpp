@@ -1,12 +1,12 @@
+#include <algorithm>
+#include <vector>
+
 #include "imaging/codec.h"
 #include "imaging/group4.h"
 #include "imaging/parallel.h"
 #include "imaging/row_bits.h"
 #include "imaging/tiff_file.h"
 #include "imaging/tiff_handle.h"
-
-#include <algorithm>
-#include <vector>
 
 namespace imaging {
 

@@ -1,17 +1,17 @@
 #include "imaging/turn.h"
 
-#include "imaging/bits.h"
-#include "imaging/parallel.h"
-
 #include <algorithm>
 #include <utility>
+
+#include "imaging/bits.h"
+#include "imaging/parallel.h"
 
 namespace imaging {
 
 namespace {
 
-/// Exchanges rows and columns of 64 x 64 pixels: quarters first, then the quarters of each, down to single pixels. Each
-/// size of quarters is a loop of its own, for the compiler to do several rows at once.
+// Exchanges rows and columns of 64 x 64 pixels: quarters first, then the quarters of each, down to single pixels. Each
+// size of quarters is a loop of its own, for the compiler to do several rows at once.
 template <int Step = 32> void transpose(std::uint64_t (&block)[64])
 {
     constexpr std::uint64_t rightHalves = allBits / ((std::uint64_t(1) << Step) + 1);
@@ -26,8 +26,8 @@ template <int Step = 32> void transpose(std::uint64_t (&block)[64])
         transpose<Step / 2>(block);
 }
 
-/// Turns 64 source rows, given from the one that becomes the left column on, at one column of source words.
-/// rowOf(i) is the i-th of these rows or null beyond the image; targetRow(x) is where source column x goes.
+// Turns 64 source rows, given from the one that becomes the left column on, at one column of source words.
+// rowOf(i) is the i-th of these rows or null beyond the image; targetRow(x) is where source column x goes.
 template <class RowOf, class TargetRow>
 void turnBlock(RowOf rowOf, TargetRow targetRow, std::ptrdiff_t sourceWord, std::ptrdiff_t targetWord, int columns)
 {

@@ -43,15 +43,15 @@ private:
     std::uint64_t pixelByPixel(std::int64_t x, std::int64_t y, int begin, int end) const;
     std::uint64_t piecewise(std::int64_t x, std::int64_t y, int begin, int end) const;
 
-    const Bitmap& sheet_;
-    InkMap ink_;
-    Point origin_;
-    InverseTurn turn_;
-    std::int64_t stepX_;
-    std::int64_t stepY_;
-    bool inPieces_;
-    double pixelsPerRow_;    ///< how many pixels the source stays in one row
-    double pixelsPerColumn_; ///< how many it keeps its distance from the result's columns
+    const Bitmap& m_sheet;
+    InkMap m_ink;
+    Point m_origin;
+    InverseTurn m_turn;
+    std::int64_t m_stepX;
+    std::int64_t m_stepY;
+    bool m_inPieces;
+    double m_pixelsPerRow;    // how many pixels the source stays in one row
+    double m_pixelsPerColumn; // how many it keeps its distance from the result's columns
 };
 
 } // namespace imaging

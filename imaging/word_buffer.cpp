@@ -1,7 +1,5 @@
 #include "imaging/word_buffer.h"
 
-#include "imaging/error.h"
-
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -9,51 +7,53 @@
 #include <utility>
 #include <vector>
 
+#include "imaging/error.h"
+
 namespace imaging {
 
 namespace {
 
-/// Keeps a few large buffers that have been given back. The system hands out new memory page by page at first touch,
-/// which for an A0 scan takes several times as long as copying it; a buffer that has been in use costs nothing.
+// Keeps a few large buffers that have been given back. The system hands out new memory page by page at first touch,
+// which for an A0 scan takes several times as long as copying it; a buffer that has been in use costs nothing.
 class IdleBuffers
 {
 public:
     static constexpr std::size_t worthKeeping = std::size_t(1) << 17; // words: 1 MB
     static constexpr std::size_t mostKept = std::size_t(1) << 24;     // words: 128 MB in all
 
-    /// A buffer of at least `count` words and at most twice as many; null when there is none. Sets its capacity.
+    // A buffer of at least `count` words and at most twice as many; null when there is none. Sets its capacity.
     std::uint64_t* take(std::size_t count, std::size_t& capacity)
     {
-        const std::lock_guard lock(guard_);
-        auto best = idle_.end();
-        for (auto it = idle_.begin(); it != idle_.end(); ++it) {
+        const std::lock_guard lock(m_guard);
+        auto best = m_idle.end();
+        for (auto it = m_idle.begin(); it != m_idle.end(); ++it) {
             if (it->capacity >= count && it->capacity / 2 <= count &&
-                (best == idle_.end() || it->capacity < best->capacity))
+                (best == m_idle.end() || it->capacity < best->capacity))
                 best = it;
         }
-        if (best == idle_.end())
+        if (best == m_idle.end())
             return nullptr;
         const Idle found = *best;
-        idle_.erase(best);
-        kept_ -= found.capacity;
+        m_idle.erase(best);
+        m_kept -= found.capacity;
         capacity = found.capacity;
         return found.words;
     }
 
-    /// Takes a buffer over. The ones that have lain idle longest go when there are too many.
+    // Takes a buffer over. The ones that have lain idle longest go when there are too many.
     void give(std::uint64_t* words, std::size_t capacity)
     {
-        const std::lock_guard lock(guard_);
-        idle_.push_back({words, capacity});
-        kept_ += capacity;
-        while (kept_ > mostKept)
+        const std::lock_guard lock(m_guard);
+        m_idle.push_back({words, capacity});
+        m_kept += capacity;
+        while (m_kept > mostKept)
             releaseOldest();
     }
 
     void releaseAll()
     {
-        const std::lock_guard lock(guard_);
-        while (!idle_.empty())
+        const std::lock_guard lock(m_guard);
+        while (!m_idle.empty())
             releaseOldest();
     }
 
@@ -66,17 +66,17 @@ private:
 
     void releaseOldest()
     {
-        kept_ -= idle_.front().capacity;
-        std::free(idle_.front().words);
-        idle_.erase(idle_.begin());
+        m_kept -= m_idle.front().capacity;
+        std::free(m_idle.front().words);
+        m_idle.erase(m_idle.begin());
     }
 
-    std::mutex guard_;
-    std::vector<Idle> idle_;
-    std::size_t kept_ = 0;
+    std::mutex m_guard;
+    std::vector<Idle> m_idle;
+    std::size_t m_kept = 0;
 };
 
-/// Never destroyed, since a static bitmap may give its buffer back at any time before the process ends.
+// Never destroyed, since a static bitmap may give its buffer back at any time before the process ends.
 IdleBuffers& idleBuffers()
 {
     static IdleBuffers& buffers = *new IdleBuffers;
@@ -90,55 +90,55 @@ std::uint64_t* allocate(std::size_t count)
 
 } // namespace
 
-WordBuffer::WordBuffer(std::size_t count) : count_(count)
+WordBuffer::WordBuffer(std::size_t count) : m_count(count)
 {
     if (count == 0)
         return;
     if (count >= IdleBuffers::worthKeeping)
-        words_ = idleBuffers().take(count, capacity_);
-    if (words_)
+        m_words = idleBuffers().take(count, m_capacity);
+    if (m_words)
         return;
-    words_ = allocate(count);
-    if (!words_) {
+    m_words = allocate(count);
+    if (!m_words) {
         idleBuffers().releaseAll();
-        words_ = allocate(count);
+        m_words = allocate(count);
     }
-    if (!words_)
+    if (!m_words)
         throw ImagingError("There is not enough memory for an image of this size.");
-    capacity_ = count;
+    m_capacity = count;
 }
 
 WordBuffer::~WordBuffer()
 {
-    if (capacity_ < IdleBuffers::worthKeeping) {
-        std::free(words_);
+    if (m_capacity < IdleBuffers::worthKeeping) {
+        std::free(m_words);
         return;
     }
     try {
-        idleBuffers().give(words_, capacity_);
+        idleBuffers().give(m_words, m_capacity);
     } catch (...) { // no memory even for the note of it
-        std::free(words_);
+        std::free(m_words);
     }
 }
 
 WordBuffer::WordBuffer(WordBuffer&& other) noexcept
-    : words_(std::exchange(other.words_, nullptr)), count_(std::exchange(other.count_, 0)),
-      capacity_(std::exchange(other.capacity_, 0))
+    : m_words(std::exchange(other.m_words, nullptr)), m_count(std::exchange(other.m_count, 0)),
+      m_capacity(std::exchange(other.m_capacity, 0))
 {}
 
 WordBuffer& WordBuffer::operator=(WordBuffer&& other) noexcept
 {
     WordBuffer moved(std::move(other));
-    std::swap(words_, moved.words_);
-    std::swap(count_, moved.count_);
-    std::swap(capacity_, moved.capacity_);
+    std::swap(m_words, moved.m_words);
+    std::swap(m_count, moved.m_count);
+    std::swap(m_capacity, moved.m_capacity);
     return *this;
 }
 
 void WordBuffer::clear()
 {
-    if (count_ > 0)
-        std::memset(words_, 0, count_ * sizeof(std::uint64_t));
+    if (m_count > 0)
+        std::memset(m_words, 0, m_count * sizeof(std::uint64_t));
 }
 
 } // namespace imaging

@@ -17,16 +17,16 @@ public:
     WordBuffer(WordBuffer&& other) noexcept;
     WordBuffer& operator=(WordBuffer&& other) noexcept;
 
-    std::uint64_t* data() { return words_; }
-    const std::uint64_t* data() const { return words_; }
+    std::uint64_t* data() { return m_words; }
+    const std::uint64_t* data() const { return m_words; }
 
     /// Sets every word to zero.
     void clear();
 
 private:
-    std::uint64_t* words_ = nullptr;
-    std::size_t count_ = 0;
-    std::size_t capacity_ = 0;
+    std::uint64_t* m_words = nullptr;
+    std::size_t m_count = 0;
+    std::size_t m_capacity = 0;
 };
 
 } // namespace imaging

@@ -29,7 +29,7 @@ class Bitmap;
 
 namespace standin {
 
-// The key of an object in its drawing.
+/// The key of an object in its drawing.
 using Handle = std::uint64_t;
 
 struct DrawingPoint
@@ -39,7 +39,8 @@ struct DrawingPoint
     double z = 0;
 };
 
-// What the drawing view shows: its client area in pixels, the drawing point at its centre, its height in drawing units.
+/// What the drawing view shows: its client area in pixels, the drawing point at its centre, its height in drawing
+/// units.
 struct ViewState
 {
     int width = 0;
@@ -48,7 +49,7 @@ struct ViewState
     double viewHeight = 1;
 };
 
-// One argument of a command that a module has the host run.
+/// One argument of a command that a module has the host run.
 using CommandArgument = std::variant<std::wstring, DrawingPoint, double, int>;
 
 enum class CommandOutcome
@@ -58,88 +59,88 @@ enum class CommandOutcome
     failed
 };
 
-// The desk implements this and keeps it alive until setDeskServices(nullptr).
+/// The desk implements this and keeps it alive until setDeskServices(nullptr).
 class HALVORAN_STANDIN_API DeskServices
 {
 public:
     virtual ~DeskServices() = default;
 
     virtual CMDIFrameWnd* frame() = 0;
-    // Null if no drawing is open.
+    /// Null if no drawing is open.
     virtual CView* drawingView() = 0;
-    // Queues the text behind what was posted before; it is typed when the desk is next idle.
+    /// Queues the text behind what was posted before; it is typed when the desk is next idle.
     virtual void postCommandText(const std::wstring& text) = 0;
     virtual void alert(const std::wstring& text) = 0;
     virtual ViewState viewState() = 0;
-    // The drawing changed on screen: entities, image pixels, frames.
+    /// The drawing changed on screen: entities, image pixels, frames.
     virtual void redraw() = 0;
-    // Lets the user select; nothing if he gave up. Runs its own message loop.
+    /// Lets the user select; nothing if he gave up. Runs its own message loop.
     virtual std::optional<std::vector<Handle>> selectEntities() = 0;
-    // What is selected now, or was selected last.
+    /// What is selected now, or was selected last.
     virtual std::vector<Handle> currentSelection() = 0;
-    // Runs one of the desk's own commands at once, e.g. "_zoom", "w", and two points; false if there is no such
-    // command. The stand-in tells no reactors about it.
+    /// Runs one of the desk's own commands at once, e.g. "_zoom", "w", and two points; false if there is no such
+    /// command. The stand-in tells no reactors about it.
     virtual bool runDeskCommand(const std::vector<CommandArgument>& arguments) = 0;
 };
 
-// Null takes the services away again; without them windows are null and nothing can be selected.
+/// Null takes the services away again; without them windows are null and nothing can be selected.
 HALVORAN_STANDIN_API void setDeskServices(DeskServices* services);
 
 // --- Drawings: one at a time. Messages are in words for the user; nothing means success. ---
 
 using Failure = std::optional<std::wstring>;
 
-// Each closes the present drawing first. A failed opening leaves no drawing open, an empty path makes a new drawing.
+/// Each closes the present drawing first. A failed opening leaves no drawing open, an empty path makes a new drawing.
 HALVORAN_STANDIN_API Failure newDrawing();
 HALVORAN_STANDIN_API Failure openDrawing(const std::filesystem::path& path);
-// Announces beginSave, then saveComplete or abortSave; the drawing takes the new path.
+/// Announces beginSave, then saveComplete or abortSave; the drawing takes the new path.
 HALVORAN_STANDIN_API Failure saveDrawing(const std::filesystem::path& path);
-// Modules hear kUnloadDwgMsg and the database's end; then reactors hear of the images that go.
+/// Modules hear kUnloadDwgMsg and the database's end; then reactors hear of the images that go.
 HALVORAN_STANDIN_API void closeDrawing();
 HALVORAN_STANDIN_API bool drawingOpen();
-// Empty for a drawing that has no file yet.
+/// Empty for a drawing that has no file yet.
 HALVORAN_STANDIN_API std::filesystem::path drawingPath();
-// The current drawing's database and its document; the document is only there while a drawing is open. An edit to the
-// document is painted after redraw(), and must not remove an entity: see eraseEntity.
+/// The current drawing's database and its document; the document is only there while a drawing is open. An edit to the
+/// document is painted after redraw(), and must not remove an entity: see eraseEntity.
 HALVORAN_STANDIN_API AcDbDatabase* drawingDatabase();
 HALVORAN_STANDIN_API drawing::Document& document();
 
-// Edits that reactors and open objects have to know of. False if there is no such object, or it is open.
+/// Edits that reactors and open objects have to know of. False if there is no such object, or it is open.
 HALVORAN_STANDIN_API bool eraseEntity(Handle entity);
 HALVORAN_STANDIN_API bool restoreEntity(Handle entity);
 HALVORAN_STANDIN_API bool entityErased(Handle entity);
 
 // --- Painting ---
 
-// The present pixels of the definition behind an image entity, which is loaded if need be unless the drawing says that
-// it is unloaded. Null if the file is missing or no raster. A new pointer after every commit: compare it to know.
+/// The present pixels of the definition behind an image entity, which is loaded if need be unless the drawing says that
+/// it is unloaded. Null if the file is missing or no raster. A new pointer after every commit: compare it to know.
 HALVORAN_STANDIN_API std::shared_ptr<const imaging::Bitmap> imagePixels(Handle imageEntity);
-// Whether the drawing's settings ask for frames around images.
+/// Whether the drawing's settings ask for frames around images.
 HALVORAN_STANDIN_API bool imageFramesShown();
 
 // --- Modules ---
 
-// Loads a module file, which hears kInitAppMsg and, with a drawing open, kLoadDwgMsg. A bare name is looked for beside
-// the running program. A module that is loaded already is left as it is.
+/// Loads a module file, which hears kInitAppMsg and, with a drawing open, kLoadDwgMsg. A bare name is looked for beside
+/// the running program. A module that is loaded already is left as it is.
 HALVORAN_STANDIN_API Failure loadModule(const std::filesystem::path& file);
-// By file name, with or without folder and extension, or by the name in the application list. Refused while the module
-// is locked or answers the message with an error.
+/// By file name, with or without folder and extension, or by the name in the application list. Refused while the module
+/// is locked or answers the message with an error.
 HALVORAN_STANDIN_API Failure unloadModule(const std::wstring& name);
 HALVORAN_STANDIN_API std::vector<std::filesystem::path> loadedModules();
-// The modules of the application list that are to be loaded at the start; returns what went wrong, if anything.
+/// The modules of the application list that are to be loaded at the start; returns what went wrong, if anything.
 HALVORAN_STANDIN_API std::vector<std::wstring> loadStartupModules();
-// Keeps the application list under another key below HKEY_CURRENT_USER: for tests.
+/// Keeps the application list under another key below HKEY_CURRENT_USER: for tests.
 HALVORAN_STANDIN_API void setApplicationListKey(const std::wstring& key);
-// Unloads all modules, whatever they answer.
+/// Unloads all modules, whatever they answer.
 HALVORAN_STANDIN_API void unloadAllModules();
 
 // --- Commands ---
 
-// Whether a loaded module has the command; if none has, the module of the application list that names it is loaded.
+/// Whether a loaded module has the command; if none has, the module of the application list that names it is loaded.
 HALVORAN_STANDIN_API bool hasModuleCommand(const std::wstring& name);
-// Runs it: commandWillStart, the handler under a document lock, commandEnded. Nothing if there is no such command.
+/// Runs it: commandWillStart, the handler under a document lock, commandEnded. Nothing if there is no such command.
 HALVORAN_STANDIN_API std::optional<CommandOutcome> runModuleCommand(const std::wstring& name);
-// Around each of the desk's own commands: reactors hear of its start and its end, and the document is locked between.
+/// Around each of the desk's own commands: reactors hear of its start and its end, and the document is locked between.
 HALVORAN_STANDIN_API void beginDeskCommand(const std::wstring& name);
 HALVORAN_STANDIN_API void endDeskCommand(const std::wstring& name, CommandOutcome outcome);
 
@@ -147,20 +148,20 @@ HALVORAN_STANDIN_API void endDeskCommand(const std::wstring& name, CommandOutcom
 
 using VariableValue = std::variant<std::int16_t, double, DrawingPoint, std::wstring>;
 
-// Nothing if there is none of that name.
+/// Nothing if there is none of that name.
 HALVORAN_STANDIN_API std::optional<VariableValue> systemVariable(const std::wstring& name);
-// False if there is none of that name, it can only be read, or the value is of another type.
+/// False if there is none of that name, it can only be read, or the value is of another type.
 HALVORAN_STANDIN_API bool setSystemVariable(const std::wstring& name, const VariableValue& value);
 
 // --- Strictness: breaches of the host's rules by modules, as sentences; kept until cleared. ---
 
 HALVORAN_STANDIN_API std::vector<std::string> breaches();
 HALVORAN_STANDIN_API void clearBreaches();
-// Locks that lockDocument gave and unlockDocument did not take back, commands' own left out.
+/// Locks that lockDocument gave and unlockDocument did not take back, commands' own left out.
 HALVORAN_STANDIN_API int documentLocks();
-// Objects that are open now.
+/// Objects that are open now.
 HALVORAN_STANDIN_API int openObjects();
-// Selection sets that were not freed.
+/// Selection sets that were not freed.
 HALVORAN_STANDIN_API int selectionSets();
 
 } // namespace standin

@@ -9,7 +9,7 @@ namespace worker {
 
 namespace {
 
-/// A window that nobody sees: the clipboard takes data only from the owner that emptied it.
+// A window that nobody sees: the clipboard takes data only from the owner that emptied it.
 class OwnerWindow
 {
 public:
@@ -26,8 +26,8 @@ private:
     HWND m_window;
 };
 
-/// The clipboard, open. Others open it for moments, so it is asked for more than once. Under Wine the opening itself
-/// asks the owner's window first, and takes 5 s when that one's thread takes no messages.
+// The clipboard, open. Others open it for moments, so it is asked for more than once. Under Wine the opening itself
+// asks the owner's window first, and takes 5 s when that one's thread takes no messages.
 class OpenedClipboard
 {
 public:

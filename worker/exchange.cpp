@@ -23,7 +23,7 @@ CString numbered(LPCWSTR format, DWORD number)
     return text;
 }
 
-/// The module's three semaphores, opened and never made: without them nobody waits.
+// The module's three semaphores, opened and never made: without them nobody waits.
 struct Handshake
 {
     explicit Handshake(DWORD number)
@@ -37,7 +37,7 @@ struct Handshake
     bool complete;
 };
 
-/// Does the request that the bytes hold. The reply's bytes, or nothing when it can't be done; the console says why.
+// Does the request that the bytes hold. The reply's bytes, or nothing when it can't be done; the console says why.
 std::vector<BYTE> answer(const CMemMap& requestBlock, CommitGate& gate)
 {
     try {
@@ -65,7 +65,7 @@ std::vector<BYTE> answer(const CMemMap& requestBlock, CommitGate& gate)
     return {};
 }
 
-/// A published reply whose transfer can be waited for.
+// A published reply whose transfer can be waited for.
 class PublishedReply
 {
 public:
@@ -86,7 +86,7 @@ public:
     PublishedReply& operator=(const PublishedReply&) = delete;
 
     bool published() const { return m_watch != nullptr; }
-    /// Ends by itself: the reader takes the block, or its time runs out.
+    // Ends by itself: the reader takes the block, or its time runs out.
     void waitForTransfer() const { WaitForSingleObject(m_watch, INFINITE); }
 
 private:
@@ -94,7 +94,7 @@ private:
     HANDLE m_watch = nullptr;
 };
 
-/// Stays until the module has let go of READY, or has gone, so that it sees the answer and not a process that ended.
+// Stays until the module has let go of READY, or has gone, so that it sees the answer and not a process that ended.
 void waitUntilSeen(CMemMapSemaphore& ready)
 {
     constexpr DWORD pause = 20;

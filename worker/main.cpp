@@ -47,8 +47,8 @@ bool toldToQuit()
     return false;
 }
 
-/// At once, in the middle of whatever the working thread does, but for the writing of a file. Not by way of the exit
-/// handlers: they would meet locks that the working thread holds.
+// At once, in the middle of whatever the working thread does, but for the writing of a file. Not by way of the exit
+// handlers: they would meet locks that the working thread holds.
 [[noreturn]] void leave(worker::CommitGate& gate)
 {
     gate.close();

@@ -6,7 +6,7 @@ namespace worker {
 
 namespace {
 
-/// Beyond this no coordinate means a pixel, and pixel arithmetic would leave the range of int.
+// Beyond this no coordinate means a pixel, and pixel arithmetic would leave the range of int.
 constexpr int farthest = 1 << 28;
 
 std::filesystem::path pathFrom(const CString& text)

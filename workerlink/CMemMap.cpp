@@ -9,10 +9,10 @@
 
 namespace {
 
-/// The block's length stands before the block.
+// The block's length stands before the block.
 constexpr DWORD lengthSize = sizeof(DWORD);
 
-/// A handle that is closed at the end of its scope.
+// A handle that is closed at the end of its scope.
 class ScopedHandle
 {
 public:
@@ -37,7 +37,7 @@ private:
     HANDLE m_hHandle;
 };
 
-/// A view of a mapping from its start, unmapped at the end of its scope.
+// A view of a mapping from its start, unmapped at the end of its scope.
 class ScopedView
 {
 public:
@@ -82,7 +82,7 @@ CMemMap::CMemMap(const void* bytes, DWORD byteCount, LPCWSTR transferName) : nam
     thread = CMemMapWatch::Start(watch);
 }
 
-/// The filled mapping, or null.
+// The filled mapping, or null.
 HANDLE CMemMap::MakeMapping(const void* bytes, DWORD byteCount)
 {
     if (byteCount > std::numeric_limits<DWORD>::max() - lengthSize)
@@ -119,7 +119,7 @@ CMemMap::CMemMap(DWORD transferId, LPCWSTR transferName)
     done.Wait(CurrentLinkLimits().blockLetGo);
 }
 
-/// One look only: a block that is not there now is not waited for.
+// One look only: a block that is not there now is not waited for.
 bool CMemMap::TakeCopy(DWORD transferId, const CString& transferName)
 {
     const ScopedHandle mapping(OpenFileMappingW(FILE_MAP_READ, FALSE, MappingName(transferId, transferName)));

@@ -31,8 +31,8 @@ UINT CMemMapWatch::ThreadProc(LPVOID parameter)
     return 0;
 }
 
-/// Whether the reader came or the time ran out is the same to what follows. A took-it semaphore that could not be made
-/// signals nothing; the block stays its whole time for a reader even then.
+// Whether the reader came or the time ran out is the same to what follows. A took-it semaphore that could not be made
+// signals nothing; the block stays its whole time for a reader even then.
 void CMemMapWatch::WaitForReader()
 {
     if (semaphore->handle != nullptr)
@@ -50,7 +50,7 @@ void CMemMapWatch::LetGo()
     semaphore = nullptr;
 }
 
-/// Opened, not created: a reader that waits has made the semaphore before it took the block.
+// Opened, not created: a reader that waits has made the semaphore before it took the block.
 void CMemMapWatch::SignalDone()
 {
     CMemMapSemaphore done;

@@ -1,8 +1,7 @@
 #include "workerlink/MemMapNames.h"
 
-#include <objbase.h>
-
 #include <cstring>
+#include <objbase.h>
 
 namespace {
 
@@ -16,7 +15,7 @@ CString ObjectName(LPCWSTR prefix, LPCWSTR kind, DWORD id, const CString& name)
     return text;
 }
 
-/// A transfer's number is never small.
+// A transfer's number is never small.
 DWORD AboveSmallNumbers(DWORD number)
 {
     return number <= 0xFFFF ? number + 0xFFFF : number;

@@ -2,7 +2,7 @@
 
 namespace {
 
-/// Zeroed memory from the process heap.
+// Zeroed memory from the process heap.
 class HeapBlock
 {
 public:

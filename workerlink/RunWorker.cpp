@@ -7,7 +7,7 @@
 
 namespace {
 
-/// The three semaphores by which the worker tells how far it is.
+// The three semaphores by which the worker tells how far it is.
 struct Handshake
 {
     explicit Handshake(DWORD transferNumber)
@@ -30,7 +30,7 @@ private:
     }
 };
 
-/// How a run that began to work came to its end.
+// How a run that began to work came to its end.
 enum class WorkEnd
 {
     Ready,

@@ -6,8 +6,8 @@
 
 namespace {
 
-/// The fields of a record, one after the other, into an archive or out of it: each group's order is told once for both
-/// directions.
+// The fields of a record, one after the other, into an archive or out of it: each group's order is told once for both
+// directions.
 class RecordFields
 {
 public:
@@ -15,7 +15,7 @@ public:
 
     template <typename... Field> void operator()(Field&... fields) { (Transfer(fields), ...); }
 
-    /// In a record without a region the count 0 clears `clearedByNone`.
+    // In a record without a region the count 0 clears `clearedByNone`.
     void Region(CRgn*& region, CRgn*& clearedByNone);
 
 private:
@@ -49,7 +49,7 @@ template <typename Value> void RecordFields::Stream(Value& value)
         m_archive >> value;
 }
 
-/// Read whole or not at all.
+// Read whole or not at all.
 void RecordFields::Block(void* bytes, UINT count)
 {
     if (m_archive.IsStoring())
@@ -90,7 +90,7 @@ void RecordFields::WriteRegion(const CRgn* region)
     m_archive.Write(block.data(), count);
 }
 
-/// In steps, so that the count of a broken record asks for no more memory than the record can fill.
+// In steps, so that the count of a broken record asks for no more memory than the record can fill.
 std::vector<BYTE> RecordFields::ReadRegionBlock(DWORD count)
 {
     constexpr DWORD step = 64 * 1024;
@@ -103,7 +103,7 @@ std::vector<BYTE> RecordFields::ReadRegionBlock(DWORD count)
     return block;
 }
 
-/// A new region that the record does not free.
+// A new region that the record does not free.
 CRgn* RecordFields::ReadRegion(DWORD count)
 {
     const std::vector<BYTE> block = ReadRegionBlock(count);

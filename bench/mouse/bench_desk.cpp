@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "host/CArxApp.h"
 #include "imaging/bitmap.h"
 #include "imaging/fill.h"
 #include "imaging/raster_file.h"
+#include "module/raster/CCurentRaster.h"
+#include "module/start/CModuleApp.h"
 #include "tests/module/support/test_drawing.h"
 
 namespace bench {
@@ -52,7 +53,7 @@ BenchDesk::BenchDesk() : m_folder(test::freshFolder("mouse_bench"))
     m_view->UpdateWindow();
     child->SetActiveView(m_view, FALSE);
     standin::setDeskServices(this);
-    g_pArxApp = new CArxApp;
+    g_pArxApp = new CModuleApp;
 }
 
 BenchDesk::~BenchDesk()
@@ -89,7 +90,7 @@ CAcraster& BenchDesk::openSheet(imaging::Size pixels)
 
 void BenchDesk::closeSheet()
 {
-    g_pArxApp->DropRaster();
+    DropCurrentRaster();
     standin::closeDrawing();
 }
 

@@ -4,8 +4,8 @@
 #include <filesystem>
 
 #include "imaging/geometry.h"
+#include "module/raster/CAcraster.h"
 #include "platform/platform.h"
-#include "raster/CAcraster.h"
 #include "standin/host.h"
 
 namespace bench {

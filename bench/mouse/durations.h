@@ -1,11 +1,10 @@
 // Times of single steps, in microseconds.
 #pragma once
 
+#include <windows.h>
 #include <algorithm>
 #include <cstddef>
 #include <vector>
-
-#include <windows.h>
 
 namespace bench {
 

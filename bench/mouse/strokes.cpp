@@ -9,10 +9,10 @@
 
 #include "bench/mouse/bench_desk.h"
 #include "bench/mouse/durations.h"
-#include "host/CArxApp.h"
-#include "raster/CCurentRaster.h"
+#include "module/base/CArxApp.h"
+#include "module/raster/CCurentRaster.h"
+#include "module/tools/CRasPenTool.h"
 #include "standin/atil/image.h"
-#include "tools/CRasPenTool.h"
 
 namespace bench {
 

@@ -6,8 +6,8 @@
 
 #include "bench/mouse/bench_desk.h"
 #include "bench/mouse/durations.h"
-#include "host/MonitorTimer.h"
-#include "resources/resource.h"
+#include "module/resources/resource.h"
+#include "module/start/MonitorTimer.h"
 
 namespace bench {
 

@@ -1,12 +1,12 @@
 // CArchive: typed little-endian values over a CFile, buffered.
 #pragma once
 
+#include <memory>
+
 #include "standin/afx/afx_file.h"
 #include "standin/afx/afx_string.h"
 
-#include <memory>
-
-// An archive either stores or loads. A value that the file does not hold whole is a CArchiveException* with endOfFile.
+/// An archive either stores or loads. A value that the file does not hold whole is a CArchiveException* with endOfFile.
 class HALVORAN_STANDIN_API CArchive
 {
 public:
@@ -17,9 +17,9 @@ public:
         bNoFlushOnDelete = 2
     };
 
-    // The file stays the caller's. With lpBuf null the archive has a buffer of its own.
+    /// The file stays the caller's. With lpBuf null the archive has a buffer of its own.
     CArchive(CFile* pFile, UINT nMode, int nBufSize = 4096, void* lpBuf = nullptr);
-    // Closes the archive; what cannot be written then is thrown, unless another exception is on its way.
+    /// Closes the archive; what cannot be written then is thrown, unless another exception is on its way.
     ~CArchive() noexcept(false);
     CArchive(const CArchive&) = delete;
     CArchive& operator=(const CArchive&) = delete;
@@ -28,7 +28,7 @@ public:
     BOOL IsStoring() const { return (m_nMode & load) == 0; }
     CFile* GetFile() const { return m_pFile; }
 
-    // Bytes read; fewer than asked only at the end of the file.
+    /// Bytes read; fewer than asked only at the end of the file.
     UINT Read(void* lpBuf, UINT nMax);
     void EnsureRead(void* lpBuf, UINT nCount);
     void Write(const void* lpBuf, UINT nMax);
@@ -36,9 +36,9 @@ public:
     void Close();
     void Abort();
 
-    // The bare characters, without a length.
+    /// The bare characters, without a length.
     void WriteString(LPCWSTR lpsz);
-    // One line without its end; false at the end of the file.
+    /// One line without its end; false at the end of the file.
     BOOL ReadString(CString& rString);
 
     CArchive& operator<<(BYTE value) { return put(value); }
@@ -101,10 +101,10 @@ private:
     UINT m_filled = 0;   // loading: end of what the file gave
 };
 
-// Text with its length in front; stored in the wide form, loaded from the wide and the narrow form.
+/// Text with its length in front; stored in the wide form, loaded from the wide and the narrow form.
 HALVORAN_STANDIN_API CArchive& operator<<(CArchive& ar, const CString& string);
 HALVORAN_STANDIN_API CArchive& operator>>(CArchive& ar, CString& string);
-// The length in front of a string; nCharSize becomes 1 for narrow text, 2 for wide.
+/// The length in front of a string; nCharSize becomes 1 for narrow text, 2 for wide.
 HALVORAN_STANDIN_API UINT_PTR AfxReadStringLength(CArchive& ar, int& nCharSize);
 HALVORAN_STANDIN_API void AfxWriteStringLength(CArchive& ar, UINT_PTR nLength, BOOL bUnicode);
 

@@ -1,15 +1,13 @@
 // What every header of the class library stands on: Win32, its C types and the common checks.
 #pragma once
 
-#include "standin/export.h"
-
 #include <windows.h>
-
+#include <cassert>
 #include <commctrl.h>
 #include <commdlg.h>
 #include <tchar.h>
 
-#include <cassert>
+#include "standin/export.h"
 
 #define AFXAPI
 #define AFX_CDECL

@@ -1,12 +1,12 @@
 // Arrays of values that grow on demand.
 #pragma once
 
+#include <vector>
+
 #include "standin/afx/afx_object.h"
 #include "standin/afx/afx_string.h"
 
-#include <vector>
-
-// An index outside the array ends the program in std::vector::at's exception, as in a checked build.
+/// An index outside the array ends the program in std::vector::at's exception, as in a checked build.
 template <typename Type, typename Argument = const Type&> class CArray : public CObject
 {
 public:
@@ -27,7 +27,7 @@ public:
     const Type* GetData() const { return m_items.data(); }
     Type* GetData() { return m_items.data(); }
 
-    // Returns the index of the new item.
+    /// Returns the index of the new item.
     INT_PTR Add(Argument value)
     {
         m_items.push_back(value);

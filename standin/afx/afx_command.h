@@ -13,7 +13,7 @@ struct AFX_CMDHANDLERINFO
     AFX_HANDLER pmf;
 };
 
-// What OnCmdMsg gets as pExtra for a notification; its nCode is MAKELONG(notification code, WM_NOTIFY).
+/// What OnCmdMsg gets as pExtra for a notification; its nCode is MAKELONG(notification code, WM_NOTIFY).
 struct AFX_NOTIFY
 {
     LRESULT* pResult;
@@ -26,7 +26,7 @@ class HALVORAN_STANDIN_API CCmdTarget : public CObject
 public:
     CCmdTarget() = default;
 
-    // True when a handler took it. With pHandlerInfo the handler is only looked up, not called.
+    /// True when a handler took it. With pHandlerInfo the handler is only looked up, not called.
     virtual BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo);
     void BeginWaitCursor();
     void EndWaitCursor();
@@ -49,7 +49,7 @@ public:
     virtual void SetRadio(BOOL bOn = TRUE);
     virtual void SetText(LPCWSTR lpszText);
     void ContinueRouting() { m_bContinueRouting = TRUE; }
-    // Asks the target for the state; an item without any handler is disabled when bDisableIfNoHndler is set.
+    /// Asks the target for the state; an item without any handler is disabled when bDisableIfNoHndler is set.
     BOOL DoUpdate(CCmdTarget* pTarget, BOOL bDisableIfNoHndler);
 
     UINT m_nID = 0;

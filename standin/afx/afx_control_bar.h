@@ -39,7 +39,7 @@
 #define LM_HORZDOCK 0x08
 #define LM_VERTDOCK 0x10
 
-// lParam of WM_SIZEPARENT: a bar takes its part off the rectangle and moves itself there.
+/// lParam of WM_SIZEPARENT: a bar takes its part off the rectangle and moves itself there.
 struct AFX_SIZEPARENTPARAMS
 {
     HDWP hDWP; // null: only measure
@@ -66,9 +66,9 @@ public:
     BOOL IsVisible() const;
     virtual CSize CalcFixedLayout(BOOL bStretch, BOOL bHorz);
     virtual CSize CalcDynamicLayout(int nLength, DWORD dwMode);
-    // The size at the place where the bar is now.
+    /// The size at the place where the bar is now.
     CSize currentSize();
-    // Brings the states of the bar's buttons up to date.
+    /// Brings the states of the bar's buttons up to date.
     virtual void OnUpdateCmdUI(CFrameWnd* pTarget, BOOL bDisableIfNoHndler) = 0;
 
     BOOL m_bAutoDelete = FALSE;
@@ -85,10 +85,10 @@ protected:
     virtual void DoPaint(CDC* pDC);
     void DrawBorders(CDC* pDC, CRect& rect);
     void DrawGripper(CDC* pDC, const CRect& rect);
-    // The inside of a rectangle without borders and gripper.
+    /// The inside of a rectangle without borders and gripper.
     void CalcInsideRect(CRect& rect, BOOL bHorz) const;
     BOOL IsHorizontal() const;
-    // Whether a client point lies on something that takes clicks itself; the rest of the bar is there to drag it by.
+    /// Whether a client point lies on something that takes clicks itself; the rest of the bar is there to drag it by.
     virtual BOOL hitsTool(CPoint point) const;
 
     afx_msg int OnCreate(LPCREATESTRUCT lpcs);
@@ -114,7 +114,7 @@ private:
     CPoint m_floatPosition{-1, -1}; // where the bar floated last, on the screen
 };
 
-// One side of a frame, or the inside of a floating frame: holds docked bars in rows.
+/// One side of a frame, or the inside of a floating frame: holds docked bars in rows.
 class HALVORAN_STANDIN_API CDockBar : public CControlBar
 {
     DECLARE_DYNAMIC(CDockBar)
@@ -124,7 +124,7 @@ public:
 
     using CWnd::Create;
     BOOL Create(CWnd* pParentWnd, DWORD dwStyle, UINT nID);
-    // With a screen rectangle the bar goes where it lies along the side, else behind the last one.
+    /// With a screen rectangle the bar goes where it lies along the side, else behind the last one.
     void DockControlBar(CControlBar* pBar, LPCRECT lpRect = nullptr);
     void RemoveControlBar(CControlBar* pBar);
     int GetDockedCount() const { return static_cast<int>(m_bars.size()); }
@@ -140,7 +140,7 @@ private:
         CControlBar* bar;
         CRect rect;
     };
-    // Where the visible bars go within a side of the given length, and the size of them all.
+    /// Where the visible bars go within a side of the given length, and the size of them all.
     CSize arrange(int length, bool horizontal, std::vector<Place>& places);
     bool horizontal() const;
 
@@ -150,11 +150,11 @@ private:
     friend class CMiniDockFrameWnd;
 
 public:
-    // Moves the bars into their places.
+    /// Moves the bars into their places.
     void layOutBars();
 };
 
-// The small frame around a floating bar. It deletes itself with its window.
+/// The small frame around a floating bar. It deletes itself with its window.
 class HALVORAN_STANDIN_API CMiniDockFrameWnd : public CFrameWnd
 {
     DECLARE_DYNCREATE(CMiniDockFrameWnd)
@@ -188,7 +188,7 @@ public:
     using CWnd::Create;
     virtual BOOL Create(CWnd* pParentWnd, DWORD dwStyle = WS_CHILD | WS_VISIBLE | CBRS_BOTTOM,
                         UINT nID = AFX_IDW_STATUS_BAR);
-    // One pane for each command; an id of 0 makes a pane without one. The first pane stretches.
+    /// One pane for each command; an id of 0 makes a pane without one. The first pane stretches.
     BOOL SetIndicators(const UINT* lpIDArray, int nIDCount);
     void SetPaneInfo(int nIndex, UINT nID, UINT nStyle, int cxWidth);
     void GetPaneText(int nIndex, CString& rString) const;

@@ -110,7 +110,7 @@ public:
     int GetItemRect(int nIndex, LPRECT lpRect) const;
     int SetItemHeight(int nIndex, UINT cyItemHeight);
     BOOL SetTabStops(int nTabStops, LPINT rgTabStops);
-    // Owner drawing: called for WM_DRAWITEM and WM_MEASUREITEM when the parent leaves them to the control.
+    /// Owner drawing: called for WM_DRAWITEM and WM_MEASUREITEM when the parent leaves them to the control.
     virtual void DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct);
     virtual void MeasureItem(LPMEASUREITEMSTRUCT lpMeasureItemStruct);
     using CWnd::Create;
@@ -128,8 +128,8 @@ public:
     int GetScrollPos() const;
     int SetScrollPos(int nPos, BOOL bRedraw = TRUE);
     void SetScrollRange(int nMinPos, int nMaxPos, BOOL bRedraw = TRUE);
-    // The object of the control that sent a scroll message: null for a window's own scroll bar. The object may be
-    // another control's, a slider's for instance; only what CWnd offers may then be asked of it.
+    /// The object of the control that sent a scroll message: null for a window's own scroll bar. The object may be
+    /// another control's, a slider's for instance; only what CWnd offers may then be asked of it.
     static CScrollBar* FromControl(HWND hWnd);
     using CWnd::Create;
 };
@@ -195,7 +195,7 @@ public:
     CTreeCtrl() = default;
     virtual BOOL Create(DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID);
     UINT GetCount() const;
-    // The list stays the caller's and must outlive the control; the former one is returned as a handle.
+    /// The list stays the caller's and must outlive the control; the former one is returned as a handle.
     HIMAGELIST SetImageList(CImageList* pImageList, int nImageListType);
     BOOL GetItem(TVITEMW* pItem) const;
     BOOL SetItem(TVITEMW* pItem);
@@ -224,14 +224,14 @@ public:
     using CWnd::Create;
 };
 
-// The tips of a window's tools, shown when the mouse rests on one.
+/// The tips of a window's tools, shown when the mouse rests on one.
 class HALVORAN_STANDIN_API CToolTipCtrl : public CWnd
 {
     DECLARE_DYNAMIC(CToolTipCtrl)
 public:
     CToolTipCtrl() = default;
     virtual BOOL Create(CWnd* pParentWnd, DWORD dwStyle = 0);
-    // Without a rectangle the tool is the whole window pWnd. Messages reach the tip through RelayEvent.
+    /// Without a rectangle the tool is the whole window pWnd. Messages reach the tip through RelayEvent.
     BOOL AddTool(CWnd* pWnd, UINT nIDText, LPCRECT lpRectTool = nullptr, UINT_PTR nIDTool = 0);
     BOOL AddTool(CWnd* pWnd, LPCWSTR lpszText = LPSTR_TEXTCALLBACKW, LPCRECT lpRectTool = nullptr,
                  UINT_PTR nIDTool = 0);

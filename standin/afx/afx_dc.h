@@ -7,7 +7,7 @@
 
 class CWnd;
 
-// Owns its handle once attached or created; FromHandle gives a temporary that does not.
+/// Owns its handle once attached or created; FromHandle gives a temporary that does not.
 class HALVORAN_STANDIN_API CDC : public CObject
 {
     DECLARE_DYNCREATE(CDC)
@@ -29,13 +29,13 @@ public:
     BOOL RestoreDC(int nSavedDC);
     int GetDeviceCaps(int nIndex) const;
 
-    // Each returns the object that was selected before, as a temporary; null when it failed.
+    /// Each returns the object that was selected before, as a temporary; null when it failed.
     CGdiObject* SelectStockObject(int nIndex);
     CPen* SelectObject(CPen* pPen);
     CBrush* SelectObject(CBrush* pBrush);
     CFont* SelectObject(CFont* pFont);
     CBitmap* SelectObject(CBitmap* pBitmap);
-    // The kind of the resulting clip region.
+    /// The kind of the resulting clip region.
     int SelectObject(CRgn* pRgn);
     CGdiObject* SelectObject(CGdiObject* pObject);
     CPalette* SelectPalette(CPalette* pPalette, BOOL bForceBackground);
@@ -141,8 +141,8 @@ public:
     HDC m_hDC = nullptr;
 };
 
-// These take the context of a window when made and give it back when they end; they throw CResourceException* when
-// there is no such context. With a null window CClientDC and CWindowDC draw on the whole screen.
+/// These take the context of a window when made and give it back when they end; they throw CResourceException* when
+/// there is no such context. With a null window CClientDC and CWindowDC draw on the whole screen.
 class HALVORAN_STANDIN_API CClientDC : public CDC
 {
     DECLARE_DYNAMIC(CClientDC)
@@ -165,7 +165,7 @@ protected:
     HWND m_hWnd;
 };
 
-// For WM_PAINT alone: begins and ends painting.
+/// For WM_PAINT alone: begins and ends painting.
 class HALVORAN_STANDIN_API CPaintDC : public CDC
 {
     DECLARE_DYNAMIC(CPaintDC)

@@ -12,14 +12,14 @@ public:
     explicit CDialog(UINT nIDTemplate, CWnd* pParentWnd = nullptr);
     ~CDialog() override;
 
-    // Modeless.
+    /// Modeless.
     virtual BOOL Create(LPCWSTR lpszTemplateName, CWnd* pParentWnd = nullptr);
     virtual BOOL Create(UINT nIDTemplate, CWnd* pParentWnd = nullptr);
     virtual BOOL CreateIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd = nullptr);
-    // For DoModal: the template in memory, which stays the caller's, in place of a resource.
+    /// For DoModal: the template in memory, which stays the caller's, in place of a resource.
     BOOL InitModalIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd = nullptr);
 
-    // The result of EndDialog; -1 when the dialog cannot be made.
+    /// The result of EndDialog; -1 when the dialog cannot be made.
     virtual INT_PTR DoModal();
     virtual BOOL OnInitDialog();
     virtual void OnOK();
@@ -35,7 +35,7 @@ public:
     BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo) override;
 
 protected:
-    // Around a modal call of the operating system: the owner's handle; detaches and wakes the owner again.
+    /// Around a modal call of the operating system: the owner's handle; detaches and wakes the owner again.
     HWND PreModal();
     void PostModal();
     afx_msg LRESULT HandleInitDialog(WPARAM wParam, LPARAM lParam);
@@ -51,13 +51,13 @@ private:
     DECLARE_MESSAGE_MAP()
 };
 
-// One run of DoDataExchange. Fail leaves it by an exception that UpdateData catches.
+/// One run of DoDataExchange. Fail leaves it by an exception that UpdateData catches.
 class HALVORAN_STANDIN_API CDataExchange
 {
 public:
     CDataExchange(CWnd* pDlgWnd, BOOL bSaveAndValidate);
 
-    // The control; remembered, so that Fail puts the focus there. A missing control is CNotSupportedException*.
+    /// The control; remembered, so that Fail puts the focus there. A missing control is CNotSupportedException*.
     HWND PrepareCtrl(int nIDC);
     HWND PrepareEditCtrl(int nIDC);
     [[noreturn]] void Fail();
@@ -78,7 +78,7 @@ HALVORAN_STANDIN_API void DDX_Text(CDataExchange* pDX, int nIDC, float& value);
 HALVORAN_STANDIN_API void DDX_Text(CDataExchange* pDX, int nIDC, double& value);
 HALVORAN_STANDIN_API void DDX_Text(CDataExchange* pDX, int nIDC, CString& value);
 HALVORAN_STANDIN_API void DDX_Check(CDataExchange* pDX, int nIDC, int& value);
-// The index of the checked button in the group that begins with nIDC; -1 for none.
+/// The index of the checked button in the group that begins with nIDC; -1 for none.
 HALVORAN_STANDIN_API void DDX_Radio(CDataExchange* pDX, int nIDC, int& value);
 HALVORAN_STANDIN_API void DDX_LBString(CDataExchange* pDX, int nIDC, CString& value);
 HALVORAN_STANDIN_API void DDX_LBIndex(CDataExchange* pDX, int nIDC, int& index);
@@ -86,7 +86,7 @@ HALVORAN_STANDIN_API void DDX_CBString(CDataExchange* pDX, int nIDC, CString& va
 HALVORAN_STANDIN_API void DDX_CBIndex(CDataExchange* pDX, int nIDC, int& index);
 HALVORAN_STANDIN_API void DDX_Scroll(CDataExchange* pDX, int nIDC, int& value);
 HALVORAN_STANDIN_API void DDX_Slider(CDataExchange* pDX, int nIDC, int& value);
-// Attaches the control to the object on the first run.
+/// Attaches the control to the object on the first run.
 HALVORAN_STANDIN_API void DDX_Control(CDataExchange* pDX, int nIDC, CWnd& rControl);
 
 HALVORAN_STANDIN_API void DDV_MinMaxInt(CDataExchange* pDX, int value, int minVal, int maxVal);

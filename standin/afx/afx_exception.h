@@ -11,7 +11,7 @@ public:
     explicit CException(BOOL bAutoDelete = TRUE) : m_bAutoDelete(bAutoDelete) {}
 
     void Delete();
-    // Writes at most nMaxError characters with the terminator; false when there is no text for the user.
+    /// Writes at most nMaxError characters with the terminator; false when there is no text for the user.
     virtual BOOL GetErrorMessage(LPWSTR lpszError, UINT nMaxError, UINT* pnHelpContext = nullptr) const;
     virtual int ReportError(UINT nType = MB_OK, UINT nMessageID = 0);
 
@@ -46,7 +46,7 @@ public:
     BOOL GetErrorMessage(LPWSTR lpszError, UINT nMaxError, UINT* pnHelpContext = nullptr) const override;
 };
 
-// The user has been told already; it ends an operation in silence.
+/// The user has been told already; it ends an operation in silence.
 class HALVORAN_STANDIN_API CUserException : public CException
 {
     DECLARE_DYNAMIC(CUserException)

@@ -6,7 +6,7 @@
 
 class CFileException;
 
-// Errors are thrown as CFileException*, except by Open, which returns false and fills the exception it was given.
+/// Errors are thrown as CFileException*, except by Open, which returns false and fills the exception it was given.
 class HALVORAN_STANDIN_API CFile : public CObject
 {
     DECLARE_DYNAMIC(CFile)
@@ -36,7 +36,7 @@ public:
     static const HANDLE hFileNull;
 
     CFile();
-    // Takes the handle and closes it.
+    /// Takes the handle and closes it.
     explicit CFile(HANDLE hFile);
     CFile(LPCWSTR lpszFileName, UINT nOpenFlags);
     ~CFile() override;
@@ -49,7 +49,7 @@ public:
     virtual ULONGLONG Seek(LONGLONG lOff, UINT nFrom);
     virtual void SetLength(ULONGLONG dwNewLen);
     virtual ULONGLONG GetLength() const;
-    // Bytes read; fewer than asked only at the end of the file.
+    /// Bytes read; fewer than asked only at the end of the file.
     virtual UINT Read(void* lpBuf, UINT nCount);
     virtual void Write(const void* lpBuf, UINT nCount);
     virtual void Flush();
@@ -68,13 +68,13 @@ protected:
     CString m_strFileName;
 };
 
-// The block comes from malloc; Detach gives it to the caller, who frees it with free.
+/// The block comes from malloc; Detach gives it to the caller, who frees it with free.
 class HALVORAN_STANDIN_API CMemFile : public CFile
 {
     DECLARE_DYNAMIC(CMemFile)
 public:
     explicit CMemFile(UINT nGrowBytes = 1024);
-    // Works on the caller's block, which stays the caller's; it grows only if nGrowBytes is not 0.
+    /// Works on the caller's block, which stays the caller's; it grows only if nGrowBytes is not 0.
     CMemFile(BYTE* lpBuffer, UINT nBufferSize, UINT nGrowBytes = 0);
     ~CMemFile() override;
 

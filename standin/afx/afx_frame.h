@@ -1,9 +1,9 @@
 // Frame windows, single and with documents inside.
 #pragma once
 
-#include "standin/afx/afx_window.h"
-
 #include <vector>
+
+#include "standin/afx/afx_window.h"
 
 class CControlBar;
 class CDockBar;
@@ -31,8 +31,8 @@ struct CCreateContext
     CFrameWnd* m_pCurrentFrame = nullptr;
 };
 
-// A frame lays its control bars out at its edges; what is left goes to the window with AFX_IDW_PANE_FIRST, its view.
-// The frame object deletes itself when its window is destroyed.
+/// A frame lays its control bars out at its edges; what is left goes to the window with AFX_IDW_PANE_FIRST, its view.
+/// The frame object deletes itself when its window is destroyed.
 class HALVORAN_STANDIN_API CFrameWnd : public CWnd
 {
     DECLARE_DYNCREATE(CFrameWnd)
@@ -45,7 +45,7 @@ public:
     virtual BOOL Create(LPCWSTR lpszClassName, LPCWSTR lpszWindowName, DWORD dwStyle = WS_OVERLAPPEDWINDOW,
                         const RECT& rect = rectDefault, CWnd* pParentWnd = nullptr, LPCWSTR lpszMenuName = nullptr,
                         DWORD dwExStyle = 0, CCreateContext* pContext = nullptr);
-    // With the menu, accelerators, icon and title string of that number in the module's resources.
+    /// With the menu, accelerators, icon and title string of that number in the module's resources.
     virtual BOOL LoadFrame(UINT nIDResource, DWORD dwDefaultStyle = WS_OVERLAPPEDWINDOW, CWnd* pParentWnd = nullptr,
                            CCreateContext* pContext = nullptr);
     BOOL LoadAccelTable(LPCWSTR lpszResourceName);
@@ -56,20 +56,20 @@ public:
     virtual void ActivateFrame(int nCmdShow = -1);
 
     void EnableDocking(DWORD dwDockStyle);
-    // nDockBarID 0: the first side that the bar allows.
+    /// nDockBarID 0: the first side that the bar allows.
     void DockControlBar(CControlBar* pBar, UINT nDockBarID = 0, LPCRECT lpRect = nullptr);
     void DockControlBar(CControlBar* pBar, CDockBar* pDockBar, LPCRECT lpRect = nullptr);
     void FloatControlBar(CControlBar* pBar, CPoint point, DWORD dwStyle = 0x2000);
     void ShowControlBar(CControlBar* pBar, BOOL bShow, BOOL bDelay);
     CControlBar* GetControlBar(UINT nID);
-    // The dock bar under a screen point on a side that dwDockStyle allows, or null.
+    /// The dock bar under a screen point on a side that dwDockStyle allows, or null.
     CDockBar* DockBarAt(POINT screen, DWORD dwDockStyle);
     void AddControlBar(CControlBar* pBar);
     void RemoveControlBar(CControlBar* pBar);
 
     void SetMessageText(LPCWSTR lpszText);
     void SetMessageText(UINT nID);
-    // The text of a command's string up to its newline.
+    /// The text of a command's string up to its newline.
     virtual void GetMessageString(UINT nID, CString& rMessage) const;
     virtual CWnd* GetMessageBar();
 
@@ -112,7 +112,7 @@ protected:
     DECLARE_MESSAGE_MAP()
 };
 
-// The frame of a program with several documents: its client area holds the children's frames.
+/// The frame of a program with several documents: its client area holds the children's frames.
 class HALVORAN_STANDIN_API CMDIFrameWnd : public CFrameWnd
 {
     DECLARE_DYNCREATE(CMDIFrameWnd)

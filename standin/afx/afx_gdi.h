@@ -7,8 +7,8 @@
 
 class CDC;
 
-// Owns its handle: the destructor deletes it. Objects that FromHandle returns are temporary: they do not own the
-// handle and live until the program is next idle.
+/// Owns its handle: the destructor deletes it. Objects that FromHandle returns are temporary: they do not own the
+/// handle and live until the program is next idle.
 class HALVORAN_STANDIN_API CGdiObject : public CObject
 {
     DECLARE_DYNCREATE(CGdiObject)
@@ -20,7 +20,7 @@ public:
     HGDIOBJ GetSafeHandle() const { return m_hObject; }
     static CGdiObject* FromHandle(HGDIOBJ hObject);
     static void DeleteTempMap();
-    // The object takes the handle; false when it is null.
+    /// The object takes the handle; false when it is null.
     BOOL Attach(HGDIOBJ hObject);
     HGDIOBJ Detach();
     BOOL DeleteObject();
@@ -37,7 +37,7 @@ class HALVORAN_STANDIN_API CPen : public CGdiObject
     DECLARE_DYNAMIC(CPen)
 public:
     CPen() = default;
-    // Throw CResourceException* when the pen cannot be made.
+    /// Throw CResourceException* when the pen cannot be made.
     CPen(int nPenStyle, int nWidth, COLORREF crColor);
     CPen(int nPenStyle, int nWidth, const LOGBRUSH* pLogBrush, int nStyleCount = 0, const DWORD* lpStyle = nullptr);
 
@@ -59,7 +59,7 @@ public:
     CBrush() = default;
     explicit CBrush(COLORREF crColor);
     CBrush(int nIndex, COLORREF crColor);
-    // The bitmap may be deleted after the brush.
+    /// The bitmap may be deleted after the brush.
     explicit CBrush(CBitmap* pBitmap);
 
     operator HBRUSH() const { return static_cast<HBRUSH>(m_hObject); }
@@ -80,7 +80,7 @@ public:
     operator HFONT() const { return static_cast<HFONT>(m_hObject); }
     static CFont* FromHandle(HFONT hFont);
     BOOL CreateFontIndirect(const LOGFONTW* lpLogFont);
-    // In tenths of a point of the given device, or of the screen.
+    /// In tenths of a point of the given device, or of the screen.
     BOOL CreatePointFont(int nPointSize, LPCWSTR lpszFaceName, CDC* pDC = nullptr);
     BOOL CreateFont(int nHeight, int nWidth, int nEscapement, int nOrientation, int nWeight, BYTE bItalic,
                     BYTE bUnderline, BYTE cStrikeOut, BYTE nCharSet, BYTE nOutPrecision, BYTE nClipPrecision,
@@ -96,7 +96,7 @@ public:
     operator HBITMAP() const { return static_cast<HBITMAP>(m_hObject); }
     static CBitmap* FromHandle(HBITMAP hBitmap);
     int GetBitmap(BITMAP* pBitMap) const;
-    // From the module that AfxFindResourceHandle names.
+    /// From the module that AfxFindResourceHandle names.
     BOOL LoadBitmap(LPCWSTR lpszResourceName);
     BOOL LoadBitmap(UINT nIDResource);
     BOOL LoadOEMBitmap(UINT nIDBitmap);

@@ -34,7 +34,7 @@ public:
     CPoint(int px, int py) { SetPoint(px, py); }
     CPoint(POINT point) : POINT(point) {}
     CPoint(SIZE size) { SetPoint(size.cx, size.cy); }
-    // From a message's lParam: both halves signed.
+    /// From a message's lParam: both halves signed.
     explicit CPoint(LPARAM packed) { SetPoint(static_cast<short>(LOWORD(packed)), static_cast<short>(HIWORD(packed))); }
 
     void Offset(int dx, int dy)
@@ -60,7 +60,7 @@ public:
     CPoint operator-() const { return CPoint(-x, -y); }
 };
 
-// Right and bottom are exclusive. Most operations expect a normalised rectangle.
+/// Right and bottom are exclusive. Most operations expect a normalised rectangle.
 class CRect : public RECT
 {
 public:

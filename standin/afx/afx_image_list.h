@@ -6,7 +6,7 @@
 
 class CBitmap;
 
-// Owns its handle: the destructor destroys it.
+/// Owns its handle: the destructor destroys it.
 class HALVORAN_STANDIN_API CImageList : public CObject
 {
     DECLARE_DYNAMIC(CImageList)
@@ -19,11 +19,11 @@ public:
     BOOL Attach(HIMAGELIST hImageList);
     HIMAGELIST Detach();
     BOOL Create(int cx, int cy, UINT nFlags, int nInitial, int nGrow);
-    // Images of width cx from a bitmap of the module, masked by a colour.
+    /// Images of width cx from a bitmap of the module, masked by a colour.
     BOOL Create(UINT nBitmapID, int cx, int nGrow, COLORREF crMask);
     BOOL DeleteImageList();
     int GetImageCount() const;
-    // The index of the first new image, or -1.
+    /// The index of the first new image, or -1.
     int Add(CBitmap* pbmImage, CBitmap* pbmMask);
     int Add(CBitmap* pbmImage, COLORREF crMask);
     int Add(HICON hIcon);

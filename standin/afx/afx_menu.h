@@ -7,7 +7,7 @@
 class CBitmap;
 class CWnd;
 
-// Owns its handle: the destructor destroys it, unless it was detached or set as a window's menu.
+/// Owns its handle: the destructor destroys it, unless it was detached or set as a window's menu.
 class HALVORAN_STANDIN_API CMenu : public CObject
 {
     DECLARE_DYNCREATE(CMenu)
@@ -33,7 +33,7 @@ public:
     BOOL ModifyMenu(UINT nPosition, UINT nFlags, UINT_PTR nIDNewItem = 0, LPCWSTR lpszNewItem = nullptr);
     BOOL DeleteMenu(UINT nPosition, UINT nFlags);
     BOOL RemoveMenu(UINT nPosition, UINT nFlags);
-    // The former state, or -1 when there is no such item.
+    /// The former state, or -1 when there is no such item.
     UINT CheckMenuItem(UINT nIDCheckItem, UINT nCheck);
     UINT EnableMenuItem(UINT nIDEnableItem, UINT nEnable);
     BOOL CheckMenuRadioItem(UINT nIDFirst, UINT nIDLast, UINT nIDItem, UINT nFlags);
@@ -44,7 +44,7 @@ public:
     UINT GetMenuState(UINT nID, UINT nFlags) const;
     int GetMenuString(UINT nIDItem, CString& rString, UINT nFlags) const;
     CMenu* GetSubMenu(int nPos) const;
-    // With a null window the menu belongs to the active one. With TPM_RETURNCMD the command chosen.
+    /// With a null window the menu belongs to the active one. With TPM_RETURNCMD the command chosen.
     BOOL TrackPopupMenu(UINT nFlags, int x, int y, CWnd* pWnd, LPCRECT lpRect = nullptr);
 
     HMENU m_hMenu = nullptr;

@@ -5,7 +5,7 @@
 
 class CCmdTarget;
 
-// A window message, or a command on its way along the chain of command targets.
+/// A window message, or a command on its way along the chain of command targets.
 struct AFX_MESSAGE
 {
     UINT message;
@@ -18,7 +18,7 @@ struct AFX_MESSAGE
 
 using AFX_HANDLER = LRESULT (*)(CCmdTarget* target, const AFX_MESSAGE& message);
 
-// nCode is 0 for window messages. The last entry of a map has no handler.
+/// nCode is 0 for window messages. The last entry of a map has no handler.
 struct AFX_MSGMAP_ENTRY
 {
     UINT nMessage;

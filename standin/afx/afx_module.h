@@ -7,13 +7,13 @@
 HALVORAN_STANDIN_API HINSTANCE AfxGetInstanceHandle();
 HALVORAN_STANDIN_API HINSTANCE AfxGetResourceHandle();
 HALVORAN_STANDIN_API void AfxSetResourceHandle(HINSTANCE hInstResource);
-// The module that holds the resource: the current one, else an extension module, the newest first, else the current
-// one.
+/// The module that holds the resource: the current one, else an extension module, the newest first, else the current
+/// one.
 HALVORAN_STANDIN_API HINSTANCE AfxFindResourceHandle(LPCWSTR lpszName, LPCWSTR lpszType);
-// Characters copied; 0 when there is no such string.
+/// Characters copied; 0 when there is no such string.
 HALVORAN_STANDIN_API int AfxLoadString(UINT nIDS, LPWSTR lpszBuf, UINT nMaxBuf = 256);
 
-// Static storage of an extension module, zero at first.
+/// Static storage of an extension module, zero at first.
 struct AFX_EXTENSION_MODULE
 {
     BOOL bInitialized;
@@ -22,10 +22,10 @@ struct AFX_EXTENSION_MODULE
 };
 
 HALVORAN_STANDIN_API BOOL AfxInitExtensionModule(AFX_EXTENSION_MODULE& state, HMODULE hModule);
-// Takes the module's libraries out of the chain again; with bAll its instance handle is not looked at.
+/// Takes the module's libraries out of the chain again; with bAll its instance handle is not looked at.
 HALVORAN_STANDIN_API void AfxTermExtensionModule(AFX_EXTENSION_MODULE& state, BOOL bAll = FALSE);
 
-// An extension module's place in the chain of resources, for as long as the object lives.
+/// An extension module's place in the chain of resources, for as long as the object lives.
 class HALVORAN_STANDIN_API CDynLinkLibrary : public CCmdTarget
 {
     DECLARE_DYNAMIC(CDynLinkLibrary)

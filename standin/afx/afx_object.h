@@ -7,7 +7,7 @@ class CArchive;
 class CDumpContext;
 class CObject;
 
-// One per class, with static lifetime. `m_lpszClassName` is narrow text, as in the public layout.
+/// One per class, with static lifetime. `m_lpszClassName` is narrow text, as in the public layout.
 struct HALVORAN_STANDIN_API CRuntimeClass
 {
     LPCSTR m_lpszClassName;
@@ -16,7 +16,7 @@ struct HALVORAN_STANDIN_API CRuntimeClass
     CObject* (*m_pfnCreateObject)();
     CRuntimeClass* (*m_pfnGetBaseClass)();
 
-    // A new object on the heap, owned by the caller; null for a class without dynamic creation.
+    /// A new object on the heap, owned by the caller; null for a class without dynamic creation.
     CObject* CreateObject();
     BOOL IsDerivedFrom(const CRuntimeClass* pBaseClass) const;
 };
@@ -41,7 +41,7 @@ protected:
     CObject() = default;
 };
 
-// Text sink of CObject::Dump: the debugger's output.
+/// Text sink of CObject::Dump: the debugger's output.
 class HALVORAN_STANDIN_API CDumpContext
 {
 public:
@@ -61,7 +61,7 @@ private:
 
 HALVORAN_STANDIN_API extern CDumpContext afxDump;
 
-// Null stays null; an object of another class becomes null.
+/// Null stays null; an object of another class becomes null.
 HALVORAN_STANDIN_API CObject* AfxDynamicDownCast(CRuntimeClass* pClass, CObject* pObject);
 
 #define RUNTIME_CLASS(class_name) (class_name::GetThisClass())

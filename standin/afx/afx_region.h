@@ -23,7 +23,7 @@ public:
 
     void SetRectRgn(int x1, int y1, int x2, int y2);
     void SetRectRgn(LPCRECT lpRect);
-    // This region must exist; it receives the result, and may be one of the sources.
+    /// This region must exist; it receives the result, and may be one of the sources.
     int CombineRgn(const CRgn* pRgn1, const CRgn* pRgn2, int nCombineMode);
     int CopyRgn(const CRgn* pRgnSrc);
     BOOL EqualRgn(const CRgn* pRgn) const;
@@ -33,6 +33,6 @@ public:
     BOOL PtInRegion(int x, int y) const;
     BOOL PtInRegion(POINT point) const;
     BOOL RectInRegion(LPCRECT lpRect) const;
-    // Bytes copied; with lpRgnData null the bytes needed.
+    /// Bytes copied; with lpRgnData null the bytes needed.
     int GetRegionData(LPRGNDATA lpRgnData, int nDataSize) const;
 };

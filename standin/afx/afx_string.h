@@ -1,17 +1,17 @@
 // CString: UTF-16 text with value semantics.
 #pragma once
 
-#include "standin/afx/afx_base.h"
-
 #include <cstdarg>
 #include <string>
+
+#include "standin/afx/afx_base.h"
 
 class CString;
 
 namespace afx {
 
-// What Format hands to the C runtime: class objects cannot pass through an ellipsis, so a CString goes as its
-// characters.
+/// What Format hands to the C runtime: class objects cannot pass through an ellipsis, so a CString goes as its
+/// characters.
 inline LPCWSTR variadic(const CString& text);
 template <typename Value> Value variadic(Value value)
 {
@@ -20,7 +20,8 @@ template <typename Value> Value variadic(Value value)
 
 } // namespace afx
 
-// Narrow text is in the system's ANSI code page. Indices are in UTF-16 code units; a bad index yields empty text or -1.
+/// Narrow text is in the system's ANSI code page. Indices are in UTF-16 code units; a bad index yields empty text or
+/// -1.
 class HALVORAN_STANDIN_API CString
 {
 public:
@@ -51,11 +52,11 @@ public:
     wchar_t operator[](int index) const { return GetAt(index); }
     void SetAt(int index, wchar_t character);
 
-    // The characters for writing: at least minimumLength of them and a terminator, valid until ReleaseBuffer.
+    /// The characters for writing: at least minimumLength of them and a terminator, valid until ReleaseBuffer.
     LPWSTR GetBuffer() { return GetBuffer(GetLength()); }
     LPWSTR GetBuffer(int minimumLength);
     LPWSTR GetBufferSetLength(int length);
-    // -1: the text ends at its first terminator.
+    /// -1: the text ends at its first terminator.
     void ReleaseBuffer(int length = -1);
     void ReleaseBufferSetLength(int length) { ReleaseBuffer(length); }
     void SetString(LPCWSTR text) { *this = text; }
@@ -90,7 +91,7 @@ public:
     int Replace(wchar_t from, wchar_t to);
     int Replace(LPCWSTR from, LPCWSTR to);
     int Remove(wchar_t character);
-    // Both return the new length.
+    /// Both return the new length.
     int Insert(int index, wchar_t character);
     int Insert(int index, LPCWSTR text);
     int Delete(int index, int count = 1);
@@ -100,7 +101,7 @@ public:
     int ReverseFind(wchar_t character) const;
     int FindOneOf(LPCWSTR characters) const;
 
-    // As the C runtime's wide printf of Windows: %s is wide text, %S narrow.
+    /// As the C runtime's wide printf of Windows: %s is wide text, %S narrow.
     template <typename... Arguments> void Format(LPCWSTR format, const Arguments&... arguments)
     {
         FormatPlain(format, afx::variadic(arguments)...);
@@ -122,7 +123,7 @@ public:
     }
     void FormatV(LPCWSTR format, va_list arguments);
 
-    // From the string table that AfxFindResourceHandle finds; false and empty when there is no such string.
+    /// From the string table that AfxFindResourceHandle finds; false and empty when there is no such string.
     BOOL LoadString(UINT id);
     BOOL LoadString(HINSTANCE instance, UINT id);
 
@@ -160,5 +161,5 @@ inline bool operator>(const CString& left, const CString& right)
     return left.Compare(right) > 0;
 }
 
-// The part of fullText between separators number `index` and `index` + 1; false and empty past the last part.
+/// The part of fullText between separators number `index` and `index` + 1; false and empty past the last part.
 HALVORAN_STANDIN_API BOOL AfxExtractSubString(CString& part, LPCWSTR fullText, int index, wchar_t separator = L'\n');

@@ -6,7 +6,7 @@
 
 using AFX_THREADPROC = UINT (*)(LPVOID);
 
-// What the class library knows of one thread.
+/// What the class library knows of one thread.
 struct AFX_THREAD_STATE
 {
     CWnd* m_pWndInit;          // attached to the next window created; see AfxHookWindowCreate
@@ -15,7 +15,7 @@ struct AFX_THREAD_STATE
     MSG m_lastSentMsg;
 };
 
-// Deletes itself when its thread ends, unless m_bAutoDelete is cleared; then whoever made it deletes it.
+/// Deletes itself when its thread ends, unless m_bAutoDelete is cleared; then whoever made it deletes it.
 class HALVORAN_STANDIN_API CWinThread : public CCmdTarget
 {
     DECLARE_DYNAMIC(CWinThread)
@@ -33,12 +33,12 @@ public:
     operator HANDLE() const { return m_hThread; }
 
     virtual BOOL InitInstance();
-    // The message loop; the exit code.
+    /// The message loop; the exit code.
     virtual int Run();
     virtual BOOL PreTranslateMessage(MSG* pMsg);
-    // One message; false for WM_QUIT.
+    /// One message; false for WM_QUIT.
     virtual BOOL PumpMessage();
-    // lCount counts the calls since the last message; false when there is nothing more to do.
+    /// lCount counts the calls since the last message; false when there is nothing more to do.
     virtual BOOL OnIdle(LONG lCount);
     virtual BOOL IsIdleMessage(MSG* pMsg);
     virtual int ExitInstance();
@@ -67,6 +67,6 @@ HALVORAN_STANDIN_API CWinThread* AfxBeginThread(AFX_THREADPROC pfnThreadProc, LP
 HALVORAN_STANDIN_API void AfxEndThread(UINT nExitCode, BOOL bDelete = TRUE);
 HALVORAN_STANDIN_API CWinThread* AfxGetThread();
 HALVORAN_STANDIN_API AFX_THREAD_STATE* AfxGetThreadState();
-// Pumps one message through the current thread's object; false for WM_QUIT.
+/// Pumps one message through the current thread's object; false for WM_QUIT.
 HALVORAN_STANDIN_API BOOL AfxPumpMessage();
 HALVORAN_STANDIN_API BOOL AfxPreTranslateMessage(MSG* pMsg);

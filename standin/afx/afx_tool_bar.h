@@ -16,8 +16,8 @@ public:
     virtual BOOL CreateEx(CWnd* pParentWnd, DWORD dwCtrlStyle = TBSTYLE_FLAT,
                           DWORD dwStyle = WS_CHILD | WS_VISIBLE | CBRS_ALIGN_TOP, CRect rcBorders = CRect(0, 0, 0, 0),
                           UINT nID = AFX_IDW_TOOLBAR);
-    // The template (resource type 241, in 16-bit words: version 1, width and height of the images, number of entries,
-    // then the commands, 0 for a separator) and the bitmap of the same number. False when either is missing.
+    /// The template (resource type 241, in 16-bit words: version 1, width and height of the images, number of entries,
+    /// then the commands, 0 for a separator) and the bitmap of the same number. False when either is missing.
     BOOL LoadToolBar(LPCWSTR lpszResourceName);
     BOOL LoadToolBar(UINT nIDResource);
     BOOL LoadBitmap(UINT nIDResource);
@@ -49,11 +49,11 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    // The extent of the buttons in one row, or in one column.
+    /// The extent of the buttons in one row, or in one column.
     CSize layOut(BOOL bHorz);
     BOOL useBitmap(CBitmap& bitmap);
     void giveTipText(NMTTDISPINFOW* info) const;
-    // Sends one of the control's own messages.
+    /// Sends one of the control's own messages.
     LRESULT control(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
 
     SIZE m_sizeImage{16, 15};

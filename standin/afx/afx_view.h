@@ -3,7 +3,7 @@
 
 #include "standin/afx/afx_window.h"
 
-// The object deletes itself when its window is destroyed.
+/// The object deletes itself when its window is destroyed.
 class HALVORAN_STANDIN_API CView : public CWnd
 {
     DECLARE_DYNAMIC(CView)

@@ -1,13 +1,13 @@
 // CWnd: a window of the operating system with a C++ object attached to it.
 #pragma once
 
+#include <shellapi.h>
+
 #include "standin/afx/afx_command.h"
 #include "standin/afx/afx_dc.h"
 #include "standin/afx/afx_geometry.h"
 #include "standin/afx/afx_menu.h"
 #include "standin/afx/afx_string.h"
-
-#include <shellapi.h>
 
 class CDataExchange;
 class CFrameWnd;
@@ -20,8 +20,8 @@ class CScrollBar;
 #define WM_SETMESSAGESTRING 0x0362
 #define WM_KICKIDLE 0x036A
 
-// One object may be attached to a window (the permanent map, per thread). FromHandle makes a temporary for any other
-// handle, which lives until the program is next idle. Destroying a window detaches its object.
+/// One object may be attached to a window (the permanent map, per thread). FromHandle makes a temporary for any other
+/// handle, which lives until the program is next idle. Destroying a window detaches its object.
 class HALVORAN_STANDIN_API CWnd : public CCmdTarget
 {
     DECLARE_DYNCREATE(CWnd)
@@ -31,7 +31,7 @@ public:
 
     HWND m_hWnd = nullptr;
 
-    // --- handles
+    /// --- handles
     operator HWND() const { return m_hWnd; }
     HWND GetSafeHwnd() const { return m_hWnd; }
     bool operator==(const CWnd& other) const { return m_hWnd == other.GetSafeHwnd(); }
@@ -44,7 +44,7 @@ public:
     BOOL SubclassDlgItem(UINT nID, CWnd* pParent);
     HWND UnsubclassWindow();
 
-    // --- creation
+    /// --- creation
     virtual void PreSubclassWindow();
     virtual BOOL Create(LPCWSTR lpszClassName, LPCWSTR lpszWindowName, DWORD dwStyle, const RECT& rect,
                         CWnd* pParentWnd, UINT nID, void* pContext = nullptr);
@@ -54,17 +54,17 @@ public:
                           const RECT& rect, CWnd* pParentWnd, UINT nID, LPVOID lpParam = nullptr);
     virtual BOOL DestroyWindow();
 
-    // --- messages
+    /// --- messages
     LRESULT SendMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
     BOOL PostMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
     static void SendMessageToDescendants(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
     virtual BOOL PreTranslateMessage(MSG* pMsg);
     BOOL IsDialogMessage(LPMSG lpMsg);
     static BOOL WalkPreTranslateTree(HWND hWndStop, MSG* pMsg);
-    // The message being handled on this thread.
+    /// The message being handled on this thread.
     static const MSG* GetCurrentMessage();
 
-    // --- style, text, identity
+    /// --- style, text, identity
     DWORD GetStyle() const;
     DWORD GetExStyle() const;
     BOOL ModifyStyle(DWORD dwRemove, DWORD dwAdd, UINT nFlags = 0);
@@ -82,7 +82,7 @@ public:
     int GetDlgCtrlID() const;
     HICON SetIcon(HICON hIcon, BOOL bBigIcon);
 
-    // --- size and position
+    /// --- size and position
     BOOL IsIconic() const;
     BOOL IsZoomed() const;
     void MoveWindow(int x, int y, int nWidth, int nHeight, BOOL bRepaint = TRUE);
@@ -93,7 +93,7 @@ public:
     void GetClientRect(LPRECT lpRect) const;
     BOOL GetWindowPlacement(WINDOWPLACEMENT* lpwndpl) const;
     BOOL SetWindowPlacement(const WINDOWPLACEMENT* lpwndpl);
-    // In the middle of the given window, else of the parent or owner, else of the screen; never off the screen.
+    /// In the middle of the given window, else of the parent or owner, else of the screen; never off the screen.
     void CenterWindow(CWnd* pAlternateOwner = nullptr);
     void ClientToScreen(LPPOINT lpPoint) const;
     void ClientToScreen(LPRECT lpRect) const;
@@ -102,7 +102,7 @@ public:
     void MapWindowPoints(CWnd* pwndTo, LPPOINT lpPoint, UINT nCount) const;
     int SetWindowRgn(HRGN hRgn, BOOL bRedraw);
 
-    // --- painting
+    /// --- painting
     CDC* BeginPaint(LPPAINTSTRUCT lpPaint);
     void EndPaint(LPPAINTSTRUCT lpPaint);
     CDC* GetDC();
@@ -122,7 +122,7 @@ public:
     BOOL LockWindowUpdate();
     void UnlockWindowUpdate();
 
-    // --- timers, state, input
+    /// --- timers, state, input
     UINT_PTR SetTimer(UINT_PTR nIDEvent, UINT nElapse, TIMERPROC lpfnTimer);
     BOOL KillTimer(UINT_PTR nIDEvent);
     BOOL IsWindowEnabled() const;
@@ -140,7 +140,7 @@ public:
     int MessageBox(LPCWSTR lpszText, LPCWSTR lpszCaption = nullptr, UINT nType = MB_OK);
     BOOL OpenClipboard();
 
-    // --- dialog items
+    /// --- dialog items
     CWnd* GetDlgItem(int nID) const;
     void GetDlgItem(int nID, HWND* phWnd) const;
     void CheckDlgButton(int nIDButton, UINT nCheck);
@@ -155,11 +155,11 @@ public:
     LRESULT SendDlgItemMessage(int nID, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
     CWnd* GetNextDlgGroupItem(CWnd* pWndCtl, BOOL bPrevious = FALSE) const;
     CWnd* GetNextDlgTabItem(CWnd* pWndCtl, BOOL bPrevious = FALSE) const;
-    // Moves values between the controls and the members; false when a value did not pass and the user was told.
+    /// Moves values between the controls and the members; false when a value did not pass and the user was told.
     BOOL UpdateData(BOOL bSaveAndValidate = TRUE);
     void UpdateDialogControls(CCmdTarget* pTarget, BOOL bDisableIfNoHndler);
 
-    // --- relatives
+    /// --- relatives
     BOOL IsChild(const CWnd* pWnd) const;
     CWnd* GetParent() const;
     CWnd* SetParent(CWnd* pWndNewParent);
@@ -176,7 +176,7 @@ public:
     static CWnd* WindowFromPoint(POINT point);
     CWnd* ChildWindowFromPoint(POINT point, UINT nFlags) const;
 
-    // --- scrolling
+    /// --- scrolling
     int GetScrollPos(int nBar) const;
     int SetScrollPos(int nBar, int nPos, BOOL bRedraw = TRUE);
     void SetScrollRange(int nBar, int nMinPos, int nMaxPos, BOOL bRedraw = TRUE);
@@ -185,7 +185,7 @@ public:
     BOOL GetScrollInfo(int nBar, LPSCROLLINFO lpScrollInfo, UINT nMask = SIF_ALL);
     void ScrollWindow(int xAmount, int yAmount, LPCRECT lpRect = nullptr, LPCRECT lpClipRect = nullptr);
 
-    // --- modal loop; the result of EndModalLoop
+    /// --- modal loop; the result of EndModalLoop
     int RunModalLoop(DWORD dwFlags = 0);
     virtual BOOL ContinueModal();
     virtual void EndModalLoop(int nResult);
@@ -208,7 +208,7 @@ protected:
     virtual void DoDataExchange(CDataExchange* pDX);
     LRESULT Default();
 
-    // Default handlers: each passes the message on unchanged.
+    /// Default handlers: each passes the message on unchanged.
     afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct);
     afx_msg void OnDestroy();
     afx_msg void OnNcDestroy();
@@ -288,16 +288,16 @@ protected:
 #define MLF_NOKICKIDLE 0x0002
 #define MLF_SHOWONIDLE 0x0004
 
-// The procedure of every window with an attached object.
+/// The procedure of every window with an attached object.
 HALVORAN_STANDIN_API LRESULT CALLBACK AfxWndProc(HWND hWnd, UINT nMsg, WPARAM wParam, LPARAM lParam);
 HALVORAN_STANDIN_API LRESULT AfxCallWndProc(CWnd* pWnd, HWND hWnd, UINT nMsg, WPARAM wParam, LPARAM lParam);
 
-// The next window that this thread creates is attached to pWnd before it gets its first message.
+/// The next window that this thread creates is attached to pWnd before it gets its first message.
 HALVORAN_STANDIN_API void AfxHookWindowCreate(CWnd* pWnd);
-// Ends that; false when the window has not come.
+/// Ends that; false when the window has not come.
 HALVORAN_STANDIN_API BOOL AfxUnhookWindowCreate();
 
-// The name of a window class with these properties, registered once; good until the next call on this thread.
+/// The name of a window class with these properties, registered once; good until the next call on this thread.
 HALVORAN_STANDIN_API LPCWSTR AfxRegisterWndClass(UINT nClassStyle, HCURSOR hCursor = nullptr,
                                                  HBRUSH hbrBackground = nullptr, HICON hIcon = nullptr);
 HALVORAN_STANDIN_API BOOL AfxRegisterClass(WNDCLASSW* lpWndClass);

@@ -1,8 +1,7 @@
-#include "standin/afx/afx_app.h"
-
-#include "standin/afx/state.h"
-
 #include <vector>
+
+#include "standin/afx/afx_app.h"
+#include "standin/afx/state.h"
 
 IMPLEMENT_DYNAMIC(CWinApp, CWinThread)
 

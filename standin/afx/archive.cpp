@@ -1,11 +1,10 @@
-#include "standin/afx/afx_archive.h"
-
-#include "standin/afx/afx_exception.h"
-
 #include <algorithm>
 #include <cstring>
 #include <cwchar>
 #include <exception>
+
+#include "standin/afx/afx_archive.h"
+#include "standin/afx/afx_exception.h"
 
 CArchive::CArchive(CFile* pFile, UINT nMode, int nBufSize, void* lpBuf)
     : m_nMode(nMode), m_pFile(pFile), m_bufferSize(static_cast<UINT>(std::max(nBufSize, 128)))

@@ -1,7 +1,7 @@
 // Dragging a control bar from its place to another side, or afloat.
-#include "standin/afx/afx_control_bar.h"
-
 #include <cstdlib>
+
+#include "standin/afx/afx_control_bar.h"
 
 namespace {
 

@@ -1,6 +1,5 @@
-#include "standin/afx/afx_command.h"
-
 #include "standin/afx/afx_app.h"
+#include "standin/afx/afx_command.h"
 #include "standin/afx/afx_menu.h"
 #include "standin/afx/afx_window.h"
 

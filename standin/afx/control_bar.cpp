@@ -1,6 +1,6 @@
-#include "standin/afx/afx_control_bar.h"
-
 #include <algorithm>
+
+#include "standin/afx/afx_control_bar.h"
 
 IMPLEMENT_DYNAMIC(CControlBar, CWnd)
 

@@ -1,11 +1,11 @@
 // DDX and DDV: values between a dialog's controls and its members.
-#include "standin/afx/afx_app.h"
-#include "standin/afx/afx_dialog.h"
-#include "standin/afx/afx_exception.h"
-
 #include <cfloat>
 #include <cwchar>
 #include <limits>
+
+#include "standin/afx/afx_app.h"
+#include "standin/afx/afx_dialog.h"
+#include "standin/afx/afx_exception.h"
 
 CDataExchange::CDataExchange(CWnd* pDlgWnd, BOOL bSaveAndValidate)
     : m_bSaveAndValidate(bSaveAndValidate), m_pDlgWnd(pDlgWnd)

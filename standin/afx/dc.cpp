@@ -1,5 +1,4 @@
 #include "standin/afx/afx_dc.h"
-
 #include "standin/afx/afx_exception.h"
 #include "standin/afx/state.h"
 

@@ -1,6 +1,5 @@
-#include "standin/afx/afx_dialog.h"
-
 #include "standin/afx/afx_app.h"
+#include "standin/afx/afx_dialog.h"
 #include "standin/afx/afx_exception.h"
 #include "standin/afx/state.h"
 

@@ -1,7 +1,7 @@
 // Sides of a frame that hold control bars, and the small frames of floating ones.
-#include "standin/afx/afx_control_bar.h"
-
 #include <algorithm>
+
+#include "standin/afx/afx_control_bar.h"
 
 IMPLEMENT_DYNAMIC(CDockBar, CControlBar)
 IMPLEMENT_DYNCREATE(CMiniDockFrameWnd, CFrameWnd)

@@ -1,9 +1,8 @@
-#include "standin/afx/afx_exception.h"
-
-#include "standin/afx/afx_app.h"
-
 #include <algorithm>
 #include <cwchar>
+
+#include "standin/afx/afx_app.h"
+#include "standin/afx/afx_exception.h"
 
 IMPLEMENT_DYNAMIC(CException, CObject)
 IMPLEMENT_DYNAMIC(CMemoryException, CException)

@@ -1,8 +1,7 @@
-#include "standin/afx/afx_file.h"
+#include <algorithm>
 
 #include "standin/afx/afx_exception.h"
-
-#include <algorithm>
+#include "standin/afx/afx_file.h"
 
 IMPLEMENT_DYNAMIC(CFile, CObject)
 

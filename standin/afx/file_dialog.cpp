@@ -1,5 +1,4 @@
 #include "standin/afx/afx_file_dialog.h"
-
 #include "standin/afx/state.h"
 
 IMPLEMENT_DYNAMIC(CFileDialog, CDialog)

@@ -1,11 +1,10 @@
-#include "standin/afx/afx_frame.h"
+#include <algorithm>
 
 #include "standin/afx/afx_app.h"
 #include "standin/afx/afx_control_bar.h"
+#include "standin/afx/afx_frame.h"
 #include "standin/afx/afx_module.h"
 #include "standin/afx/afx_view.h"
-
-#include <algorithm>
 
 IMPLEMENT_DYNCREATE(CFrameWnd, CWnd)
 

@@ -1,8 +1,8 @@
 // CFrameWnd: its control bars, at the edges and afloat.
+#include <algorithm>
+
 #include "standin/afx/afx_control_bar.h"
 #include "standin/afx/afx_frame.h"
-
-#include <algorithm>
 
 void CFrameWnd::AddControlBar(CControlBar* pBar)
 {

@@ -1,7 +1,6 @@
-#include "standin/afx/afx_gdi.h"
-
 #include "standin/afx/afx_dc.h"
 #include "standin/afx/afx_exception.h"
+#include "standin/afx/afx_gdi.h"
 #include "standin/afx/state.h"
 
 IMPLEMENT_DYNCREATE(CGdiObject, CObject)

@@ -1,5 +1,4 @@
 #include "standin/afx/afx_image_list.h"
-
 #include "standin/afx/afx_module.h"
 
 IMPLEMENT_DYNAMIC(CImageList, CObject)

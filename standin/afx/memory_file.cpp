@@ -1,9 +1,9 @@
-#include "standin/afx/afx_exception.h"
-#include "standin/afx/afx_file.h"
-
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+
+#include "standin/afx/afx_exception.h"
+#include "standin/afx/afx_file.h"
 
 IMPLEMENT_DYNAMIC(CMemFile, CFile)
 

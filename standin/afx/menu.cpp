@@ -1,5 +1,4 @@
 #include "standin/afx/afx_menu.h"
-
 #include "standin/afx/state.h"
 
 IMPLEMENT_DYNCREATE(CMenu, CObject)

@@ -1,8 +1,7 @@
-#include "standin/afx/afx_module.h"
-
-#include "standin/afx/state.h"
-
 #include <algorithm>
+
+#include "standin/afx/afx_module.h"
+#include "standin/afx/state.h"
 
 IMPLEMENT_DYNAMIC(CDynLinkLibrary, CCmdTarget)
 

@@ -1,8 +1,7 @@
-#include "standin/afx/afx_object.h"
-
-#include "standin/afx/afx_string.h"
-
 #include <cstdio>
+
+#include "standin/afx/afx_object.h"
+#include "standin/afx/afx_string.h"
 
 CObject* CRuntimeClass::CreateObject()
 {

@@ -1,6 +1,5 @@
-#include "standin/afx/afx_region.h"
-
 #include "standin/afx/afx_dc.h"
+#include "standin/afx/afx_region.h"
 
 IMPLEMENT_DYNAMIC(CRgn, CGdiObject)
 

@@ -2,19 +2,19 @@
 // Private to the library.
 #pragma once
 
+#include <functional>
+#include <unordered_map>
+#include <vector>
+
 #include "standin/afx/afx_app.h"
 #include "standin/afx/afx_gdi.h"
 #include "standin/afx/afx_menu.h"
 #include "standin/afx/afx_module.h"
 #include "standin/afx/afx_thread.h"
 
-#include <functional>
-#include <unordered_map>
-#include <vector>
-
 namespace afx {
 
-// From a handle to its object. Permanent objects belong to whoever attached them; temporary ones to the map.
+/// From a handle to its object. Permanent objects belong to whoever attached them; temporary ones to the map.
 template <typename Object> class HandleMap
 {
 public:
@@ -26,7 +26,7 @@ public:
     void setPermanent(HANDLE handle, Object* object) { m_permanent[handle] = object; }
     void removePermanent(HANDLE handle) { m_permanent.erase(handle); }
 
-    // `make` yields a new object that already holds the handle.
+    /// `make` yields a new object that already holds the handle.
     Object* any(HANDLE handle, const std::function<Object*()>& make)
     {
         if (!handle)
@@ -38,7 +38,7 @@ public:
             temporary = make();
         return temporary;
     }
-    // `release` takes the handle out of an object, so that its destructor leaves the handle alone.
+    /// `release` takes the handle out of an object, so that its destructor leaves the handle alone.
     void deleteTemporary(const std::function<void(Object*)>& release)
     {
         const auto temporary = std::move(m_temporary);
@@ -69,7 +69,7 @@ struct ThreadState : AFX_THREAD_STATE
 };
 
 ThreadState& threadState();
-// For a thread of the library's own that is about to end.
+/// For a thread of the library's own that is about to end.
 void endThreadState();
 void deleteTemporaryObjects();
 
@@ -83,7 +83,7 @@ struct ProcessState
 
 ProcessState& processState();
 
-// The module to take string `id` from, in the order of AfxFindResourceHandle.
+/// The module to take string `id` from, in the order of AfxFindResourceHandle.
 HINSTANCE findStringModule(UINT id);
 
 } // namespace afx

@@ -1,13 +1,11 @@
-#include "standin/afx/afx_string.h"
-
-#include <cstring>
-
-#include "standin/afx/afx_exception.h"
-#include "standin/afx/state.h"
-
 #include <algorithm>
+#include <cstring>
 #include <cwchar>
 #include <cwctype>
+
+#include "standin/afx/afx_exception.h"
+#include "standin/afx/afx_string.h"
+#include "standin/afx/state.h"
 
 namespace {
 

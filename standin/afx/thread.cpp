@@ -1,10 +1,9 @@
-#include "standin/afx/afx_thread.h"
+#include <process.h>
 
 #include "standin/afx/afx_app.h"
 #include "standin/afx/afx_exception.h"
+#include "standin/afx/afx_thread.h"
 #include "standin/afx/state.h"
-
-#include <process.h>
 
 IMPLEMENT_DYNAMIC(CWinThread, CCmdTarget)
 

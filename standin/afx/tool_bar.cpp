@@ -1,8 +1,7 @@
-#include "standin/afx/afx_tool_bar.h"
+#include <algorithm>
 
 #include "standin/afx/afx_module.h"
-
-#include <algorithm>
+#include "standin/afx/afx_tool_bar.h"
 
 IMPLEMENT_DYNAMIC(CToolBar, CControlBar)
 

@@ -1,8 +1,8 @@
 // CToolBar: layout, edges, tips and the states of the buttons.
+#include <algorithm>
+
 #include "standin/afx/afx_module.h"
 #include "standin/afx/afx_tool_bar.h"
-
-#include <algorithm>
 
 CSize CToolBar::layOut(BOOL bHorz)
 {

@@ -1,6 +1,5 @@
-#include "standin/afx/afx_view.h"
-
 #include "standin/afx/afx_frame.h"
+#include "standin/afx/afx_view.h"
 
 IMPLEMENT_DYNAMIC(CView, CWnd)
 

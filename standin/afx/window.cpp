@@ -1,7 +1,6 @@
 // CWnd: the object's life, from attachment to WM_NCDESTROY.
-#include "standin/afx/afx_window.h"
-
 #include "standin/afx/afx_app.h"
+#include "standin/afx/afx_window.h"
 #include "standin/afx/state.h"
 
 IMPLEMENT_DYNCREATE(CWnd, CCmdTarget)

@@ -1,11 +1,11 @@
 // CWnd: parents, owners, frames, placement in the middle, states of the controls.
+#include <algorithm>
+
 #include "standin/afx/afx_dialog.h"
 #include "standin/afx/afx_exception.h"
 #include "standin/afx/afx_frame.h"
 #include "standin/afx/afx_window.h"
 #include "standin/afx/state.h"
-
-#include <algorithm>
 
 CWnd* CWnd::GetOwner() const
 {

@@ -2,7 +2,7 @@
 #pragma once
 
 namespace Acad {
-// Callers compare by name; the one value that matters is that eOk is 0.
+/// Callers compare by name; the one value that matters is that eOk is 0.
 enum ErrorStatus
 {
     eOk = 0,

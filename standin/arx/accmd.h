@@ -19,7 +19,7 @@ typedef void (*AcRxFunctionPtr)();
 #define ACRX_CMD_NOPAPERSPACE 0x00000040
 #define ACRX_CMD_SESSION 0x00200000
 
-// One registered command, as the stack keeps it.
+/// One registered command, as the stack keeps it.
 class HALVORAN_STANDIN_API AcEdCommand : public AcRxObject
 {
     ACRX_DECLARE_MEMBERS(AcEdCommand);
@@ -34,16 +34,16 @@ class HALVORAN_STANDIN_API AcEdCommandStack : public AcRxObject
 {
     ACRX_DECLARE_MEMBERS(AcEdCommandStack);
 
-    // eDuplicateKey if the group has a command of either name already; eInvalidInput for an empty name or no function.
-    // Names are compared without regard to case. The strings are copied.
+    /// eDuplicateKey if the group has a command of either name already; eInvalidInput for an empty name or no function.
+    /// Names are compared without regard to case. The strings are copied.
     virtual Acad::ErrorStatus addCommand(const ACHAR* group, const ACHAR* globalName, const ACHAR* localName,
                                          Adesk::Int32 flags, AcRxFunctionPtr function, AcEdUIContext* context = nullptr,
                                          int functionCode = -1, HINSTANCE resources = nullptr,
                                          AcEdCommand** made = nullptr) = 0;
-    // eKeyNotFound if there is no such group or command.
+    /// eKeyNotFound if there is no such group or command.
     virtual Acad::ErrorStatus removeGroup(const ACHAR* group) = 0;
     virtual Acad::ErrorStatus removeCmd(const ACHAR* group, const ACHAR* globalName) = 0;
-    // Looks through all groups by the local name, or by the global one if it begins with an underscore; null if none.
+    /// Looks through all groups by the local name, or by the global one if it begins with an underscore; null if none.
     virtual AcEdCommand* lookupCmd(const ACHAR* name) const = 0;
 };
 

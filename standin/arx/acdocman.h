@@ -26,7 +26,7 @@ public:
 
     virtual const ACHAR* fileName() const = 0;
     virtual AcDbDatabase* database() const = 0;
-    // kNotLocked, or the strongest mode held, those of running commands included.
+    /// kNotLocked, or the strongest mode held, those of running commands included.
     virtual AcAp::DocLockMode lockMode() const = 0;
 };
 
@@ -35,14 +35,14 @@ class HALVORAN_STANDIN_API AcApDocManager
 public:
     virtual ~AcApDocManager() = default;
 
-    // Null if no drawing is open.
+    /// Null if no drawing is open.
     virtual AcApDocument* curDocument() const = 0;
     virtual AcApDocument* mdiActiveDocument() const = 0;
-    // Locks are counted: every call that returns eOk needs an unlockDocument of its own.
+    /// Locks are counted: every call that returns eOk needs an unlockDocument of its own.
     virtual Acad::ErrorStatus lockDocument(AcApDocument* document, AcAp::DocLockMode mode = AcAp::kWrite,
                                            const ACHAR* globalCommand = nullptr, const ACHAR* localCommand = nullptr,
                                            bool prompt = true) = 0;
-    // eLockViolation if the document is not locked.
+    /// eLockViolation if the document is not locked.
     virtual Acad::ErrorStatus unlockDocument(AcApDocument* document) = 0;
 };
 

@@ -23,7 +23,7 @@ class HALVORAN_STANDIN_API AcEditor : public AcRxObject
 {
     ACRX_DECLARE_MEMBERS(AcEditor);
 
-    // The editor does not own its reactors; one that goes must have been removed before.
+    /// The editor does not own its reactors; one that goes must have been removed before.
     virtual void addReactor(AcEditorReactor* reactor) = 0;
     virtual void removeReactor(AcEditorReactor* reactor) = 0;
 };

@@ -3,26 +3,26 @@
 
 #include "standin/arx/adsdef.h"
 
-// Types a text at the command line when the host is next idle; "CANCELCMD" alone cancels what is running.
+/// Types a text at the command line when the host is next idle; "CANCELCMD" alone cancels what is running.
 extern "C" HALVORAN_STANDIN_API Adesk::Boolean acedPostCommand(const ACHAR* text);
-// Runs one of the host's own commands at once: type codes each followed by their value, up to RTNONE or 0.
-// RTNORM, or RTERROR if there is no such command. Strings are wide.
+/// Runs one of the host's own commands at once: type codes each followed by their value, up to RTNONE or 0.
+/// RTNORM, or RTERROR if there is no such command. Strings are wide.
 HALVORAN_STANDIN_API int acedCommand(int type, ...);
-// Shows a message with an OK button; RTNORM.
+/// Shows a message with an OK button; RTNORM.
 HALVORAN_STANDIN_API int acedAlert(const ACHAR* text);
 
-// Reads a system variable; RTERROR if there is none of that name. Names are compared without regard to case. A string
-// in the result belongs to the caller, who frees it with acutDelString.
+/// Reads a system variable; RTERROR if there is none of that name. Names are compared without regard to case. A string
+/// in the result belongs to the caller, who frees it with acutDelString.
 HALVORAN_STANDIN_API int acedGetVar(const ACHAR* name, resbuf* result);
-// RTREJ for a variable that can only be read, or a value of the wrong type.
+/// RTREJ for a variable that can only be read, or a value of the wrong type.
 HALVORAN_STANDIN_API int acedSetVar(const ACHAR* name, const resbuf* value);
 
-// Selects entities: mode "X" takes the whole drawing, mode null asks the user. The filter is a list of group codes, of
-// which group 0, the type's name in wide characters, is taken note of. RTNORM with a set that the caller frees, RTERROR
-// if nothing was selected, RTCAN if the user gave up.
+/// Selects entities: mode "X" takes the whole drawing, mode null asks the user. The filter is a list of group codes, of
+/// which group 0, the type's name in wide characters, is taken note of. RTNORM with a set that the caller frees,
+/// RTERROR if nothing was selected, RTCAN if the user gave up.
 HALVORAN_STANDIN_API int acedSSGet(const ACHAR* mode, const void* point1, const void* point2, const resbuf* filter,
                                    ads_name set);
 HALVORAN_STANDIN_API int acedSSLength(const ads_name set, Adesk::Int32* length);
-// RTERROR if the index is out of range.
+/// RTERROR if the index is out of range.
 HALVORAN_STANDIN_API int acedSSName(const ads_name set, Adesk::Int32 index, ads_name entity);
 HALVORAN_STANDIN_API int acedSSFree(const ads_name set);

@@ -1,8 +1,8 @@
 // Basic types of the host's API.
 #pragma once
 
-#include <cstdint>
 #include <windows.h>
+#include <cstdint>
 
 #include "standin/export.h"
 

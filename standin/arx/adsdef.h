@@ -6,7 +6,7 @@
 
 typedef double ads_real;
 typedef ads_real ads_point[3];
-// Two words: an entity's, or a selection set's, which are told apart by the second word.
+/// Two words: an entity's, or a selection set's, which are told apart by the second word.
 typedef std::int64_t ads_name[2];
 
 union ads_u_val {
@@ -18,7 +18,7 @@ union ads_u_val {
     std::int32_t rlong;
 };
 
-// A list of typed values; the type is one of the RT codes or a DXF group code, and settles which member holds.
+/// A list of typed values; the type is one of the RT codes or a DXF group code, and settles which member holds.
 struct resbuf
 {
     resbuf* rbnext;

@@ -9,7 +9,7 @@
 class HALVORAN_STANDIN_API AcadApp
 {
 public:
-    // Bits; several reasons may hold together.
+    /// Bits; several reasons may hold together.
     enum LoadReasons
     {
         kOnProxyDetection = 0x01,
@@ -43,9 +43,10 @@ public:
     AcadApp::LoadReasons loadReason() const { return m_loadReason; }
     void setLoadReason(AcadApp::LoadReasons reason);
 
-    // Fills in the entry of the name set before; eRegistryEntryNotFound leaves the object as it is.
+    /// Fills in the entry of the name set before; eRegistryEntryNotFound leaves the object as it is.
     AcadApp::ErrorStatus readFromRegistry();
-    // The flags ask for the machine's list rather than the user's, and for no entry in the user's; both are false here.
+    /// The flags ask for the machine's list rather than the user's, and for no entry in the user's; both are false
+    /// here.
     AcadApp::ErrorStatus writeToRegistry(bool machineWide = false, bool noUserEntry = false);
     AcadApp::ErrorStatus writeCommandNameToRegistry(const ACHAR* globalName, const ACHAR* localName);
 

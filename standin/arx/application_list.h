@@ -22,7 +22,7 @@ AcadApp::ErrorStatus writeApplication(const Application& application);
 AcadApp::ErrorStatus writeApplicationCommand(const std::wstring& name, const std::wstring& globalName,
                                              const std::wstring& localName);
 std::vector<Application> allApplications();
-// The application that names the command and may be loaded for it.
+/// The application that names the command and may be loaded for it.
 std::optional<Application> applicationForCommand(const std::wstring& command);
 
 } // namespace standin

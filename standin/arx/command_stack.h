@@ -35,7 +35,7 @@ public:
     AcEdCommand* lookupCmd(const ACHAR* name) const override;
 
     const std::vector<std::unique_ptr<Command>>& commands() const { return m_commands; }
-    // Drops the commands whose handlers the test names; how many there were.
+    /// Drops the commands whose handlers the test names; how many there were.
     template <class Test> std::size_t removeIf(Test test)
     {
         return std::erase_if(m_commands, [&](const auto& command) { return test(*command); });

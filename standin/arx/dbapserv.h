@@ -10,7 +10,7 @@ class HALVORAN_STANDIN_API AcDbHostApplicationServices
 public:
     virtual ~AcDbHostApplicationServices() = default;
 
-    // The database of the current drawing, or null.
+    /// The database of the current drawing, or null.
     virtual AcDbDatabase* workingDatabase() const = 0;
 };
 

@@ -7,7 +7,7 @@
 
 #include "standin/arx/dbobject.h"
 
-// Walks a dictionary's entries as they were when the iterator was made. The caller deletes it.
+/// Walks a dictionary's entries as they were when the iterator was made. The caller deletes it.
 class HALVORAN_STANDIN_API AcDbDictionaryIterator : public AcRxObject
 {
     ACRX_DECLARE_MEMBERS(AcDbDictionaryIterator);
@@ -20,11 +20,11 @@ class HALVORAN_STANDIN_API AcDbDictionaryIterator : public AcRxObject
     explicit AcDbDictionaryIterator(std::vector<Entry> entries);
 
     bool done() const { return m_next >= m_entries.size(); }
-    // Whether there is an entry after this one.
+    /// Whether there is an entry after this one.
     bool next();
     const ACHAR* name() const;
     AcDbObjectId objectId() const;
-    // Opens the entry's object; the caller closes it.
+    /// Opens the entry's object; the caller closes it.
     Acad::ErrorStatus getObject(AcDbObject*& object, AcDb::OpenMode mode = AcDb::kForRead);
 
 private:
@@ -40,6 +40,6 @@ class HALVORAN_STANDIN_API AcDbDictionary : public AcDbObject
 
     AcDbDictionaryIterator* newIterator() const;
     Adesk::UInt32 numEntries() const;
-    // eKeyNotFound if there is none of that name.
+    /// eKeyNotFound if there is none of that name.
     Acad::ErrorStatus getAt(const ACHAR* name, AcDbObjectId& id) const;
 };

@@ -9,7 +9,7 @@ namespace standin {
 struct ObjectSlot;
 }
 
-// One word; stays safe to ask after the object, or its whole database, has gone.
+/// One word; stays safe to ask after the object, or its whole database, has gone.
 class HALVORAN_STANDIN_API AcDbObjectId
 {
 public:
@@ -19,10 +19,10 @@ public:
 
     bool isNull() const { return m_slot == nullptr; }
     void setNull() { m_slot = nullptr; }
-    // Names an object of a database that is still there, be the object erased or not.
+    /// Names an object of a database that is still there, be the object erased or not.
     bool isValid() const;
     bool isErased() const;
-    // Null once the database has gone.
+    /// Null once the database has gone.
     AcDbDatabase* database() const;
     Adesk::UInt64 handle() const;
 
@@ -37,6 +37,6 @@ private:
     standin::ObjectSlot* m_slot = nullptr;
 };
 
-// eInvalidAdsName if the name is no entity's.
+/// eInvalidAdsName if the name is no entity's.
 HALVORAN_STANDIN_API Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name);
 HALVORAN_STANDIN_API Acad::ErrorStatus acdbGetAdsName(ads_name& name, AcDbObjectId id);

@@ -16,7 +16,7 @@ struct AcDb
         kForWrite = 1
     };
 
-    // Drawing file formats that can be written.
+    /// Drawing file formats that can be written.
     enum AcDbDwgVersion
     {
         kDHL_1015 = 23
@@ -32,8 +32,8 @@ class HALVORAN_STANDIN_API AcDbObjectReactor : public AcRxObject
     virtual void objectClosed(const AcDbObjectId) {}
 };
 
-// An object of a database lives as long as the database and is reached by opening its id; one that was constructed
-// stands alone, belongs to whoever made it, and needs no opening.
+/// An object of a database lives as long as the database and is reached by opening its id; one that was constructed
+/// stands alone, belongs to whoever made it, and needs no opening.
 class HALVORAN_STANDIN_API AcDbObject : public AcRxObject
 {
     ACRX_DECLARE_MEMBERS(AcDbObject);
@@ -45,32 +45,32 @@ class HALVORAN_STANDIN_API AcDbObject : public AcRxObject
     AcDbObjectId objectId() const { return m_id; }
     AcDbDatabase* database() const;
 
-    // eNotOpenForRead if the object was not open.
+    /// eNotOpenForRead if the object was not open.
     Acad::ErrorStatus close();
-    // Needs the object open for write.
+    /// Needs the object open for write.
     Acad::ErrorStatus erase(Adesk::Boolean erasing = true);
     Adesk::Boolean isErased() const;
     Adesk::Boolean isReadEnabled() const;
     Adesk::Boolean isWriteEnabled() const;
     Acad::ErrorStatus upgradeOpen();
 
-    // The object does not own its reactors. eDuplicateKey if it is there already, eKeyNotFound if it is not.
+    /// The object does not own its reactors. eDuplicateKey if it is there already, eKeyNotFound if it is not.
     Acad::ErrorStatus addReactor(AcDbObjectReactor* reactor) const;
     Acad::ErrorStatus removeReactor(AcDbObjectReactor* reactor) const;
 
-    // For the stand-in's own use: ties the object to its record.
+    /// For the stand-in's own use: ties the object to its record.
     void setObjectId(AcDbObjectId id) { m_id = id; }
     const std::vector<AcDbObjectReactor*>& reactors() const { return m_reactors; }
 
 protected:
     AcDbObject() = default;
 
-    // Whether the call may go on; records the breach by name if not.
+    /// Whether the call may go on; records the breach by name if not.
     Acad::ErrorStatus assertReadEnabled(const char* call) const;
     Acad::ErrorStatus assertWriteEnabled(const char* call);
-    // Tells the reactors at closing that the object was changed.
+    /// Tells the reactors at closing that the object was changed.
     void setModified() { m_modified = true; }
-    // What a class does before its object is erased or unerased.
+    /// What a class does before its object is erased or unerased.
     virtual void subErase(Adesk::Boolean /*erasing*/) {}
 
 private:
@@ -79,9 +79,9 @@ private:
     mutable std::vector<AcDbObjectReactor*> m_reactors;
 };
 
-// Opens an object. An object may be open for reading many times, or for writing once: eWasOpenForWrite and
-// eWasOpenForRead tell why it cannot be opened, eWasErased that it has gone, eNotThatKindOfClass that it is not of the
-// type asked for, eLockViolation that the document is not locked for writing.
+/// Opens an object. An object may be open for reading many times, or for writing once: eWasOpenForWrite and
+/// eWasOpenForRead tell why it cannot be opened, eWasErased that it has gone, eNotThatKindOfClass that it is not of the
+/// type asked for, eLockViolation that the document is not locked for writing.
 HALVORAN_STANDIN_API Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode,
                                                           AcRxClass* type, bool openErased = false);
 

@@ -4,6 +4,6 @@
 #include "standin/host.h"
 
 namespace standin {
-// Null while there is no desk.
+/// Null while there is no desk.
 DeskServices* deskServices();
 } // namespace standin

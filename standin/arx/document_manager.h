@@ -18,7 +18,7 @@ public:
     AcAp::DocLockMode lockMode() const override;
 
     void setDatabase(std::unique_ptr<AcDbDatabase> database) { m_database = std::move(database); }
-    // The database's end, while the document is still there for whoever is told of it.
+    /// The database's end, while the document is still there for whoever is told of it.
     void destroyDatabase();
 
     std::vector<AcAp::DocLockMode> locks;        // of lockDocument
@@ -47,7 +47,7 @@ private:
 
 DocumentManager& documentManager();
 
-// Whether objects of this database may be opened for write: always, unless it is the open drawing's.
+/// Whether objects of this database may be opened for write: always, unless it is the open drawing's.
 bool mayWrite(const AcDbDatabase* database);
 
 } // namespace standin

@@ -14,7 +14,7 @@ public:
     void addReactor(AcEditorReactor* reactor) override;
     void removeReactor(AcEditorReactor* reactor) override;
 
-    // Calls each reactor that was there at the beginning and still is: reactors may come and go meanwhile.
+    /// Calls each reactor that was there at the beginning and still is: reactors may come and go meanwhile.
     template <class Call> void tell(Call call)
     {
         const std::vector<AcEditorReactor*> present = m_reactors;
@@ -24,7 +24,7 @@ public:
         }
     }
     const std::vector<AcEditorReactor*>& reactors() const { return m_reactors; }
-    // For reactors whose code is about to go.
+    /// For reactors whose code is about to go.
     void dropReactor(AcEditorReactor* reactor) { std::erase(m_reactors, reactor); }
 
 private:

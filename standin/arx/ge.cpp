@@ -1,6 +1,6 @@
-#include "standin/arx/gemat3d.h"
-
 #include <cmath>
+
+#include "standin/arx/gemat3d.h"
 
 const AcGeVector3d AcGeVector3d::kXAxis(1, 0, 0);
 const AcGeVector3d AcGeVector3d::kYAxis(0, 1, 0);

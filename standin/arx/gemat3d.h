@@ -3,7 +3,7 @@
 
 #include "standin/arx/gepnt3d.h"
 
-// Row-major 4 by 4 matrix that acts on column vectors; starts as the identity.
+/// Row-major 4 by 4 matrix that acts on column vectors; starts as the identity.
 class HALVORAN_STANDIN_API AcGeMatrix3d
 {
 public:
@@ -15,7 +15,7 @@ public:
     AcGeMatrix3d& setCoordSystem(const AcGePoint3d& origin, const AcGeVector3d& xAxis, const AcGeVector3d& yAxis,
                                  const AcGeVector3d& zAxis);
     void getCoordSystem(AcGePoint3d& origin, AcGeVector3d& xAxis, AcGeVector3d& yAxis, AcGeVector3d& zAxis) const;
-    // Maps the first coordinate system onto the second.
+    /// Maps the first coordinate system onto the second.
     AcGeMatrix3d& setToAlignCoordSys(const AcGePoint3d& fromOrigin, const AcGeVector3d& fromXAxis,
                                      const AcGeVector3d& fromYAxis, const AcGeVector3d& fromZAxis,
                                      const AcGePoint3d& toOrigin, const AcGeVector3d& toXAxis,
@@ -26,7 +26,7 @@ public:
                                       const AcGeVector3d& toYAxis, const AcGeVector3d& toZAxis);
 
     AcGeMatrix3d operator*(const AcGeMatrix3d& other) const;
-    // The identity if the matrix cannot be inverted.
+    /// The identity if the matrix cannot be inverted.
     AcGeMatrix3d inverse() const;
     double det() const;
 

@@ -35,7 +35,7 @@ public:
     double length() const;
     double dotProduct(const AcGeVector3d& other) const { return x * other.x + y * other.y + z * other.z; }
     AcGeVector3d crossProduct(const AcGeVector3d& other) const;
-    // Of length 1; the null vector stays as it is.
+    /// Of length 1; the null vector stays as it is.
     AcGeVector3d normal() const;
 
     double x = 0;

@@ -1,13 +1,12 @@
 // Opening, saving and closing the drawing.
+#include "drawing/drawing_file.h"
+#include "drawing/error.h"
 #include "standin/arx/desk_services.h"
 #include "standin/arx/document_manager.h"
+#include "standin/arx/editor.h"
 #include "standin/arx/modules.h"
 #include "standin/arx/object_store.h"
 #include "standin/arx/strictness.h"
-
-#include "drawing/drawing_file.h"
-#include "drawing/error.h"
-#include "standin/arx/editor.h"
 #include "standin/arx/text.h"
 
 namespace standin {

@@ -6,6 +6,7 @@
 class AcDbDatabase;
 
 namespace standin {
-// Gives every image of the definition this many pixels. A clip boundary that was the whole image stays the whole image.
+/// Gives every image of the definition this many pixels. A clip boundary that was the whole image stays the whole
+/// image.
 void resizeImageEntities(AcDbDatabase& database, drawing::Handle definition, drawing::Vector2 pixels);
 } // namespace standin

@@ -18,8 +18,8 @@ class HALVORAN_STANDIN_API AcDbRasterVariables : public AcDbObject
 
     AcDbRasterVariables() = default;
 
-    // Opens the one object of the drawing, which is made if there is none yet and the mode is for writing;
-    // eKeyNotFound if there is none to read. The caller closes it. No database means the working one.
+    /// Opens the one object of the drawing, which is made if there is none yet and the mode is for writing;
+    /// eKeyNotFound if there is none to read. The caller closes it. No database means the working one.
     static Acad::ErrorStatus openRasterVariables(AcDbRasterVariables*& variables, AcDb::OpenMode mode,
                                                  AcDbDatabase* database = nullptr);
 

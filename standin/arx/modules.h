@@ -30,9 +30,9 @@ public:
     bool loadModule(const ACHAR* fileName, bool print) override;
     bool unloadModule(const ACHAR* fileName) override;
 
-    // All modules that are loaded, in that order.
+    /// All modules that are loaded, in that order.
     void send(AcRx::AppMsgCode message);
-    // By file name, with or without folder and extension, or by the name in the application list; null if none.
+    /// By file name, with or without folder and extension, or by the name in the application list; null if none.
     Module* find(const std::wstring& name) const;
 
     std::vector<std::unique_ptr<Module>> modules;

@@ -9,7 +9,8 @@
 #include "drawing/document.h"
 #include "standin/arx/dbmain.h"
 
-// One per object that was ever asked for. It outlives the object and the database, so that an old id stays safe to ask.
+/// One per object that was ever asked for. It outlives the object and the database, so that an old id stays safe to
+/// ask.
 struct standin::ObjectSlot
 {
     AcDbDatabase* database = nullptr; // null once the database has gone
@@ -32,21 +33,21 @@ struct AcDbDatabase::State
 namespace standin {
 
 AcDbObjectId idOf(AcDbDatabase& database, drawing::Handle handle);
-// Null unless the word is one that idOf gave.
+/// Null unless the word is one that idOf gave.
 standin::ObjectSlot* knownSlot(std::int64_t word);
 
-// Null if the database or the record has gone; an erased object's record is there still.
+/// Null if the database or the record has gone; an erased object's record is there still.
 drawing::Object* recordOf(const standin::ObjectSlot* slot);
 template <class Record> Record* recordOf(AcDbObjectId id)
 {
     return dynamic_cast<Record*>(recordOf(id.slot()));
 }
 
-// The object for a record that is there; null if the record is not.
+/// The object for a record that is there; null if the record is not.
 AcDbObject* objectOf(standin::ObjectSlot& slot);
 
-// Calls with the object open for write whatever the document's locks, for what the host does itself. A busy object is
-// used as it is.
+/// Calls with the object open for write whatever the document's locks, for what the host does itself. A busy object is
+/// used as it is.
 template <class Call> void withWriteOpen(standin::ObjectSlot& slot, Call call)
 {
     const bool before = slot.writer;

@@ -26,5 +26,5 @@ struct AcRx
     };
 };
 
-// The module defines and exports this one; the argument is the application id in kInitAppMsg and kUnloadAppMsg.
+/// The module defines and exports this one; the argument is the application id in kInitAppMsg and kUnloadAppMsg.
 extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* applicationId);

@@ -6,7 +6,7 @@
 class CMDIFrameWnd;
 class CView;
 
-// Null while the host has no window.
+/// Null while the host has no window.
 HALVORAN_STANDIN_API CMDIFrameWnd* acedGetAcadFrame();
-// The drawing view of the current document; null if no drawing is open.
+/// The drawing view of the current document; null if no drawing is open.
 HALVORAN_STANDIN_API CView* acedGetAcadDwgView();

@@ -23,7 +23,7 @@ protected:
 class HALVORAN_STANDIN_API AcRxClass : public AcRxObject
 {
 public:
-    // The parent is null for the root; both stay alive as long as the process.
+    /// The parent is null for the root; both stay alive as long as the process.
     AcRxClass(const ACHAR* name, const AcRxClass* parent);
 
     static AcRxClass* desc();

@@ -8,28 +8,28 @@
 #define ACRX_COMMAND_DOCK L"ACAD_REGISTERED_COMMANDS"
 #define ACED_EDITOR_OBJ L"AcEditor"
 
-// Objects by name; owns none of them.
+/// Objects by name; owns none of them.
 class HALVORAN_STANDIN_API AcRxDictionary : public AcRxObject
 {
     ACRX_DECLARE_MEMBERS(AcRxDictionary);
 
-    // Null if there is no object of that name.
+    /// Null if there is no object of that name.
     virtual AcRxObject* at(const ACHAR* key) const = 0;
 };
 
-// The dictionary of services: "DynamicLinker", "ACAD_REGISTERED_COMMANDS" and "AcEditor".
+/// The dictionary of services: "DynamicLinker", "ACAD_REGISTERED_COMMANDS" and "AcEditor".
 HALVORAN_STANDIN_API AcRxDictionary* acrxSysRegistry();
 
 class HALVORAN_STANDIN_API AcRxDynamicLinker : public AcRxObject
 {
     ACRX_DECLARE_MEMBERS(AcRxDynamicLinker);
 
-    // A module is locked against unloading until it asks otherwise. False for an id that is no loaded module's.
+    /// A module is locked against unloading until it asks otherwise. False for an id that is no loaded module's.
     virtual bool unlockApplication(void* applicationId) = 0;
     virtual bool lockApplication(void* applicationId) = 0;
     virtual bool isApplicationLocked(const ACHAR* moduleName) const = 0;
     virtual bool registerAppMDIAware(void* applicationId) = 0;
-    // The name may be a full path, or a bare name that is looked for beside the host program; true if it is loaded.
+    /// The name may be a full path, or a bare name that is looked for beside the host program; true if it is loaded.
     virtual bool loadModule(const ACHAR* fileName, bool print) = 0;
     virtual bool unloadModule(const ACHAR* fileName) = 0;
 };
@@ -43,5 +43,5 @@ inline AcRxDynamicLinker* AcRxDynamicLinker_cast(AcRxObject* object)
 HALVORAN_STANDIN_API bool acrxUnlockApplication(void* applicationId);
 HALVORAN_STANDIN_API bool acrxRegisterAppMDIAware(void* applicationId);
 
-// Loads a further module; RTNORM, or RTERROR if there is none of that name or it refuses.
+/// Loads a further module; RTNORM, or RTERROR if there is none of that name or it refuses.
 HALVORAN_STANDIN_API int acedArxLoad(const ACHAR* moduleName);

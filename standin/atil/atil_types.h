@@ -16,7 +16,7 @@ struct HALVORAN_STANDIN_API Size
     std::int32_t height = 0;
 };
 
-// The origin is the image's top left pixel, y runs downward.
+/// The origin is the image's top left pixel, y runs downward.
 struct HALVORAN_STANDIN_API Offset
 {
     Offset() = default;
@@ -28,7 +28,7 @@ struct HALVORAN_STANDIN_API Offset
 
 struct DataModelAttributes
 {
-    // What a data model is, as dataModelType() reports it.
+    /// What a data model is, as dataModelType() reports it.
     enum DataModelType
     {
         kUnknownDataModel = 0,
@@ -37,7 +37,7 @@ struct DataModelAttributes
         kGrayModel = 3,
         kBitonalModel = 4
     };
-    // How the values of a pixel are laid out.
+    /// How the values of a pixel are laid out.
     enum DataType
     {
         kRgba = 0,
@@ -58,7 +58,7 @@ struct DataModelAttributes
     };
 };
 
-// One pixel value: of a bitonal pixel 0 is background and 255 is ink.
+/// One pixel value: of a bitonal pixel 0 is background and 255 is ink.
 struct HALVORAN_STANDIN_API ImagePixel
 {
     ImagePixel() = default;

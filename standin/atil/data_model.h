@@ -4,7 +4,7 @@
 #include "standin/atil/atil_types.h"
 
 namespace Atil {
-// A value: copies keep the type.
+/// A value: copies keep the type.
 class HALVORAN_STANDIN_API DataModel
 {
 public:
@@ -13,7 +13,7 @@ public:
 
     DataModelAttributes::DataModelType dataModelType() const { return m_modelType; }
     DataModelAttributes::DataType dataType() const { return m_dataType; }
-    // 1, 8, 24 or 32.
+    /// 1, 8, 24 or 32.
     int bitsPerPixel() const;
     int channelsPerPixel() const { return m_channels; }
     bool operator==(const DataModel&) const = default;
@@ -27,7 +27,7 @@ private:
     int m_channels;
 };
 
-// Two values: paper and ink.
+/// Two values: paper and ink.
 class HALVORAN_STANDIN_API BitonalModel : public DataModel
 {
 public:

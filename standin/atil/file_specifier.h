@@ -16,7 +16,7 @@ public:
         kUTF_16 = 2
     };
 
-    // The text is copied; its length is in bytes and includes the terminator.
+    /// The text is copied; its length is in bytes and includes the terminator.
     StringBuffer(int lengthInBytes, const void* text, CharacterType type);
 
     std::wstring text() const { return m_text; }

@@ -17,7 +17,7 @@ public:
     virtual PropertyType propertyType() const = 0;
 };
 
-// Dots per inch.
+/// Dots per inch.
 class HALVORAN_STANDIN_API FormatCodecDensity : public FormatCodecPropertyInterface
 {
 public:
@@ -35,7 +35,7 @@ class HALVORAN_STANDIN_API ImageFormatCodec
 {
 public:
     virtual ~ImageFormatCodec() = default;
-    // A new property at its present value, which the caller deletes; null if the format has none of that kind.
+    /// A new property at its present value, which the caller deletes; null if the format has none of that kind.
     virtual FormatCodecPropertyInterface* newProperty(FormatCodecPropertyInterface::PropertyType type) const = 0;
 };
 } // namespace Atil

@@ -8,7 +8,7 @@
 
 namespace Atil {
 
-// The part of the bitmap, mirrored or turned by the codes of Image::read; null for an unknown code.
+/// The part of the bitmap, mirrored or turned by the codes of Image::read; null for an unknown code.
 std::unique_ptr<RowProviderInterface> makeRows(std::shared_ptr<const imaging::Bitmap> source, const imaging::Rect& part,
                                                int rotation, const DataModel& dataModel);
 

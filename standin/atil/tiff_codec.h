@@ -16,7 +16,7 @@ class HALVORAN_STANDIN_API TiffCompression : public Atil::FormatCodecPropertyInt
 {
 public:
     PropertyType propertyType() const override;
-    // False, and no change, for a compression that 1-bit images cannot be written with.
+    /// False, and no change, for a compression that 1-bit images cannot be written with.
     bool selectCompression(TiffCompressionType::Compression compression);
     TiffCompressionType::Compression compression() const { return m_compression; }
 
@@ -27,7 +27,7 @@ private:
 class HALVORAN_STANDIN_API TiffFormatCodec : public Atil::ImageFormatCodec
 {
 public:
-    // The number chooses the revision of the format's options; 3 is the present one.
+    /// The number chooses the revision of the format's options; 3 is the present one.
     explicit TiffFormatCodec(int revision);
 
     Atil::FormatCodecPropertyInterface*

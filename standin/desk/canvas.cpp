@@ -54,24 +54,24 @@ Color mix(Color a, Color b, unsigned share)
 }
 
 Canvas::Canvas(std::uint32_t* pixels, imaging::Size size, std::ptrdiff_t stride)
-    : pixels_(pixels), size_(size), stride_(stride), clip_(imaging::Rect::of(size))
+    : m_pixels(pixels), m_size(size), m_stride(stride), m_clip(imaging::Rect::of(size))
 {}
 
 void Canvas::fill(Color color)
 {
-    for (int y = clip_.top; y < clip_.bottom; ++y)
-        std::fill(&at(clip_.left, y), &at(clip_.left, y) + std::max(clip_.width(), 0), color);
+    for (int y = m_clip.top; y < m_clip.bottom; ++y)
+        std::fill(&at(m_clip.left, y), &at(m_clip.left, y) + std::max(m_clip.width(), 0), color);
 }
 
 void Canvas::blendPixel(int x, int y, Color color, unsigned share)
 {
-    if (clip_.contains({x, y}))
+    if (m_clip.contains({x, y}))
         at(x, y) = mix(at(x, y), color, share);
 }
 
 void Canvas::line(Vec2 a, Vec2 b, Color color)
 {
-    if (clip_.empty() || !cutToRect(a, b, clip_))
+    if (m_clip.empty() || !cutToRect(a, b, m_clip))
         return;
     constexpr double level = 0.01;
     if (std::abs(a.y - b.y) < level)
@@ -104,7 +104,8 @@ void Canvas::line(Vec2 a, Vec2 b, Color color)
 
 void Canvas::point(Vec2 at, Color color)
 {
-    if (!(at.x > clip_.left - 4.0 && at.x < clip_.right + 4.0 && at.y > clip_.top - 4.0 && at.y < clip_.bottom + 4.0))
+    if (!(at.x > m_clip.left - 4.0 && at.x < m_clip.right + 4.0 && at.y > m_clip.top - 4.0 &&
+          at.y < m_clip.bottom + 4.0))
         return;
     const int x = static_cast<int>(std::lround(at.x)), y = static_cast<int>(std::lround(at.y));
     for (int dy = -1; dy <= 1; ++dy) {
@@ -115,12 +116,12 @@ void Canvas::point(Vec2 at, Color color)
 
 void Canvas::addCoverage(std::vector<float>& row, double from, double to) const
 {
-    from = std::max(from - clip_.left, 0.0);
-    to = std::min<double>(to - clip_.left, clip_.width());
+    from = std::max(from - m_clip.left, 0.0);
+    to = std::min<double>(to - m_clip.left, m_clip.width());
     if (!(from < to))
         return;
     constexpr float weight = 1.0f / samplesPerPixel;
-    const int first = static_cast<int>(from), last = std::min(static_cast<int>(to), clip_.width() - 1);
+    const int first = static_cast<int>(from), last = std::min(static_cast<int>(to), m_clip.width() - 1);
     if (first == last) {
         row[first] += weight * static_cast<float>(to - from);
         return;
@@ -153,13 +154,13 @@ void Canvas::polygon(std::span<const std::vector<Vec2>> contours, Color color, u
             high = std::max(high, point.y);
         }
     }
-    if (clip_.empty() || !(high >= clip_.top - 1.0 && low <= clip_.bottom + 1.0))
+    if (m_clip.empty() || !(high >= m_clip.top - 1.0 && low <= m_clip.bottom + 1.0))
         return;
-    const int top = std::max<int>(clip_.top, static_cast<int>(std::floor(std::max(low + 0.5, clip_.top - 1.0))));
+    const int top = std::max<int>(m_clip.top, static_cast<int>(std::floor(std::max(low + 0.5, m_clip.top - 1.0))));
     const int bottom =
-        std::min<int>(clip_.bottom, static_cast<int>(std::ceil(std::min(high + 0.5, clip_.bottom + 1.0))));
+        std::min<int>(m_clip.bottom, static_cast<int>(std::ceil(std::min(high + 0.5, m_clip.bottom + 1.0))));
 
-    std::vector<float> row(clip_.width());
+    std::vector<float> row(m_clip.width());
     std::vector<Crossing> crossings;
     for (int y = top; y < bottom; ++y) {
         std::fill(row.begin(), row.end(), 0.0f);
@@ -172,10 +173,10 @@ void Canvas::polygon(std::span<const std::vector<Vec2>> contours, Color color, u
                     addCoverage(row, crossings[i].x + 0.5, crossings[i + 1].x + 0.5);
             }
         }
-        for (int x = 0; x < clip_.width(); ++x) {
+        for (int x = 0; x < m_clip.width(); ++x) {
             if (row[x] > 0) {
-                at(clip_.left + x, y) = mix(at(clip_.left + x, y), color,
-                                            static_cast<unsigned>(std::lround(std::min(row[x], 1.0f) * opacity)));
+                at(m_clip.left + x, y) = mix(at(m_clip.left + x, y), color,
+                                             static_cast<unsigned>(std::lround(std::min(row[x], 1.0f) * opacity)));
             }
         }
     }
@@ -183,7 +184,7 @@ void Canvas::polygon(std::span<const std::vector<Vec2>> contours, Color color, u
 
 void Canvas::blend(const imaging::Rect& area, std::span<const std::uint8_t> coverage, Color color)
 {
-    const imaging::Rect part = area.intersect(clip_);
+    const imaging::Rect part = area.intersect(m_clip);
     for (int y = part.top; y < part.bottom; ++y) {
         const std::uint8_t* share =
             coverage.data() + std::size_t(y - area.top) * area.width() + (part.left - area.left);

@@ -7,16 +7,16 @@ namespace desk {
 void InputQueue::post(std::wstring_view text)
 {
     if (text == L"CANCELCMD") {
-        characters_.push_back(cancel);
+        m_characters.push_back(cancel);
     } else {
-        characters_.insert(characters_.end(), text.begin(), text.end());
+        m_characters.insert(m_characters.end(), text.begin(), text.end());
     }
 }
 
 wchar_t InputQueue::take()
 {
-    const wchar_t character = characters_.front();
-    characters_.pop_front();
+    const wchar_t character = m_characters.front();
+    m_characters.pop_front();
     return character;
 }
 
@@ -50,27 +50,27 @@ LineEvent typeCharacter(std::wstring& line, wchar_t character, bool blanksAreTex
 
 void CommandHistory::add(const std::wstring& line)
 {
-    if (!line.empty() && (lines_.empty() || lines_.back() != line))
-        lines_.push_back(line);
-    position_ = lines_.size();
-    draft_.clear();
+    if (!line.empty() && (m_lines.empty() || m_lines.back() != line))
+        m_lines.push_back(line);
+    m_position = m_lines.size();
+    m_draft.clear();
 }
 
 std::wstring CommandHistory::older(const std::wstring& draft)
 {
-    if (position_ == lines_.size())
-        draft_ = draft;
-    if (position_ > 0)
-        --position_;
-    return position_ < lines_.size() ? lines_[position_] : draft_;
+    if (m_position == m_lines.size())
+        m_draft = draft;
+    if (m_position > 0)
+        --m_position;
+    return m_position < m_lines.size() ? m_lines[m_position] : m_draft;
 }
 
 std::wstring CommandHistory::newer(const std::wstring& draft)
 {
-    if (position_ == lines_.size())
+    if (m_position == m_lines.size())
         return draft;
-    ++position_;
-    return position_ < lines_.size() ? lines_[position_] : draft_;
+    ++m_position;
+    return m_position < m_lines.size() ? m_lines[m_position] : m_draft;
 }
 
 std::wstring upperCase(std::wstring text)

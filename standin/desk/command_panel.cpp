@@ -22,10 +22,10 @@ std::wstring textOf(HWND window)
 } // namespace
 
 CommandPanel::CommandPanel(const UiFonts& fonts, CommandPanelEvents events)
-    : fonts_(fonts), events_(std::move(events)), input_(*this), prompt_(commandPrompt)
+    : m_fonts(fonts), m_events(std::move(events)), m_input(*this), m_prompt(commandPrompt)
 {
-    ground_.Attach(CreateSolidBrush(transcriptPaper));
-    inputGround_.Attach(CreateSolidBrush(paper));
+    m_ground.Attach(CreateSolidBrush(transcriptPaper));
+    m_inputGround.Attach(CreateSolidBrush(paper));
 }
 
 CommandPanel::~CommandPanel()
@@ -41,26 +41,26 @@ BOOL CommandPanel::Create(CFrameWnd* frame)
     if (!CWnd::Create(AfxRegisterWndClass(0, LoadCursorW(nullptr, IDC_ARROW)), L"Command line",
                       WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, nowhere, frame, 0xE8A0))
         return FALSE;
-    transcript_.Create(L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL,
-                       nowhere, this, transcriptId);
+    m_transcript.Create(L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL,
+                        nowhere, this, transcriptId);
     const HWND edit =
         CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL, 0, 0, 10, 10, m_hWnd,
                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(inputId)), AfxGetInstanceHandle(), nullptr);
-    input_.SubclassWindow(edit);
-    for (const HWND window : {transcript_.m_hWnd, input_.m_hWnd})
-        ::SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(fonts_.monospace.GetSafeHandle()), FALSE);
-    transcript_.SendMessage(EM_SETLIMITTEXT, longestTranscript + 4096);
+    m_input.SubclassWindow(edit);
+    for (const HWND window : {m_transcript.m_hWnd, m_input.m_hWnd})
+        ::SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(m_fonts.monospace.GetSafeHandle()), FALSE);
+    m_transcript.SendMessage(EM_SETLIMITTEXT, longestTranscript + 4096);
     return TRUE;
 }
 
 CSize CommandPanel::CalcFixedLayout(BOOL, BOOL)
 {
-    return {32767, (tall_ ? manyLines : usualLines) * fonts_.monospaceHeight + margin + rowHeight()};
+    return {32767, (m_tall ? manyLines : usualLines) * m_fonts.monospaceHeight + margin + rowHeight()};
 }
 
 void CommandPanel::print(const std::wstring& line)
 {
-    const HWND edit = transcript_.m_hWnd;
+    const HWND edit = m_transcript.m_hWnd;
     int length = ::GetWindowTextLengthW(edit);
     if (length > longestTranscript) {
         ::SendMessageW(edit, EM_SETSEL, 0, length / 2);
@@ -75,38 +75,38 @@ void CommandPanel::print(const std::wstring& line)
 
 void CommandPanel::showPrompt(const std::wstring& prompt)
 {
-    prompt_ = prompt.empty() ? commandPrompt : prompt;
+    m_prompt = prompt.empty() ? commandPrompt : prompt;
     layOut();
     Invalidate(FALSE);
 }
 
 std::wstring CommandPanel::typedText() const
 {
-    return textOf(input_.m_hWnd);
+    return textOf(m_input.m_hWnd);
 }
 
 void CommandPanel::setTypedText(const std::wstring& text)
 {
     if (text == typedText())
         return;
-    ::SetWindowTextW(input_.m_hWnd, text.c_str());
-    ::SendMessageW(input_.m_hWnd, EM_SETSEL, text.size(), static_cast<LPARAM>(text.size()));
+    ::SetWindowTextW(m_input.m_hWnd, text.c_str());
+    ::SendMessageW(m_input.m_hWnd, EM_SETSEL, text.size(), static_cast<LPARAM>(text.size()));
 }
 
 void CommandPanel::type(wchar_t character)
 {
-    ::SendMessageW(input_.m_hWnd, WM_CHAR, character, 1);
+    ::SendMessageW(m_input.m_hWnd, WM_CHAR, character, 1);
 }
 
 void CommandPanel::toggleHeight()
 {
-    tall_ = !tall_;
-    events_.heightChanged();
+    m_tall = !m_tall;
+    m_events.heightChanged();
 }
 
 std::wstring CommandPanel::transcript() const
 {
-    return textOf(transcript_.m_hWnd);
+    return textOf(m_transcript.m_hWnd);
 }
 
 LRESULT CommandPanel::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
@@ -119,14 +119,14 @@ LRESULT CommandPanel::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         return TRUE;
     case WM_CTLCOLORSTATIC: // a read-only edit control asks as if it were a label
     case WM_CTLCOLOREDIT: {
-        const bool isInput = reinterpret_cast<HWND>(lParam) == input_.m_hWnd;
+        const bool isInput = reinterpret_cast<HWND>(lParam) == m_input.m_hWnd;
         const HDC context = reinterpret_cast<HDC>(wParam);
         SetTextColor(context, isInput ? ink : paleInk);
         SetBkColor(context, isInput ? paper : transcriptPaper);
-        return reinterpret_cast<LRESULT>(isInput ? inputGround_.GetSafeHandle() : ground_.GetSafeHandle());
+        return reinterpret_cast<LRESULT>(isInput ? m_inputGround.GetSafeHandle() : m_ground.GetSafeHandle());
     }
     case WM_LBUTTONDOWN:
-        input_.SetFocus();
+        m_input.SetFocus();
         return 0;
     }
     return CControlBar::WindowProc(message, wParam, lParam);
@@ -134,22 +134,22 @@ LRESULT CommandPanel::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 
 void CommandPanel::layOut()
 {
-    if (input_.m_hWnd == nullptr)
+    if (m_input.m_hWnd == nullptr)
         return;
     CRect client;
     GetClientRect(&client);
     const HDC context = ::GetDC(m_hWnd);
-    const HGDIOBJ former = SelectObject(context, fonts_.monospace.GetSafeHandle());
+    const HGDIOBJ former = SelectObject(context, m_fonts.monospace.GetSafeHandle());
     SIZE promptSize{};
-    GetTextExtentPoint32W(context, prompt_.c_str(), static_cast<int>(prompt_.size()), &promptSize);
+    GetTextExtentPoint32W(context, m_prompt.c_str(), static_cast<int>(m_prompt.size()), &promptSize);
     SelectObject(context, former);
     ::ReleaseDC(m_hWnd, context);
     const int inputTop = client.bottom - rowHeight();
     const int inputLeft = margin + promptSize.cx + margin;
-    transcript_.MoveWindow(margin, margin / 2, client.right - margin, inputTop - margin / 2);
-    input_.MoveWindow(inputLeft, inputTop + 4, std::max<int>(client.right - inputLeft - margin, 40),
-                      fonts_.monospaceHeight);
-    transcript_.SendMessage(EM_SCROLLCARET);
+    m_transcript.MoveWindow(margin, margin / 2, client.right - margin, inputTop - margin / 2);
+    m_input.MoveWindow(inputLeft, inputTop + 4, std::max<int>(client.right - inputLeft - margin, 40),
+                       m_fonts.monospaceHeight);
+    m_transcript.SendMessage(EM_SCROLLCARET);
 }
 
 void CommandPanel::DoPaint(CDC* pDC)
@@ -161,10 +161,10 @@ void CommandPanel::DoPaint(CDC* pDC)
     pDC->FillSolidRect(0, inputTop, client.right, rowHeight(), paper);
     pDC->FillSolidRect(0, 0, client.right, 1, rule);
     pDC->FillSolidRect(0, inputTop, client.right, 1, rule);
-    const HGDIOBJ former = SelectObject(pDC->GetSafeHdc(), fonts_.monospace.GetSafeHandle());
+    const HGDIOBJ former = SelectObject(pDC->GetSafeHdc(), m_fonts.monospace.GetSafeHandle());
     pDC->SetBkMode(TRANSPARENT);
     pDC->SetTextColor(paleInk);
-    pDC->TextOut(margin, inputTop + 4, prompt_.c_str(), static_cast<int>(prompt_.size()));
+    pDC->TextOut(margin, inputTop + 4, m_prompt.c_str(), static_cast<int>(m_prompt.size()));
     SelectObject(pDC->GetSafeHdc(), former);
 }
 
@@ -174,19 +174,19 @@ bool CommandPanel::onInputKey(WPARAM key)
 {
     switch (key) {
     case VK_UP:
-        setTypedText(history_.older(typedText()));
+        setTypedText(m_history.older(typedText()));
         return true;
     case VK_DOWN:
-        setTypedText(history_.newer(typedText()));
+        setTypedText(m_history.newer(typedText()));
         return true;
     case VK_PRIOR:
-        transcript_.SendMessage(EM_SCROLL, SB_PAGEUP);
+        m_transcript.SendMessage(EM_SCROLL, SB_PAGEUP);
         return true;
     case VK_NEXT:
-        transcript_.SendMessage(EM_SCROLL, SB_PAGEDOWN);
+        m_transcript.SendMessage(EM_SCROLL, SB_PAGEDOWN);
         return true;
     case VK_ESCAPE:
-        events_.escaped();
+        m_events.escaped();
         return true;
     default:
         return false;
@@ -197,18 +197,18 @@ bool CommandPanel::onInputCharacter(wchar_t character)
 {
     if (character == VK_ESCAPE || character == L'\t')
         return true;
-    if (character != L'\r' && (character != L' ' || events_.blanksAreText()))
+    if (character != L'\r' && (character != L' ' || m_events.blanksAreText()))
         return false;
-    history_.add(typedText());
-    events_.entered();
+    m_history.add(typedText());
+    m_events.entered();
     return true;
 }
 
 LRESULT CommandPanel::InputLine::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (message == WM_KEYDOWN && panel_.onInputKey(wParam))
+    if (message == WM_KEYDOWN && m_panel.onInputKey(wParam))
         return 0;
-    if (message == WM_CHAR && panel_.onInputCharacter(static_cast<wchar_t>(wParam)))
+    if (message == WM_CHAR && m_panel.onInputCharacter(static_cast<wchar_t>(wParam)))
         return 0;
     return CWnd::WindowProc(message, wParam, lParam);
 }

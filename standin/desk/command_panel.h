@@ -1,15 +1,15 @@
 #pragma once
 
+#include <functional>
+#include <string>
+
 #include "standin/afx/afx.h"
 #include "standin/desk/command_input.h"
 #include "standin/desk/ui_fonts.h"
 
-#include <functional>
-#include <string>
-
 namespace desk {
 
-// What the command panel tells its owner.
+/// What the command panel tells its owner.
 struct CommandPanelEvents
 {
     std::function<void()> entered;       // Enter, or a blank that ends the line
@@ -18,7 +18,7 @@ struct CommandPanelEvents
     std::function<void()> heightChanged;
 };
 
-// The command line at the frame's foot: the transcript of what was said, and below it the prompt with the input line.
+/// The command line at the frame's foot: the transcript of what was said, and below it the prompt with the input line.
 class CommandPanel : public CControlBar
 {
 public:
@@ -29,16 +29,16 @@ public:
     using CControlBar::Create;
 
     void print(const std::wstring& line);
-    // Empty: the command prompt.
+    /// Empty: the command prompt.
     void showPrompt(const std::wstring& prompt);
     std::wstring typedText() const;
     void setTypedText(const std::wstring& text);
-    // A key that another window got is typed here.
+    /// A key that another window got is typed here.
     void type(wchar_t character);
-    // More lines of the transcript, or as many as usual.
+    /// More lines of the transcript, or as many as usual.
     void toggleHeight();
     std::wstring transcript() const;
-    HWND inputWindow() const { return input_.m_hWnd; }
+    HWND inputWindow() const { return m_input.m_hWnd; }
 
     CSize CalcFixedLayout(BOOL stretch, BOOL horizontal) override;
     void OnUpdateCmdUI(CFrameWnd*, BOOL) override {}
@@ -48,32 +48,32 @@ protected:
     void DoPaint(CDC* pDC) override;
 
 private:
-    // The input line: keys that mean something at a command line are taken out before the edit control sees them.
+    /// The input line: keys that mean something at a command line are taken out before the edit control sees them.
     class InputLine : public CWnd
     {
     public:
-        explicit InputLine(CommandPanel& panel) : panel_(panel) {}
+        explicit InputLine(CommandPanel& panel) : m_panel(panel) {}
 
     protected:
         LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     private:
-        CommandPanel& panel_;
+        CommandPanel& m_panel;
     };
 
     bool onInputKey(WPARAM key);
     bool onInputCharacter(wchar_t character);
     void layOut();
-    int rowHeight() const { return fonts_.monospaceHeight + 8; }
+    int rowHeight() const { return m_fonts.monospaceHeight + 8; }
 
-    const UiFonts& fonts_;
-    CommandPanelEvents events_;
-    CWnd transcript_;
-    InputLine input_;
-    std::wstring prompt_;
-    CommandHistory history_;
-    CBrush ground_, inputGround_;
-    bool tall_ = false;
+    const UiFonts& m_fonts;
+    CommandPanelEvents m_events;
+    CWnd m_transcript;
+    InputLine m_input;
+    std::wstring m_prompt;
+    CommandHistory m_history;
+    CBrush m_ground, m_inputGround;
+    bool m_tall = false;
 };
 
 } // namespace desk

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "standin/desk/editor.h"
-
 #include <span>
 #include <string_view>
 
+#include "standin/desk/editor.h"
+
 namespace desk {
 
-// A command of the desk's own. It asks through the editor for what it needs and returns when it is done.
+/// A command of the desk's own. It asks through the editor for what it needs and returns when it is done.
 struct DeskCommand
 {
     std::wstring_view name;
@@ -18,10 +18,10 @@ struct DeskCommand
 };
 
 std::span<const DeskCommand> deskCommands();
-// By name or alias in any case; prefixes '_', '.', '\'' are passed over. Null if there is none.
+/// By name or alias in any case; prefixes '_', '.', '\'' are passed over. Null if there is none.
 const DeskCommand* findDeskCommand(const std::wstring& name);
 
-// Groups of commands, each in its own file.
+/// Groups of commands, each in its own file.
 namespace commands {
 
 standin::CommandOutcome newDrawing(Editor& editor);

@@ -1,11 +1,11 @@
 #include "standin/desk/crosshair.h"
 
-#include "standin/desk/dash_pattern.h"
-
 #include <cmath>
 #include <cstring>
 #include <numbers>
 #include <vector>
+
+#include "standin/desk/dash_pattern.h"
 
 namespace desk {
 namespace {

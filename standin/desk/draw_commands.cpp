@@ -1,10 +1,10 @@
 // Commands that add entities.
 
+#include <cmath>
+
 #include "standin/desk/commands.h"
 #include "standin/desk/coordinate_input.h"
 #include "standin/desk/text_encoding.h"
-
-#include <cmath>
 
 namespace desk::commands {
 namespace {

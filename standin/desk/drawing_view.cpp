@@ -1,13 +1,12 @@
 #include "standin/desk/drawing_view.h"
 
+#include <algorithm>
+#include <cmath>
+#include <windowsx.h>
+
 #include "standin/desk/crosshair.h"
 #include "standin/desk/stopwatch.h"
 #include "standin/host.h"
-
-#include <algorithm>
-#include <cmath>
-
-#include <windowsx.h>
 
 namespace desk {
 namespace {
@@ -25,14 +24,14 @@ Vec2 pointOf(LPARAM lParam)
 
 DrawingView::DrawingView(Editor& editor, const Palette& palette, std::function<void(wchar_t)> typed,
                          std::function<void(Vec2 view)> hovered)
-    : editor_(editor), palette_(palette), typed_(std::move(typed)), hovered_(std::move(hovered)),
-      painter_(standin::imagePixels, editor.typefaces()), crosshair_(makeCrosshair()),
-      hand_(LoadCursorW(nullptr, IDC_SIZEALL))
+    : m_editor(editor), m_palette(palette), m_typed(std::move(typed)), m_hovered(std::move(hovered)),
+      m_painter(standin::imagePixels, editor.typefaces()), m_crosshair(makeCrosshair()),
+      m_hand(LoadCursorW(nullptr, IDC_SIZEALL))
 {}
 
 DrawingView::~DrawingView()
 {
-    DestroyCursor(crosshair_);
+    DestroyCursor(m_crosshair);
 }
 
 BOOL DrawingView::PreCreateWindow(CREATESTRUCT& cs)
@@ -48,7 +47,7 @@ BOOL DrawingView::PreCreateWindow(CREATESTRUCT& cs)
 
 void DrawingView::repaintScene()
 {
-    pictureStale_ = true;
+    m_pictureStale = true;
     Invalidate(FALSE);
 }
 
@@ -59,13 +58,13 @@ void DrawingView::repaintOverlay()
 
 void DrawingView::setPalette(const Palette& palette)
 {
-    palette_ = palette;
+    m_palette = palette;
     repaintScene();
 }
 
 void DrawingView::zoomAt(Vec2 view, double factor)
 {
-    editor_.changeView([&](ViewTransform& transform) { transform.zoomAbout(view, factor); });
+    m_editor.changeView([&](ViewTransform& transform) { transform.zoomAbout(view, factor); });
 }
 
 // --- Painting ---
@@ -75,56 +74,56 @@ void DrawingView::OnDraw(CDC* pDC)
     CRect dirty;
     pDC->GetClipBox(&dirty);
     const imaging::Rect area = imaging::Rect{dirty.left, dirty.top, dirty.right, dirty.bottom}.intersect(
-        imaging::Rect::of(editor_.view().client()));
+        imaging::Rect::of(m_editor.view().client()));
     if (area.empty())
         return;
     const Stopwatch watch;
     GdiFlush();
     updatePicture();
-    frame_.resize(picture_.size());
-    frame_.copyFrom(picture_, area);
-    Canvas canvas = frame_.canvas();
+    m_frame.resize(m_picture.size());
+    m_frame.copyFrom(m_picture, area);
+    Canvas canvas = m_frame.canvas();
     canvas.setClip(area);
     drawOverlay(canvas);
-    BitBlt(pDC->GetSafeHdc(), area.left, area.top, area.width(), area.height(), frame_.context(), area.left, area.top,
+    BitBlt(pDC->GetSafeHdc(), area.left, area.top, area.width(), area.height(), m_frame.context(), area.left, area.top,
            SRCCOPY);
     const double milliseconds = watch.milliseconds();
-    ++times_.frames;
-    times_.total += milliseconds;
-    times_.longest = std::max(times_.longest, milliseconds);
+    ++m_times.frames;
+    m_times.total += milliseconds;
+    m_times.longest = std::max(m_times.longest, milliseconds);
 }
 
 void DrawingView::updatePicture()
 {
-    const ViewTransform& view = editor_.view();
-    if (picture_.resize(view.client()))
-        pictureStale_ = true;
-    if (pictureStale_) {
+    const ViewTransform& view = m_editor.view();
+    if (m_picture.resize(view.client()))
+        m_pictureStale = true;
+    if (m_pictureStale) {
         paintArea(imaging::Rect::of(view.client()));
-    } else if (!(view == pictureView_)) {
-        if (const auto pan = panBetween(pictureView_, view)) {
+    } else if (!(view == m_pictureView)) {
+        if (const auto pan = panBetween(m_pictureView, view)) {
             paintStrips(*pan);
         } else {
             paintArea(imaging::Rect::of(view.client()));
         }
     }
-    pictureStale_ = false;
-    pictureView_ = view;
+    m_pictureStale = false;
+    m_pictureView = view;
 }
 
 void DrawingView::paintArea(const imaging::Rect& area)
 {
     if (area.empty())
         return;
-    Canvas canvas = picture_.canvas();
+    Canvas canvas = m_picture.canvas();
     canvas.setClip(area);
-    painter_.paint(canvas, editor_.scene(), editor_.view(), palette_, standin::imageFramesShown());
+    m_painter.paint(canvas, m_editor.scene(), m_editor.view(), m_palette, standin::imageFramesShown());
 }
 
 void DrawingView::paintStrips(imaging::Point pan)
 {
-    const imaging::Size client = picture_.size();
-    picture_.shift(pan);
+    const imaging::Size client = m_picture.size();
+    m_picture.shift(pan);
     if (pan.y > 0) {
         paintArea({0, 0, client.width, pan.y});
     } else {
@@ -139,14 +138,14 @@ void DrawingView::paintStrips(imaging::Point pan)
 
 void DrawingView::drawOverlay(Canvas& canvas)
 {
-    const ViewTransform& view = editor_.view();
-    if (!editor_.selected().empty())
-        painter_.paintSelected(canvas, editor_.scene(), view, palette_, editor_.selected());
-    const auto& pending = editor_.pending();
+    const ViewTransform& view = m_editor.view();
+    if (!m_editor.selected().empty())
+        m_painter.paintSelected(canvas, m_editor.scene(), view, m_palette, m_editor.selected());
+    const auto& pending = m_editor.pending();
     for (std::size_t i = 1; i < pending.size(); ++i)
-        canvas.line(view.toView(pending[i - 1]), view.toView(pending[i]), palette_.band);
-    if (const auto overlay = editor_.overlay())
-        drawRubber(canvas, view, palette_, *overlay);
+        canvas.line(view.toView(pending[i - 1]), view.toView(pending[i]), m_palette.band);
+    if (const auto overlay = m_editor.overlay())
+        drawRubber(canvas, view, m_palette, *overlay);
 }
 
 // --- Input ---
@@ -157,7 +156,7 @@ LRESULT DrawingView::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_ERASEBKGND:
         return TRUE;
     case WM_SIZE:
-        editor_.resizeView({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+        m_editor.resizeView({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
         Invalidate(FALSE);
         return 0;
     case WM_SETCURSOR:
@@ -171,27 +170,27 @@ LRESULT DrawingView::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
         SetFocus();
-        editor_.leftDown(pointOf(lParam), (wParam & MK_SHIFT) != 0);
+        m_editor.leftDown(pointOf(lParam), (wParam & MK_SHIFT) != 0);
         return 0;
     case WM_LBUTTONUP:
-        editor_.leftUp(pointOf(lParam));
+        m_editor.leftUp(pointOf(lParam));
         return 0;
     case WM_RBUTTONUP:
-        if (editor_.commandRunning())
-            editor_.enterKey();
+        if (m_editor.commandRunning())
+            m_editor.enterKey();
         return 0;
     case WM_MBUTTONDOWN:
         beginPan(pointOf(lParam));
         return 0;
     case WM_MBUTTONDBLCLK:
-        editor_.zoomExtents();
+        m_editor.zoomExtents();
         return 0;
     case WM_MBUTTONUP:
-        if (panFrom_)
+        if (m_panFrom)
             ReleaseCapture();
         return 0;
     case WM_CAPTURECHANGED:
-        panFrom_.reset();
+        m_panFrom.reset();
         break;
     case WM_MOUSEWHEEL: {
         CPoint at(lParam);
@@ -205,7 +204,7 @@ LRESULT DrawingView::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         break;
     case WM_CHAR:
         if (wParam != VK_ESCAPE)
-            typed_(static_cast<wchar_t>(wParam));
+            m_typed(static_cast<wchar_t>(wParam));
         return 0;
     }
     return CView::WindowProc(message, wParam, lParam);
@@ -213,9 +212,9 @@ LRESULT DrawingView::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 
 bool DrawingView::onKeyDown(WPARAM key)
 {
-    const int step = editor_.view().client().height / arrowShare;
+    const int step = m_editor.view().client().height / arrowShare;
     const auto pan = [&](int dx, int dy) {
-        editor_.changeView([&](ViewTransform& view) { view.pan(dx, dy); });
+        m_editor.changeView([&](ViewTransform& view) { view.pan(dx, dy); });
         return true;
     };
     switch (key) {
@@ -228,11 +227,11 @@ bool DrawingView::onKeyDown(WPARAM key)
     case VK_DOWN:
         return pan(0, -step);
     case VK_DELETE:
-        if (!editor_.selected().empty() && !editor_.commandRunning())
-            editor_.post(L"erase ");
+        if (!m_editor.selected().empty() && !m_editor.commandRunning())
+            m_editor.post(L"erase ");
         return true;
     case VK_ESCAPE:
-        editor_.escapeKey();
+        m_editor.escapeKey();
         return true;
     default:
         return false;
@@ -241,26 +240,26 @@ bool DrawingView::onKeyDown(WPARAM key)
 
 void DrawingView::onMouseMove(Vec2 view)
 {
-    ++mouseMoves_;
-    if (panFrom_)
+    ++m_mouseMoves;
+    if (m_panFrom)
         panTo(view);
-    ::SetCursor(panFrom_ ? hand_ : crosshair_);
-    hovered_(view);
-    editor_.mouseMove(view);
+    ::SetCursor(m_panFrom ? m_hand : m_crosshair);
+    m_hovered(view);
+    m_editor.mouseMove(view);
 }
 
 void DrawingView::beginPan(Vec2 view)
 {
     SetCapture();
-    panFrom_ = view;
-    ::SetCursor(hand_);
+    m_panFrom = view;
+    ::SetCursor(m_hand);
 }
 
 void DrawingView::panTo(Vec2 view)
 {
-    const Vec2 moved = view - *panFrom_;
-    panFrom_ = view;
-    editor_.changeView(
+    const Vec2 moved = view - *m_panFrom;
+    m_panFrom = view;
+    m_editor.changeView(
         [&](ViewTransform& transform) { transform.pan(static_cast<int>(moved.x), static_cast<int>(moved.y)); });
     UpdateWindow();
 }

@@ -30,34 +30,34 @@ EditGroup reversed(const EditGroup& edits)
 
 void EditHistory::commit()
 {
-    if (open_.empty())
+    if (m_open.empty())
         return;
-    done_.push_back(std::exchange(open_, {}));
-    undone_.clear();
+    m_done.push_back(std::exchange(m_open, {}));
+    m_undone.clear();
 }
 
 void EditHistory::clear()
 {
-    open_.clear();
-    done_.clear();
-    undone_.clear();
+    m_open.clear();
+    m_done.clear();
+    m_undone.clear();
 }
 
 bool EditHistory::undo(const Apply& apply)
 {
-    if (done_.empty() || !applyAll(reversed(done_.back()), apply))
+    if (m_done.empty() || !applyAll(reversed(m_done.back()), apply))
         return false;
-    undone_.push_back(std::move(done_.back()));
-    done_.pop_back();
+    m_undone.push_back(std::move(m_done.back()));
+    m_done.pop_back();
     return true;
 }
 
 bool EditHistory::redo(const Apply& apply)
 {
-    if (undone_.empty() || !applyAll(undone_.back(), apply))
+    if (m_undone.empty() || !applyAll(m_undone.back(), apply))
         return false;
-    done_.push_back(std::move(undone_.back()));
-    undone_.pop_back();
+    m_done.push_back(std::move(m_undone.back()));
+    m_undone.pop_back();
     return true;
 }
 

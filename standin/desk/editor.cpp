@@ -1,12 +1,11 @@
 #include "standin/desk/editor.h"
 
-#include "standin/desk/commands.h"
-#include "standin/desk/coordinate_input.h"
-
+#include <windows.h>
 #include <algorithm>
 #include <utility>
 
-#include <windows.h>
+#include "standin/desk/commands.h"
+#include "standin/desk/coordinate_input.h"
 
 namespace desk {
 namespace {
@@ -25,29 +24,29 @@ const wchar_t* const commandPrompt = L"Command:";
 
 } // namespace
 
-Editor::Editor(EditorWindows& windows) : windows_(windows) {}
+Editor::Editor(EditorWindows& windows) : m_windows(windows) {}
 
 // --- Input ---
 
 void Editor::post(const std::wstring& text)
 {
-    queue_.post(text);
-    windows_.wake();
+    m_queue.post(text);
+    m_windows.wake();
 }
 
 void Editor::processInput()
 {
     // A module's command takes no typed input: the text waits until it has ended.
-    while (!queue_.empty() && (running_ == 0 || (waiting_ != nullptr && !waiting_->reply)))
-        feed(queue_.take());
+    while (!m_queue.empty() && (m_running == 0 || (m_waiting != nullptr && !m_waiting->reply)))
+        feed(m_queue.take());
 }
 
 void Editor::feed(wchar_t character)
 {
-    std::wstring line = windows_.typedText();
+    std::wstring line = m_windows.typedText();
     switch (typeCharacter(line, character, blanksAreText())) {
     case LineEvent::changed:
-        windows_.setTypedText(line);
+        m_windows.setTypedText(line);
         break;
     case LineEvent::entered:
         enterLine(line);
@@ -63,35 +62,35 @@ void Editor::feed(wchar_t character)
 
 void Editor::enterLine(const std::wstring& line)
 {
-    windows_.setTypedText(L"");
-    if (waiting_ != nullptr) {
+    m_windows.setTypedText(L"");
+    if (m_waiting != nullptr) {
         answerText(line);
         return;
     }
-    if (running_ > 0)
+    if (m_running > 0)
         return;
-    const std::wstring command = line.empty() ? lastCommand_ : line;
+    const std::wstring command = line.empty() ? m_lastCommand : line;
     if (!command.empty())
         execute(command);
 }
 
 void Editor::enterKey()
 {
-    enterLine(windows_.typedText());
+    enterLine(m_windows.typedText());
 }
 
 void Editor::cancelCommand()
 {
-    windows_.setTypedText(L"");
-    windowCorner_.reset();
+    m_windows.setTypedText(L"");
+    m_windowCorner.reset();
     answer({Reply::Kind::cancel, {}, {}});
-    windows_.overlayChanged();
+    m_windows.overlayChanged();
 }
 
 void Editor::escapeKey()
 {
-    queue_.clear();
-    const bool nothingToCancel = running_ == 0 && !windowCorner_ && windows_.typedText().empty();
+    m_queue.clear();
+    const bool nothingToCancel = m_running == 0 && !m_windowCorner && m_windows.typedText().empty();
     cancelCommand();
     if (nothingToCancel)
         clearSelection();
@@ -99,23 +98,23 @@ void Editor::escapeKey()
 
 void Editor::answer(Reply reply)
 {
-    if (waiting_ != nullptr && !waiting_->reply) {
-        waiting_->reply = std::move(reply);
-        windows_.wake(); // so that a pump that waits for a message comes back
+    if (m_waiting != nullptr && !m_waiting->reply) {
+        m_waiting->reply = std::move(reply);
+        m_windows.wake(); // so that a pump that waits for a message comes back
     }
 }
 
 void Editor::answerText(const std::wstring& text)
 {
-    const Prompt& prompt = waiting_->prompt;
-    windows_.print(prompt.text + L" " + text);
+    const Prompt& prompt = m_waiting->prompt;
+    m_windows.print(prompt.text + L" " + text);
     if (text.empty()) {
         answer({Reply::Kind::enter, {}, {}});
     } else if (prompt.entities) {
         if (!selectByText(text))
-            windows_.print(L"Click objects, or type ALL; Enter when done.");
-    } else if (const auto point = parsePoint(text, lastPoint_); point && prompt.points) {
-        lastPoint_ = *point;
+            m_windows.print(L"Click objects, or type ALL; Enter when done.");
+    } else if (const auto point = parsePoint(text, m_lastPoint); point && prompt.points) {
+        m_lastPoint = *point;
         answer({Reply::Kind::point, *point, text});
     } else {
         answer({Reply::Kind::text, {}, text});
@@ -124,48 +123,48 @@ void Editor::answerText(const std::wstring& text)
 
 Reply Editor::ask(const Prompt& prompt)
 {
-    if (answers_ != nullptr) {
-        if (answers_->empty())
+    if (m_answers != nullptr) {
+        if (m_answers->empty())
             return {Reply::Kind::cancel, {}, {}};
-        Reply reply = std::move(answers_->front());
-        answers_->pop_front();
+        Reply reply = std::move(m_answers->front());
+        m_answers->pop_front();
         return reply;
     }
     Waiting waiting{prompt, std::nullopt};
-    Waiting* const outer = std::exchange(waiting_, &waiting);
-    windows_.showPrompt(prompt.text);
+    Waiting* const outer = std::exchange(m_waiting, &waiting);
+    m_windows.showPrompt(prompt.text);
     processInput();
     while (!waiting.reply) {
-        if (!windows_.pumpMessage()) {
+        if (!m_windows.pumpMessage()) {
             waiting.reply = Reply{};
         } else {
             processInput();
         }
     }
-    waiting_ = outer;
-    windows_.showPrompt(L"");
-    windows_.overlayChanged();
+    m_waiting = outer;
+    m_windows.showPrompt(L"");
+    m_windows.overlayChanged();
     return *waiting.reply;
 }
 
 void Editor::mouseMove(Vec2 view)
 {
-    cursor_ = view;
+    m_cursor = view;
     if (overlay())
-        windows_.overlayChanged();
+        m_windows.overlayChanged();
 }
 
 void Editor::leftDown(Vec2 view, bool shift)
 {
-    cursor_ = pressedAt_ = view;
-    const bool selecting = (waiting_ != nullptr && waiting_->prompt.entities) || running_ == 0;
-    if (waiting_ != nullptr && waiting_->prompt.points && !waiting_->prompt.entities) {
-        lastPoint_ = view_.toDrawing(view);
-        windows_.setTypedText(L"");
-        windows_.print(waiting_->prompt.text + L" " + formatPoint(lastPoint_));
-        answer({Reply::Kind::point, lastPoint_, {}});
-    } else if (selecting && windowCorner_) {
-        finishWindow(view_.toDrawing(view));
+    m_cursor = m_pressedAt = view;
+    const bool selecting = (m_waiting != nullptr && m_waiting->prompt.entities) || m_running == 0;
+    if (m_waiting != nullptr && m_waiting->prompt.points && !m_waiting->prompt.entities) {
+        m_lastPoint = m_view.toDrawing(view);
+        m_windows.setTypedText(L"");
+        m_windows.print(m_waiting->prompt.text + L" " + formatPoint(m_lastPoint));
+        answer({Reply::Kind::point, m_lastPoint, {}});
+    } else if (selecting && m_windowCorner) {
+        finishWindow(m_view.toDrawing(view));
     } else if (selecting) {
         pickAt(view, shift);
     }
@@ -173,33 +172,33 @@ void Editor::leftDown(Vec2 view, bool shift)
 
 void Editor::leftUp(Vec2 view)
 {
-    const Vec2 moved = view - pressedAt_;
-    if (windowCorner_ && std::max(std::abs(moved.x), std::abs(moved.y)) >= clickSlack)
-        finishWindow(view_.toDrawing(view));
+    const Vec2 moved = view - m_pressedAt;
+    if (m_windowCorner && std::max(std::abs(moved.x), std::abs(moved.y)) >= clickSlack)
+        finishWindow(m_view.toDrawing(view));
 }
 
 // --- Commands ---
 
 void Editor::execute(const std::wstring& line)
 {
-    lastCommand_ = line;
-    windows_.print(std::wstring(commandPrompt) + L" " + line);
+    m_lastCommand = line;
+    m_windows.print(std::wstring(commandPrompt) + L" " + line);
     runNamed(line);
-    windows_.showPrompt(L"");
-    windows_.stateChanged();
-    if (!queue_.empty())
-        windows_.wake();
+    m_windows.showPrompt(L"");
+    m_windows.stateChanged();
+    if (!m_queue.empty())
+        m_windows.wake();
 }
 
 void Editor::runNamed(const std::wstring& name)
 {
     const std::wstring upper = upperCase(name);
-    ++running_;
-    const std::wstring outerName = std::exchange(runningName_, upper);
-    windows_.stateChanged();
+    ++m_running;
+    const std::wstring outerName = std::exchange(m_runningName, upper);
+    m_windows.stateChanged();
     if (const DeskCommand* command = findDeskCommand(upper)) {
-        runningName_ = command->name;
-        windows_.stateChanged();
+        m_runningName = command->name;
+        m_windows.stateChanged();
         if (command->needsDrawing && !standin::drawingOpen()) {
             print(L"No drawing is open.");
         } else {
@@ -216,9 +215,9 @@ void Editor::runNamed(const std::wstring& name)
     } else {
         print(L"Unknown command \"" + name + L"\". Press F1 for help.");
     }
-    history_.commit();
-    runningName_ = outerName;
-    --running_;
+    m_history.commit();
+    m_runningName = outerName;
+    --m_running;
 }
 
 bool Editor::runDeskCommand(const std::wstring& name, std::deque<Reply> answers)
@@ -226,9 +225,9 @@ bool Editor::runDeskCommand(const std::wstring& name, std::deque<Reply> answers)
     const DeskCommand* command = findDeskCommand(name);
     if (command == nullptr || (command->needsDrawing && !standin::drawingOpen()))
         return false;
-    std::deque<Reply>* const outer = std::exchange(answers_, &answers);
+    std::deque<Reply>* const outer = std::exchange(m_answers, &answers);
     command->run(*this);
-    answers_ = outer;
+    m_answers = outer;
     return true;
 }
 
@@ -281,7 +280,7 @@ void Editor::addEntity(std::unique_ptr<drawing::Entity> entity)
     drawing::Block& space = inModelSpace() ? document.modelSpace() : document.paperSpace();
     entity->layer = document.header.text("$CLAYER", "0");
     const drawing::Entity& added = document.addEntity(space, std::move(entity));
-    history_.record({added.handle, true});
+    m_history.record({added.handle, true});
     drawingChanged();
 }
 
@@ -290,19 +289,19 @@ bool Editor::eraseEntities(const std::vector<drawing::Handle>& entities)
     bool all = true;
     for (const drawing::Handle entity : entities) {
         if (standin::eraseEntity(entity)) {
-            history_.record({entity, false});
+            m_history.record({entity, false});
         } else {
             all = false;
         }
     }
-    selected_.clear();
+    m_selected.clear();
     drawingChanged();
     return all;
 }
 
 bool Editor::undo()
 {
-    const bool done = history_.undo([](drawing::Handle entity, bool present) {
+    const bool done = m_history.undo([](drawing::Handle entity, bool present) {
         return present ? standin::restoreEntity(entity) : standin::eraseEntity(entity);
     });
     clearSelection();
@@ -312,7 +311,7 @@ bool Editor::undo()
 
 bool Editor::redo()
 {
-    const bool done = history_.redo([](drawing::Handle entity, bool present) {
+    const bool done = m_history.redo([](drawing::Handle entity, bool present) {
         return present ? standin::restoreEntity(entity) : standin::eraseEntity(entity);
     });
     clearSelection();
@@ -328,12 +327,12 @@ std::optional<std::vector<drawing::Handle>> Editor::askEntities(const std::wstri
     prompt.text = text;
     prompt.entities = true;
     const Reply reply = ask(prompt);
-    windowCorner_.reset();
+    m_windowCorner.reset();
     if (reply.kind == Reply::Kind::cancel) {
         clearSelection();
         return std::nullopt;
     }
-    return std::vector<drawing::Handle>(selected_.begin(), selected_.end());
+    return std::vector<drawing::Handle>(m_selected.begin(), m_selected.end());
 }
 
 bool Editor::selectByText(const std::wstring& text)
@@ -342,12 +341,12 @@ bool Editor::selectByText(const std::wstring& text)
         selectAll();
         return true;
     }
-    if (const auto point = parsePoint(text, lastPoint_)) {
-        lastPoint_ = *point;
-        if (windowCorner_) {
+    if (const auto point = parsePoint(text, m_lastPoint)) {
+        m_lastPoint = *point;
+        if (m_windowCorner) {
             finishWindow(*point);
         } else {
-            pickAt(view_.toView(*point), false);
+            pickAt(m_view.toView(*point), false);
         }
         return true;
     }
@@ -356,17 +355,17 @@ bool Editor::selectByText(const std::wstring& text)
 
 void Editor::pickAt(Vec2 view, bool shift)
 {
-    const Vec2 at = view_.toDrawing(view);
-    const drawing::Handle found = scene().pick(at, pickReach * view_.unitsPerPixel());
+    const Vec2 at = m_view.toDrawing(view);
+    const drawing::Handle found = scene().pick(at, pickReach * m_view.unitsPerPixel());
     if (found == 0) {
-        windowCorner_ = at;
-        removeWithWindow_ = shift;
+        m_windowCorner = at;
+        m_removeWithWindow = shift;
         return;
     }
     if (shift) {
-        selected_.erase(found);
+        m_selected.erase(found);
     } else {
-        selected_.insert(found);
+        m_selected.insert(found);
     }
     selectionChanged();
 }
@@ -374,15 +373,15 @@ void Editor::pickAt(Vec2 view, bool shift)
 void Editor::finishWindow(Vec2 corner)
 {
     Box window;
-    window.add(*windowCorner_);
+    window.add(*m_windowCorner);
     window.add(corner);
-    const bool crossing = corner.x < windowCorner_->x;
-    windowCorner_.reset();
+    const bool crossing = corner.x < m_windowCorner->x;
+    m_windowCorner.reset();
     for (const drawing::Handle entity : scene().pickWindow(window, crossing)) {
-        if (removeWithWindow_) {
-            selected_.erase(entity);
+        if (m_removeWithWindow) {
+            m_selected.erase(entity);
         } else {
-            selected_.insert(entity);
+            m_selected.insert(entity);
         }
     }
     selectionChanged();
@@ -390,44 +389,44 @@ void Editor::finishWindow(Vec2 corner)
 
 void Editor::selectionChanged()
 {
-    if (!selected_.empty())
-        latestSelection_.assign(selected_.begin(), selected_.end());
-    windows_.overlayChanged();
-    windows_.stateChanged();
+    if (!m_selected.empty())
+        m_latestSelection.assign(m_selected.begin(), m_selected.end());
+    m_windows.overlayChanged();
+    m_windows.stateChanged();
 }
 
 std::vector<drawing::Handle> Editor::latestSelection() const
 {
-    return latestSelection_;
+    return m_latestSelection;
 }
 
 void Editor::select(const std::vector<drawing::Handle>& entities)
 {
-    selected_ = {entities.begin(), entities.end()};
+    m_selected = {entities.begin(), entities.end()};
     selectionChanged();
 }
 
 void Editor::selectAll()
 {
-    selected_.clear();
+    m_selected.clear();
     for (const SceneItem& item : scene().items())
-        selected_.insert(item.entity);
+        m_selected.insert(item.entity);
     selectionChanged();
 }
 
 void Editor::clearSelection()
 {
-    selected_.clear();
+    m_selected.clear();
     selectionChanged();
 }
 
 std::optional<Editor::Overlay> Editor::overlay() const
 {
-    const Vec2 at = view_.toDrawing(cursor_);
-    if (windowCorner_)
-        return Overlay{Prompt::Rubber::rectangle, *windowCorner_, at, true, at.x < windowCorner_->x};
-    if (waiting_ != nullptr && waiting_->prompt.rubber != Prompt::Rubber::none)
-        return Overlay{waiting_->prompt.rubber, waiting_->prompt.base, at, false, false};
+    const Vec2 at = m_view.toDrawing(m_cursor);
+    if (m_windowCorner)
+        return Overlay{Prompt::Rubber::rectangle, *m_windowCorner, at, true, at.x < m_windowCorner->x};
+    if (m_waiting != nullptr && m_waiting->prompt.rubber != Prompt::Rubber::none)
+        return Overlay{m_waiting->prompt.rubber, m_waiting->prompt.base, at, false, false};
     return std::nullopt;
 }
 
@@ -435,14 +434,14 @@ std::optional<Editor::Overlay> Editor::overlay() const
 
 void Editor::changeView(const std::function<void(ViewTransform&)>& change)
 {
-    const ViewTransform former = view_;
-    change(view_);
-    if (view_ == former)
+    const ViewTransform former = m_view;
+    change(m_view);
+    if (m_view == former)
         return;
-    formerViews_.push_back(former);
-    if (formerViews_.size() > keptViews)
-        formerViews_.erase(formerViews_.begin());
-    windows_.viewChanged();
+    m_formerViews.push_back(former);
+    if (m_formerViews.size() > keptViews)
+        m_formerViews.erase(m_formerViews.begin());
+    m_windows.viewChanged();
 }
 
 void Editor::zoomExtents()
@@ -453,30 +452,31 @@ void Editor::zoomExtents()
 
 void Editor::zoomPrevious()
 {
-    if (formerViews_.empty())
+    if (m_formerViews.empty())
         return;
-    view_.set(formerViews_.back().centre(), formerViews_.back().height());
-    formerViews_.pop_back();
-    windows_.viewChanged();
+    m_view.set(m_formerViews.back().centre(), m_formerViews.back().height());
+    m_formerViews.pop_back();
+    m_windows.viewChanged();
 }
 
 void Editor::resizeView(imaging::Size client)
 {
-    view_.resize(client);
+    m_view.resize(client);
 }
 
 const Scene& Editor::scene()
 {
-    const double pixel = view_.unitsPerPixel();
-    if (sceneStale_ || scene_.tolerance() > coarsestTolerance * pixel || scene_.tolerance() < finestTolerance * pixel) {
+    const double pixel = m_view.unitsPerPixel();
+    if (m_sceneStale || m_scene.tolerance() > coarsestTolerance * pixel ||
+        m_scene.tolerance() < finestTolerance * pixel) {
         if (standin::drawingOpen()) {
-            scene_.build(standin::document(), currentSpace(), freshTolerance * pixel, typefaces_);
+            m_scene.build(standin::document(), currentSpace(), freshTolerance * pixel, m_typefaces);
         } else {
-            scene_ = {};
+            m_scene = {};
         }
-        sceneStale_ = false;
+        m_sceneStale = false;
     }
-    return scene_;
+    return m_scene;
 }
 
 // --- Drawing ---
@@ -496,37 +496,37 @@ const drawing::Block& Editor::currentSpace() const
 
 void Editor::drawingChanged()
 {
-    sceneStale_ = true;
-    modified_ = true;
+    m_sceneStale = true;
+    m_modified = true;
     if (standin::drawingOpen())
-        std::erase_if(selected_, [](drawing::Handle entity) { return standin::entityErased(entity); });
-    windows_.drawingChanged();
+        std::erase_if(m_selected, [](drawing::Handle entity) { return standin::entityErased(entity); });
+    m_windows.drawingChanged();
 }
 
 void Editor::regenerate()
 {
-    sceneStale_ = true;
-    windows_.drawingChanged();
+    m_sceneStale = true;
+    m_windows.drawingChanged();
 }
 
 void Editor::showPending(std::vector<Vec2> points)
 {
-    pending_ = std::move(points);
-    windows_.overlayChanged();
+    m_pending = std::move(points);
+    m_windows.overlayChanged();
 }
 
 void Editor::drawingOpened()
 {
-    windows_.openDrawingWindow();
-    sceneStale_ = true;
+    m_windows.openDrawingWindow();
+    m_sceneStale = true;
     const drawing::ViewportRecord& shown = standin::document().activeViewport();
-    view_.set({shown.center.x, shown.center.y}, shown.height);
-    if (!scene().extents().empty() && !view_.visible().overlaps(scene().extents()))
+    m_view.set({shown.center.x, shown.center.y}, shown.height);
+    if (!scene().extents().empty() && !m_view.visible().overlaps(scene().extents()))
         zoomExtents();
-    formerViews_.clear();
-    modified_ = false;
-    windows_.drawingChanged();
-    windows_.stateChanged();
+    m_formerViews.clear();
+    m_modified = false;
+    m_windows.drawingChanged();
+    m_windows.stateChanged();
 }
 
 bool Editor::openDrawing(const std::filesystem::path& path)
@@ -534,9 +534,9 @@ bool Editor::openDrawing(const std::filesystem::path& path)
     forgetDrawing();
     const standin::Failure failure = path.empty() ? standin::newDrawing() : standin::openDrawing(path);
     if (failure) {
-        windows_.closeDrawingWindow();
-        windows_.stateChanged();
-        windows_.alert(*failure);
+        m_windows.closeDrawingWindow();
+        m_windows.stateChanged();
+        m_windows.alert(*failure);
         return false;
     }
     drawingOpened();
@@ -546,28 +546,28 @@ bool Editor::openDrawing(const std::filesystem::path& path)
 bool Editor::saveDrawing(const std::filesystem::path& path)
 {
     drawing::ViewportRecord& shown = standin::document().activeViewport();
-    shown.center = {view_.centre().x, view_.centre().y};
-    shown.height = view_.height();
-    shown.aspect = double(view_.client().width) / view_.client().height;
+    shown.center = {m_view.centre().x, m_view.centre().y};
+    shown.height = m_view.height();
+    shown.aspect = double(m_view.client().width) / m_view.client().height;
     if (const standin::Failure failure = standin::saveDrawing(path)) {
-        windows_.alert(*failure);
+        m_windows.alert(*failure);
         return false;
     }
-    modified_ = false;
+    m_modified = false;
     print(L"Saved " + path.wstring());
-    windows_.stateChanged();
+    m_windows.stateChanged();
     return true;
 }
 
 void Editor::forgetDrawing()
 {
-    selected_.clear();
-    latestSelection_.clear();
-    pending_.clear();
-    windowCorner_.reset();
-    history_.clear();
-    sceneStale_ = true;
-    modified_ = false;
+    m_selected.clear();
+    m_latestSelection.clear();
+    m_pending.clear();
+    m_windowCorner.reset();
+    m_history.clear();
+    m_sceneStale = true;
+    m_modified = false;
 }
 
 void Editor::closeDrawing()
@@ -575,17 +575,17 @@ void Editor::closeDrawing()
     forgetDrawing();
     if (standin::drawingOpen())
         standin::closeDrawing();
-    windows_.closeDrawingWindow();
+    m_windows.closeDrawingWindow();
 }
 
 bool Editor::mayDiscard()
 {
-    if (!standin::drawingOpen() || !modified_)
+    if (!standin::drawingOpen() || !m_modified)
         return true;
     const std::filesystem::path path = standin::drawingPath();
-    switch (windows_.askToSave(path.empty() ? L"the new drawing" : path.filename().wstring())) {
+    switch (m_windows.askToSave(path.empty() ? L"the new drawing" : path.filename().wstring())) {
     case IDYES: {
-        const auto target = path.empty() ? windows_.askForDrawing(true) : path;
+        const auto target = path.empty() ? m_windows.askForDrawing(true) : path;
         return target && saveDrawing(*target);
     }
     case IDNO:

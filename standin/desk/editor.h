@@ -1,11 +1,5 @@
 #pragma once
 
-#include "standin/desk/command_input.h"
-#include "standin/desk/edit_history.h"
-#include "standin/desk/scene.h"
-#include "standin/desk/view_transform.h"
-#include "standin/host.h"
-
 #include <deque>
 #include <filesystem>
 #include <functional>
@@ -15,47 +9,53 @@
 #include <string>
 #include <vector>
 
+#include "standin/desk/command_input.h"
+#include "standin/desk/edit_history.h"
+#include "standin/desk/scene.h"
+#include "standin/desk/view_transform.h"
+#include "standin/host.h"
+
 namespace desk {
 
-// What the editor needs of the desk's windows.
+/// What the editor needs of the desk's windows.
 class EditorWindows
 {
 public:
     virtual ~EditorWindows() = default;
 
-    // A line of the command line's transcript.
+    /// A line of the command line's transcript.
     virtual void print(const std::wstring& line) = 0;
     virtual void showPrompt(const std::wstring& prompt) = 0;
     virtual std::wstring typedText() = 0;
     virtual void setTypedText(const std::wstring& text) = 0;
 
-    // What was painted no longer holds: the drawing itself, the part of it that shows, what lies over it.
+    /// What was painted no longer holds: the drawing itself, the part of it that shows, what lies over it.
     virtual void drawingChanged() = 0;
     virtual void viewChanged() = 0;
     virtual void overlayChanged() = 0;
-    // A drawing was opened, saved or closed, or a command began or ended.
+    /// A drawing was opened, saved or closed, or a command began or ended.
     virtual void stateChanged() = 0;
 
-    // Has Editor::processInput called from the message loop.
+    /// Has Editor::processInput called from the message loop.
     virtual void wake() = 0;
-    // Waits for a message and handles it; false when the program is to end.
+    /// Waits for a message and handles it; false when the program is to end.
     virtual bool pumpMessage() = 0;
 
     virtual std::optional<std::filesystem::path> askForDrawing(bool toSave) = 0;
     virtual std::optional<std::filesystem::path> askForModule() = 0;
-    // IDYES, IDNO or IDCANCEL.
+    /// IDYES, IDNO or IDCANCEL.
     virtual int askToSave(const std::wstring& drawing) = 0;
     virtual void alert(const std::wstring& text) = 0;
     virtual void showHelp() = 0;
-    // How long paintings took since the last report.
+    /// How long paintings took since the last report.
     virtual void reportFrameTimes() = 0;
     virtual void close() = 0;
-    // The drawing window comes with the first drawing and goes with the last.
+    /// The drawing window comes with the first drawing and goes with the last.
     virtual void openDrawingWindow() = 0;
     virtual void closeDrawingWindow() = 0;
 };
 
-// What a running command asks the user for.
+/// What a running command asks the user for.
 struct Prompt
 {
     enum class Rubber
@@ -89,84 +89,84 @@ struct Reply
     std::wstring text;
 };
 
-// The drawing session behind the windows: the view, the selection, the command line and the commands.
+/// The drawing session behind the windows: the view, the selection, the command line and the commands.
 class Editor
 {
 public:
     explicit Editor(EditorWindows& windows);
 
-    EditorWindows& windows() { return windows_; }
+    EditorWindows& windows() { return m_windows; }
 
-    // --- Input from the windows
+    /// --- Input from the windows
     void post(const std::wstring& text);
-    // Types what is queued, runs what is entered. Called from the message loop.
+    /// Types what is queued, runs what is entered. Called from the message loop.
     void processInput();
-    // Enter at the input line.
+    /// Enter at the input line.
     void enterLine(const std::wstring& line);
-    // Ends what waits for input and empties the input line.
+    /// Ends what waits for input and empties the input line.
     void cancelCommand();
-    // Escape: the same, and drops what is queued; with nothing to cancel it drops the selection.
+    /// Escape: the same, and drops what is queued; with nothing to cancel it drops the selection.
     void escapeKey();
     void leftDown(Vec2 view, bool shift);
     void leftUp(Vec2 view);
     void mouseMove(Vec2 view);
     void enterKey();
-    bool commandRunning() const { return running_ > 0; }
-    // Nothing is queued, and no command runs but one that waits for the user.
-    bool idle() const { return queue_.empty() && (running_ == 0 || waiting_ != nullptr); }
-    bool blanksAreText() const { return waiting_ != nullptr && waiting_->prompt.blanksAreText; }
-    std::wstring runningCommand() const { return runningName_; }
+    bool commandRunning() const { return m_running > 0; }
+    /// Nothing is queued, and no command runs but one that waits for the user.
+    bool idle() const { return m_queue.empty() && (m_running == 0 || m_waiting != nullptr); }
+    bool blanksAreText() const { return m_waiting != nullptr && m_waiting->prompt.blanksAreText; }
+    std::wstring runningCommand() const { return m_runningName; }
 
-    // --- For commands
+    /// --- For commands
     Reply ask(const Prompt& prompt);
-    // Lets the user select; nothing if he gave up. Keeps what was selected beforehand.
+    /// Lets the user select; nothing if he gave up. Keeps what was selected beforehand.
     std::optional<std::vector<drawing::Handle>> askEntities(const std::wstring& prompt);
-    void print(const std::wstring& line) { windows_.print(line); }
-    Vec2 lastPoint() const { return lastPoint_; }
-    void setLastPoint(Vec2 point) { lastPoint_ = point; }
+    void print(const std::wstring& line) { m_windows.print(line); }
+    Vec2 lastPoint() const { return m_lastPoint; }
+    void setLastPoint(Vec2 point) { m_lastPoint = point; }
     void addEntity(std::unique_ptr<drawing::Entity> entity);
     bool eraseEntities(const std::vector<drawing::Handle>& entities);
     bool undo();
     bool redo();
 
-    // Runs one of the desk's own commands with its answers given beforehand; false if there is no such command.
+    /// Runs one of the desk's own commands with its answers given beforehand; false if there is no such command.
     bool runDeskCommand(const std::wstring& name, std::deque<Reply> answers);
-    // Runs a command by name: one of the desk's, a module's, or a system variable to be set.
+    /// Runs a command by name: one of the desk's, a module's, or a system variable to be set.
     void execute(const std::wstring& line);
 
-    // --- Drawing
-    // Empty path: a new drawing. On a failure the user is told and no drawing is open.
+    /// --- Drawing
+    /// Empty path: a new drawing. On a failure the user is told and no drawing is open.
     bool openDrawing(const std::filesystem::path& path);
     bool saveDrawing(const std::filesystem::path& path);
     void closeDrawing();
-    // Asks whether to save a changed drawing; false if the user would rather go on.
+    /// Asks whether to save a changed drawing; false if the user would rather go on.
     bool mayDiscard();
-    bool modified() const { return modified_; }
+    bool modified() const { return m_modified; }
     bool inModelSpace() const;
     const drawing::Block& currentSpace() const;
-    // A module or a command changed what the drawing shows.
+    /// A module or a command changed what the drawing shows.
     void drawingChanged();
-    // Everything is flattened and painted anew, without the drawing counting as changed.
+    /// Everything is flattened and painted anew, without the drawing counting as changed.
     void regenerate();
 
-    // --- View
-    ViewTransform& view() { return view_; }
+    /// --- View
+    ViewTransform& view() { return m_view; }
     void changeView(const std::function<void(ViewTransform&)>& change);
     void zoomExtents();
     void zoomPrevious();
     void resizeView(imaging::Size client);
-    // Flattened anew when the drawing or the zoom ask for it.
+    /// Flattened anew when the drawing or the zoom ask for it.
     const Scene& scene();
-    TypefaceCache& typefaces() { return typefaces_; }
+    TypefaceCache& typefaces() { return m_typefaces; }
 
-    // --- Selection
-    const std::set<drawing::Handle>& selected() const { return selected_; }
+    /// --- Selection
+    const std::set<drawing::Handle>& selected() const { return m_selected; }
     std::vector<drawing::Handle> latestSelection() const;
     void select(const std::vector<drawing::Handle>& entities);
     void selectAll();
     void clearSelection();
 
-    // --- Overlay: what is drawn over the picture while the user points.
+    /// --- Overlay: what is drawn over the picture while the user points.
     struct Overlay
     {
         Prompt::Rubber rubber = Prompt::Rubber::none;
@@ -175,9 +175,9 @@ public:
         bool crossing = false;
     };
     std::optional<Overlay> overlay() const;
-    // A run of points that a command has gathered so far, in drawing units.
+    /// A run of points that a command has gathered so far, in drawing units.
     void showPending(std::vector<Vec2> points);
-    const std::vector<Vec2>& pending() const { return pending_; }
+    const std::vector<Vec2>& pending() const { return m_pending; }
 
 private:
     struct Waiting
@@ -198,30 +198,30 @@ private:
     void drawingOpened();
     void forgetDrawing();
 
-    EditorWindows& windows_;
-    InputQueue queue_;
-    std::wstring lastCommand_, runningName_;
-    int running_ = 0;
-    Waiting* waiting_ = nullptr;
-    std::deque<Reply>* answers_ = nullptr; // given beforehand to the command that runs
+    EditorWindows& m_windows;
+    InputQueue m_queue;
+    std::wstring m_lastCommand, m_runningName;
+    int m_running = 0;
+    Waiting* m_waiting = nullptr;
+    std::deque<Reply>* m_answers = nullptr; // given beforehand to the command that runs
 
-    ViewTransform view_;
-    std::vector<ViewTransform> formerViews_;
-    TypefaceCache typefaces_;
-    Scene scene_;
-    bool sceneStale_ = true;
+    ViewTransform m_view;
+    std::vector<ViewTransform> m_formerViews;
+    TypefaceCache m_typefaces;
+    Scene m_scene;
+    bool m_sceneStale = true;
 
-    EditHistory history_;
-    bool modified_ = false;
-    Vec2 lastPoint_;
-    Vec2 cursor_; // view pixels
+    EditHistory m_history;
+    bool m_modified = false;
+    Vec2 m_lastPoint;
+    Vec2 m_cursor; // view pixels
 
-    std::set<drawing::Handle> selected_;
-    std::vector<drawing::Handle> latestSelection_;
-    std::vector<Vec2> pending_;
-    std::optional<Vec2> windowCorner_; // drawing point
-    Vec2 pressedAt_;                   // view pixels
-    bool removeWithWindow_ = false;
+    std::set<drawing::Handle> m_selected;
+    std::vector<drawing::Handle> m_latestSelection;
+    std::vector<Vec2> m_pending;
+    std::optional<Vec2> m_windowCorner; // drawing point
+    Vec2 m_pressedAt;                   // view pixels
+    bool m_removeWithWindow = false;
 };
 
 } // namespace desk

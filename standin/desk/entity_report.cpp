@@ -1,10 +1,10 @@
 #include "standin/desk/entity_report.h"
 
-#include "standin/desk/coordinate_input.h"
-#include "standin/desk/text_encoding.h"
-
 #include <cmath>
 #include <cwchar>
+
+#include "standin/desk/coordinate_input.h"
+#include "standin/desk/text_encoding.h"
 
 namespace desk {
 namespace {

@@ -1,8 +1,7 @@
 #include "standin/desk/file_dialogs.h"
 
-#include <vector>
-
 #include <commdlg.h>
+#include <vector>
 
 namespace desk {
 namespace {

@@ -1,10 +1,10 @@
 #include "standin/desk/glyph_outlines.h"
 
-#include "standin/desk/command_input.h"
-#include "standin/desk/text_encoding.h"
-
 #include <algorithm>
 #include <cstring>
+
+#include "standin/desk/command_input.h"
+#include "standin/desk/text_encoding.h"
 
 namespace desk {
 namespace {
@@ -88,7 +88,7 @@ std::vector<std::vector<Vec2>> contoursOf(const std::vector<std::byte>& data)
 
 } // namespace
 
-Typeface::Typeface(const std::wstring& family) : context_(CreateCompatibleDC(nullptr))
+Typeface::Typeface(const std::wstring& family) : m_context(CreateCompatibleDC(nullptr))
 {
     LOGFONTW description{};
     description.lfHeight = -outlineHeight;
@@ -96,29 +96,29 @@ Typeface::Typeface(const std::wstring& family) : context_(CreateCompatibleDC(nul
     description.lfCharSet = DEFAULT_CHARSET;
     description.lfOutPrecision = OUT_TT_ONLY_PRECIS;
     wcsncpy(description.lfFaceName, family.c_str(), LF_FACESIZE - 1);
-    font_ = CreateFontIndirectW(&description);
-    formerFont_ = SelectObject(context_, font_);
+    m_font = CreateFontIndirectW(&description);
+    m_formerFont = SelectObject(m_context, m_font);
     const Glyph& capital = glyph(L'H');
     double height = 0;
     for (const auto& contour : capital.contours) {
         for (const Vec2 point : contour)
             height = std::max(height, point.y);
     }
-    capitalHeight_ = height > 0 ? height : outlineHeight * 0.7;
-    glyphs_.clear();
+    m_capitalHeight = height > 0 ? height : outlineHeight * 0.7;
+    m_glyphs.clear();
 }
 
 Typeface::~Typeface()
 {
-    SelectObject(context_, formerFont_);
-    DeleteObject(font_);
-    DeleteDC(context_);
+    SelectObject(m_context, m_formerFont);
+    DeleteObject(m_font);
+    DeleteDC(m_context);
 }
 
 const Glyph& Typeface::glyph(wchar_t character)
 {
-    const auto found = glyphs_.find(character);
-    return found != glyphs_.end() ? found->second : glyphs_.emplace(character, fetch(character)).first->second;
+    const auto found = m_glyphs.find(character);
+    return found != m_glyphs.end() ? found->second : m_glyphs.emplace(character, fetch(character)).first->second;
 }
 
 Glyph Typeface::fetch(wchar_t character) const
@@ -126,17 +126,17 @@ Glyph Typeface::fetch(wchar_t character) const
     const MAT2 identity{{0, 1}, {0, 0}, {0, 0}, {0, 1}};
     GLYPHMETRICS metrics{};
     Glyph glyph;
-    const DWORD size = GetGlyphOutlineW(context_, character, GGO_NATIVE, &metrics, 0, nullptr, &identity);
+    const DWORD size = GetGlyphOutlineW(m_context, character, GGO_NATIVE, &metrics, 0, nullptr, &identity);
     if (size != GDI_ERROR && size > 0) {
         std::vector<std::byte> data(size);
-        if (GetGlyphOutlineW(context_, character, GGO_NATIVE, &metrics, size, data.data(), &identity) != GDI_ERROR)
+        if (GetGlyphOutlineW(m_context, character, GGO_NATIVE, &metrics, size, data.data(), &identity) != GDI_ERROR)
             glyph.contours = contoursOf(data);
     }
     for (auto& contour : glyph.contours) {
         for (Vec2& point : contour)
-            point = point * (1 / capitalHeight_);
+            point = point * (1 / m_capitalHeight);
     }
-    glyph.advance = (size == GDI_ERROR ? outlineHeight / 2 : metrics.gmCellIncX) / capitalHeight_;
+    glyph.advance = (size == GDI_ERROR ? outlineHeight / 2 : metrics.gmCellIncX) / m_capitalHeight;
     return glyph;
 }
 
@@ -159,7 +159,7 @@ Typeface& TypefaceCache::forFontFile(const std::string& fontFile)
     stem = stem.substr(0, stem.find(L'.'));
     const auto known = families.find(stem);
     const std::wstring family = known != families.end() ? known->second : L"DejaVu Sans";
-    auto& typeface = byFamily_[family];
+    auto& typeface = m_byFamily[family];
     if (!typeface)
         typeface = std::make_unique<Typeface>(family);
     return *typeface;

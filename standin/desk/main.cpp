@@ -1,16 +1,16 @@
 // The drawing desk: starts the window, loads modules, opens the drawing, plays the script.
 
+#include <windows.h>
+#include <memory>
+#include <shellapi.h>
+#include <vector>
+
 #include "standin/afx/afx.h"
 #include "standin/desk/main_frame.h"
 #include "standin/desk/options.h"
 #include "standin/desk/script_console.h"
 #include "standin/desk/script_player.h"
 #include "standin/desk/text_encoding.h"
-
-#include <memory>
-#include <vector>
-
-#include <shellapi.h>
 
 namespace {
 
@@ -37,11 +37,11 @@ private:
     bool begin();
     void playScript(std::vector<desk::script::Step> steps);
 
-    desk::Options options_;
-    desk::MainFrame* frame_ = nullptr;
-    std::unique_ptr<desk::script::Console> console_;
-    std::unique_ptr<desk::script::Player> player_;
-    int status_ = 0;
+    desk::Options m_options;
+    desk::MainFrame* m_frame = nullptr;
+    std::unique_ptr<desk::script::Console> m_console;
+    std::unique_ptr<desk::script::Player> m_player;
+    int m_status = 0;
 };
 
 DeskApp theDesk;
@@ -51,84 +51,84 @@ bool DeskApp::begin()
 {
     bool done = true;
     for (const std::wstring& failure : standin::loadStartupModules())
-        frame_->commandPanel().print(failure);
-    for (const auto& module : options_.modules) {
+        m_frame->commandPanel().print(failure);
+    for (const auto& module : m_options.modules) {
         if (const auto failure = standin::loadModule(module)) {
-            frame_->commandPanel().print(*failure);
+            m_frame->commandPanel().print(*failure);
             done = false;
         }
     }
-    const bool opened = frame_->editor().openDrawing(
-        options_.drawing.empty() ? std::filesystem::path() : std::filesystem::absolute(options_.drawing));
+    const bool opened = m_frame->editor().openDrawing(
+        m_options.drawing.empty() ? std::filesystem::path() : std::filesystem::absolute(m_options.drawing));
     return done && opened;
 }
 
 void DeskApp::playScript(std::vector<desk::script::Step> steps)
 {
     desk::script::Player::Limits limits;
-    limits.run = options_.runLimitSeconds * 1000;
-    player_ = std::make_unique<desk::script::Player>(*frame_, *console_, limits);
-    player_->start(std::move(steps));
+    limits.run = m_options.runLimitSeconds * 1000;
+    m_player = std::make_unique<desk::script::Player>(*m_frame, *m_console, limits);
+    m_player->start(std::move(steps));
 }
 
 BOOL DeskApp::InitInstance()
 {
     std::vector<desk::script::Step> steps;
     try {
-        options_ = desk::parseOptions(programArguments());
-        console_ = std::make_unique<desk::script::Console>(options_.log);
-        if (options_.help) {
-            console_->line(desk::usage);
+        m_options = desk::parseOptions(programArguments());
+        m_console = std::make_unique<desk::script::Console>(m_options.log);
+        if (m_options.help) {
+            m_console->line(desk::usage);
             return FALSE;
         }
-        if (!options_.script.empty())
-            steps = desk::script::load(options_.script);
+        if (!m_options.script.empty())
+            steps = desk::script::load(m_options.script);
     } catch (const std::exception& error) {
-        if (!console_)
-            console_ = std::make_unique<desk::script::Console>(std::filesystem::path());
-        console_->line(desk::fromUtf8(error.what()));
-        status_ = static_cast<int>(Outcome::badScript);
+        if (!m_console)
+            m_console = std::make_unique<desk::script::Console>(std::filesystem::path());
+        m_console->line(desk::fromUtf8(error.what()));
+        m_status = static_cast<int>(Outcome::badScript);
         return FALSE;
     }
 
     SetRegistryKey(L"Orvolabs");
-    frame_ = new desk::MainFrame;
-    if (!frame_->create(options_.width, options_.height)) {
-        console_->line(L"The main window can't be made.");
-        status_ = static_cast<int>(Outcome::badScript);
+    m_frame = new desk::MainFrame;
+    if (!m_frame->create(m_options.width, m_options.height)) {
+        m_console->line(L"The main window can't be made.");
+        m_status = static_cast<int>(Outcome::badScript);
         return FALSE;
     }
-    m_pMainWnd = frame_;
-    frame_->ShowWindow(SW_SHOW);
-    frame_->UpdateWindow();
+    m_pMainWnd = m_frame;
+    m_frame->ShowWindow(SW_SHOW);
+    m_frame->UpdateWindow();
     // Nobody is there to close a box before the script has begun.
-    frame_->setAlertsShown(options_.script.empty());
+    m_frame->setAlertsShown(m_options.script.empty());
     const bool begun = begin();
-    frame_->setAlertsShown(true);
-    if (options_.script.empty())
+    m_frame->setAlertsShown(true);
+    if (m_options.script.empty())
         return TRUE;
     if (begun) {
         playScript(std::move(steps));
     } else {
-        console_->line(L"The script was not played:\n" + frame_->commandPanel().transcript());
-        status_ = static_cast<int>(Outcome::badScript);
-        frame_->PostMessage(desk::MainFrame::endOfScriptMessage);
+        m_console->line(L"The script was not played:\n" + m_frame->commandPanel().transcript());
+        m_status = static_cast<int>(Outcome::badScript);
+        m_frame->PostMessage(desk::MainFrame::endOfScriptMessage);
     }
     return TRUE;
 }
 
 int DeskApp::ExitInstance()
 {
-    if (player_) {
+    if (m_player) {
         // The run may only now notice that the desk is gone.
-        desk::script::Player& player = *player_;
+        desk::script::Player& player = *m_player;
         player.finish();
-        status_ = static_cast<int>(player.outcome());
-        player_.reset();
+        m_status = static_cast<int>(player.outcome());
+        m_player.reset();
     }
-    console_.reset();
+    m_console.reset();
     CWinApp::ExitInstance();
-    return status_;
+    return m_status;
 }
 
 } // namespace

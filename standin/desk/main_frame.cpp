@@ -1,12 +1,11 @@
 #include "standin/desk/main_frame.h"
 
+#include <map>
+#include <windowsx.h>
+
 #include "standin/desk/coordinate_input.h"
 #include "standin/desk/crosshair.h"
 #include "standin/desk/desk_resources.h"
-
-#include <map>
-
-#include <windowsx.h>
 
 namespace desk {
 namespace {
@@ -49,16 +48,17 @@ ON_UPDATE_COMMAND_UI_RANGE(ID_DESK_FIRST, ID_DESK_LAST, &MainFrame::onUpdateDesk
 END_MESSAGE_MAP()
 
 MainFrame::MainFrame()
-    : editor_(*this), commandPanel_(fonts_, {[this] { editor_.enterKey(); }, [this] { return editor_.blanksAreText(); },
-                                             [this] { editor_.escapeKey(); }, [this] { RecalcLayout(); }}),
-      statusPanel_(fonts_, [this] { onDeskCommand(ID_DESK_TOGGLE_SPACE); })
+    : m_editor(*this),
+      m_commandPanel(m_fonts, {[this] { m_editor.enterKey(); }, [this] { return m_editor.blanksAreText(); },
+                               [this] { m_editor.escapeKey(); }, [this] { RecalcLayout(); }}),
+      m_statusPanel(m_fonts, [this] { onDeskCommand(ID_DESK_TOGGLE_SPACE); })
 {}
 
 MainFrame::~MainFrame()
 {
     standin::setDeskServices(nullptr);
-    DestroyIcon(bigIcon_);
-    DestroyIcon(smallIcon_);
+    DestroyIcon(m_bigIcon);
+    DestroyIcon(m_smallIcon);
 }
 
 bool MainFrame::create(int width, int height)
@@ -66,19 +66,19 @@ bool MainFrame::create(int width, int height)
     if (!LoadFrame(IDR_DESK, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN))
         return false;
     SetWindowText(programName);
-    bigIcon_ = makeProgramIcon(32);
-    smallIcon_ = makeProgramIcon(16);
-    SetIcon(bigIcon_, TRUE);
-    SetIcon(smallIcon_, FALSE);
+    m_bigIcon = makeProgramIcon(32);
+    m_smallIcon = makeProgramIcon(16);
+    SetIcon(m_bigIcon, TRUE);
+    SetIcon(m_smallIcon, FALSE);
     // One drawing fills the client area: nothing to scroll, and no edge around it.
     CWnd* const client = CWnd::FromHandle(m_hWndMDIClient);
     client->ModifyStyle(WS_HSCROLL | WS_VSCROLL, 0, SWP_FRAMECHANGED);
     client->ModifyStyleEx(WS_EX_CLIENTEDGE, 0, SWP_FRAMECHANGED);
     // The status line first: it lies at the very foot, the command line above it, docked bars above both.
-    if (!statusPanel_.Create(this) || !commandPanel_.Create(this))
+    if (!m_statusPanel.Create(this) || !m_commandPanel.Create(this))
         return false;
     EnableDocking(CBRS_ALIGN_ANY);
-    dark_ = AfxGetApp()->GetProfileInt(L"View", L"DarkGround", 0) != 0;
+    m_dark = AfxGetApp()->GetProfileInt(L"View", L"DarkGround", 0) != 0;
     standin::setDeskServices(this);
     MoveWindow(0, 0, width, height);
     RecalcLayout();
@@ -97,38 +97,38 @@ void MainFrame::RecalcLayout(BOOL bNotify)
 // The one drawing window fills the client area without a frame of its own.
 void MainFrame::fitDrawingWindow()
 {
-    if (child_ == nullptr || m_hWndMDIClient == nullptr)
+    if (m_child == nullptr || m_hWndMDIClient == nullptr)
         return;
     CRect client;
     ::GetClientRect(m_hWndMDIClient, &client);
-    child_->MoveWindow(&client);
+    m_child->MoveWindow(&client);
 }
 
 void MainFrame::openDrawingWindow()
 {
-    if (view_ != nullptr)
+    if (m_view != nullptr)
         return;
-    child_ = new CMDIChildWnd;
-    child_->Create(nullptr, L"Drawing", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, CRect(0, 0, 100, 100), this);
-    child_->ModifyStyle(WS_CAPTION | WS_THICKFRAME | WS_SYSMENU | WS_MINIMIZEBOX | WS_MAXIMIZEBOX | WS_BORDER, 0,
-                        SWP_FRAMECHANGED);
-    child_->ModifyStyleEx(WS_EX_CLIENTEDGE | WS_EX_WINDOWEDGE, 0, SWP_FRAMECHANGED);
-    view_ = new DrawingView(
-        editor_, dark_ ? Palette::dark() : Palette::light(), [this](wchar_t key) { commandPanel_.type(key); },
+    m_child = new CMDIChildWnd;
+    m_child->Create(nullptr, L"Drawing", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, CRect(0, 0, 100, 100), this);
+    m_child->ModifyStyle(WS_CAPTION | WS_THICKFRAME | WS_SYSMENU | WS_MINIMIZEBOX | WS_MAXIMIZEBOX | WS_BORDER, 0,
+                         SWP_FRAMECHANGED);
+    m_child->ModifyStyleEx(WS_EX_CLIENTEDGE | WS_EX_WINDOWEDGE, 0, SWP_FRAMECHANGED);
+    m_view = new DrawingView(
+        m_editor, m_dark ? Palette::dark() : Palette::light(), [this](wchar_t key) { m_commandPanel.type(key); },
         [this](Vec2 at) { hovered(at); });
-    view_->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 100, 100), child_, AFX_IDW_PANE_FIRST);
-    child_->SetActiveView(view_);
+    m_view->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 100, 100), m_child, AFX_IDW_PANE_FIRST);
+    m_child->SetActiveView(m_view);
     RecalcLayout();
-    child_->RecalcLayout();
-    view_->SetFocus();
+    m_child->RecalcLayout();
+    m_view->SetFocus();
 }
 
 void MainFrame::closeDrawingWindow()
 {
-    if (child_ == nullptr)
+    if (m_child == nullptr)
         return;
-    view_ = nullptr;
-    std::exchange(child_, nullptr)->MDIDestroy();
+    m_view = nullptr;
+    std::exchange(m_child, nullptr)->MDIDestroy();
 }
 
 // --- Messages ---
@@ -137,8 +137,8 @@ LRESULT MainFrame::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
     case processInputMessage:
-        wakePosted_ = false;
-        editor_.processInput();
+        m_wakePosted = false;
+        m_editor.processInput();
         return 0;
     case WM_CLOSE:
         onClose();
@@ -153,8 +153,8 @@ LRESULT MainFrame::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         closeAtOnce();
         return 0;
     case WM_SETFOCUS:
-        if (view_ != nullptr)
-            view_->SetFocus();
+        if (m_view != nullptr)
+            m_view->SetFocus();
         return 0;
     }
     return CMDIFrameWnd::WindowProc(message, wParam, lParam);
@@ -163,10 +163,10 @@ LRESULT MainFrame::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 // The wheel goes to what lies under the mouse, wherever the keyboard is.
 BOOL MainFrame::PreTranslateMessage(MSG* pMsg)
 {
-    if (pMsg->message == WM_MOUSEWHEEL && view_ != nullptr && pMsg->hwnd != view_->m_hWnd) {
+    if (pMsg->message == WM_MOUSEWHEEL && m_view != nullptr && pMsg->hwnd != m_view->m_hWnd) {
         const POINT at{GET_X_LPARAM(pMsg->lParam), GET_Y_LPARAM(pMsg->lParam)};
-        if (::WindowFromPoint(at) == view_->m_hWnd) {
-            view_->SendMessage(WM_MOUSEWHEEL, pMsg->wParam, pMsg->lParam);
+        if (::WindowFromPoint(at) == m_view->m_hWnd) {
+            m_view->SendMessage(WM_MOUSEWHEEL, pMsg->wParam, pMsg->lParam);
             return TRUE;
         }
     }
@@ -181,25 +181,25 @@ void MainFrame::onDeskCommand(UINT id)
         return;
     case ID_DESK_SELECT_ALL:
         if (standin::drawingOpen())
-            editor_.selectAll();
+            m_editor.selectAll();
         return;
     case ID_DESK_SELECT_NONE:
-        editor_.clearSelection();
+        m_editor.clearSelection();
         return;
     case ID_DESK_DARK_GROUND:
         toggleGround();
         return;
     case ID_DESK_TRANSCRIPT:
-        commandPanel_.toggleHeight();
+        m_commandPanel.toggleHeight();
         return;
     case ID_DESK_TOGGLE_SPACE:
-        editor_.post(L"CANCELCMD");
-        editor_.post(editor_.inModelSpace() ? L"layout " : L"model ");
+        m_editor.post(L"CANCELCMD");
+        m_editor.post(m_editor.inModelSpace() ? L"layout " : L"model ");
         return;
     }
     if (const auto typed = typedByMenu.find(id); typed != typedByMenu.end()) {
-        editor_.post(L"CANCELCMD");
-        editor_.post(typed->second);
+        m_editor.post(L"CANCELCMD");
+        m_editor.post(typed->second);
     }
 }
 
@@ -219,11 +219,11 @@ void MainFrame::onUpdateDeskCommand(CCmdUI* item)
         item->Enable(!standin::loadedModules().empty());
         break;
     case ID_DESK_DARK_GROUND:
-        item->SetCheck(dark_ ? 1 : 0);
+        item->SetCheck(m_dark ? 1 : 0);
         break;
     case ID_DESK_TOGGLE_SPACE:
         item->Enable(open);
-        item->SetCheck(open && !editor_.inModelSpace() ? 1 : 0);
+        item->SetCheck(open && !m_editor.inModelSpace() ? 1 : 0);
         break;
     default:
         item->Enable(open);
@@ -232,36 +232,36 @@ void MainFrame::onUpdateDeskCommand(CCmdUI* item)
 
 void MainFrame::onClose()
 {
-    if (editor_.commandRunning()) {
-        if (!editor_.idle())
+    if (m_editor.commandRunning()) {
+        if (!m_editor.idle())
             return; // a module is at work
-        editor_.cancelCommand();
+        m_editor.cancelCommand();
         PostMessage(WM_CLOSE);
         return;
     }
-    if (editor_.mayDiscard())
+    if (m_editor.mayDiscard())
         shutDown();
 }
 
 // A command that waits for input is cancelled first, and the end comes once it has returned.
 void MainFrame::closeAtOnce()
 {
-    if (!editor_.commandRunning()) {
+    if (!m_editor.commandRunning()) {
         shutDown();
         return;
     }
-    editor_.cancelCommand();
+    m_editor.cancelCommand();
     SetTimer(endOfScriptTimer, 50, nullptr);
 }
 
 void MainFrame::shutDown()
 {
-    if (std::exchange(quitting_, true))
+    if (std::exchange(m_quitting, true))
         return;
-    editor_.closeDrawing();
+    m_editor.closeDrawing();
     standin::unloadAllModules();
-    if (closed_)
-        closed_();
+    if (m_closed)
+        m_closed();
     DestroyWindow();
 }
 
@@ -272,15 +272,15 @@ void MainFrame::close()
 
 void MainFrame::toggleGround()
 {
-    dark_ = !dark_;
-    AfxGetApp()->WriteProfileInt(L"View", L"DarkGround", dark_ ? 1 : 0);
-    if (view_ != nullptr)
-        view_->setPalette(dark_ ? Palette::dark() : Palette::light());
+    m_dark = !m_dark;
+    AfxGetApp()->WriteProfileInt(L"View", L"DarkGround", m_dark ? 1 : 0);
+    if (m_view != nullptr)
+        m_view->setPalette(m_dark ? Palette::dark() : Palette::light());
 }
 
 void MainFrame::hovered(Vec2 view)
 {
-    statusPanel_.showCoordinates(formatPoint(editor_.view().toDrawing(view)));
+    m_statusPanel.showCoordinates(formatPoint(m_editor.view().toDrawing(view)));
 }
 
 } // namespace desk

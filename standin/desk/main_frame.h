@@ -10,27 +10,27 @@
 
 namespace desk {
 
-// The desk's main window: menu, drawing window, command line and status line; it gives the host's API what it needs of
-// the desk. It deletes itself with its window.
+/// The desk's main window: menu, drawing window, command line and status line; it gives the host's API what it needs of
+/// the desk. It deletes itself with its window.
 class MainFrame : public CMDIFrameWnd, private EditorWindows, private standin::DeskServices
 {
 public:
     MainFrame();
     ~MainFrame() override;
 
-    // Posted when a script is over: the program ends without asking.
+    /// Posted when a script is over: the program ends without asking.
     static constexpr UINT endOfScriptMessage = WM_APP + 2;
 
     bool create(int width, int height);
-    // Without boxes, what is to be told stands in the transcript alone.
-    void setAlertsShown(bool shown) { alertsShown_ = shown; }
-    // Called just before the window goes.
-    void whenClosed(std::function<void()> closed) { closed_ = std::move(closed); }
+    /// Without boxes, what is to be told stands in the transcript alone.
+    void setAlertsShown(bool shown) { m_alertsShown = shown; }
+    /// Called just before the window goes.
+    void whenClosed(std::function<void()> closed) { m_closed = std::move(closed); }
 
-    Editor& editor() { return editor_; }
-    // Null while no drawing is open.
-    DrawingView* view() { return view_; }
-    CommandPanel& commandPanel() { return commandPanel_; }
+    Editor& editor() { return m_editor; }
+    /// Null while no drawing is open.
+    DrawingView* view() { return m_view; }
+    CommandPanel& commandPanel() { return m_commandPanel; }
 
     void RecalcLayout(BOOL bNotify = TRUE) override;
 
@@ -42,7 +42,7 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    // EditorWindows
+    /// EditorWindows
     void print(const std::wstring& line) override;
     void showPrompt(const std::wstring& prompt) override;
     std::wstring typedText() override;
@@ -63,9 +63,9 @@ private:
     void closeDrawingWindow() override;
     void reportFrameTimes() override;
 
-    // standin::DeskServices; alert serves both
+    /// standin::DeskServices; alert serves both
     CMDIFrameWnd* frame() override { return this; }
-    CView* drawingView() override { return view_; }
+    CView* drawingView() override { return m_view; }
     void postCommandText(const std::wstring& text) override;
     standin::ViewState viewState() override;
     void redraw() override;
@@ -80,18 +80,18 @@ private:
     void closeAtOnce();
     void shutDown();
 
-    UiFonts fonts_;
-    Editor editor_;
-    CommandPanel commandPanel_;
-    StatusPanel statusPanel_;
-    CMDIChildWnd* child_ = nullptr;
-    DrawingView* view_ = nullptr;
-    std::function<void()> closed_;
-    bool dark_ = false;
-    bool wakePosted_ = false;
-    bool quitting_ = false;
-    bool alertsShown_ = true;
-    HICON bigIcon_ = nullptr, smallIcon_ = nullptr;
+    UiFonts m_fonts;
+    Editor m_editor;
+    CommandPanel m_commandPanel;
+    StatusPanel m_statusPanel;
+    CMDIChildWnd* m_child = nullptr;
+    DrawingView* m_view = nullptr;
+    std::function<void()> m_closed;
+    bool m_dark = false;
+    bool m_wakePosted = false;
+    bool m_quitting = false;
+    bool m_alertsShown = true;
+    HICON m_bigIcon = nullptr, m_smallIcon = nullptr;
 };
 
 } // namespace desk

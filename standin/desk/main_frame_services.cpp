@@ -32,28 +32,28 @@ Reply replyOf(const standin::CommandArgument& argument)
 
 void MainFrame::print(const std::wstring& line)
 {
-    commandPanel_.print(line);
+    m_commandPanel.print(line);
 }
 
 void MainFrame::showPrompt(const std::wstring& prompt)
 {
-    commandPanel_.showPrompt(prompt);
+    m_commandPanel.showPrompt(prompt);
 }
 
 std::wstring MainFrame::typedText()
 {
-    return commandPanel_.typedText();
+    return m_commandPanel.typedText();
 }
 
 void MainFrame::setTypedText(const std::wstring& text)
 {
-    commandPanel_.setTypedText(text);
+    m_commandPanel.setTypedText(text);
 }
 
 void MainFrame::drawingChanged()
 {
-    if (view_ != nullptr)
-        view_->repaintScene();
+    if (m_view != nullptr)
+        m_view->repaintScene();
 }
 
 void MainFrame::viewChanged()
@@ -63,8 +63,8 @@ void MainFrame::viewChanged()
 
 void MainFrame::overlayChanged()
 {
-    if (view_ != nullptr)
-        view_->repaintOverlay();
+    if (m_view != nullptr)
+        m_view->repaintOverlay();
 }
 
 void MainFrame::stateChanged()
@@ -72,20 +72,20 @@ void MainFrame::stateChanged()
     const auto path = standin::drawingPath();
     const std::wstring drawing = path.empty() ? L"Untitled" : path.filename().wstring();
     SetWindowText(standin::drawingOpen() ? (drawing + L" - " + programName).c_str() : programName);
-    statusPanel_.showSpace(!standin::drawingOpen() ? L"" : editor_.inModelSpace() ? L"MODEL" : L"LAYOUT");
-    const std::size_t picked = editor_.selected().size();
-    if (editor_.commandRunning()) {
-        statusPanel_.showState(editor_.runningCommand());
+    m_statusPanel.showSpace(!standin::drawingOpen() ? L"" : m_editor.inModelSpace() ? L"MODEL" : L"LAYOUT");
+    const std::size_t picked = m_editor.selected().size();
+    if (m_editor.commandRunning()) {
+        m_statusPanel.showState(m_editor.runningCommand());
     } else if (picked > 0) {
-        statusPanel_.showState(std::to_wstring(picked) + (picked == 1 ? L" object selected" : L" objects selected"));
+        m_statusPanel.showState(std::to_wstring(picked) + (picked == 1 ? L" object selected" : L" objects selected"));
     } else {
-        statusPanel_.showState(standin::drawingOpen() ? L"Ready" : L"No drawing is open");
+        m_statusPanel.showState(standin::drawingOpen() ? L"Ready" : L"No drawing is open");
     }
 }
 
 void MainFrame::wake()
 {
-    if (!std::exchange(wakePosted_, true))
+    if (!std::exchange(m_wakePosted, true))
         PostMessage(processInputMessage);
 }
 
@@ -122,7 +122,7 @@ int MainFrame::askToSave(const std::wstring& drawing)
 void MainFrame::alert(const std::wstring& text)
 {
     print(text);
-    if (alertsShown_)
+    if (m_alertsShown)
         AfxMessageBox(text.c_str(), MB_OK | MB_ICONEXCLAMATION);
 }
 
@@ -140,9 +140,9 @@ void MainFrame::showHelp()
 
 void MainFrame::reportFrameTimes()
 {
-    if (view_ == nullptr)
+    if (m_view == nullptr)
         return;
-    const FrameTimes times = view_->takeFrameTimes();
+    const FrameTimes times = m_view->takeFrameTimes();
     print(std::to_wstring(times.frames) + L" paintings, average " +
           formatNumber(times.frames > 0 ? times.total / times.frames : 0) + L" ms, longest " +
           formatNumber(times.longest) + L" ms");
@@ -152,28 +152,28 @@ void MainFrame::reportFrameTimes()
 
 void MainFrame::postCommandText(const std::wstring& text)
 {
-    editor_.post(text);
+    m_editor.post(text);
 }
 
 standin::ViewState MainFrame::viewState()
 {
-    const ViewTransform& view = editor_.view();
+    const ViewTransform& view = m_editor.view();
     return {view.client().width, view.client().height, {view.centre().x, view.centre().y, 0}, view.height()};
 }
 
 void MainFrame::redraw()
 {
-    editor_.drawingChanged();
+    m_editor.drawingChanged();
 }
 
 std::optional<std::vector<standin::Handle>> MainFrame::selectEntities()
 {
-    return editor_.askEntities(L"Select objects:");
+    return m_editor.askEntities(L"Select objects:");
 }
 
 std::vector<standin::Handle> MainFrame::currentSelection()
 {
-    return editor_.latestSelection();
+    return m_editor.latestSelection();
 }
 
 bool MainFrame::runDeskCommand(const std::vector<standin::CommandArgument>& arguments)
@@ -184,7 +184,7 @@ bool MainFrame::runDeskCommand(const std::vector<standin::CommandArgument>& argu
     std::deque<Reply> answers;
     for (std::size_t i = 1; i < arguments.size(); ++i)
         answers.push_back(replyOf(arguments[i]));
-    return editor_.runDeskCommand(*name, std::move(answers));
+    return m_editor.runDeskCommand(*name, std::move(answers));
 }
 
 } // namespace desk

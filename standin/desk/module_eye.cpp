@@ -1,11 +1,11 @@
 #include "standin/desk/module_eye.h"
 
+#include <cmath>
+#include <map>
+
 #include "standin/desk/frame_pattern.h"
 #include "standin/desk/script_windows.h"
 #include "standin/host.h"
-
-#include <cmath>
-#include <map>
 
 namespace desk::script {
 namespace {
@@ -79,15 +79,15 @@ imaging::Rect viewRect(const SceneImage& image, imaging::Size pixels, const imag
 bool ModuleEye::rasterIsCurrent() const
 {
     ToolbarButton button{};
-    foothold_.ask([&] { button = findToolbarButton(foothold_.threadId(), saveRasterButton); });
+    m_foothold.ask([&] { button = findToolbarButton(m_foothold.threadId(), saveRasterButton); });
     return button.toolbar != nullptr ? button.enabled : seesRasterFrame();
 }
 
 bool ModuleEye::seesRasterFrame() const
 {
-    foothold_.ask([&] {
-        if (frame_.view() != nullptr)
-            frame_.view()->RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+    m_foothold.ask([&] {
+        if (m_frame.view() != nullptr)
+            m_frame.view()->RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
     });
     Sleep(framesSettle);
     return bestFrame(rasterPatternBitmap, std::nullopt) >= enoughOfFrame;
@@ -96,18 +96,18 @@ bool ModuleEye::seesRasterFrame() const
 double ModuleEye::bestFrame(int patternBitmap, const std::optional<imaging::Rect>& box) const
 {
     double best = 0;
-    foothold_.ask([&] {
+    m_foothold.ask([&] {
         const auto pattern = patternOf(patternBitmap);
-        if (!pattern || frame_.view() == nullptr)
+        if (!pattern || m_frame.view() == nullptr)
             return;
-        const ViewPicture picture = pictureOf(*frame_.view());
-        for (const SceneItem& item : frame_.editor().scene().items()) {
+        const ViewPicture picture = pictureOf(*m_frame.view());
+        for (const SceneItem& item : m_frame.editor().scene().items()) {
             const auto* image = std::get_if<SceneImage>(&item.shape);
             const auto bitmap = image ? standin::imagePixels(image->image) : nullptr;
             if (!bitmap)
                 continue;
             const imaging::Rect pixels = box.value_or(imaging::Rect::of(bitmap->size()));
-            const imaging::Rect outline = viewRect(*image, bitmap->size(), pixels, frame_.editor().view());
+            const imaging::Rect outline = viewRect(*image, bitmap->size(), pixels, m_frame.editor().view());
             best = std::max(best, outlineMatch(picture, outline, *pattern));
         }
     });
@@ -118,17 +118,17 @@ bool ModuleEye::toolHoldsMouse() const
 {
     HWND view = nullptr;
     unsigned before = 0, after = 0;
-    foothold_.ask([&] {
-        if (frame_.view() != nullptr) {
-            view = frame_.view()->m_hWnd;
-            before = frame_.view()->mouseMoves();
+    m_foothold.ask([&] {
+        if (m_frame.view() != nullptr) {
+            view = m_frame.view()->m_hWnd;
+            before = m_frame.view()->mouseMoves();
         }
     });
     if (view == nullptr)
         return false;
-    hand_.move(view, mouse_, held_);
-    foothold_.waitForPosted();
-    foothold_.ask([&] { after = frame_.view() != nullptr ? frame_.view()->mouseMoves() : before + 1; });
+    m_hand.move(view, m_mouse, m_held);
+    m_foothold.waitForPosted();
+    m_foothold.ask([&] { after = m_frame.view() != nullptr ? m_frame.view()->mouseMoves() : before + 1; });
     return after == before;
 }
 
@@ -138,9 +138,9 @@ bool ModuleEye::sees(int tool, std::wstring& seen) const
     int pressed = 0;
     bool toolbar = false;
     const bool current = rasterIsCurrent();
-    foothold_.ask([&] {
+    m_foothold.ask([&] {
         for (const auto& [id, number] : toolButtons) {
-            const ToolbarButton button = findToolbarButton(foothold_.threadId(), number);
+            const ToolbarButton button = findToolbarButton(m_foothold.threadId(), number);
             toolbar = toolbar || button.toolbar != nullptr;
             if (button.checked && (id != 1 || !current))
                 pressed = id;
@@ -171,10 +171,10 @@ bool ModuleEye::seesAnySelection() const
 {
     Sleep(framesSettle);
     bool any = false;
-    foothold_.ask([&] {
+    m_foothold.ask([&] {
         const auto pattern = patternOf(selectionPatternBitmap);
-        if (pattern && frame_.view() != nullptr)
-            any = holdsPatternRun(pictureOf(*frame_.view()), *pattern);
+        if (pattern && m_frame.view() != nullptr)
+            any = holdsPatternRun(pictureOf(*m_frame.view()), *pattern);
     });
     return any;
 }

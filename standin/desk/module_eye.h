@@ -1,58 +1,58 @@
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include "imaging/geometry.h"
 #include "standin/desk/main_frame.h"
 #include "standin/desk/script_foothold.h"
 #include "standin/desk/script_hand.h"
 
-#include <optional>
-#include <string>
-
 namespace desk::script {
 
-// Tells what state the raster module is in from what a draughtsman can see and feel of it, so that the module need not
-// offer anything for the sake of scripts: which of its buttons are enabled or pressed, whether the mouse still reaches
-// the drawing view, and where its crawling frames run on the view.
+/// Tells what state the raster module is in from what a draughtsman can see and feel of it, so that the module need not
+/// offer anything for the sake of scripts: which of its buttons are enabled or pressed, whether the mouse still reaches
+/// the drawing view, and where its crawling frames run on the view.
 class ModuleEye
 {
 public:
     ModuleEye(MainFrame& frame, const Foothold& foothold, const Hand& hand)
-        : frame_(frame), foothold_(foothold), hand_(hand)
+        : m_frame(frame), m_foothold(foothold), m_hand(hand)
     {}
 
-    // Where the mouse was last, in view pixels, and what was held there.
+    /// Where the mouse was last, in view pixels, and what was held there.
     void noteMouse(POINT view, Held held)
     {
-        mouse_ = view;
-        held_ = held;
+        m_mouse = view;
+        m_held = held;
     }
 
     // All of it is called from the script thread and takes a moment.
 
-    // A raster is current exactly when the button to save it is enabled; without a toolbar, when a frame crawls about
-    // an image of the drawing again after the view was painted anew.
+    /// A raster is current exactly when the button to save it is enabled; without a toolbar, when a frame crawls about
+    /// an image of the drawing again after the view was painted anew.
     bool rasterIsCurrent() const;
 
-    // Moves the mouse where it is already: a tool's hook keeps the message from the view.
+    /// Moves the mouse where it is already: a tool's hook keeps the message from the view.
     bool toolHoldsMouse() const;
-    // Tools 1 to 5 show by their pressed buttons. The others have none: any of them is seen when a tool holds the mouse
-    // and no button is pressed. `seen` says what was seen instead.
+    /// Tools 1 to 5 show by their pressed buttons. The others have none: any of them is seen when a tool holds the
+    /// mouse and no button is pressed. `seen` says what was seen instead.
     bool sees(int tool, std::wstring& seen) const;
-    // The selection's frame around the box of image pixels, on the image where it fits.
+    /// The selection's frame around the box of image pixels, on the image where it fits.
     bool seesSelection(const imaging::Rect& pixels, std::wstring& seen) const;
     bool seesAnySelection() const;
 
 private:
     bool seesRasterFrame() const;
-    // How much of a box's outline runs along a frame of that pattern, on the image where it fits best: 0 to 1. The box
-    // is in image pixels; without one it is the whole image.
+    /// How much of a box's outline runs along a frame of that pattern, on the image where it fits best: 0 to 1. The box
+    /// is in image pixels; without one it is the whole image.
     double bestFrame(int patternBitmap, const std::optional<imaging::Rect>& box) const;
 
-    MainFrame& frame_;
-    const Foothold& foothold_;
-    const Hand& hand_;
-    POINT mouse_{0, 0};
-    Held held_;
+    MainFrame& m_frame;
+    const Foothold& m_foothold;
+    const Hand& m_hand;
+    POINT m_mouse{0, 0};
+    Held m_held;
 };
 
 } // namespace desk::script

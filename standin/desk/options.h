@@ -7,7 +7,7 @@
 
 namespace desk {
 
-// What the program was started with.
+/// What the program was started with.
 struct Options
 {
     std::vector<std::filesystem::path> modules;
@@ -23,10 +23,10 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-// arguments: without the program's name. Throws OptionError.
+/// arguments: without the program's name. Throws OptionError.
 Options parseOptions(const std::vector<std::wstring>& arguments);
 
-// What --help says.
+/// What --help says.
 extern const wchar_t* const usage;
 
 } // namespace desk

@@ -4,7 +4,7 @@
 
 namespace desk {
 
-// The colours of the drawing view.
+/// The colours of the drawing view.
 struct Palette
 {
     Color ground;
@@ -16,7 +16,7 @@ struct Palette
     static Palette light();
     static Palette dark();
 
-    // The colour of an entity on this ground. A colour that would hardly stand out moves towards the foreground.
+    /// The colour of an entity on this ground. A colour that would hardly stand out moves towards the foreground.
     Color shown(Color color, bool inForeground) const;
 };
 

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "standin/desk/vec2.h"
-
 #include <span>
 #include <vector>
 
+#include "standin/desk/vec2.h"
+
 namespace desk {
 
-// What of an entity can be pointed at, flattened to straight pieces in drawing units. A piece of one point is a
-// point; a filled piece is also hit inside its outline.
+/// What of an entity can be pointed at, flattened to straight pieces in drawing units. A piece of one point is a
+/// point; a filled piece is also hit inside its outline.
 struct PickPiece
 {
     std::vector<Vec2> points;
@@ -18,13 +18,13 @@ using PickShape = std::vector<PickPiece>;
 
 Box boundsOf(const PickShape& shape);
 
-// The distance from `at` to the shape; 0 inside a filled piece. Infinite for an empty shape.
+/// The distance from `at` to the shape; 0 inside a filled piece. Infinite for an empty shape.
 double distanceTo(const PickShape& shape, Vec2 at);
 
-// Whether all of the shape lies inside the window. False for an empty shape.
+/// Whether all of the shape lies inside the window. False for an empty shape.
 bool insideWindow(const PickShape& shape, const Box& window);
 
-// Whether any of the shape lies inside the window or crosses its edge, or the window lies in a filled piece.
+/// Whether any of the shape lies inside the window or crosses its edge, or the window lies in a filled piece.
 bool touchesWindow(const PickShape& shape, const Box& window);
 
 } // namespace desk

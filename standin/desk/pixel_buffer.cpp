@@ -7,7 +7,7 @@ namespace desk {
 
 bool PixelBuffer::resize(imaging::Size size)
 {
-    if (size == size_)
+    if (size == m_size)
         return false;
     release();
     BITMAPINFO format{};
@@ -17,58 +17,58 @@ bool PixelBuffer::resize(imaging::Size size)
     format.bmiHeader.biPlanes = 1;
     format.bmiHeader.biBitCount = 32;
     format.bmiHeader.biCompression = BI_RGB;
-    context_ = CreateCompatibleDC(nullptr);
+    m_context = CreateCompatibleDC(nullptr);
     void* memory = nullptr;
-    bitmap_ = CreateDIBSection(context_, &format, DIB_RGB_COLORS, &memory, nullptr, 0);
-    if (bitmap_ == nullptr) {
+    m_bitmap = CreateDIBSection(m_context, &format, DIB_RGB_COLORS, &memory, nullptr, 0);
+    if (m_bitmap == nullptr) {
         release();
         throw std::bad_alloc();
     }
-    formerBitmap_ = SelectObject(context_, bitmap_);
-    pixels_ = static_cast<std::uint32_t*>(memory);
-    size_ = size;
+    m_formerBitmap = SelectObject(m_context, m_bitmap);
+    m_pixels = static_cast<std::uint32_t*>(memory);
+    m_size = size;
     return true;
 }
 
 void PixelBuffer::release()
 {
-    if (bitmap_ != nullptr) {
-        SelectObject(context_, formerBitmap_);
-        DeleteObject(bitmap_);
+    if (m_bitmap != nullptr) {
+        SelectObject(m_context, m_formerBitmap);
+        DeleteObject(m_bitmap);
     }
-    if (context_ != nullptr)
-        DeleteDC(context_);
-    context_ = nullptr;
-    bitmap_ = nullptr;
-    pixels_ = nullptr;
-    size_ = {0, 0};
+    if (m_context != nullptr)
+        DeleteDC(m_context);
+    m_context = nullptr;
+    m_bitmap = nullptr;
+    m_pixels = nullptr;
+    m_size = {0, 0};
 }
 
 void PixelBuffer::shift(imaging::Point by)
 {
-    const int width = size_.width - std::abs(by.x);
-    if (width <= 0 || std::abs(by.y) >= size_.height)
+    const int width = m_size.width - std::abs(by.x);
+    if (width <= 0 || std::abs(by.y) >= m_size.height)
         return;
     const auto moveRow = [&](int y) {
-        std::memmove(pixels_ + std::size_t(y) * size_.width + std::max(by.x, 0),
-                     pixels_ + std::size_t(y - by.y) * size_.width + std::max(-by.x, 0), width * sizeof(*pixels_));
+        std::memmove(m_pixels + std::size_t(y) * m_size.width + std::max(by.x, 0),
+                     m_pixels + std::size_t(y - by.y) * m_size.width + std::max(-by.x, 0), width * sizeof(*m_pixels));
     };
     if (by.y > 0) {
-        for (int y = size_.height - 1; y >= by.y; --y)
+        for (int y = m_size.height - 1; y >= by.y; --y)
             moveRow(y);
     } else {
-        for (int y = 0; y < size_.height + by.y; ++y)
+        for (int y = 0; y < m_size.height + by.y; ++y)
             moveRow(y);
     }
 }
 
 void PixelBuffer::copyFrom(const PixelBuffer& other, const imaging::Rect& area)
 {
-    const imaging::Rect part = area.intersect(imaging::Rect::of(size_)).intersect(imaging::Rect::of(other.size_));
+    const imaging::Rect part = area.intersect(imaging::Rect::of(m_size)).intersect(imaging::Rect::of(other.m_size));
     for (int y = part.top; y < part.bottom; ++y) {
-        std::memcpy(pixels_ + std::size_t(y) * size_.width + part.left,
-                    other.pixels_ + std::size_t(y) * other.size_.width + part.left,
-                    std::max(part.width(), 0) * sizeof(*pixels_));
+        std::memcpy(m_pixels + std::size_t(y) * m_size.width + part.left,
+                    other.m_pixels + std::size_t(y) * other.m_size.width + part.left,
+                    std::max(part.width(), 0) * sizeof(*m_pixels));
     }
 }
 

@@ -1,9 +1,9 @@
 #include "standin/desk/raster_coverage.h"
 
-#include "imaging/display.h"
-
 #include <cmath>
 #include <cstring>
+
+#include "imaging/display.h"
 
 namespace desk {
 namespace {
@@ -56,37 +56,37 @@ const std::vector<std::uint8_t>& RasterCoverage::update(const SceneImage& image,
                                                         const ViewTransform& view)
 {
     const imaging::Size client = view.client();
-    sampled_ = 0;
+    m_sampled = 0;
     std::optional<imaging::Point> pan;
-    if (pixels == pixels_ && samePlace(image, image_) && !coverage_.empty())
-        pan = panBetween(view_, view);
-    image_ = image;
-    pixels_ = pixels;
-    view_ = view;
+    if (pixels == m_pixels && samePlace(image, m_image) && !m_coverage.empty())
+        pan = panBetween(m_view, view);
+    m_image = image;
+    m_pixels = pixels;
+    m_view = view;
     if (!pan) {
-        coverage_.assign(std::size_t(client.width) * client.height, 0);
+        m_coverage.assign(std::size_t(client.width) * client.height, 0);
         sample(imaging::Rect::of(client));
-        return coverage_;
+        return m_coverage;
     }
     if (pan->x == 0 && pan->y == 0)
-        return coverage_;
+        return m_coverage;
     shift(*pan);
     const int newTop = pan->y > 0 ? 0 : client.height + pan->y;
     const int oldTop = std::max(pan->y, 0), oldBottom = client.height + std::min(pan->y, 0);
     sample({0, newTop, client.width, newTop + std::abs(pan->y)});
     const int newLeft = pan->x > 0 ? 0 : client.width + pan->x;
     sample({newLeft, oldTop, newLeft + std::abs(pan->x), oldBottom});
-    return coverage_;
+    return m_coverage;
 }
 
 void RasterCoverage::shift(imaging::Point pan)
 {
-    const imaging::Size client = view_.client();
+    const imaging::Size client = m_view.client();
     const int kept = client.width - std::abs(pan.x);
     const int from = std::max(-pan.x, 0), to = std::max(pan.x, 0);
     const auto moveRow = [&](int y) {
-        std::memmove(&coverage_[std::size_t(y) * client.width + to],
-                     &coverage_[std::size_t(y - pan.y) * client.width + from], kept);
+        std::memmove(&m_coverage[std::size_t(y) * client.width + to],
+                     &m_coverage[std::size_t(y - pan.y) * client.width + from], kept);
     };
     if (pan.y > 0) {
         for (int y = client.height - 1; y >= pan.y; --y)
@@ -99,26 +99,27 @@ void RasterCoverage::shift(imaging::Point pan)
 
 void RasterCoverage::sample(const imaging::Rect& area)
 {
-    const int width = view_.client().width;
+    const int width = m_view.client().width;
     if (area.empty())
         return;
     for (int y = area.top; y < area.bottom; ++y)
-        std::memset(&coverage_[std::size_t(y) * width + area.left], 0, area.width());
+        std::memset(&m_coverage[std::size_t(y) * width + area.left], 0, area.width());
 
     // Only what the image's own box covers is looked at.
     Box box;
-    for (const Vec2 corner : image_.corners())
-        box.add(view_.toView(corner));
+    for (const Vec2 corner : m_image.corners())
+        box.add(m_view.toView(corner));
     const auto bounded = [](double value) { return static_cast<int>(std::clamp(value, -1e8, 1e8)); };
     const imaging::Rect part = area.intersect({bounded(std::floor(box.low.x)), bounded(std::floor(box.low.y)),
                                                bounded(std::ceil(box.high.x)) + 1, bounded(std::ceil(box.high.y)) + 1});
     if (part.empty())
         return;
-    const auto map = fromAreaToImage(image_, *pixels_, view_, {part.left, part.top});
+    const auto map = fromAreaToImage(m_image, *m_pixels, m_view, {part.left, part.top});
     if (!map)
         return;
-    imaging::sampleCoverage(*pixels_, *map, part.size(), &coverage_[std::size_t(part.top) * width + part.left], width);
-    sampled_ += std::int64_t(part.width()) * part.height();
+    imaging::sampleCoverage(*m_pixels, *map, part.size(), &m_coverage[std::size_t(part.top) * width + part.left],
+                            width);
+    m_sampled += std::int64_t(part.width()) * part.height();
 }
 
 } // namespace desk

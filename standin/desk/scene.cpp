@@ -109,9 +109,9 @@ PickShape SceneItem::pickShape() const
 void Scene::build(const drawing::Document& document, const drawing::Block& space, double tolerance,
                   TypefaceCache& typefaces)
 {
-    items_.clear();
-    extents_ = {};
-    tolerance_ = tolerance;
+    m_items.clear();
+    m_extents = {};
+    m_tolerance = tolerance;
     drawing::FlattenOptions options;
     options.tolerance = tolerance;
     drawing::flattenBlock(document, space, options, [&](drawing::FlatItem&& flat) {
@@ -127,8 +127,8 @@ void Scene::build(const drawing::Document& document, const drawing::Block& space
             item.shape = imageOf(std::get<drawing::FlatImage>(flat.shape), document);
         }
         item.bounds = boundsOf(item);
-        extents_.add(item.bounds);
-        items_.push_back(std::move(item));
+        m_extents.add(item.bounds);
+        m_items.push_back(std::move(item));
     });
 }
 
@@ -137,7 +137,7 @@ drawing::Handle Scene::pick(Vec2 at, double reach) const
     Box around;
     around.add(at - Vec2{reach, reach});
     around.add(at + Vec2{reach, reach});
-    for (auto item = items_.rbegin(); item != items_.rend(); ++item) {
+    for (auto item = m_items.rbegin(); item != m_items.rend(); ++item) {
         if (item->bounds.overlaps(around) && distanceTo(item->pickShape(), at) <= reach)
             return item->entity;
     }
@@ -148,7 +148,7 @@ std::vector<drawing::Handle> Scene::pickWindow(const Box& window, bool crossing)
 {
     std::set<drawing::Handle> touched, straying;
     std::vector<drawing::Handle> found;
-    for (const SceneItem& item : items_) {
+    for (const SceneItem& item : m_items) {
         if (item.bounds.empty())
             continue;
         const PickShape shape = item.pickShape();

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <string>
+#include <variant>
+#include <vector>
+
 #include "drawing/document.h"
 #include "drawing/flatten.h"
 #include "standin/desk/canvas.h"
@@ -8,13 +12,9 @@
 #include "standin/desk/text_layout.h"
 #include "standin/desk/vec2.h"
 
-#include <string>
-#include <variant>
-#include <vector>
-
 namespace desk {
 
-// What an entity's pieces look like in the drawing, ready to be painted and picked; drawing units throughout.
+/// What an entity's pieces look like in the drawing, ready to be painted and picked; drawing units throughout.
 struct ScenePath
 {
     std::vector<Vec2> points; // a closed path ends with its first point again
@@ -35,7 +35,7 @@ struct SceneImage
     std::vector<Vec2> clip; // polygon in drawing units; empty if the whole image shows
 
     std::vector<Vec2> corners() const;
-    // What the frame runs around: the clip, or the whole image.
+    /// What the frame runs around: the clip, or the whole image.
     std::vector<Vec2> outline() const { return clip.empty() ? corners() : clip; }
 };
 
@@ -50,29 +50,29 @@ struct SceneItem
     PickShape pickShape() const;
 };
 
-// The flattened model or paper space.
+/// The flattened model or paper space.
 class Scene
 {
 public:
-    // tolerance: how far a curve's straight pieces may stray from it, in drawing units. Typefaces must outlive the
-    // scene.
+    /// tolerance: how far a curve's straight pieces may stray from it, in drawing units. Typefaces must outlive the
+    /// scene.
     void build(const drawing::Document& document, const drawing::Block& space, double tolerance,
                TypefaceCache& typefaces);
 
-    const std::vector<SceneItem>& items() const { return items_; }
-    const Box& extents() const { return extents_; }
-    double tolerance() const { return tolerance_; }
+    const std::vector<SceneItem>& items() const { return m_items; }
+    const Box& extents() const { return m_extents; }
+    double tolerance() const { return m_tolerance; }
 
-    // The topmost entity whose shape comes within `reach` of the point; 0 if there is none. An image is picked at its
-    // outline alone, so that what lies on it can be picked too.
+    /// The topmost entity whose shape comes within `reach` of the point; 0 if there is none. An image is picked at its
+    /// outline alone, so that what lies on it can be picked too.
     drawing::Handle pick(Vec2 at, double reach) const;
-    // Entities wholly inside the window, or, crossing, with any part in it. In drawing order, each once.
+    /// Entities wholly inside the window, or, crossing, with any part in it. In drawing order, each once.
     std::vector<drawing::Handle> pickWindow(const Box& window, bool crossing) const;
 
 private:
-    std::vector<SceneItem> items_;
-    Box extents_;
-    double tolerance_ = 0;
+    std::vector<SceneItem> m_items;
+    Box m_extents;
+    double m_tolerance = 0;
 };
 
 } // namespace desk

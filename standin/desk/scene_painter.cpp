@@ -82,7 +82,7 @@ void ScenePainter::paint(Canvas& canvas, const Scene& scene, const ViewTransform
             paintText(canvas, std::get<PlacedText>(item.shape), view, color);
         }
     }
-    std::erase_if(coverage_, [&](const auto& entry) { return !images.contains(entry.first); });
+    std::erase_if(m_coverage, [&](const auto& entry) { return !images.contains(entry.first); });
 }
 
 void ScenePainter::paintPath(Canvas& canvas, const ScenePath& path, const ViewTransform& view, Color color) const
@@ -134,7 +134,7 @@ void ScenePainter::paintImage(Canvas& canvas, const SceneItem& item, const ViewT
 {
     const auto& image = std::get<SceneImage>(item.shape);
     const Color color = palette.shown(item.color, item.inForeground);
-    const auto pixels = pixels_(image.image);
+    const auto pixels = m_pixels(image.image);
     if (!pixels) {
         paintMissing(canvas, image, view, color);
     } else if (image.shown) {
@@ -151,9 +151,9 @@ void ScenePainter::paintRaster(Canvas& canvas, const SceneImage& image,
     const std::vector<Vec2> frame = toView(image.outline(), view);
     if (!image.transparent)
         canvas.polygon(std::span(&frame, 1), palette.ground);
-    RasterCoverage& cached = coverage_[image.image];
+    RasterCoverage& cached = m_coverage[image.image];
     const auto& coverage = cached.update(image, pixels, view);
-    sampled_ += cached.sampled();
+    m_sampled += cached.sampled();
     const Color ink = mix(color, palette.ground, static_cast<unsigned>(image.fade * 255 / 100));
     const imaging::Rect client = imaging::Rect::of(view.client());
     if (image.clip.empty()) {
@@ -186,7 +186,7 @@ void ScenePainter::paintMissing(Canvas& canvas, const SceneImage& image, const V
     text.horizontal = drawing::HorizontalAlignment::Middle;
     text.lines = {image.file};
     text.height = std::min(height / 8, width / (1.2 * double(image.file.size())));
-    paintText(canvas, layOut(text, typefaces_.forFontFile("")), view, color);
+    paintText(canvas, layOut(text, m_typefaces.forFontFile("")), view, color);
 }
 
 void ScenePainter::paintSelected(Canvas& canvas, const Scene& scene, const ViewTransform& view, const Palette& palette,
@@ -225,7 +225,7 @@ void ScenePainter::paintSelected(Canvas& canvas, const Scene& scene, const ViewT
 
 std::int64_t ScenePainter::takeSampledPixels()
 {
-    return std::exchange(sampled_, 0);
+    return std::exchange(m_sampled, 0);
 }
 
 } // namespace desk

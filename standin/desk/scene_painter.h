@@ -1,34 +1,34 @@
 #pragma once
 
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+
 #include "standin/desk/canvas.h"
 #include "standin/desk/palette.h"
 #include "standin/desk/raster_coverage.h"
 #include "standin/desk/scene.h"
 #include "standin/desk/view_transform.h"
 
-#include <functional>
-#include <map>
-#include <memory>
-#include <set>
-
 namespace desk {
 
-// The present pixels of an image entity, a new pointer whenever they have changed; null if its file is missing.
+/// The present pixels of an image entity, a new pointer whenever they have changed; null if its file is missing.
 using PixelSource = std::function<std::shared_ptr<const imaging::Bitmap>(drawing::Handle image)>;
 
-// Draws a scene as a view shows it.
+/// Draws a scene as a view shows it.
 class ScenePainter
 {
 public:
-    ScenePainter(PixelSource pixels, TypefaceCache& typefaces) : pixels_(std::move(pixels)), typefaces_(typefaces) {}
+    ScenePainter(PixelSource pixels, TypefaceCache& typefaces) : m_pixels(std::move(pixels)), m_typefaces(typefaces) {}
 
-    // Fills the canvas's clip with the ground and draws every item that shows there, the lowest first.
+    /// Fills the canvas's clip with the ground and draws every item that shows there, the lowest first.
     void paint(Canvas& canvas, const Scene& scene, const ViewTransform& view, const Palette& palette, bool imageFrames);
-    // Draws the given entities once more, as selected: dashed outlines with grips.
+    /// Draws the given entities once more, as selected: dashed outlines with grips.
     void paintSelected(Canvas& canvas, const Scene& scene, const ViewTransform& view, const Palette& palette,
                        const std::set<drawing::Handle>& selected);
 
-    // View pixels for which rasters were sampled since the last call.
+    /// View pixels for which rasters were sampled since the last call.
     std::int64_t takeSampledPixels();
 
 private:
@@ -40,10 +40,10 @@ private:
                      const ViewTransform& view, const Palette& palette, Color color);
     void paintMissing(Canvas& canvas, const SceneImage& image, const ViewTransform& view, Color color);
 
-    PixelSource pixels_;
-    TypefaceCache& typefaces_;
-    std::map<drawing::Handle, RasterCoverage> coverage_;
-    std::int64_t sampled_ = 0;
+    PixelSource m_pixels;
+    TypefaceCache& m_typefaces;
+    std::map<drawing::Handle, RasterCoverage> m_coverage;
+    std::int64_t m_sampled = 0;
 };
 
 } // namespace desk

@@ -1,13 +1,12 @@
 #include "standin/desk/screenshot.h"
 
+#include <algorithm>
+#include <png.h>
+
 #include "imaging/error.h"
 #include "standin/desk/pixel_buffer.h"
 #include "standin/desk/script_windows.h"
 #include "standin/desk/text_encoding.h"
-
-#include <algorithm>
-
-#include <png.h>
 
 namespace desk {
 namespace {

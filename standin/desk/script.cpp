@@ -1,15 +1,14 @@
 #include "standin/desk/script.h"
 
-#include "standin/desk/coordinate_input.h"
-#include "standin/desk/text_encoding.h"
-
+#include <windows.h>
 #include <fstream>
 #include <functional>
 #include <iterator>
 #include <map>
 #include <optional>
 
-#include <windows.h>
+#include "standin/desk/coordinate_input.h"
+#include "standin/desk/text_encoding.h"
 
 namespace desk::script {
 namespace {
@@ -18,12 +17,12 @@ namespace {
 class Words
 {
 public:
-    Words(std::wstring_view text, std::filesystem::path folder) : rest_(text), folder_(std::move(folder)) {}
+    Words(std::wstring_view text, std::filesystem::path folder) : m_rest(text), m_folder(std::move(folder)) {}
 
     bool atEnd()
     {
         skipBlanks();
-        return rest_.empty();
+        return m_rest.empty();
     }
 
     // A word, or what stands between two double quotes.
@@ -31,11 +30,11 @@ public:
     {
         if (atEnd())
             throw ScriptError(std::string(what) + " is missing");
-        if (rest_.front() == L'"')
+        if (m_rest.front() == L'"')
             return quoted();
-        const auto end = std::min(rest_.find_first_of(L" \t"), rest_.size());
-        std::wstring word(rest_.substr(0, end));
-        rest_.remove_prefix(end);
+        const auto end = std::min(m_rest.find_first_of(L" \t"), m_rest.size());
+        std::wstring word(m_rest.substr(0, end));
+        m_rest.remove_prefix(end);
         return word;
     }
 
@@ -43,20 +42,20 @@ public:
     std::wstring remainder()
     {
         skipBlanks();
-        if (!rest_.empty() && rest_.front() == L'"')
+        if (!m_rest.empty() && m_rest.front() == L'"')
             return quoted();
-        std::wstring text(rest_);
-        rest_ = {};
+        std::wstring text(m_rest);
+        m_rest = {};
         return text;
     }
 
     bool take(std::wstring_view word)
     {
         skipBlanks();
-        const auto end = std::min(rest_.find_first_of(L" \t"), rest_.size());
-        if (rest_.substr(0, end) != word)
+        const auto end = std::min(m_rest.find_first_of(L" \t"), m_rest.size());
+        if (m_rest.substr(0, end) != word)
             return false;
-        rest_.remove_prefix(end);
+        m_rest.remove_prefix(end);
         return true;
     }
 
@@ -108,8 +107,8 @@ public:
     bool placeFollows()
     {
         skipBlanks();
-        return !rest_.empty() && (std::iswdigit(rest_.front()) || rest_.front() == L'-' || rest_.front() == L'+' ||
-                                  rest_.front() == L'.' || rest_.starts_with(L"view:"));
+        return !m_rest.empty() && (std::iswdigit(m_rest.front()) || m_rest.front() == L'-' || m_rest.front() == L'+' ||
+                                   m_rest.front() == L'.' || m_rest.starts_with(L"view:"));
     }
 
     std::filesystem::path path()
@@ -117,24 +116,24 @@ public:
         const std::wstring text = remainder();
         if (text.empty())
             throw ScriptError("the path is missing");
-        return (folder_ / std::filesystem::path(text)).lexically_normal().make_preferred();
+        return (m_folder / std::filesystem::path(text)).lexically_normal().make_preferred();
     }
 
 private:
-    void skipBlanks() { rest_.remove_prefix(std::min(rest_.find_first_not_of(L" \t"), rest_.size())); }
+    void skipBlanks() { m_rest.remove_prefix(std::min(m_rest.find_first_not_of(L" \t"), m_rest.size())); }
 
     std::wstring quoted()
     {
-        const auto end = rest_.find(L'"', 1);
+        const auto end = m_rest.find(L'"', 1);
         if (end == std::wstring_view::npos)
             throw ScriptError("the closing quotation mark is missing");
-        std::wstring text(rest_.substr(1, end - 1));
-        rest_.remove_prefix(end + 1);
+        std::wstring text(m_rest.substr(1, end - 1));
+        m_rest.remove_prefix(end + 1);
         return text;
     }
 
-    std::wstring_view rest_;
-    std::filesystem::path folder_;
+    std::wstring_view m_rest;
+    std::filesystem::path m_folder;
 };
 
 Action parseClick(Words& words)

@@ -1,8 +1,5 @@
 #pragma once
 
-#include "imaging/geometry.h"
-#include "standin/desk/vec2.h"
-
 #include <filesystem>
 #include <stdexcept>
 #include <string>
@@ -10,9 +7,12 @@
 #include <variant>
 #include <vector>
 
+#include "imaging/geometry.h"
+#include "standin/desk/vec2.h"
+
 namespace desk::script {
 
-// A place on the drawing view: a drawing point, or view pixels when written "view:X,Y".
+/// A place on the drawing view: a drawing point, or view pixels when written "view:X,Y".
 struct Place
 {
     Vec2 at;
@@ -40,7 +40,7 @@ struct Move
     Place place;
     bool shift = false, control = false;
 };
-// The left button goes down and stays down for the steps that follow.
+/// The left button goes down and stays down for the steps that follow.
 struct Press
 {
     Place place;
@@ -51,7 +51,7 @@ struct Release
     Place place;
     bool shift = false, control = false;
 };
-// The window is resized until the drawing view has this size.
+/// The window is resized until the drawing view has this size.
 struct ResizeView
 {
     imaging::Size size;
@@ -182,18 +182,18 @@ struct Step
     Action action;
 };
 
-// A line that can't be understood; the message names the line and says what was expected there.
+/// A line that can't be understood; the message names the line and says what was expected there.
 class ScriptError : public std::runtime_error
 {
 public:
     using std::runtime_error::runtime_error;
 };
 
-// text is UTF-8, with or without a byte order mark. Relative paths are taken from `folder`.
-// Lines that are empty or begin with ';' are passed over. Throws ScriptError.
+/// text is UTF-8, with or without a byte order mark. Relative paths are taken from `folder`.
+/// Lines that are empty or begin with ';' are passed over. Throws ScriptError.
 std::vector<Step> parse(std::string_view text, const std::filesystem::path& folder);
 
-// Throws ScriptError also if the file can't be read.
+/// Throws ScriptError also if the file can't be read.
 std::vector<Step> load(const std::filesystem::path& file);
 
 } // namespace desk::script

@@ -1,10 +1,10 @@
 // The steps of a script that work the desk.
 
+#include <commctrl.h>
+
 #include "standin/desk/screenshot.h"
 #include "standin/desk/script_player.h"
 #include "standin/desk/text_encoding.h"
-
-#include <commctrl.h>
 
 namespace desk::script {
 
@@ -12,14 +12,14 @@ void Player::act(const Type& type)
 {
     HWND input = nullptr;
     bool reachable = false;
-    foothold_.ask([&] {
-        input = frame_.commandPanel().inputWindow();
-        reachable = frame_.IsWindowEnabled() != FALSE;
+    m_foothold.ask([&] {
+        input = m_frame.commandPanel().inputWindow();
+        reachable = m_frame.IsWindowEnabled() != FALSE;
     });
     if (!reachable)
         throw Miss{L"the command line is out of reach: a dialog is open"};
-    hand_.type(input, type.text);
-    hand_.character(input, L'\r');
+    m_hand.type(input, type.text);
+    m_hand.character(input, L'\r');
     settle();
 }
 
@@ -28,7 +28,7 @@ void Player::act(const Click& click)
     const HWND view = viewForMouse();
     const POINT at = inView(click.place);
     mouseIsAt(at, {});
-    hand_.click(view, at, click.right, click.twice, {click.shift, click.control});
+    m_hand.click(view, at, click.right, click.twice, {click.shift, click.control});
     settle();
 }
 
@@ -39,7 +39,7 @@ void Player::act(const Drag& drag)
     for (const Place& place : drag.places)
         points.push_back(inView(place));
     mouseIsAt(points.back(), {});
-    hand_.drag(view, points, {drag.shift, drag.control});
+    m_hand.drag(view, points, {drag.shift, drag.control});
     settle();
 }
 
@@ -47,63 +47,63 @@ void Player::act(const Move& move)
 {
     const HWND view = viewForMouse();
     const POINT at = inView(move.place);
-    const Held held{move.shift, move.control, pressed_};
-    mouseIsAt(at, pressed_ ? held : Held{});
-    hand_.move(view, at, held);
+    const Held held{move.shift, move.control, m_pressed};
+    mouseIsAt(at, m_pressed ? held : Held{});
+    m_hand.move(view, at, held);
     settle();
 }
 
 void Player::act(const Press& press)
 {
-    if (pressed_)
+    if (m_pressed)
         throw Miss{L"the button is held already"};
     const HWND view = viewForMouse();
     const POINT at = inView(press.place);
     mouseIsAt(at, {press.shift, press.control, true});
-    hand_.press(view, at, {press.shift, press.control});
-    pressed_ = true;
+    m_hand.press(view, at, {press.shift, press.control});
+    m_pressed = true;
     settle();
 }
 
 void Player::act(const Release& release)
 {
-    if (!pressed_)
+    if (!m_pressed)
         throw Miss{L"the button is not held"};
     const HWND view = viewForMouse();
     const POINT at = inView(release.place);
     mouseIsAt(at, {});
-    hand_.move(view, at, {release.shift, release.control, true});
-    hand_.release(view, at, {release.shift, release.control});
-    pressed_ = false;
+    m_hand.move(view, at, {release.shift, release.control, true});
+    m_hand.release(view, at, {release.shift, release.control});
+    m_pressed = false;
     settle();
 }
 
 void Player::act(const ResizeView& resize)
 {
     imaging::Size size;
-    foothold_.ask([&] {
+    m_foothold.ask([&] {
         RECT frame{};
-        GetWindowRect(frame_.m_hWnd, &frame);
-        size = frame_.editor().view().client();
-        frame_.SetWindowPos(nullptr, 0, 0, frame.right - frame.left + resize.size.width - size.width,
-                            frame.bottom - frame.top + resize.size.height - size.height,
-                            SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+        GetWindowRect(m_frame.m_hWnd, &frame);
+        size = m_frame.editor().view().client();
+        m_frame.SetWindowPos(nullptr, 0, 0, frame.right - frame.left + resize.size.width - size.width,
+                             frame.bottom - frame.top + resize.size.height - size.height,
+                             SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     });
     settle();
-    if (!comesTrue([&] { return (size = frame_.editor().view().client()) == resize.size; }))
+    if (!comesTrue([&] { return (size = m_frame.editor().view().client()) == resize.size; }))
         throw Miss{L"the view measures " + std::to_wstring(size.width) + L"x" + std::to_wstring(size.height)};
 }
 
 void Player::act(const Key& key)
 {
-    const GUITHREADINFO state = inputState(foothold_.threadId());
+    const GUITHREADINFO state = inputState(m_foothold.threadId());
     HWND target = state.hwndFocus != nullptr ? state.hwndFocus : state.hwndActive;
     if (target == nullptr)
-        foothold_.ask([&] { target = frame_.view() != nullptr ? frame_.view()->m_hWnd : frame_.m_hWnd; });
+        m_foothold.ask([&] { target = m_frame.view() != nullptr ? m_frame.view()->m_hWnd : m_frame.m_hWnd; });
     if (key.virtualKey != 0) {
-        hand_.key(target, key.virtualKey);
+        m_hand.key(target, key.virtualKey);
     } else {
-        hand_.character(target, key.character);
+        m_hand.character(target, key.character);
     }
     settle();
 }
@@ -112,7 +112,7 @@ ToolbarButton Player::usableButton(int id) const
 {
     ToolbarButton button;
     comesTrue([&] {
-        button = findToolbarButton(foothold_.threadId(), id);
+        button = findToolbarButton(m_foothold.threadId(), id);
         return button.toolbar != nullptr && button.visible && button.enabled;
     });
     if (button.toolbar == nullptr)
@@ -129,7 +129,7 @@ void Player::act(const Button& button)
     const ToolbarButton found = usableButton(button.id);
     // On the left, as the arrow of a button that has one lies at its right.
     const POINT at{found.place.left + 8, (found.place.top + found.place.bottom) / 2};
-    hand_.click(found.toolbar, at, false, false);
+    m_hand.click(found.toolbar, at, false, false);
     settle();
 }
 
@@ -139,11 +139,11 @@ void Player::act(const DropArrow& arrow)
     if (!found.hasArrow)
         throw Miss{L"the button has no arrow"};
     POINT at{found.place.right - 5, (found.place.top + found.place.bottom) / 2};
-    hand_.press(found.toolbar, at);
-    if (!comesTrue([this] { return openMenu(foothold_.threadId()) != nullptr; }))
+    m_hand.press(found.toolbar, at);
+    if (!comesTrue([this] { return openMenu(m_foothold.threadId()) != nullptr; }))
         throw Miss{L"no menu popped up"};
     ClientToScreen(found.toolbar, &at);
-    hand_.releaseOverMenu(menuOwner(foothold_.threadId()), at);
+    m_hand.releaseOverMenu(menuOwner(m_foothold.threadId()), at);
     settle();
 }
 
@@ -151,7 +151,7 @@ void Player::act(const MenuEntry& entry)
 {
     MenuItem item;
     if (!comesTrue([&] {
-            const HMENU menu = openMenu(foothold_.threadId());
+            const HMENU menu = openMenu(m_foothold.threadId());
             if (menu != nullptr)
                 item = findMenuItem(menu, entry.id);
             return menu != nullptr;
@@ -162,8 +162,8 @@ void Player::act(const MenuEntry& entry)
     if (!item.enabled)
         throw Miss{L"the entry is greyed"};
     const POINT middle{(item.place.left + item.place.right) / 2, (item.place.top + item.place.bottom) / 2};
-    hand_.clickMenu(menuOwner(foothold_.threadId()), middle);
-    if (!comesTrue([this] { return openMenu(foothold_.threadId()) == nullptr; }))
+    m_hand.clickMenu(menuOwner(m_foothold.threadId()), middle);
+    if (!comesTrue([this] { return openMenu(m_foothold.threadId()) == nullptr; }))
         throw Miss{L"the menu stayed open"};
     settle();
 }
@@ -172,7 +172,7 @@ void Player::act(const WaitForDialog& wait)
 {
     HWND dialog = nullptr;
     if (!comesTrue([&] {
-            dialog = openDialog(foothold_.threadId());
+            dialog = openDialog(m_foothold.threadId());
             return dialog != nullptr && windowText(dialog) == wait.title;
         }))
         throw Miss{dialog != nullptr ? L"the open dialog is \"" + windowText(dialog) + L"\"" : L"no dialog is open"};
@@ -181,7 +181,7 @@ void Player::act(const WaitForDialog& wait)
 void Player::act(const SetText& set)
 {
     const HWND edit = editWithin(control(set.id));
-    hand_.typeInto(edit, set.text);
+    m_hand.typeInto(edit, set.text);
     settle();
 }
 
@@ -211,7 +211,7 @@ void Player::act(const Choose& choose)
         PostMessageW(list, WM_SETFOCUS, 0, 0);
         const int present = static_cast<int>(SendMessageW(list, CB_GETCURSEL, 0, 0));
         for (int i = present; i != choose.index; i += i < choose.index ? 1 : -1)
-            hand_.key(list, i < choose.index ? VK_DOWN : VK_UP);
+            m_hand.key(list, i < choose.index ? VK_DOWN : VK_UP);
         settle();
         if (!comesTrue([&] { return SendMessageW(list, CB_GETCURSEL, 0, 0) == choose.index; }))
             throw Miss{L"the choice did not change"};
@@ -226,7 +226,7 @@ void Player::act(const Choose& choose)
         place.left = LVIR_LABEL;
         SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(choose.index), reinterpret_cast<LPARAM>(&place));
     }
-    hand_.click(list, {place.left + 4, (place.top + place.bottom) / 2}, false, false);
+    m_hand.click(list, {place.left + 4, (place.top + place.bottom) / 2}, false, false);
     settle();
 }
 
@@ -237,7 +237,7 @@ void Player::act(const Slide& slide)
     const int step = std::max(1, static_cast<int>(SendMessageW(slider, TBM_GETLINESIZE, 0, 0)));
     const int start = position();
     for (int i = 0; i < std::abs(slide.position - start) / step; ++i)
-        hand_.key(slider, slide.position > start ? VK_RIGHT : VK_LEFT);
+        m_hand.key(slider, slide.position > start ? VK_RIGHT : VK_LEFT);
     settle();
     if (!comesTrue([&] { return position() == slide.position; }))
         throw Miss{L"the slider stands at " + std::to_wstring(position())};
@@ -245,7 +245,7 @@ void Player::act(const Slide& slide)
 
 void Player::pushControl(HWND button) const
 {
-    hand_.clickControl(button);
+    m_hand.clickControl(button);
     settle();
 }
 
@@ -258,16 +258,16 @@ void Player::act(const PickFile& pick)
 {
     HWND dialog = nullptr, name = nullptr;
     if (!comesTrue([&] {
-            dialog = openDialog(foothold_.threadId());
+            dialog = openDialog(m_foothold.threadId());
             name = dialog != nullptr ? fileNameBox(dialog) : nullptr;
             return name != nullptr;
         }))
         throw Miss{L"no file dialog is open"};
-    hand_.typeInto(name, pick.path.wstring());
-    foothold_.waitForPosted();
+    m_hand.typeInto(name, pick.path.wstring());
+    m_foothold.waitForPosted();
     pushControl(GetDlgItem(dialog, IDOK));
-    comesTrue([&] { return openDialog(foothold_.threadId()) != dialog; });
-    if (openDialog(foothold_.threadId()) == dialog)
+    comesTrue([&] { return openDialog(m_foothold.threadId()) != dialog; });
+    if (openDialog(m_foothold.threadId()) == dialog)
         throw Miss{L"the file dialog did not take the path"};
     settle();
 }
@@ -299,8 +299,8 @@ void Player::act(const Idle&)
     constexpr int quietMilliseconds = 250;
     ULONGLONG quietSince = 0;
     const bool quiet = comesTrue([&] {
-        const bool idle = frame_.editor().idle() && !frame_.editor().commandRunning() && frame_.IsWindowEnabled() &&
-                          openMenu(foothold_.threadId()) == nullptr;
+        const bool idle = m_frame.editor().idle() && !m_frame.editor().commandRunning() && m_frame.IsWindowEnabled() &&
+                          openMenu(m_foothold.threadId()) == nullptr;
         if (!idle) {
             quietSince = 0;
             return false;
@@ -315,11 +315,11 @@ void Player::act(const Idle&)
 
 void Player::act(const Shot& shot)
 {
-    foothold_.waitForPosted();
+    m_foothold.waitForPosted();
     std::string failure;
-    foothold_.ask([&] {
+    m_foothold.ask([&] {
         try {
-            savePicture(takePicture(frame_.m_hWnd, foothold_.threadId(), pointerOnScreen()), shot.path);
+            savePicture(takePicture(m_frame.m_hWnd, m_foothold.threadId(), pointerOnScreen()), shot.path);
         } catch (const std::exception& error) {
             failure = error.what();
         }

@@ -1,18 +1,17 @@
 #pragma once
 
+#include <windows.h>
 #include <filesystem>
 #include <mutex>
 #include <string>
 
-#include <windows.h>
-
 namespace desk::script {
 
-// Where a run says what it does: the standard output, or a file. Lines come from several threads.
+/// Where a run says what it does: the standard output, or a file. Lines come from several threads.
 class Console
 {
 public:
-    // Empty path: the standard output. Throws ScriptError if the file can't be made.
+    /// Empty path: the standard output. Throws ScriptError if the file can't be made.
     explicit Console(const std::filesystem::path& log);
     ~Console();
     Console(const Console&) = delete;
@@ -21,9 +20,9 @@ public:
     void line(const std::wstring& text);
 
 private:
-    std::mutex mutex_;
-    HANDLE handle_;
-    bool owned_;
+    std::mutex m_mutex;
+    HANDLE m_handle;
+    bool m_owned;
 };
 
 } // namespace desk::script

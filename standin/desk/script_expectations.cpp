@@ -1,12 +1,11 @@
 // The steps of a script that look at what has come out.
 
-#include "standin/desk/script_player.h"
-#include "standin/host.h"
-
-#include "imaging/bitmap.h"
-
 #include <cmath>
 #include <optional>
+
+#include "imaging/bitmap.h"
+#include "standin/desk/script_player.h"
+#include "standin/host.h"
 
 namespace desk::script {
 namespace {
@@ -47,7 +46,7 @@ std::optional<bool> inkAt(Editor& editor, Vec2 at)
 void Player::act(const ExpectRaster& expected)
 {
     const auto end = GetTickCount64() + patience;
-    while (eye_.rasterIsCurrent() != expected.current) {
+    while (m_eye.rasterIsCurrent() != expected.current) {
         if (GetTickCount64() >= end)
             throw Miss{expected.current ? L"no raster is current" : L"a raster is current"};
     }
@@ -57,7 +56,7 @@ void Player::act(const ExpectTool& expected)
 {
     const auto end = GetTickCount64() + patience;
     std::wstring seen;
-    while (!eye_.sees(expected.id, seen)) {
+    while (!m_eye.sees(expected.id, seen)) {
         if (GetTickCount64() >= end)
             throw Miss{seen};
     }
@@ -66,7 +65,7 @@ void Player::act(const ExpectTool& expected)
 void Player::act(const ExpectNoTool&)
 {
     const auto end = GetTickCount64() + patience;
-    while (eye_.toolHoldsMouse()) {
+    while (m_eye.toolHoldsMouse()) {
         if (GetTickCount64() >= end)
             throw Miss{L"a tool holds the mouse"};
     }
@@ -78,7 +77,7 @@ void Player::act(const ExpectBox& expected)
     std::wstring text;
     if (!comesTrue(
             [&] {
-                dialog = openDialog(foothold_.threadId());
+                dialog = openDialog(m_foothold.threadId());
                 text = dialog != nullptr && isMessageBox(dialog) ? messageBoxText(dialog) : L"";
                 return text.find(expected.text) != std::wstring::npos && isMessageBox(dialog);
             },
@@ -92,7 +91,7 @@ void Player::act(const ExpectBox& expected)
 void Player::act(const ExpectNoBox&)
 {
     HWND dialog = nullptr;
-    if (!comesTrue([&] { return (dialog = openDialog(foothold_.threadId())) == nullptr; }, patience)) {
+    if (!comesTrue([&] { return (dialog = openDialog(m_foothold.threadId())) == nullptr; }, patience)) {
         throw Miss{isMessageBox(dialog) ? L"a box says " + inQuotes(messageBoxText(dialog))
                                         : L"the dialog " + inQuotes(windowText(dialog)) + L" is open"};
     }
@@ -128,7 +127,7 @@ void Player::act(const ExpectEntities& expected)
     std::size_t count = 0;
     if (!comesTrue(
             [&] {
-                const Editor& editor = frame_.editor();
+                const Editor& editor = m_frame.editor();
                 count = 0;
                 if (standin::drawingOpen()) {
                     for (const auto entity : editor.currentSpace().entities)
@@ -143,7 +142,7 @@ void Player::act(const ExpectEntities& expected)
 void Player::act(const ExpectPicked& expected)
 {
     std::size_t count = 0;
-    if (!comesTrue([&] { return (count = frame_.editor().selected().size()) == std::size_t(expected.count); },
+    if (!comesTrue([&] { return (count = m_frame.editor().selected().size()) == std::size_t(expected.count); },
                    patience))
         throw Miss{std::to_wstring(count) + L" entities are selected"};
 }
@@ -151,7 +150,7 @@ void Player::act(const ExpectPicked& expected)
 void Player::act(const ExpectPixel& expected)
 {
     std::optional<bool> ink;
-    if (!comesTrue([&] { return (ink = inkAt(frame_.editor(), expected.at)) == expected.ink; }, patience))
+    if (!comesTrue([&] { return (ink = inkAt(m_frame.editor(), expected.at)) == expected.ink; }, patience))
         throw Miss{!ink ? L"there is no raster at that point" : *ink ? L"the pixel is ink" : L"the pixel is paper"};
 }
 
@@ -159,7 +158,7 @@ void Player::act(const ExpectSelection& expected)
 {
     const auto end = GetTickCount64() + patience;
     std::wstring seen;
-    while (!eye_.seesSelection(expected.pixels, seen)) {
+    while (!m_eye.seesSelection(expected.pixels, seen)) {
         if (GetTickCount64() >= end)
             throw Miss{seen};
     }
@@ -168,7 +167,7 @@ void Player::act(const ExpectSelection& expected)
 void Player::act(const ExpectNoSelection&)
 {
     const auto end = GetTickCount64() + patience;
-    while (eye_.seesAnySelection()) {
+    while (m_eye.seesAnySelection()) {
         if (GetTickCount64() >= end)
             throw Miss{L"a selection's frame is on the view"};
     }
@@ -179,7 +178,7 @@ void Player::act(const ExpectSaid& expected)
     std::wstring transcript;
     if (!comesTrue(
             [&] {
-                transcript = frame_.commandPanel().transcript();
+                transcript = m_frame.commandPanel().transcript();
                 return transcript.find(expected.text) != std::wstring::npos;
             },
             patience))

@@ -17,32 +17,32 @@ void holdKeys(bool shift, bool control)
 
 } // namespace
 
-Foothold::Foothold() : threadId_(GetCurrentThreadId())
+Foothold::Foothold() : m_threadId(GetCurrentThreadId())
 {
     WNDCLASSW description{};
     description.lpfnWndProc = procedure;
     description.hInstance = GetModuleHandleW(nullptr);
     description.lpszClassName = className;
     RegisterClassW(&description);
-    window_ = CreateWindowW(className, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, description.hInstance, nullptr);
+    m_window = CreateWindowW(className, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, description.hInstance, nullptr);
 }
 
 Foothold::~Foothold()
 {
-    DestroyWindow(window_);
-    CloseHandle(passed_);
+    DestroyWindow(m_window);
+    CloseHandle(m_passed);
 }
 
 LRESULT CALLBACK Foothold::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
     case askMessage:
-        if (!reinterpret_cast<const Foothold*>(wParam)->open_)
+        if (!reinterpret_cast<const Foothold*>(wParam)->m_open)
             return FALSE;
         (*reinterpret_cast<const std::function<void()>*>(lParam))();
         return TRUE;
     case passedMessage:
-        SetEvent(reinterpret_cast<const Foothold*>(wParam)->passed_);
+        SetEvent(reinterpret_cast<const Foothold*>(wParam)->m_passed);
         return 0;
     case heldKeysMessage:
         holdKeys(wParam != 0, lParam != 0);
@@ -54,24 +54,25 @@ LRESULT CALLBACK Foothold::procedure(HWND window, UINT message, WPARAM wParam, L
 
 void Foothold::ask(const std::function<void()>& function) const
 {
-    if (SendMessageW(window_, askMessage, reinterpret_cast<WPARAM>(this), reinterpret_cast<LPARAM>(&function)) == FALSE)
+    if (SendMessageW(m_window, askMessage, reinterpret_cast<WPARAM>(this), reinterpret_cast<LPARAM>(&function)) ==
+        FALSE)
         throw DeskGone{};
 }
 
 void Foothold::waitForPosted() const
 {
-    if (!PostMessageW(window_, passedMessage, reinterpret_cast<WPARAM>(this), 0))
+    if (!PostMessageW(m_window, passedMessage, reinterpret_cast<WPARAM>(this), 0))
         throw DeskGone{};
     // The run's time limit ends a wait that has no end. One that is given up is the script's last.
-    while (WaitForSingleObject(passed_, 50) == WAIT_TIMEOUT) {
-        if (!open_)
+    while (WaitForSingleObject(m_passed, 50) == WAIT_TIMEOUT) {
+        if (!m_open)
             throw DeskGone{};
     }
 }
 
 void Foothold::postHeldKeys(bool shift, bool control) const
 {
-    PostMessageW(window_, heldKeysMessage, shift, control);
+    PostMessageW(m_window, heldKeysMessage, shift, control);
 }
 
 } // namespace desk::script

@@ -17,9 +17,9 @@ void Hand::post(HWND window, UINT message, WPARAM wParam, POINT at) const
 
 void Hand::move(HWND window, POINT client, Held held) const
 {
-    foothold_.postHeldKeys(held.shift, held.control);
+    m_foothold.postHeldKeys(held.shift, held.control);
     post(window, WM_MOUSEMOVE, keyBits(held), client);
-    foothold_.postHeldKeys(false, false);
+    m_foothold.postHeldKeys(false, false);
 }
 
 void Hand::click(HWND window, POINT client, bool right, bool twice, Held held) const
@@ -27,14 +27,14 @@ void Hand::click(HWND window, POINT client, bool right, bool twice, Held held) c
     const UINT down = right ? WM_RBUTTONDOWN : WM_LBUTTONDOWN, up = right ? WM_RBUTTONUP : WM_LBUTTONUP;
     const WPARAM pressed = keyBits(held) | (right ? MK_RBUTTON : MK_LBUTTON);
     move(window, client, held);
-    foothold_.postHeldKeys(held.shift, held.control);
+    m_foothold.postHeldKeys(held.shift, held.control);
     post(window, down, pressed, client);
     post(window, up, keyBits(held), client);
     if (twice) {
         post(window, right ? WM_RBUTTONDBLCLK : WM_LBUTTONDBLCLK, pressed, client);
         post(window, up, keyBits(held), client);
     }
-    foothold_.postHeldKeys(false, false);
+    m_foothold.postHeldKeys(false, false);
 }
 
 void Hand::drag(HWND window, const std::vector<POINT>& points, Held held) const
@@ -48,16 +48,16 @@ void Hand::drag(HWND window, const std::vector<POINT>& points, Held held) const
 void Hand::press(HWND window, POINT client, Held held) const
 {
     move(window, client, held);
-    foothold_.postHeldKeys(held.shift, held.control);
+    m_foothold.postHeldKeys(held.shift, held.control);
     post(window, WM_LBUTTONDOWN, keyBits(held) | MK_LBUTTON, client);
-    foothold_.postHeldKeys(false, false);
+    m_foothold.postHeldKeys(false, false);
 }
 
 void Hand::release(HWND window, POINT client, Held held) const
 {
-    foothold_.postHeldKeys(held.shift, held.control);
+    m_foothold.postHeldKeys(held.shift, held.control);
     post(window, WM_LBUTTONUP, keyBits(held), client);
-    foothold_.postHeldKeys(false, false);
+    m_foothold.postHeldKeys(false, false);
 }
 
 void Hand::clickControl(HWND control) const

@@ -1,5 +1,12 @@
 #pragma once
 
+#include <atomic>
+#include <functional>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
 #include "standin/desk/main_frame.h"
 #include "standin/desk/module_eye.h"
 #include "standin/desk/script.h"
@@ -8,16 +15,9 @@
 #include "standin/desk/script_hand.h"
 #include "standin/desk/script_windows.h"
 
-#include <atomic>
-#include <functional>
-#include <optional>
-#include <string>
-#include <thread>
-#include <vector>
-
 namespace desk::script {
 
-// What a run ended with; also the program's exit status.
+/// What a run ended with; also the program's exit status.
 enum class Outcome
 {
     allHeld = 0,
@@ -25,8 +25,8 @@ enum class Outcome
     badScript = 2
 };
 
-// Plays a script on a thread of its own while the desk runs as ever. After each step that works the desk it waits until
-// the desk shows the outcome and waits for the user again, at the command line, in a dialog or in a menu.
+/// Plays a script on a thread of its own while the desk runs as ever. After each step that works the desk it waits
+/// until the desk shows the outcome and waits for the user again, at the command line, in a dialog or in a menu.
 class Player
 {
 public:
@@ -36,18 +36,18 @@ public:
         int run = 300'000; // of the whole run; then the program ends with a message
     };
 
-    // All public calls are made on the windows' thread.
+    /// All public calls are made on the windows' thread.
     Player(MainFrame& frame, Console& console, Limits limits);
     ~Player();
 
-    // When the last step has been played, or one was missed, the desk is closed.
+    /// When the last step has been played, or one was missed, the desk is closed.
     void start(std::vector<Step> steps);
-    // Waits for the run's end; what the script thread asks meanwhile is answered.
+    /// Waits for the run's end; what the script thread asks meanwhile is answered.
     void finish();
-    Outcome outcome() const { return misses_ == 0 ? Outcome::allHeld : Outcome::missed; }
+    Outcome outcome() const { return m_misses == 0 ? Outcome::allHeld : Outcome::missed; }
 
 private:
-    // A step that did not come out as it should; the text says what was seen.
+    /// A step that did not come out as it should; the text says what was seen.
     struct Miss
     {
         std::wstring seen;
@@ -96,9 +96,9 @@ private:
     void act(const ExpectNoSelection& expected);
     void act(const ExpectSaid& expected);
 
-    // True once the condition holds; false when the step's time is over. Looked at on the windows' thread.
+    /// True once the condition holds; false when the step's time is over. Looked at on the windows' thread.
     bool comesTrue(const std::function<bool()>& condition, int milliseconds) const;
-    bool comesTrue(const std::function<bool()>& condition) const { return comesTrue(condition, limits_.step); }
+    bool comesTrue(const std::function<bool()>& condition) const { return comesTrue(condition, m_limits.step); }
     void settle() const;
     bool deskWaits() const;
     HWND dialogInFront() const;
@@ -110,20 +110,20 @@ private:
     void pushControl(HWND button) const;
     ToolbarButton usableButton(int id) const;
 
-    MainFrame& frame_;
-    Console& console_;
-    Limits limits_;
-    Foothold foothold_;
-    Hand hand_{foothold_};
-    ModuleEye eye_{frame_, foothold_, hand_};
-    bool pressed_ = false;         // the left button, by @press
-    std::optional<POINT> pointer_; // where the script's mouse was last, in view pixels
-    std::vector<Step> steps_;
-    std::size_t transcriptShown_ = 0; // characters
-    std::atomic<int> misses_ = 0;
-    std::atomic<const Step*> present_ = nullptr;
-    HANDLE over_; // an event
-    std::thread player_, watchdog_;
+    MainFrame& m_frame;
+    Console& m_console;
+    Limits m_limits;
+    Foothold m_foothold;
+    Hand m_hand{m_foothold};
+    ModuleEye m_eye{m_frame, m_foothold, m_hand};
+    bool m_pressed = false;         // the left button, by @press
+    std::optional<POINT> m_pointer; // where the script's mouse was last, in view pixels
+    std::vector<Step> m_steps;
+    std::size_t m_transcriptShown = 0; // characters
+    std::atomic<int> m_misses = 0;
+    std::atomic<const Step*> m_present = nullptr;
+    HANDLE m_over; // an event
+    std::thread m_player, m_watchdog;
 };
 
 } // namespace desk::script

@@ -1,30 +1,29 @@
 #pragma once
 
+#include <windows.h>
 #include <string>
 #include <vector>
 
-#include <windows.h>
-
-// Looking around among the windows of the desk's thread, as a user's eyes do. All of it may be called from the script
-// thread: the windows belong to the same process.
+/// Looking around among the windows of the desk's thread, as a user's eyes do. All of it may be called from the script
+/// thread: the windows belong to the same process.
 namespace desk::script {
 
 std::wstring windowText(HWND window);
 std::wstring classOf(HWND window);
 
-// Visible top-level windows of the thread, the uppermost first.
+/// Visible top-level windows of the thread, the uppermost first.
 std::vector<HWND> topWindows(DWORD threadId);
-// The uppermost dialog that can be worked with; null if there is none.
+/// The uppermost dialog that can be worked with; null if there is none.
 HWND openDialog(DWORD threadId);
-// A visible control with that id in the window or in a window within it; null if there is none.
+/// A visible control with that id in the window or in a window within it; null if there is none.
 HWND findControl(HWND parent, int id);
 
-// A message box's text, and whether the dialog is one.
+/// A message box's text, and whether the dialog is one.
 bool isMessageBox(HWND dialog);
 std::wstring messageBoxText(HWND box);
-// Where text typed into the control goes: the edit control of a combined box, or the control itself.
+/// Where text typed into the control goes: the edit control of a combined box, or the control itself.
 HWND editWithin(HWND control);
-// The name box of a file dialog; null if the dialog is none.
+/// The name box of a file dialog; null if the dialog is none.
 HWND fileNameBox(HWND dialog);
 
 struct ToolbarButton
@@ -36,7 +35,7 @@ struct ToolbarButton
     bool checked = false;
     bool hasArrow = false;
 };
-// Looks through all toolbars, hidden ones too; toolbar is null if none has the button.
+/// Looks through all toolbars, hidden ones too; toolbar is null if none has the button.
 ToolbarButton findToolbarButton(DWORD threadId, int id);
 
 struct MenuItem
@@ -45,10 +44,10 @@ struct MenuItem
     bool enabled = false;
     RECT place{}; // screen coordinates
 };
-// The menu that has popped up last; null if there is none.
+/// The menu that has popped up last; null if there is none.
 HMENU openMenu(DWORD threadId);
 MenuItem findMenuItem(HMENU menu, int id);
-// The window that menu input goes to.
+/// The window that menu input goes to.
 HWND menuOwner(DWORD threadId);
 
 GUITHREADINFO inputState(DWORD threadId);

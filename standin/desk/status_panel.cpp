@@ -10,7 +10,7 @@ constexpr COLORREF ground = RGB(0xEC, 0xEE, 0xF1), rule = RGB(0xD5, 0xD9, 0xDF),
 } // namespace
 
 StatusPanel::StatusPanel(const UiFonts& fonts, std::function<void()> spaceClicked)
-    : fonts_(fonts), spaceClicked_(std::move(spaceClicked))
+    : m_fonts(fonts), m_spaceClicked(std::move(spaceClicked))
 {}
 
 StatusPanel::~StatusPanel()
@@ -38,17 +38,17 @@ void StatusPanel::show(std::wstring& field, const std::wstring& text)
 
 void StatusPanel::showCoordinates(const std::wstring& text)
 {
-    show(coordinates_, text);
+    show(m_coordinates, text);
 }
 
 void StatusPanel::showState(const std::wstring& text)
 {
-    show(state_, text);
+    show(m_state, text);
 }
 
 void StatusPanel::showSpace(const std::wstring& text)
 {
-    show(space_, text);
+    show(m_space, text);
 }
 
 CSize StatusPanel::CalcFixedLayout(BOOL, BOOL)
@@ -68,8 +68,8 @@ LRESULT StatusPanel::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     if (message == WM_ERASEBKGND)
         return TRUE;
     if (message == WM_LBUTTONDOWN) {
-        if (!space_.empty() && spaceButton().PtInRect(CPoint(lParam)))
-            spaceClicked_();
+        if (!m_space.empty() && spaceButton().PtInRect(CPoint(lParam)))
+            m_spaceClicked();
         return 0;
     }
     return CControlBar::WindowProc(message, wParam, lParam);
@@ -83,7 +83,7 @@ void StatusPanel::DoPaint(CDC* pDC)
     memory.CreateCompatibleDC(pDC);
     const HBITMAP bitmap = CreateCompatibleBitmap(pDC->GetSafeHdc(), client.Width(), client.Height());
     const HGDIOBJ formerBitmap = SelectObject(memory.GetSafeHdc(), bitmap);
-    const HGDIOBJ formerFont = SelectObject(memory.GetSafeHdc(), fonts_.text.GetSafeHandle());
+    const HGDIOBJ formerFont = SelectObject(memory.GetSafeHdc(), m_fonts.text.GetSafeHandle());
     memory.FillSolidRect(&client, ground);
     memory.FillSolidRect(0, 0, client.right, 1, rule);
     memory.SetBkMode(TRANSPARENT);
@@ -92,12 +92,12 @@ void StatusPanel::DoPaint(CDC* pDC)
         memory.DrawText(text.c_str(), static_cast<int>(text.size()), &box,
                         alignment | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX);
     };
-    draw(coordinates_, {margin, 0, coordinatesWidth, client.bottom}, ink, DT_LEFT);
+    draw(m_coordinates, {margin, 0, coordinatesWidth, client.bottom}, ink, DT_LEFT);
     memory.FillSolidRect(coordinatesWidth, 5, 1, client.bottom - 9, rule);
-    draw(state_, {coordinatesWidth + margin, 0, client.right - spaceWidth - 2 * margin, client.bottom}, ink, DT_LEFT);
-    if (!space_.empty()) {
+    draw(m_state, {coordinatesWidth + margin, 0, client.right - spaceWidth - 2 * margin, client.bottom}, ink, DT_LEFT);
+    if (!m_space.empty()) {
         memory.FillSolidRect(spaceButton(), RGB(0xFF, 0xFF, 0xFF));
-        draw(space_, spaceButton(), accent, DT_CENTER);
+        draw(m_space, spaceButton(), accent, DT_CENTER);
     }
     BitBlt(pDC->GetSafeHdc(), 0, 0, client.Width(), client.Height(), memory.GetSafeHdc(), 0, 0, SRCCOPY);
     SelectObject(memory.GetSafeHdc(), formerFont);

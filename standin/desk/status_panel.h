@@ -1,18 +1,18 @@
 #pragma once
 
-#include "standin/afx/afx.h"
-#include "standin/desk/ui_fonts.h"
-
 #include <functional>
 #include <string>
 
+#include "standin/afx/afx.h"
+#include "standin/desk/ui_fonts.h"
+
 namespace desk {
 
-// The line at the frame's very foot: coordinates, what is going on, and the space that is shown.
+/// The line at the frame's very foot: coordinates, what is going on, and the space that is shown.
 class StatusPanel : public CControlBar
 {
 public:
-    // `spaceClicked`: the user wants the other space.
+    /// `spaceClicked`: the user wants the other space.
     StatusPanel(const UiFonts& fonts, std::function<void()> spaceClicked);
     ~StatusPanel() override;
 
@@ -34,9 +34,9 @@ private:
     void show(std::wstring& field, const std::wstring& text);
     CRect spaceButton() const;
 
-    const UiFonts& fonts_;
-    std::function<void()> spaceClicked_;
-    std::wstring coordinates_, state_, space_;
+    const UiFonts& m_fonts;
+    std::function<void()> m_spaceClicked;
+    std::wstring m_coordinates, m_state, m_space;
 };
 
 } // namespace desk

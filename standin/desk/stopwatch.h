@@ -4,17 +4,17 @@
 
 namespace desk {
 
-// Runs from its construction.
+/// Runs from its construction.
 class Stopwatch
 {
 public:
     double milliseconds() const
     {
-        return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start_).count();
+        return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - m_start).count();
     }
 
 private:
-    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+    std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
 };
 
 } // namespace desk

@@ -1,10 +1,10 @@
 #include "standin/desk/text_layout.h"
 
-#include "standin/desk/text_encoding.h"
-
 #include <cmath>
 #include <numbers>
 #include <string>
+
+#include "standin/desk/text_encoding.h"
 
 namespace desk {
 namespace {

@@ -1,15 +1,15 @@
 #pragma once
 
+#include <array>
+#include <vector>
+
 #include "drawing/flatten.h"
 #include "standin/desk/glyph_outlines.h"
 #include "standin/desk/vec2.h"
 
-#include <array>
-#include <vector>
-
 namespace desk {
 
-// A text of the drawing as placed glyphs. A glyph point g lies at origin + across g.x + up g.y.
+/// A text of the drawing as placed glyphs. A glyph point g lies at origin + across g.x + up g.y.
 struct PlacedGlyph
 {
     const Glyph* glyph = nullptr; // belongs to its typeface

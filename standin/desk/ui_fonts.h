@@ -4,7 +4,7 @@
 
 namespace desk {
 
-// The desk's own fonts: the first of a list of good families that is installed.
+/// The desk's own fonts: the first of a list of good families that is installed.
 struct UiFonts
 {
     UiFonts();

@@ -2,7 +2,7 @@
 
 namespace desk {
 
-// A point or a displacement: in drawing units (y up) or in view pixels (y down), as the name beside it says.
+/// A point or a displacement: in drawing units (y up) or in view pixels (y down), as the name beside it says.
 struct Vec2
 {
     double x = 0;
@@ -14,7 +14,7 @@ struct Vec2
     friend bool operator==(const Vec2&, const Vec2&) = default;
 };
 
-// An upright box. Empty until a point has been put into it.
+/// An upright box. Empty until a point has been put into it.
 struct Box
 {
     Vec2 low{1e300, 1e300};

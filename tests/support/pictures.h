@@ -1,13 +1,12 @@
 // Small pictures in the text of a test, and how two are compared.
 #pragma once
 
-#include "imaging/bitmap.h"
-
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <string>
 #include <vector>
+
+#include "imaging/bitmap.h"
 
 /// Rows of '#' or '1' for ink; anything else is paper.
 using Picture = std::vector<std::string>;

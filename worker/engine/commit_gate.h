@@ -20,8 +20,8 @@ public:
     /// Runs `write`, which close() then waits for. Throws StoppedError once the gate is closed.
     template <typename Write> void pass(Write&& write)
     {
-        const std::lock_guard lock(mutex_);
-        if (closed_)
+        const std::lock_guard lock(m_mutex);
+        if (m_closed)
             throw StoppedError("The worker was told to leave.");
         write();
     }
@@ -29,13 +29,13 @@ public:
     /// Returns when no writing is under way; none begins after that.
     void close()
     {
-        const std::lock_guard lock(mutex_);
-        closed_ = true;
+        const std::lock_guard lock(m_mutex);
+        m_closed = true;
     }
 
 private:
-    std::mutex mutex_;
-    bool closed_ = false;
+    std::mutex m_mutex;
+    bool m_closed = false;
 };
 
 } // namespace worker

@@ -19,7 +19,7 @@ imaging::Format targetFormat(std::uint32_t code, imaging::Format source)
     return *format;
 }
 
-/// Not cut to the image's bounds: whoever asked places the result by the region's own box.
+// Not cut to the image's bounds: whoever asked places the result by the region's own box.
 imaging::Bitmap part(const imaging::Bitmap& bitmap, const imaging::Region& region)
 {
     if (imaging::intersect(region, imaging::Region(bitmap.bounds())).empty())

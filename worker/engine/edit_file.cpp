@@ -15,7 +15,7 @@ namespace {
 constexpr std::uint32_t modeFill = 0;
 constexpr std::uint32_t modeDespeckle = 1;
 constexpr double tenthsOfMillimetrePerInch = 254;
-/// Beyond this no pivot means anything, and pixel arithmetic would leave the range of int.
+// Beyond this no pivot means anything, and pixel arithmetic would leave the range of int.
 constexpr int farthestPivot = 1 << 28;
 
 void writeBack(const std::filesystem::path& file, const imaging::RasterFile& raster, CommitGate& gate)

@@ -14,7 +14,7 @@ namespace {
 using imaging::Format;
 using imaging::FormatDescription;
 
-/// The rows of the file dialog.
+// The rows of the file dialog.
 std::vector<FormatDescription> writableFormats()
 {
     std::vector<FormatDescription> rows;
@@ -27,7 +27,7 @@ void append(std::u16string& text, std::string_view ascii)
     text.append(ascii.begin(), ascii.end());
 }
 
-/// One pattern a row: the dialog takes what follows its "*." for the extension of the name in the box.
+// One pattern a row: the dialog takes what follows its "*." for the extension of the name in the box.
 std::u16string filterText(const std::vector<FormatDescription>& rows)
 {
     std::u16string text;

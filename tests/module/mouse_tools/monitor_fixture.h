@@ -1,7 +1,7 @@
 // The mouse's desk with a frame window around the view, in which the monitor timer finds it.
 #pragma once
 
-#include "host/MonitorTimer.h"
+#include "module/start/MonitorTimer.h"
 #include "tests/module/mouse_tools/mouse_fixture.h"
 
 namespace test {

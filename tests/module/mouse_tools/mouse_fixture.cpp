@@ -2,8 +2,9 @@
 
 #include <cstring>
 
-#include "tools/Stroke.h"
-#include "tools/ToolMessageHook.h"
+#include "module/raster/CCurentRaster.h"
+#include "module/tools/Stroke.h"
+#include "module/tools/ToolMessageHook.h"
 
 namespace test {
 
@@ -36,7 +37,7 @@ CAcraster& MouseFixture::openGrayRaster()
 void MouseFixture::closeRaster()
 {
     delete g_pArxApp->m_pTool;
-    g_pArxApp->DropRaster();
+    DropCurrentRaster();
     standin::closeDrawing();
 }
 

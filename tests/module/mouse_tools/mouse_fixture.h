@@ -1,11 +1,11 @@
 // A raster on the view with 4 view pixels to an image pixel, and a mouse.
 #pragma once
 
-#include "host/CArxApp.h"
-#include "host/ToolCommands.h"
-#include "resources/resource.h"
+#include "module/base/CArxApp.h"
+#include "module/commands/ToolCommands.h"
+#include "module/resources/resource.h"
+#include "module/tools/CTool.h"
 #include "tests/module/support/desk_fixture.h"
-#include "tools/CTool.h"
 
 namespace test {
 

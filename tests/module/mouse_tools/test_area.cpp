@@ -1,10 +1,10 @@
 // The area tool. What its drags, keys and menu do to selection, image and clipboard is played and checked to the pixel
 // in the sessions.
 
+#include "module/tools/CRasArrowTool.h"
+#include "module/tools/ToolMessageHook.h"
+#include "module/tools/ViewDrawing.h"
 #include "tests/module/mouse_tools/mouse_fixture.h"
-#include "tools/CRasArrowTool.h"
-#include "tools/ToolMessageHook.h"
-#include "tools/ViewDrawing.h"
 
 namespace {
 

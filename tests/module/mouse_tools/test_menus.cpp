@@ -2,11 +2,11 @@
 
 #include <utility>
 
+#include "module/tools/CEditPasteTool.h"
+#include "module/tools/CRasArrowTool.h"
+#include "module/tools/RotateStart.h"
+#include "module/tools/ToolMessageHook.h"
 #include "tests/module/mouse_tools/mouse_fixture.h"
-#include "tools/CEditPasteTool.h"
-#include "tools/CRasArrowTool.h"
-#include "tools/RotateStart.h"
-#include "tools/ToolMessageHook.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "module/tools/RotateStart.h"
 #include "tests/module/mouse_tools/monitor_fixture.h"
-#include "tools/RotateStart.h"
 
 namespace {
 

@@ -3,9 +3,9 @@
 #include <fstream>
 #include <iterator>
 
+#include "module/tools/CEditPasteTool.h"
+#include "module/tools/ToolMessageHook.h"
 #include "tests/module/mouse_tools/mouse_fixture.h"
-#include "tools/CEditPasteTool.h"
-#include "tools/ToolMessageHook.h"
 
 namespace {
 

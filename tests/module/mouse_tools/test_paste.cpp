@@ -1,9 +1,9 @@
 // The paste tool. Where it floats, what a commit paints and what drops it is played and checked to the pixel in the
 // sessions.
 
+#include "module/tools/CEditPasteTool.h"
 #include "tests/module/mouse_tools/mouse_fixture.h"
 #include "tests/module/support/held_objects.h"
-#include "tools/CEditPasteTool.h"
 
 namespace {
 

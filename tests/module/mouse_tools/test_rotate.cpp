@@ -3,10 +3,11 @@
 
 #include <cmath>
 
+#include "module/start/CModuleApp.h"
+#include "module/tools/CFreeRotateTool.h"
+#include "module/tools/RotateStart.h"
+#include "module/tools/RotationGeometry.h"
 #include "tests/module/mouse_tools/mouse_fixture.h"
-#include "tools/CFreeRotateTool.h"
-#include "tools/RotateStart.h"
-#include "tools/RotationGeometry.h"
 
 namespace {
 
@@ -214,7 +215,7 @@ TEST_F(Rotation, ARotationThatHasNotBegunGoesWithTheModule)
     openRaster();
     StartRotateToolLater(RotateHalf);
     delete g_pArxApp;
-    g_pArxApp = new CArxApp; // a timer that is left would start the tool here
+    g_pArxApp = new CModuleApp; // a timer that is left would start the tool here
     letPass(220);
     EXPECT_EQ(g_pArxApp->m_pTool, nullptr);
 }

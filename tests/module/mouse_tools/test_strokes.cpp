@@ -4,9 +4,10 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "module/raster/CCurentRaster.h"
+#include "module/tools/Stroke.h"
 #include "standin/atil/image.h"
 #include "tests/module/mouse_tools/mouse_fixture.h"
-#include "tools/Stroke.h"
 
 namespace {
 
@@ -178,7 +179,7 @@ TEST_F(Strokes, APenThatEndsInMidStrokeLeavesItsLockAndItsStamps)
     drag(at(40, 40), at(40, 40));
     EXPECT_EQ(pictureInDrawing(0), stamps({{10, 10}, {40, 40}}));
     EXPECT_EQ(locks(), 1);
-    g_pArxApp->DropRaster();
+    DropCurrentRaster();
     EXPECT_EQ(standin::openObjects(), 0) << "the lock goes with the raster";
 }
 
@@ -187,7 +188,7 @@ TEST_F(Strokes, ARasterThatGoesInMidStrokeEndsInSilence)
     openRaster();
     PenCommand();
     press(at(10, 10));
-    g_pArxApp->DropRaster();
+    DropCurrentRaster();
     move(at(20, 20));
     release(at(20, 20));
     EXPECT_TRUE(m_posted.empty()) << "a commit has the host refresh";

@@ -7,13 +7,15 @@
 #include <cstdlib>
 #include <optional>
 
+#include "module/raster/CCurentRaster.h"
+#include "module/start/CModuleApp.h"
+#include "module/tools/CBaseRotateTool.h"
+#include "module/tools/CEditPasteTool.h"
+#include "module/tools/CFreeRotateTool.h"
+#include "module/tools/CRasMenuTool.h"
+#include "module/tools/ToolMessageHook.h"
 #include "tests/module/mouse_tools/monitor_fixture.h"
 #include "tests/module/support/held_objects.h"
-#include "tools/CBaseRotateTool.h"
-#include "tools/CEditPasteTool.h"
-#include "tools/CFreeRotateTool.h"
-#include "tools/CRasMenuTool.h"
-#include "tools/ToolMessageHook.h"
 
 namespace {
 
@@ -95,7 +97,7 @@ public:
     }
     void selecting()
     {
-        g_pArxApp->DropRaster();
+        DropCurrentRaster();
         SelectRasterCommand();
         move(at(40, 30));
     }
@@ -116,7 +118,7 @@ protected:
     }
     void TearDown() override
     {
-        g_pArxApp->DropRaster();
+        DropCurrentRaster();
         m_other.DestroyWindow();
         MonitorFixture::TearDown();
     }
@@ -195,7 +197,7 @@ protected:
     void atStop()
     {
         delete g_pArxApp;
-        g_pArxApp = new CArxApp;
+        g_pArxApp = new CModuleApp;
     }
 
     struct Ending
@@ -320,7 +322,7 @@ private:
     // For the next life. A lock that failed leaves the document locked.
     void putBack()
     {
-        g_pArxApp->DropRaster();
+        DropCurrentRaster();
         if (standin::drawingOpen() && standin::entityErased(test::imageHandle(0))) {
             EXPECT_LE(standin::documentLocks(), 1);
             while (standin::documentLocks() > 0)

@@ -1,6 +1,7 @@
 #include "tests/module/support/desk_fixture.h"
 
-#include "host/CArxApp.h"
+#include "module/raster/CCurentRaster.h"
+#include "module/start/CModuleApp.h"
 #include "workerlink/SendToWorker.h"
 
 namespace test {
@@ -85,7 +86,7 @@ void DeskFixture::SetUp()
     standin::setApplicationListKey(applicationListKey);
     RegDeleteTreeW(HKEY_CURRENT_USER, applicationListKey);
     standin::clearBreaches();
-    g_pArxApp = new CArxApp;
+    g_pArxApp = new CModuleApp;
     SetWorkerPath(workerProgram());
 }
 
@@ -151,7 +152,7 @@ CAcraster& DeskFixture::makeCurrent(int index)
 {
     ads_name name = {};
     entityName(index, name);
-    g_pArxApp->DropRaster();
+    DropCurrentRaster();
     g_pArxApp->m_pRaster = new CAcraster(name);
     g_pArxApp->m_pRaster->Unlock();
     return *g_pArxApp->m_pRaster;

@@ -2,14 +2,13 @@
 #pragma once
 
 #include <functional>
+#include <gtest/gtest.h>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
+#include "module/raster/CAcraster.h"
 #include "platform/platform.h"
-#include "raster/CAcraster.h"
 #include "standin/host.h"
 #include "tests/module/support/test_drawing.h"
 

@@ -1,8 +1,7 @@
 #include "tests/module/support/dialog_driver.h"
 
-#include <gtest/gtest.h>
-
 #include <dlgs.h> // stands on windows.h
+#include <gtest/gtest.h>
 
 namespace test {
 

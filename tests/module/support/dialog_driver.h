@@ -1,11 +1,10 @@
 // Works the dialogs that a call under test opens, by messages from a timer while they are up.
 #pragma once
 
+#include <windows.h>
 #include <deque>
 #include <functional>
 #include <string>
-
-#include <windows.h>
 
 namespace test {
 

@@ -1,10 +1,9 @@
 #include "tests/module/support/held_objects.h"
 
-#include <cstring>
-#include <set>
-
 #include <commctrl.h>
+#include <cstring>
 #include <gtest/gtest.h>
+#include <set>
 
 #include "tests/module/support/gdi_count.h"
 

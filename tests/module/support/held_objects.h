@@ -1,9 +1,8 @@
 // What a program holds of the operating system's: hooks, timers, windows, graphics objects, handles.
 #pragma once
 
-#include <ostream>
-
 #include <windows.h>
+#include <ostream>
 
 namespace test {
 

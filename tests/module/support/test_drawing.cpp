@@ -1,9 +1,9 @@
 #include "tests/module/support/test_drawing.h"
 
+#include <windows.h>
 #include <cstdint>
 #include <fstream>
 #include <sstream>
-#include <windows.h>
 
 #include "imaging/raster_file.h"
 

@@ -1,23 +1,21 @@
-#include "workerlink/CMemMap.h"
-
+#include <cstring>
 #include <objbase.h>
 
-#include <cstring>
-
 #include "link_fixture.h"
+#include "workerlink/CMemMap.h"
 #include "workerlink/CMemMapSemaphore.h"
 #include "workerlink/MemMapNames.h"
 
 namespace {
 
-/// A number that no other test uses: the next one after the system's choice.
+// A number that no other test uses: the next one after the system's choice.
 DWORD freshNumber()
 {
     static DWORD number = ChooseTransferNumber();
     return ++number;
 }
 
-/// A block published without a watch thread, so that the test decides when its parts come and go.
+// A block published without a watch thread, so that the test decides when its parts come and go.
 class HandMadeBlock
 {
 public:

@@ -81,7 +81,7 @@ private:
     std::filesystem::path m_folder;
 };
 
-/// The module's side of an exchange, one step at a time, so that a test can look at what stands in between.
+// The module's side of an exchange, one step at a time, so that a test can look at what stands in between.
 class SteppedExchange
 {
 public:

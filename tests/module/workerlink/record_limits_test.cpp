@@ -18,13 +18,13 @@ Bytes rectBytes(int left, int top, int right, int bottom)
            u32(static_cast<DWORD>(bottom));
 }
 
-/// A region's block without the count in front.
+// A region's block without the count in front.
 Bytes regionBlock(DWORD count, const Bytes& bounds, const Bytes& rects)
 {
     return u32(32) + u32(1) + u32(count) + u32(static_cast<DWORD>(rects.size())) + bounds + rects;
 }
 
-/// A CopyToClipboard record with an empty string and this region.
+// A CopyToClipboard record with an empty string and this region.
 Bytes recordWithRegion(const Bytes& block)
 {
     return hex("08 00 00 00 FF FE FF 00") + u32(static_cast<DWORD>(block.size())) + block;

@@ -1,6 +1,5 @@
-#include "workerlink/RunWorker.h"
-
 #include "link_fixture.h"
+#include "workerlink/RunWorker.h"
 #include "workerlink/SendToWorker.h"
 #include "workerlink/SerializeMessage.h"
 
@@ -24,7 +23,7 @@ protected:
         return RunWorker(childPath(), request.data(), static_cast<DWORD>(request.size()));
     }
 
-    /// The text with the worker's path in it.
+    // The text with the worker's path in it.
     static CString text(LPCWSTR format)
     {
         CString made;
@@ -47,7 +46,7 @@ protected:
     WorkerMessage message{OperationInvert};
 };
 
-/// A request under way: what it asked for has to be told from what a reply put there.
+// A request under way: what it asked for has to be told from what a reply put there.
 constexpr wchar_t asked[] = L"C:\\asked.tif";
 
 class Exchange : public WorkerRun

@@ -1,13 +1,12 @@
 #pragma once
 
-#include "drawing/drawing_file.h"
-#include "tests/support/files.h"
-
-#include <gtest/gtest.h>
-
 #include <cstdlib>
+#include <gtest/gtest.h>
 #include <sstream>
 #include <string_view>
+
+#include "drawing/drawing_file.h"
+#include "tests/support/files.h"
 
 namespace drawing::test {
 

@@ -1,9 +1,9 @@
 // Files that are damaged, cut off or malicious: an error in words, never a crash.
 
+#include <gmock/gmock.h>
+
 #include "drawing/flatten.h"
 #include "support.h"
-
-#include <gmock/gmock.h>
 
 namespace drawing::test {
 
@@ -20,7 +20,7 @@ TEST(BrokenFile, IsRefusedWithLineAndReason)
     {
         const char* name;
         std::string bytes;
-        std::size_t line; ///< 0: the whole file is to blame
+        std::size_t line; // 0: the whole file is to blame
         const char* reason;
     } files[] = {
         {"empty", "", 0, "ends too early"},
@@ -73,7 +73,7 @@ TEST(BrokenFile, IsRefusedWithLineAndReason)
     }
 }
 
-/// A small drawing that has something of everything.
+// A small drawing that has something of everything.
 std::string smallDrawing()
 {
     Document document;

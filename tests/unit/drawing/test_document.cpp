@@ -1,8 +1,8 @@
 // The document as a database: adding, finding, erasing and putting back.
 
-#include "support.h"
-
 #include <gmock/gmock.h>
+
+#include "support.h"
 
 namespace drawing::test {
 

@@ -1,18 +1,17 @@
 // Flattening: what the desk draws of an entity.
 
+#include <cmath>
+#include <gmock/gmock.h>
+#include <numbers>
+
 #include "drawing/flatten.h"
 #include "support.h"
-
-#include <gmock/gmock.h>
-
-#include <cmath>
-#include <numbers>
 
 namespace drawing::test {
 
 constexpr double kNear = 1e-9;
 
-/// A drawing to be filled, and the pieces that it flattens to.
+// A drawing to be filled, and the pieces that it flattens to.
 class Flattening : public testing::Test
 {
 protected:
@@ -71,7 +70,7 @@ void expectPoints(const std::vector<Vector2>& found, const std::vector<Vector2>&
     }
 }
 
-/// By how much, at most, the straight lines stray inwards from the circle around `center`.
+// By how much, at most, the straight lines stray inwards from the circle around `center`.
 double strayFromCircle(const FlatPath& path, const Vector2& center, double radius)
 {
     double worst = 0;

@@ -4,7 +4,7 @@
 
 namespace drawing::test {
 
-/// The samples are made once for all tests.
+// The samples are made once for all tests.
 class OtherMakersFile : public testing::TestWithParam<const char*>
 {
 protected:

@@ -1,8 +1,8 @@
 // Reading of hand-written files.
 
-#include "support.h"
-
 #include <gmock/gmock.h>
+
+#include "support.h"
 
 namespace drawing::test {
 
@@ -77,7 +77,7 @@ TEST(Reading, TextIsDecodedFromTheFilesCodePage)
         const char* release;
         const char* codePage;
         const char* bytes;
-        const char* text; ///< UTF-8
+        const char* text; // UTF-8
     } cases[] = {
         {"AC1015", "ANSI_1252", "Gr\xF6\xDF\x65 \x80", "Größe €"},
         {"AC1009", "ANSI_1250", "\xBE\xF3\xB3w", "ľółw"},

@@ -1,12 +1,12 @@
 // Texts, colours and numbers.
 
+#include <clocale>
+#include <limits>
+
 #include "drawing/color_index.h"
 #include "drawing/numbers.h"
 #include "drawing/plain_text.h"
 #include "support.h"
-
-#include <clocale>
-#include <limits>
 
 namespace drawing::test {
 

@@ -1,10 +1,9 @@
 // Writing: what a saved file says, literally and as another maker's library reads it.
 
-#include "support.h"
-
 #include <gmock/gmock.h>
-
 #include <limits>
+
+#include "support.h"
 
 namespace drawing::test {
 
@@ -110,7 +109,7 @@ void addImage(Document& document, Block& model)
     variables.units = 1;
 }
 
-/// Its values are those that check_written.py expects.
+// Its values are those that check_written.py expects.
 Document makeDrawing()
 {
     Document document;

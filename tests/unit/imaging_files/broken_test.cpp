@@ -1,9 +1,8 @@
-#include "tiff_bytes.h"
+#include <gmock/gmock.h>
 
 #include "imaging/dib.h"
 #include "imaging/error.h"
-
-#include <gmock/gmock.h>
+#include "tiff_bytes.h"
 
 using namespace imaging;
 using testing::HasSubstr;
@@ -20,7 +19,7 @@ struct Sample
 class Broken : public FilesTest
 {
 protected:
-    /// A small valid file of every kind. The TIFF files have their directory first, so that cutting them cuts pixels.
+    // A small valid file of every kind. The TIFF files have their directory first, so that cutting them cuts pixels.
     std::vector<Sample> samples() const
     {
         const Bitmap picture = sampleBitmap(75, 43);
@@ -63,7 +62,7 @@ protected:
         return result;
     }
 
-    /// Samples that other programs make: colours, interlacing.
+    // Samples that other programs make: colours, interlacing.
     void addColourSamples(std::vector<Sample>& result) const
     {
         writeByLibtiff(file("plan.tif"), sampleBitmap(20, 13), {});
@@ -77,7 +76,7 @@ protected:
     }
 };
 
-/// Reads the bytes; whatever comes out must be either a sound image or an error in words.
+// Reads the bytes; whatever comes out must be either a sound image or an error in words.
 std::optional<Bitmap> readOrError(const Bytes& bytes)
 {
     try {

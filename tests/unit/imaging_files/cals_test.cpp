@@ -1,6 +1,6 @@
-#include "tiff_bytes.h"
-
 #include <gmock/gmock.h>
+
+#include "tiff_bytes.h"
 
 using namespace imaging;
 using testing::HasSubstr;
@@ -16,7 +16,7 @@ std::string record(std::string text)
     return text;
 }
 
-/// A header of the given records, filled up with blanks, and the stream behind it.
+// A header of the given records, filled up with blanks, and the stream behind it.
 Bytes calsFile(const std::vector<std::string>& records, const Bytes& stream)
 {
     std::string header;

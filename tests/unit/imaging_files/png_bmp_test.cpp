@@ -1,8 +1,7 @@
-#include "tiff_bytes.h"
+#include <gmock/gmock.h>
 
 #include "imaging/dib.h"
-
-#include <gmock/gmock.h>
+#include "tiff_bytes.h"
 
 using namespace imaging;
 using testing::HasSubstr;
@@ -18,7 +17,7 @@ void put(Bytes& bytes, std::uint32_t value, int count)
         bytes.push_back(std::uint8_t(value >> 8 * i));
 }
 
-/// A header of the given size, filled as far as it goes: BITMAPCOREHEADER, BITMAPINFOHEADER, V4, V5.
+// A header of the given size, filled as far as it goes: BITMAPCOREHEADER, BITMAPINFOHEADER, V4, V5.
 Bytes dibHeader(std::uint32_t size, int width, int height, int bits, std::uint32_t compression = 0,
                 std::uint32_t coloursUsed = 0)
 {

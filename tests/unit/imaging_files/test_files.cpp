@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstdio>
-
 #include <sys/wait.h>
 
 using imaging::Bitmap;
@@ -38,7 +37,7 @@ void saveBytes(const std::filesystem::path& path, const Bytes& bytes)
 
 std::string FilesTest::runTool(const std::string& commandLine) const
 {
-    const std::string full = "cd '" + folder_.path().string() + "' && " + commandLine + " 2>&1";
+    const std::string full = "cd '" + m_folder.path().string() + "' && " + commandLine + " 2>&1";
     std::FILE* pipe = popen(full.c_str(), "r");
     if (!pipe) {
         ADD_FAILURE() << "no shell for: " << commandLine;
@@ -56,7 +55,7 @@ std::string FilesTest::runTool(const std::string& commandLine) const
 Bitmap FilesTest::seenByImageMagick(const std::string& name) const
 {
     runTool("convert '" + name + "' -depth 1 pbm:seen.pbm");
-    std::ifstream stream(folder_ / "seen.pbm", std::ios::binary);
+    std::ifstream stream(m_folder / "seen.pbm", std::ios::binary);
     std::string magic;
     int width = 0;
     int height = 0;
@@ -73,6 +72,6 @@ Bitmap FilesTest::seenByImageMagick(const std::string& name) const
             bitmap.setInk(x, y, row[std::size_t(x) / 8] >> (7 - x % 8) & 1);
     }
     EXPECT_TRUE(stream) << "what ImageMagick made of " << name;
-    std::filesystem::remove(folder_ / "seen.pbm");
+    std::filesystem::remove(m_folder / "seen.pbm");
     return bitmap;
 }

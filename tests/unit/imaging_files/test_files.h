@@ -1,11 +1,11 @@
 #pragma once
 
+#include <cstdint>
+#include <span>
+
 #include "imaging/raster_file.h"
 #include "tests/support/files.h"
 #include "tests/support/pictures.h"
-
-#include <cstdint>
-#include <span>
 
 // What the tests of the file formats share. The pictures that they expect come from rules or drawings of their own;
 // other programs (ImageMagick's convert, libtiff-tools) write the files that are read and read the files that are
@@ -38,7 +38,7 @@ template <typename Call> std::string errorOf(Call call)
 class FilesTest : public testing::Test
 {
 protected:
-    std::filesystem::path file(const std::string& name) const { return folder_ / name; }
+    std::filesystem::path file(const std::string& name) const { return m_folder / name; }
 
     /// Runs a command line in the folder; the test fails when the program is missing or fails. Returns what it printed.
     std::string runTool(const std::string& commandLine) const;
@@ -46,5 +46,5 @@ protected:
     /// The picture that ImageMagick sees in a file of the folder.
     imaging::Bitmap seenByImageMagick(const std::string& name) const;
 
-    TemporaryFolder folder_;
+    TemporaryFolder m_folder;
 };

@@ -7,17 +7,17 @@ using imaging::Bitmap;
 void TiffBytes::put(Bytes& bytes, std::uint32_t value, int count) const
 {
     for (int i = 0; i < count; ++i)
-        bytes.push_back(std::uint8_t(value >> 8 * (bigEndian_ ? count - 1 - i : i)));
+        bytes.push_back(std::uint8_t(value >> 8 * (m_bigEndian ? count - 1 - i : i)));
 }
 
 Bytes TiffBytes::withStrip(const Bytes& strip) const
 {
-    std::vector<Entry> entries = entries_;
+    std::vector<Entry> entries = m_entries;
     const auto offset = std::uint32_t(8 + 2 + 12 * (entries.size() + 1) + 4);
     entries.push_back({TIFFTAG_STRIPOFFSETS, 4, offset});
     std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) { return a.tag < b.tag; });
     Bytes bytes;
-    bytes.push_back(bigEndian_ ? 'M' : 'I');
+    bytes.push_back(m_bigEndian ? 'M' : 'I');
     bytes.push_back(bytes[0]);
     put(bytes, 42, 2);
     put(bytes, 8, 4);
@@ -42,7 +42,7 @@ struct StoredPixel
     int column, row;
 };
 
-/// Where the pixel of the picture lies in the file, by the meaning of the eight orientations.
+// Where the pixel of the picture lies in the file, by the meaning of the eight orientations.
 StoredPixel storedAt(int x, int y, int width, int height, int orientation)
 {
     const int fromRight = width - 1 - x;

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "test_files.h"
-
 #include <tiffio.h>
+
+#include "test_files.h"
 
 /// A TIFF file put together byte by byte: the directory first, then the palette or other long values, then the one
 /// strip.
 class TiffBytes
 {
 public:
-    explicit TiffBytes(std::uint32_t width, std::uint32_t height, bool bigEndian = false) : bigEndian_(bigEndian)
+    explicit TiffBytes(std::uint32_t width, std::uint32_t height, bool bigEndian = false) : m_bigEndian(bigEndian)
     {
         longTag(TIFFTAG_IMAGEWIDTH, width).longTag(TIFFTAG_IMAGELENGTH, height);
     }
@@ -28,13 +28,13 @@ private:
     };
     TiffBytes& add(std::uint16_t tag, std::uint16_t type, std::uint32_t value)
     {
-        entries_.push_back({tag, type, value});
+        m_entries.push_back({tag, type, value});
         return *this;
     }
     void put(Bytes& bytes, std::uint32_t value, int count) const;
 
-    bool bigEndian_;
-    std::vector<Entry> entries_;
+    bool m_bigEndian;
+    std::vector<Entry> m_entries;
 };
 
 /// How libtiff is to write a picture.

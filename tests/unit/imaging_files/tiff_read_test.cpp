@@ -1,8 +1,7 @@
-#include "tiff_bytes.h"
-
 #include <gmock/gmock.h>
-
 #include <thread>
+
+#include "tiff_bytes.h"
 
 using namespace imaging;
 using testing::HasSubstr;

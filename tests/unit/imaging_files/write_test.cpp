@@ -1,12 +1,9 @@
-#include "tiff_bytes.h"
+#include <csignal>
+#include <gmock/gmock.h>
+#include <sys/resource.h>
 
 #include "imaging/error.h"
-
-#include <gmock/gmock.h>
-
-#include <csignal>
-
-#include <sys/resource.h>
+#include "tiff_bytes.h"
 
 using namespace imaging;
 using testing::ElementsAre;
@@ -27,26 +24,26 @@ std::vector<FormatDescription> writableFormats()
     return formats;
 }
 
-/// While it lives, files can't grow beyond the limit, as on a full disk.
+// While it lives, files can't grow beyond the limit, as on a full disk.
 class DiskLimit
 {
 public:
     explicit DiskLimit(rlim_t bytes)
     {
-        oldHandler_ = std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &old_);
-        const rlimit limited{bytes, old_.rlim_max};
+        m_oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_old);
+        const rlimit limited{bytes, m_old.rlim_max};
         setrlimit(RLIMIT_FSIZE, &limited);
     }
     ~DiskLimit()
     {
-        setrlimit(RLIMIT_FSIZE, &old_);
-        std::signal(SIGXFSZ, oldHandler_);
+        setrlimit(RLIMIT_FSIZE, &m_old);
+        std::signal(SIGXFSZ, m_oldHandler);
     }
 
 private:
-    rlimit old_{};
-    void (*oldHandler_)(int) = nullptr;
+    rlimit m_old{};
+    void (*m_oldHandler)(int) = nullptr;
 };
 
 } // namespace
@@ -130,7 +127,7 @@ TEST_F(Writing, AFullDiskLeavesTheTargetWholeAndNothingElse)
             ASSERT_THAT(error, HasSubstr(target.string())) << "at " << limit << " of " << size << " bytes";
             ASSERT_THAT(error, HasSubstr("ile too large"));
             ASSERT_EQ(contentOf<Bytes>(target), old);
-            ASSERT_THAT(folder_.names(), ElementsAre("plan"));
+            ASSERT_THAT(m_folder.names(), ElementsAre("plan"));
         }
     }
 }
@@ -156,7 +153,7 @@ TEST_F(Writing, TargetsThatCannotBeReplacedStayAsTheyAre)
     EXPECT_THAT(write(file("plan.tif"), Format::TiffOther), HasSubstr("read, not written"));
     EXPECT_THAT(errorOf([&] { writeRaster(file("plan.tif"), Bitmap(), {}, Format::Bmp); }), HasSubstr("no image"));
     EXPECT_EQ(contentOf<Bytes>(file("plan.tif")), (Bytes{'o', 'l', 'd'}));
-    EXPECT_THAT(folder_.names(), ElementsAre("folder", "plan.tif", "protected.tif"));
+    EXPECT_THAT(m_folder.names(), ElementsAre("folder", "plan.tif", "protected.tif"));
 }
 
 TEST(Formats, NumbersExchangedWithTheModule)

@@ -1,8 +1,7 @@
-#include "picture.h"
+#include <algorithm>
 
 #include "imaging/error.h"
-
-#include <algorithm>
+#include "picture.h"
 
 using namespace imaging;
 

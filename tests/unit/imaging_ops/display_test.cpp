@@ -1,9 +1,8 @@
-#include "picture.h"
+#include <cmath>
 
 #include "imaging/display.h"
 #include "imaging/error.h"
-
-#include <cmath>
+#include "picture.h"
 
 using namespace imaging;
 
@@ -11,7 +10,7 @@ namespace {
 
 using Gray = std::vector<std::uint8_t>;
 
-/// Samples into rows that are wider than the output, to see whether what lies between them stays as it was.
+// Samples into rows that are wider than the output, to see whether what lies between them stays as it was.
 Gray sampled(const Bitmap& bitmap, const Affine& map, Size output)
 {
     const std::ptrdiff_t stride = output.width + 3;
@@ -26,13 +25,13 @@ Gray sampled(const Bitmap& bitmap, const Affine& map, Size output)
     return gray;
 }
 
-/// The length that [begin, end) and pixel i have in common.
+// The length that [begin, end) and pixel i have in common.
 double common(double begin, double end, int i)
 {
     return std::max(0.0, std::min(end, i + 1.0) - std::max(begin, double(i)));
 }
 
-/// The exact average over the part of the image that each output pixel covers, for reductions along the axes.
+// The exact average over the part of the image that each output pixel covers, for reductions along the axes.
 Gray plainlyAveraged(const Bitmap& bitmap, const Affine& map, Size output)
 {
     Gray gray;

@@ -1,11 +1,10 @@
 // Fills, inversion, paste and crop: what is inside changes as said, what is outside stays.
 
-#include "picture.h"
-
 #include "imaging/crop.h"
 #include "imaging/fill.h"
 #include "imaging/invert.h"
 #include "imaging/paste.h"
+#include "picture.h"
 
 using namespace imaging;
 

@@ -1,16 +1,15 @@
 // Specks removed and holes filled.
 
-#include "picture.h"
-
 #include "imaging/despeckle.h"
 #include "imaging/fill.h"
+#include "picture.h"
 
 using namespace imaging;
 
 namespace {
 
-/// Looks for groups by walking from pixel to pixel. With ink they join at corners too; with paper only at edges, and a
-/// group at the border stays.
+// Looks for groups by walking from pixel to pixel. With ink they join at corners too; with paper only at edges, and a
+// group at the border stays.
 Bitmap plainlyCleaned(const Bitmap& bitmap, bool ink, int side, const Region* region)
 {
     Bitmap result = bitmap;

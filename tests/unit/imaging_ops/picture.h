@@ -1,12 +1,12 @@
 // Bitmaps made by rule and by chance.
 #pragma once
 
-#include "imaging/region.h"
-#include "tests/support/pictures.h"
-
 #include <functional>
 #include <random>
 #include <vector>
+
+#include "imaging/region.h"
+#include "tests/support/pictures.h"
 
 /// Widths on and around the edges of words.
 extern const std::vector<int> awkwardWidths;

@@ -1,12 +1,11 @@
-#include "picture.h"
-
 #include "imaging/region.h"
+#include "picture.h"
 
 using namespace imaging;
 
 namespace {
 
-/// A region as a plain picture of its pixels, shifted so that rectangles left of and above the origin fit.
+// A region as a plain picture of its pixels, shifted so that rectangles left of and above the origin fit.
 class PixelSet
 {
 public:
@@ -18,12 +17,12 @@ public:
                     at(x, y) = true;
     }
 
-    std::vector<bool>::reference at(int x, int y) { return pixels_[std::size_t((y + 10) * side + x + 10)]; }
+    std::vector<bool>::reference at(int x, int y) { return m_pixels[std::size_t((y + 10) * side + x + 10)]; }
 
     template <class Keep> PixelSet combined(PixelSet other, Keep keep)
     {
-        for (std::size_t i = 0; i < pixels_.size(); ++i)
-            other.pixels_[i] = keep(pixels_[i], other.pixels_[i]);
+        for (std::size_t i = 0; i < m_pixels.size(); ++i)
+            other.m_pixels[i] = keep(m_pixels[i], other.m_pixels[i]);
         return other;
     }
 
@@ -31,7 +30,7 @@ public:
 
 private:
     static constexpr int side = 100;
-    std::vector<bool> pixels_ = std::vector<bool>(side * side);
+    std::vector<bool> m_pixels = std::vector<bool>(side * side);
 };
 
 testing::AssertionResult isCanonical(const Region& region)

@@ -1,14 +1,13 @@
-#include "picture.h"
-
 #include "imaging/error.h"
 #include "imaging/resample.h"
+#include "picture.h"
 
 using namespace imaging;
 
 namespace {
 
-/// How much of the source pixel the target pixel covers, in one direction, counted in parts of which `source` make up a
-/// target pixel; where the direction grows, 1 for the one pixel that is nearest to the target pixel's centre.
+// How much of the source pixel the target pixel covers, in one direction, counted in parts of which `source` make up a
+// target pixel; where the direction grows, 1 for the one pixel that is nearest to the target pixel's centre.
 long long share(int source, int target, int sourcePixel, int targetPixel)
 {
     if (target >= source)
@@ -18,7 +17,7 @@ long long share(int source, int target, int sourcePixel, int targetPixel)
     return std::max(0LL, end - begin);
 }
 
-/// Pixel by pixel, with nothing clever about it.
+// Pixel by pixel, with nothing clever about it.
 Bitmap plainlyResampled(const Bitmap& bitmap, Size size)
 {
     return made(size, [&](int x, int y) {

@@ -1,11 +1,10 @@
-#include "picture.h"
+#include <cmath>
+#include <numbers>
 
 #include "imaging/error.h"
 #include "imaging/rotate.h"
 #include "imaging/turn.h"
-
-#include <cmath>
-#include <numbers>
+#include "picture.h"
 
 using namespace imaging;
 
@@ -19,8 +18,8 @@ Bitmap rotated(Bitmap bitmap, double radians, Point pivot, bool transparent, con
     return bitmap;
 }
 
-/// Looks up each pixel by itself. Where the source position lies so close to halfway between two pixels that rounding
-/// decides, the pixel's actual value is taken over.
+// Looks up each pixel by itself. Where the source position lies so close to halfway between two pixels that rounding
+// decides, the pixel's actual value is taken over.
 Bitmap plainlyRotated(const Bitmap& bitmap, double radians, Point pivot, bool transparent, const Region& region,
                       const Bitmap& actual)
 {

@@ -1,7 +1,6 @@
-#include "picture.h"
-
 #include "imaging/mirror.h"
 #include "imaging/turn.h"
+#include "picture.h"
 
 using namespace imaging;
 

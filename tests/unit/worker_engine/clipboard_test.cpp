@@ -1,5 +1,4 @@
 #include "engine_fixture.h"
-
 #include "imaging/dib.h"
 
 namespace {

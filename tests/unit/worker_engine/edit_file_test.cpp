@@ -1,10 +1,9 @@
-#include "engine_fixture.h"
-
 #include <cmath>
 #include <limits>
 #include <numbers>
 #include <thread>
 
+#include "engine_fixture.h"
 #include "worker/engine/edit_file.h"
 
 namespace {
@@ -35,7 +34,7 @@ protected:
         return this->picture("image");
     }
 
-    /// At 254 dots per inch a tenth of a millimetre is one pixel.
+    // At 254 dots per inch a tenth of a millimetre is one pixel.
     Picture filtered(const Picture& picture, std::uint32_t mode, std::uint32_t size, bool selectionOnly = false,
                      std::optional<Region> region = {}, double dotsPerInch = 254)
     {
@@ -148,7 +147,7 @@ TEST_F(EditFileTest, AClosedGateKeepsTheFileAsItWas)
 {
     put("image", {"#.", ".#"}, 300);
     const auto before = files();
-    gate_.close();
+    m_gate.close();
     EXPECT_THROW(invert("image"), worker::StoppedError);
     EXPECT_TRUE(files() == before);
 }

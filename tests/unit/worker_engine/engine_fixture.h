@@ -1,7 +1,6 @@
 #pragma once
 
 #include <gtest/gtest.h>
-
 #include <map>
 
 #include "imaging/error.h"
@@ -24,7 +23,7 @@ constexpr std::uint32_t filter = 12;
 class EngineTest : public testing::Test
 {
 protected:
-    std::filesystem::path in(const std::string& name) const { return folder_ / name; }
+    std::filesystem::path in(const std::string& name) const { return m_folder / name; }
 
     void put(const std::string& name, const Picture& picture, double dotsPerInch,
              imaging::Format format = imaging::Format::TiffGroup4)
@@ -43,7 +42,7 @@ protected:
     {
         const worker::Operation* operation = worker::findOperation(code);
         ASSERT_NE(operation, nullptr) << "the worker has no operation " << code;
-        operation->run(request, gate_);
+        operation->run(request, m_gate);
     }
 
     /// The request is refused with an error for the user, and no file of the folder has changed, come or gone.
@@ -57,11 +56,11 @@ protected:
     std::map<std::filesystem::path, std::string> files() const
     {
         std::map<std::filesystem::path, std::string> contents;
-        for (const std::filesystem::path& name : folder_.names())
-            contents[name] = contentOf(folder_ / name);
+        for (const std::filesystem::path& name : m_folder.names())
+            contents[name] = contentOf(m_folder / name);
         return contents;
     }
 
-    worker::CommitGate gate_;
-    TemporaryFolder folder_;
+    worker::CommitGate m_gate;
+    TemporaryFolder m_folder;
 };

@@ -8,7 +8,7 @@ struct Row
     std::u16string pattern;
 };
 
-/// Takes the dialog's filter apart as the dialog does: label and pattern in turn, an empty label ends it.
+// Takes the dialog's filter apart as the dialog does: label and pattern in turn, an empty label ends it.
 std::vector<Row> rowsOf(const std::u16string& filter)
 {
     std::vector<std::u16string> parts(1);

@@ -6,13 +6,12 @@
 //
 // get: writes the bitmap that is there to the file. The exit code is 2 when there is none.
 
+#include <windows.h>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <vector>
-
-#include <windows.h>
 
 namespace {
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <windows.h>
-
 #include <cstdio>
 
 // What the test program and its child processes share: the steps that a child takes, and what it saw.

@@ -83,7 +83,7 @@ private:
         return std::wstring(prefix, prefix + std::strlen(prefix)) + std::to_wstring(m_number);
     }
 
-    /// All three are kept open from the first one on, so that they can be signalled however late.
+    // All three are kept open from the first one on, so that they can be signalled however late.
     void signal(const std::string& name)
     {
         if (m_handshake.empty()) {

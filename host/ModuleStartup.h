@@ -1,4 +1,0 @@
-#pragma once
-
-/// Starts the module on the CArxApp in g_pArxApp; ~CArxApp stops it. Not 0: the host keeps the module.
-int ModuleStartup();

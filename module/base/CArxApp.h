@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/platform.h"
+
+class CAcraster;
+class CCheckDef;
+class CTool;
+
+/// What lives as long as the module is loaded, for all floors of it to meet at. There is one, made and deleted by the
+/// entry point: the CModuleApp of the top floor, which starts and stops the module. This floor only names the classes
+/// above it.
+class CArxApp
+{
+public:
+    CArxApp();
+    virtual ~CArxApp() = default;
+    CArxApp(const CArxApp&) = delete;
+    CArxApp& operator=(const CArxApp&) = delete;
+
+    CWnd* m_pToolbar = nullptr;      // the module's toolbar; null when there is none
+    HINSTANCE m_hInstance = nullptr; // of the module's file
+    CAcraster* m_pRaster = nullptr;  // the current raster, owned; null when none is; see DropCurrentRaster
+    CTool* m_pTool = nullptr;        // the active tool; sets and clears this itself, and is ended by deleting it
+    UINT m_nClipFormat;              // clipboard format of the module's own
+    CString m_strTempFile;           // a name in the temporary folder; what stands under it at the end is deleted
+    bool m_bSuspended = false;       // the raster's objects are closed for a host call
+    CCheckDef* m_pReactor = nullptr; // owned; made at the first drawing
+    void* m_pAppId = nullptr;        // the host's id for the module
+};
+
+extern CArxApp* g_pArxApp;
+
+/// Set while a host command runs.
+extern bool g_bInCommand;

@@ -1,0 +1,19 @@
+#include "module/base/CTempFile.h"
+
+CTempFile::CTempFile(const CString& extension, const CString& prefix)
+{
+    wchar_t folder[MAX_PATH] = {};
+    GetTempPathW(MAX_PATH, folder);
+    wchar_t path[MAX_PATH] = {};
+    // Number 0 has Windows make an empty file, so that the name is free; the worker and the host want none there.
+    GetTempFileNameW(folder, prefix, 0, path);
+    DeleteFileW(path);
+    m_strPath = path + extension;
+    DeleteFileW(m_strPath);
+}
+
+CTempFile::~CTempFile()
+{
+    if (m_nKeep == 0)
+        DeleteFileW(m_strPath);
+}

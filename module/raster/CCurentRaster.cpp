@@ -1,0 +1,34 @@
+#include "module/raster/CCurentRaster.h"
+
+#include "module/base/CArxApp.h"
+#include "module/raster/CAcraster.h"
+
+CCurentRaster::CCurentRaster() : m_pRaster(g_pArxApp->m_pRaster)
+{
+    if (m_pRaster && !m_pRaster->Lock(1)) {
+        DropCurrentRaster();
+        m_pRaster = nullptr;
+    }
+    if (m_pRaster)
+        m_nSerial = m_pRaster->GetSerial();
+}
+
+CCurentRaster::~CCurentRaster()
+{
+    // The work may have replaced or dropped the raster, and the lock went with it.
+    if (CAcraster* raster = GetIfCurrent())
+        raster->Unlock();
+}
+
+void DropCurrentRaster()
+{
+    delete g_pArxApp->m_pRaster;
+    g_pArxApp->m_pRaster = nullptr;
+}
+
+CAcraster* CCurentRaster::GetIfCurrent() const
+{
+    // One that takes the place of a deleted raster often lies at the same address.
+    const bool same = m_pRaster && m_pRaster == g_pArxApp->m_pRaster && m_pRaster->GetSerial() == m_nSerial;
+    return same ? m_pRaster : nullptr;
+}

@@ -1,0 +1,27 @@
+// What the handlers of all raster commands have in common.
+#pragma once
+
+#include "module/base/CTempMFC.h"
+#include "module/raster/CAcraster.h"
+#include "module/raster/CCurentRaster.h"
+
+/// Calls `work(CAcraster&)` with the current raster locked and the module's resources current. Without a current raster
+/// nothing happens, and nothing is said.
+template <typename Work> void WithCurrentRaster(Work&& work)
+{
+    const CCurentRaster current;
+    if (!current.m_pRaster)
+        return;
+    const CTempMFC resources;
+    work(*current.m_pRaster);
+}
+
+/// Changes the current raster by `work(CAcraster&)` under the wait cursor and commits it, whatever came of the work.
+template <typename Work> void EditCurrentRaster(Work&& work)
+{
+    WithCurrentRaster([&work](CAcraster& raster) {
+        const CWaitCursor wait;
+        work(raster);
+        raster.Reload();
+    });
+}

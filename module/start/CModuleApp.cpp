@@ -1,0 +1,52 @@
+#include "module/start/CModuleApp.h"
+
+#include "module/base/CTempMFC.h"
+#include "module/base/ExtensionModule.h"
+#include "module/commands/CommandTable.h"
+#include "module/raster/CCurentRaster.h"
+#include "module/raster/PendingFileSwap.h"
+#include "module/start/CCheckDef.h"
+#include "module/start/MonitorTimer.h"
+#include "module/tools/CTool.h"
+#include "module/tools/RotateStart.h"
+#include "module/tools/ToolMessageHook.h"
+
+namespace {
+
+void DeleteLeftoverDrawing()
+{
+    wchar_t folder[MAX_PATH] = {};
+    GetTempPathW(MAX_PATH, folder);
+    // Nothing in this version writes the file; an older one may have left it.
+    DeleteFileW(folder + CString(L"HVtemp.dwg"));
+}
+
+} // namespace
+
+CModuleApp::CModuleApp()
+{
+    g_pPendingFileSwap.reset();
+}
+
+CModuleApp::~CModuleApp()
+{
+    {
+        const CTempMFC resources;
+        RemoveCommands();
+        if (g_pPendingFileSwap) {
+            RunFileSwap(*g_pPendingFileSwap);
+            g_pPendingFileSwap.reset();
+        }
+        delete m_pReactor;
+        delete m_pToolbar;
+        DropCurrentRaster();
+        delete m_pTool;
+        ButtonClickTimer.reset();
+        CancelRotateStart();
+        StopMonitorTimer();
+        DeleteFileW(m_strTempFile);
+        DeleteLeftoverDrawing();
+        ExtensionModuleEnd();
+    }
+    CTempMFC::Reset();
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "module/tools/CAppCursor.h"
+#include "module/tools/CTool.h"
+
+class CAcraster;
+
+/// What the tools share that paint with the square stamp: a cursor that shows the stamp's size at the present zoom.
+class CBrushTool : public CTool
+{
+    DECLARE_DYNAMIC(CBrushTool)
+
+public:
+    ~CBrushTool() override;
+    int Start() override;
+    void Stop() override;
+    void UpdateCursor() override;
+
+protected:
+    /// `lastViewKey` outlives the tool: the view at which any tool of the kind last built its cursor.
+    CBrushTool(UINT cursorId, double& lastViewKey);
+
+    /// In image pixels.
+    virtual int BrushWidth() const = 0;
+    virtual COLORREF BrushColor() const = 0;
+
+private:
+    void RebuildCursor(const CAcraster& raster);
+
+    CAppCursor m_cursor;
+    bool m_bStarted = false;
+    double& m_lastViewKey;
+};

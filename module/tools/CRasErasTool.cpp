@@ -1,0 +1,24 @@
+#include "module/tools/CRasErasTool.h"
+
+#include "module/resources/resource.h"
+#include "module/tools/Stroke.h"
+
+IMPLEMENT_DYNAMIC(CRasErasTool, CRasStrokeTool)
+
+namespace {
+double lastViewKey = 0;
+}
+
+CRasErasTool::CRasErasTool() : CRasStrokeTool(IDB_CURSOR_ERASER, lastViewKey) {}
+
+int CRasErasTool::OnLButtonDown(CPoint point, UINT /*flags*/)
+{
+    m_pView->SetCapture();
+    BeginStroke(point);
+    return 1;
+}
+
+int CRasErasTool::BrushWidth() const
+{
+    return EraserWidth;
+}

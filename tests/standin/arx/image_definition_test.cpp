@@ -1,0 +1,201 @@
+#include <fstream>
+
+#include "tests/standin/arx/drawing_fixture.h"
+
+namespace {
+
+class ImageDefinitionTest : public DrawingTest
+{
+protected:
+    std::string raster(const char* name = "sheet.tif") { return writeRaster(name, drawn({"#..#", ".##."})).string(); }
+};
+
+struct Watcher final : AcDbRasterImageDefTransReactor
+{
+    Adesk::Boolean onDeleteImage(const AcDbRasterImageDef* definition, const Atil::Image* image) override
+    {
+        ++calls;
+        modified = definition->imageModified();
+        width = image->size().width;
+        inked = image->pixels()->ink(1, 0);
+        return false;
+    }
+    int calls = 0;
+    bool modified = false;
+    int width = 0;
+    bool inked = false;
+};
+
+// Makes pixel (1, 0) ink, through the host's image calls.
+void ink(AcDbRasterImageDef& definition)
+{
+    Atil::Image* image = nullptr;
+    ASSERT_EQ(definition.openImage(image), Acad::eOk);
+    const Atil::BitonalModel model;
+    Atil::ImagePixel pixel;
+    pixel.value.bitonal = 255;
+    Atil::Image stamp(Atil::Size(1, 1), &model, pixel, Atil::kDefaultTileSize);
+    const std::unique_ptr<Atil::RowProviderInterface> rows(stamp.read(Atil::Size(1, 1), Atil::Offset(0, 0)));
+    image->paste(rows.get(), Atil::Offset(1, 0), false);
+    ASSERT_EQ(definition.closeImage(), Acad::eOk);
+}
+
+TEST_F(ImageDefinitionTest, AStandAloneDefinitionReadsAFile)
+{
+    AcDbRasterImageDef definition;
+    definition.setSourceFileName(std::filesystem::path(raster()).c_str());
+    EXPECT_FALSE(definition.isLoaded());
+    EXPECT_EQ(definition.load(), Acad::eOk);
+    EXPECT_EQ(definition.colorDepth(), 1);
+    EXPECT_EQ(definition.size().x, 4);
+    EXPECT_EQ(definition.size().y, 2);
+    EXPECT_NEAR(definition.resolutionMMPerPixel().x, 0.1, 1e-12) << "254 dots per inch";
+    Atil::Image* image = nullptr;
+    ASSERT_EQ(definition.openImage(image), Acad::eOk);
+    EXPECT_EQ(*image->pixels(), drawn({"#..#", ".##."}));
+    EXPECT_EQ(image->dataModel().dataModelType(), Atil::DataModelAttributes::kBitonalModel);
+    EXPECT_EQ(definition.closeImage(), Acad::eOk);
+    EXPECT_FALSE(definition.imageModified()) << "it was only looked at";
+    EXPECT_TRUE(standin::breaches().empty());
+}
+
+TEST_F(ImageDefinitionTest, WholeDotsPerInchSurviveTheWayThroughMillimetres)
+{
+    // The module cuts 25.4 / resolution to a whole number; 87 and 174 are among those that plain division gets wrong.
+    for (const int dotsPerInch : {72, 87, 100, 174, 200, 300, 400, 600, 1200}) {
+        AcDbRasterImageDef definition;
+        definition.setSourceFileName(writeRaster("dpi.tif", drawn({"#"}), dotsPerInch).c_str());
+        EXPECT_EQ(int(25.4 / definition.resolutionMMPerPixel().x), dotsPerInch);
+    }
+}
+
+TEST_F(ImageDefinitionTest, WhatCannotBeLoaded)
+{
+    AcDbRasterImageDef missing;
+    missing.setSourceFileName(L"no such file.tif");
+    EXPECT_EQ(missing.load(), Acad::eFileNotFound);
+    EXPECT_STREQ(missing.activeFileName(), L"");
+    EXPECT_EQ(missing.colorDepth(), 1) << "a definition whose file is missing counts as bitonal";
+
+    const std::filesystem::path text = folder / "text.tif";
+    std::ofstream(text) << "this is no raster";
+    AcDbRasterImageDef broken;
+    broken.setSourceFileName(text.c_str());
+    EXPECT_EQ(broken.load(), Acad::eFileAccessErr);
+    EXPECT_FALSE(broken.isLoaded());
+    Atil::Image* image = nullptr;
+    EXPECT_EQ(broken.openImage(image), Acad::eNotApplicable);
+    EXPECT_EQ(broken.imageCopy(true), nullptr);
+}
+
+TEST_F(ImageDefinitionTest, FilesAreFoundBesideTheDrawing)
+{
+    raster("plans/sheet.tif");
+    raster("moved.tif");
+    ASSERT_EQ(standin::saveDrawing(folder / "site.dxf"), std::nullopt);
+    struct
+    {
+        const char* stored;
+        std::filesystem::path expected;
+    } const table[] = {
+        {"plans\\sheet.tif", folder / "plans" / "sheet.tif"},
+        {"moved.tif", folder / "moved.tif"},
+        {"C:\\elsewhere\\moved.tif", folder / "moved.tif"},
+        {"nowhere.tif", {}},
+    };
+    const DocumentLock lock;
+    for (const auto& row : table) {
+        auto* definition = openDefinition(addImage(row.stored), AcDb::kForRead);
+        EXPECT_EQ(std::filesystem::path(definition->activeFileName()), row.expected) << row.stored;
+        definition->close();
+    }
+}
+
+TEST_F(ImageDefinitionTest, CopiesShareTheirPixelsUntilOneIsWritten)
+{
+    const DocumentLock lock;
+    auto* definition = openDefinition(addImage(raster()));
+    const std::unique_ptr<Atil::Image> copy(definition->imageCopy(true));
+    EXPECT_EQ(copy->pixels(), definition->pixels());
+    const auto painted = definition->pixels();
+    ink(*definition);
+    EXPECT_TRUE(definition->imageModified());
+    EXPECT_NE(definition->pixels(), painted) << "what is being painted must not change under the painter";
+    EXPECT_EQ(*copy->pixels(), drawn({"#..#", ".##."}));
+    EXPECT_EQ(*definition->pixels(), drawn({"##.#", ".##."}));
+    definition->close();
+}
+
+TEST_F(ImageDefinitionTest, TheImageIsAnnouncedBeforeItGoes)
+{
+    const standin::Handle handle = addImage(raster());
+    Watcher watcher;
+    {
+        const DocumentLock lock;
+        auto* definition = openDefinition(handle);
+        definition->load();
+        definition->addReactor(&watcher);
+        ink(*definition);
+        EXPECT_EQ(definition->unload(true), Acad::eOk);
+        EXPECT_EQ(watcher.calls, 1);
+        EXPECT_TRUE(watcher.modified);
+        EXPECT_TRUE(watcher.inked) << "the pixels as they stood";
+        EXPECT_EQ(watcher.width, 4);
+        EXPECT_FALSE(definition->imageModified());
+        EXPECT_EQ(definition->unload(true), Acad::eOk);
+        EXPECT_EQ(watcher.calls, 1) << "there was nothing left to announce";
+        EXPECT_FALSE(standin::document().find<drawing::ImageDefinition>(definition->objectId().handle())->loaded);
+        EXPECT_EQ(definition->load(), Acad::eOk);
+        EXPECT_EQ(*definition->pixels(), drawn({"#..#", ".##."})) << "as in the file";
+        definition->close();
+    }
+    standin::closeDrawing();
+    EXPECT_EQ(watcher.calls, 2) << "the drawing's closing lets go of the image too";
+    EXPECT_TRUE(standin::breaches().empty());
+}
+
+TEST_F(ImageDefinitionTest, OpeningTheImageIsStrict)
+{
+    const DocumentLock lock;
+    auto* definition = openDefinition(addImage(raster()));
+    definition->load();
+    Atil::Image* image = nullptr;
+    EXPECT_EQ(definition->closeImage(), Acad::eNotOpenForWrite);
+    EXPECT_EQ(definition->openImage(image), Acad::eOk);
+    EXPECT_EQ(definition->openImage(image), Acad::eWasOpenForWrite);
+    EXPECT_EQ(definition->unload(true), Acad::eWasOpenForWrite);
+    EXPECT_EQ(standin::breaches().size(), 3u);
+    EXPECT_EQ(definition->closeImage(), Acad::eOk);
+    definition->close();
+}
+
+TEST_F(ImageDefinitionTest, PaintingLoadsWhatTheDrawingShows)
+{
+    const standin::Handle handle = addImage(raster());
+    const auto pixels = standin::imagePixels(handle);
+    ASSERT_NE(pixels, nullptr);
+    EXPECT_EQ(*pixels, drawn({"#..#", ".##."}));
+    EXPECT_EQ(standin::imagePixels(handle), pixels) << "nothing has changed";
+    EXPECT_EQ(standin::openObjects(), 0);
+
+    const DocumentLock lock;
+    auto* definition = openDefinition(handle);
+    definition->unload(true);
+    definition->close();
+    EXPECT_EQ(standin::imagePixels(handle), nullptr) << "the drawing says that it is unloaded";
+    EXPECT_EQ(standin::imagePixels(addImage("missing.tif")), nullptr);
+    EXPECT_EQ(standin::imagePixels(addLine()), nullptr);
+}
+
+TEST_F(ImageDefinitionTest, AFileThatWasRefusedIsTriedAgainWhenItHasChanged)
+{
+    const std::filesystem::path path = folder / "late.tif";
+    std::ofstream(path) << "not yet";
+    std::filesystem::last_write_time(path, std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
+    const standin::Handle handle = addImage(path.string());
+    EXPECT_EQ(standin::imagePixels(handle), nullptr);
+    raster("late.tif");
+    EXPECT_NE(standin::imagePixels(handle), nullptr);
+}
+
+} // namespace
