@@ -71,6 +71,8 @@ public:
     /// Queues the text behind what was posted before; it is typed when the desk is next idle.
     virtual void postCommandText(const std::wstring& text) = 0;
     virtual void alert(const std::wstring& text) = 0;
+    /// A line for the command line.
+    virtual void print(const std::wstring& line) = 0;
     virtual ViewState viewState() = 0;
     /// The drawing changed on screen: entities, image pixels, frames.
     virtual void redraw() = 0;

@@ -36,6 +36,7 @@ public:
     CView* drawingView() override { return m_view; }
     void postCommandText(const std::wstring&) override {}
     void alert(const std::wstring&) override {}
+    void print(const std::wstring&) override {}
     standin::ViewState viewState() override { return m_viewState; }
     void redraw() override {}
     std::optional<std::vector<standin::Handle>> selectEntities() override { return std::nullopt; }

@@ -8,6 +8,7 @@
 #include "bench/mouse/durations.h"
 #include "module/resources/resource.h"
 #include "module/start/MonitorTimer.h"
+#include "module/start/SelectionInView.h"
 
 namespace bench {
 
@@ -63,13 +64,13 @@ void run(BenchDesk& desk, const char* what, int count, CAcraster& raster, int sh
 {
     StartMonitorTimer();
     const MSG tick = nextTick();
-    const unsigned before = MonitorRegionRebuilds();
+    const unsigned before = SelectionConversions();
     Durations times;
     for (int i = 0; i < ticks; ++i) {
         desk.moveBy(i % 2 ? -shake : shake);
         times.add(microseconds([&tick] { DispatchMessageW(&tick); }));
     }
-    const unsigned rebuilds = MonitorRegionRebuilds() - before;
+    const unsigned rebuilds = SelectionConversions() - before;
     StopMonitorTimer();
 
     // The two parts that grow with the selection, by themselves.

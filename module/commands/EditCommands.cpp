@@ -20,7 +20,7 @@ void FlipVerticalCommand()
 void CropCommand()
 {
     WithCurrentRaster([](CAcraster& raster) {
-        if (!raster.HasSelection())
+        if (!raster.HasSelectedPixels())
             return;
         const CWaitCursor wait;
         raster.Crop();

@@ -4,5 +4,5 @@
 void InvertCommand();
 void FlipHorizontalCommand();
 void FlipVerticalCommand();
-/// Nothing without a selection; afterwards nothing is selected.
+/// Nothing without a selection that has pixels of the image; afterwards nothing is selected.
 void CropCommand();

@@ -11,7 +11,7 @@ void TurnWhole(CAcraster& raster, int mode)
     const CWaitCursor wait;
     raster.Turn(mode != CDrotate::QuarterCounterClockwise);
     if (mode == CDrotate::HalfTurn)
-        raster.Turn(1);
+        raster.Turn(true);
     raster.Reload();
     // Once more, now that the drawing has the new size.
     raster.ResetRegion();

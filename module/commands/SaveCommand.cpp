@@ -1,5 +1,6 @@
 #include "module/commands/SaveCommand.h"
 
+#include "module/base/SayOnCommandLine.h"
 #include "module/raster/CommandPattern.h"
 #include "module/resources/resource.h"
 #include "module/shell/CFileDialogEx.h"
@@ -47,8 +48,12 @@ void SaveAsCommand()
         SaveChoice choice;
         if (!AskForFile(raster, choice))
             return;
-        const int formatCode = raster.QueryFormatCode(choice.filterIndex);
+        const std::optional<DWORD> formatCode = raster.QueryFormatCode(choice.filterIndex);
+        if (!formatCode) {
+            SayOnCommandLine(L"The raster was not saved: nobody knows the file format.");
+            return;
+        }
         const CWaitCursor wait;
-        raster.SaveAs(choice.path, static_cast<DWORD>(formatCode), selectionOnly ? &raster.GetRegion() : nullptr);
+        raster.SaveAs(choice.path, *formatCode, selectionOnly ? &raster.GetRegion() : nullptr);
     });
 }

@@ -1,8 +1,13 @@
 #include "module/dialogs/CDrotate.h"
 
+#include "module/dialogs/FreePictures.h"
 #include "module/raster/CAcraster.h"
 #include "module/raster/CCurentRaster.h"
 #include "module/resources/resource.h"
+
+BEGIN_MESSAGE_MAP(CDrotate, CDialog)
+ON_WM_DESTROY()
+END_MESSAGE_MAP()
 
 CDrotate::CDrotate() : CDialog(IDD_ROTATE) {}
 
@@ -22,4 +27,10 @@ BOOL CDrotate::OnInitDialog()
     CDialog::OnInitDialog();
     GetDlgItem(IDC_ROTATE_ONLY_SELECTION)->EnableWindow(m_bOnlySelection);
     return TRUE;
+}
+
+void CDrotate::OnDestroy()
+{
+    FreePictures(*this);
+    CDialog::OnDestroy();
 }

@@ -22,4 +22,7 @@ public:
 protected:
     void DoDataExchange(CDataExchange* exchange) override;
     BOOL OnInitDialog() override;
+
+    void OnDestroy();
+    DECLARE_MESSAGE_MAP()
 };

@@ -16,39 +16,38 @@ unsigned rastersMade = 0;
 
 } // namespace
 
-CAcraster::CAcraster(const ads_name entityName) : m_nSerial(++rastersMade)
+CAcraster::CAcraster(const ads_name entityName) : m_nSerial(++rastersMade), m_objects(entityName)
 {
-    ads_name_set(entityName, m_entityName);
-    acdbGetObjectId(m_entityId, m_entityName);
-
     CDocumentLock lock;
-    if (!OpenObjects(AcDb::kForWrite)) {
+    if (!m_objects.Open(AcDb::kForWrite)) {
         // The document stays locked, as after every opening that fails; the host takes the lock back with the document.
         lock.Abandon();
         return;
     }
-    if (!m_pDefinition->isLoaded()) {
-        m_pDefinition->load();
+    m_life = Life::Managed;
+    if (!m_objects.m_pDefinition->isLoaded()) {
+        m_objects.m_pDefinition->load();
         m_bLoadedHere = true;
     }
-    if (m_pDefinition->isLoaded())
+    if (m_objects.m_pDefinition->isLoaded())
         TakeWorkingImage();
     m_pRegion = std::make_unique<CRgn>();
     m_pRegion->CreateRectRgnIndirect(GetImageRect());
     m_nLockCount = 1;
-    m_nDpi = TruncateToInt(millimetresPerInch / m_pDefinition->resolutionMMPerPixel().x);
+    m_nDpi = TruncateToInt(millimetresPerInch / m_objects.m_pDefinition->resolutionMMPerPixel().x);
 }
 
 CAcraster::CAcraster(AcDbRasterImageDef* definition, Atil::Image* image)
-    : m_nSerial(++rastersMade), m_pImage(image), m_pDefinition(definition), m_pRegion(std::make_unique<CRgn>())
+    : m_nSerial(++rastersMade), m_life(Life::Borrowed), m_objects(definition), m_pImage(image),
+      m_pRegion(std::make_unique<CRgn>())
 {
     m_pRegion->CreateRectRgnIndirect(GetImageRect());
-    m_nDpi = TruncateToInt(millimetresPerInch / m_pDefinition->resolutionMMPerPixel().x);
+    m_nDpi = TruncateToInt(millimetresPerInch / m_objects.m_pDefinition->resolutionMMPerPixel().x);
 }
 
 CAcraster::~CAcraster()
 {
-    if (m_nLockCount == -1)
+    if (m_life != Life::Managed)
         return;
     m_nLockCount = std::min(m_nLockCount, 1);
     if (m_nLockCount > 0)
@@ -59,7 +58,7 @@ CAcraster::~CAcraster()
 
 int CAcraster::Lock(int write)
 {
-    if (m_nLockCount < 0)
+    if (m_life != Life::Managed)
         return 1;
     if (m_nLockCount > 0) {
         ++m_nLockCount;
@@ -67,62 +66,62 @@ int CAcraster::Lock(int write)
     }
 
     CDocumentLock lock;
-    if (acdbGetObjectId(m_entityId, m_entityName) != Acad::eOk ||
-        !OpenObjects(write ? AcDb::kForWrite : AcDb::kForRead)) {
+    if (!m_objects.Find() || !m_objects.Open(write ? AcDb::kForWrite : AcDb::kForRead)) {
         // The caller destroys the raster now; the document stays locked all the same.
         lock.Abandon();
         return 0;
     }
-    if (!m_pDefinition->isLoaded())
-        m_pDefinition->load();
+    if (!m_objects.m_pDefinition->isLoaded())
+        m_objects.m_pDefinition->load();
     TakeWorkingImage();
     m_nLockCount = 1;
+    // An image that the host has meanwhile loaded in another size has nothing left of the selection.
+    if (!(GetSize() == m_lastSize))
+        ResetRegion();
     return 1;
 }
 
 int CAcraster::Unlock()
 {
-    if (m_nLockCount <= 0)
-        return m_nLockCount;
-    if (--m_nLockCount == 0) {
+    if (m_life == Life::Managed && m_nLockCount > 0 && --m_nLockCount == 0) {
+        m_lastSize = GetSize();
         DeleteImage();
-        CloseObjects();
+        m_objects.Close();
     }
-    return m_nLockCount;
+    return GetLockCount();
 }
 
-void CAcraster::Suspend(int close)
+void CAcraster::Suspend(bool close)
 {
     if (m_nLockCount <= 0)
         return;
     if (close) {
-        CloseObjects();
+        m_objects.Close();
     } else {
         const CDocumentLock lock;
-        OpenObjects(AcDb::kForWrite);
+        m_objects.Open(AcDb::kForWrite);
     }
-    g_pArxApp->m_bSuspended = close != 0;
+    g_pArxApp->m_bSuspended = close;
 }
 
 void CAcraster::Reload()
 {
     // An image that was erased while it was suspended has nothing to commit to; the next first Lock finds that out.
-    if (!m_pDefinition)
+    if (!m_objects.m_pDefinition)
         return;
     const CDocumentLock lock;
     Atil::Image* image = nullptr;
-    const bool opened = m_pImage && m_pDefinition->openImage(image) == Acad::eOk;
+    const bool opened = m_pImage && m_objects.m_pDefinition->openImage(image) == Acad::eOk;
     if (opened)
         *image = *m_pImage;
     DeleteImage();
-    m_pEntity->close();
-    m_pEntity = nullptr;
+    m_objects.CloseEntity();
     if (opened)
-        m_pDefinition->closeImage();
-    CloseObjects();
+        m_objects.m_pDefinition->closeImage();
+    m_objects.Close();
     // A lone tab makes the host refresh its view.
     PostCommandText(L"\t");
-    OpenObjects(AcDb::kForWrite);
+    m_objects.Open(AcDb::kForWrite);
     TakeWorkingImage();
     m_bDirty = false;
 }
@@ -131,51 +130,19 @@ void CAcraster::KeepLoaded()
 {
     if (!m_bLoadedHere)
         return;
-    Suspend(1);
+    Suspend(true);
     {
         const CDocumentLock lock;
-        if (OpenObjects(AcDb::kForWrite)) {
+        // With the entity closed: the host tells the entities of an image that comes and goes.
+        if (m_objects.OpenDefinition(AcDb::kForWrite)) {
             // Unloaded and loaded once more, so that the drawing itself takes note of it.
-            m_pDefinition->unload(true);
-            m_pDefinition->load();
-            CloseObjects();
+            m_objects.m_pDefinition->unload(true);
+            m_objects.m_pDefinition->load();
+            m_objects.Close();
         }
     }
-    Suspend(0);
+    Suspend(false);
     m_bLoadedHere = false;
-}
-
-AcDbObjectId CAcraster::ReadEntityData()
-{
-    m_pEntity->getPixelToModelTransform(m_pixelToModel);
-    m_bShown = m_pEntity->isSetDisplayOpt(AcDbRasterImage::kShow);
-    m_bTransparent = m_pEntity->isSetDisplayOpt(AcDbRasterImage::kTransparent);
-    return m_pEntity->imageDefId();
-}
-
-// Opens the entity and then its definition; if either fails, neither is open.
-bool CAcraster::OpenObjects(AcDb::OpenMode mode)
-{
-    if (acdbOpenObject(m_pEntity, m_entityId, mode) != Acad::eOk) {
-        m_pEntity = nullptr;
-        return false;
-    }
-    if (acdbOpenObject(m_pDefinition, ReadEntityData(), mode) != Acad::eOk) {
-        m_pDefinition = nullptr;
-        CloseObjects();
-        return false;
-    }
-    return true;
-}
-
-void CAcraster::CloseObjects()
-{
-    if (m_pDefinition)
-        m_pDefinition->close();
-    m_pDefinition = nullptr;
-    if (m_pEntity)
-        m_pEntity->close();
-    m_pEntity = nullptr;
 }
 
 void CAcraster::DeleteImage()
@@ -186,24 +153,24 @@ void CAcraster::DeleteImage()
 
 void CAcraster::TakeWorkingImage()
 {
-    m_pImage = m_pDefinition ? m_pDefinition->imageCopy(true) : nullptr;
+    m_pImage = m_objects.m_pDefinition ? m_objects.m_pDefinition->imageCopy(true) : nullptr;
 }
 
 void CAcraster::UnloadAfterUse()
 {
     const CDocumentLock lock;
-    if (!OpenObjects(AcDb::kForWrite))
+    if (!m_objects.Open(AcDb::kForWrite))
         return;
-    if (m_pDefinition->isLoaded())
-        m_pDefinition->unload(true);
-    CloseObjects();
+    if (m_objects.m_pDefinition->isLoaded())
+        m_objects.m_pDefinition->unload(true);
+    m_objects.Close();
 }
 
 CSize CAcraster::GetSize() const
 {
-    if (!m_pDefinition)
+    if (!m_objects.m_pDefinition)
         return CSize(0, 0);
-    const AcGeVector2d size = m_pDefinition->size();
+    const AcGeVector2d size = m_objects.m_pDefinition->size();
     return CSize(TruncateToInt(size.x), TruncateToInt(size.y));
 }
 
@@ -219,29 +186,35 @@ void CAcraster::ResetRegion()
     m_pRegion->SetRectRgn(GetImageRect());
 }
 
-int CAcraster::HasSelection() const
+bool CAcraster::HasSelection() const
 {
     if (!GetRegionBox().EqualRect(GetImageRect()))
-        return 1;
+        return true;
     // Two rectangles or more are a selection even if their box fills the image.
     constexpr int oneRectangle = sizeof(RGNDATAHEADER) + sizeof(RECT);
     return m_pRegion->GetRegionData(nullptr, 0) > oneRectangle;
 }
 
+bool CAcraster::HasSelectedPixels() const
+{
+    CRgn inside;
+    return HasSelection() && ClipToImage(*m_pRegion, inside);
+}
+
 CString CAcraster::GetFileName() const
 {
-    const CString name = m_pDefinition->activeFileName();
+    const CString name = m_objects.m_pDefinition->activeFileName();
     return name.IsEmpty() ? CString(L"File not found") : name;
 }
 
 void CAcraster::GetEntityName(ads_name& name) const
 {
-    acdbGetAdsName(name, m_pEntity->objectId());
+    acdbGetAdsName(name, m_objects.m_pEntity->objectId());
 }
 
 int CAcraster::GetColorDepth() const
 {
-    return m_pDefinition->colorDepth();
+    return m_objects.m_pDefinition->colorDepth();
 }
 
 int CAcraster::GetImageKind() const
@@ -253,21 +226,21 @@ void CAcraster::GetPlacement(AcGePoint3d& origin, double& width, double& height)
 {
     AcGeVector3d u;
     AcGeVector3d v;
-    m_pEntity->getOrientation(origin, u, v);
+    m_objects.m_pEntity->getOrientation(origin, u, v);
     width = u.x;
     height = v.y;
 }
 
 void CAcraster::SetShown(bool shown)
 {
-    m_pEntity->setDisplayOpt(AcDbRasterImage::kShow, shown);
-    m_bShown = shown;
+    m_objects.m_pEntity->setDisplayOpt(AcDbRasterImage::kShow, shown);
+    m_objects.m_bShown = shown;
 }
 
 void CAcraster::SetTransparent(bool transparent)
 {
-    m_pEntity->setDisplayOpt(AcDbRasterImage::kTransparent, transparent);
-    m_bTransparent = transparent;
+    m_objects.m_pEntity->setDisplayOpt(AcDbRasterImage::kTransparent, transparent);
+    m_objects.m_bTransparent = transparent;
 }
 
 BYTE CAcraster::SetColorFlag(BYTE flag)

@@ -2,9 +2,12 @@
 
 #include <initializer_list>
 #include <memory>
+#include <optional>
 
+#include "module/raster/CRasterObjects.h"
 #include "platform/platform.h"
 
+class CTempFile;
 class WorkerMessage;
 
 /// What the worker says of the formats that a raster can be saved in.
@@ -20,18 +23,18 @@ struct RasterFormats
 /// A first Lock opens the entity and the definition and copies the pixels into the working image, where all edits
 /// happen; nested locks are only counted. Reload carries the working image into the drawing; what was not reloaded
 /// before the last Unlock is lost. While the count is above zero the objects are open and the working image is valid,
-/// except between Suspend(1) and Suspend(0).
+/// except between Suspend(true) and Suspend(false).
 ///
 /// Pixels are whole numbers, origin at the image's top left corner, y down. The region lies in that space, right and
 /// bottom exclusive, and is the image's rectangle when nothing is selected.
 class CAcraster
 {
 public:
-    /// Opens the image and leaves it locked once; Unlock it unless it is to be used at once. An image that can't be
-    /// opened yields an object with a lock count of -1.
+    /// Opens the image and leaves it locked once; Unlock it unless it is to be used at once. Of one that can't be
+    /// opened HasImage is false, and nothing else may be asked.
     explicit CAcraster(const ads_name entityName);
-    /// Wraps what the caller has open, and keeps nothing open itself: Lock and Unlock do nothing.
-    /// Both stay the caller's and must outlive the object.
+    /// Wraps what the caller has open, and keeps nothing open itself: Lock and Unlock do nothing, and the lock count is
+    /// -1. Both stay the caller's and must outlive the object.
     CAcraster(AcDbRasterImageDef* definition, Atil::Image* image);
     virtual ~CAcraster();
     CAcraster(const CAcraster&) = delete;
@@ -39,13 +42,16 @@ public:
 
     // Locks and the way into the drawing.
 
+    /// False if the image could not be opened at the construction.
+    bool HasImage() const { return m_life != Life::Failed; }
     /// For write if `write` is not 0, else for read. 0 if the image has gone; the raster is then of no more use.
     int Lock(int write);
     /// The count that is left.
     int Unlock();
-    int GetLockCount() const { return m_nLockCount; }
-    /// Closes the objects for a host call (`close` not 0) and reopens them for write; the working image stays.
-    void Suspend(int close);
+    /// Nested locks; -1 of an object that does not manage what it holds, or holds nothing.
+    int GetLockCount() const { return m_life == Life::Managed ? m_nLockCount : -1; }
+    /// Closes the objects for a host call (`close`) and reopens them for write; the working image stays.
+    void Suspend(bool close);
     /// Commits the working image. The caller holds a lock, which stays as it is. There is no way back.
     void Reload();
     /// Makes an image that this object had to load stay loaded when the object goes.
@@ -63,7 +69,9 @@ public:
     CRect GetRegionBox() const;
     void ResetRegion();
     /// Whether the region is anything but the whole image.
-    int HasSelection() const;
+    bool HasSelection() const;
+    /// Whether there is a selection, and anything of it lies in the image.
+    bool HasSelectedPixels() const;
     /// The full path of the raster's file, or "File not found".
     CString GetFileName() const;
     /// Dots per inch.
@@ -76,8 +84,8 @@ public:
     /// Lower left corner and size of the image in the drawing, in drawing units.
     void GetPlacement(AcGePoint3d& origin, double& width, double& height) const;
     bool IsDirty() const { return m_bDirty; }
-    bool IsShown() const { return m_bShown; }
-    bool IsTransparent() const { return m_bTransparent; }
+    bool IsShown() const { return m_objects.m_bShown; }
+    bool IsTransparent() const { return m_objects.m_bTransparent; }
     void SetShown(bool shown);
     void SetTransparent(bool transparent);
 
@@ -103,6 +111,9 @@ public:
     /// Of two corners, put in order: a turned or mirrored image converts them in any.
     CRect PixelToView(const CRect& pixels) const;
     CRect ViewToPixel(const CRect& rect) const;
+    /// The box of all four corners, which lie apart from each other where the image is turned by any angle.
+    CRect BoundsInView(const CRect& pixels) const;
+    CRect BoundsInPixels(const CRect& rect) const;
     /// The image's frame in view space.
     CRect GetViewRect() const;
     /// Attaches the region in view space to `viewRegion`, which must be empty handed; rectangles that lie wholly
@@ -118,15 +129,16 @@ public:
     void FillRegion();
     void FlipHorizontal();
     void FlipVertical();
-    /// A quarter turn, clockwise as seen if the flag is not 0.
-    void Turn(int clockwise);
+    /// A quarter turn, clockwise as seen, or the other way.
+    void Turn(bool clockwise);
     /// To a new size in pixels, of which the lesser side is worked out anew to keep the proportions, and a new
     /// resolution, which the image's size in the drawing follows.
     void Resample(CSize pixelSize, int dpi);
-    /// The working image as a TIFF file with the raster's resolution. False if it could not be begun.
+    /// The working image as a TIFF file with the raster's resolution. False, with no file there, if it was not written.
     bool WriteTiff(const CString& path) const;
 
-    // Requests to the worker. A request that fails leaves the image as it was and says nothing.
+    // Requests to the worker. A request that fails leaves the image as it was and says nothing. One whose reply can't
+    // be read back has failed.
 
     /// Puts the region's pixels on the clipboard, as a device-independent bitmap.
     void CopyToClipboard();
@@ -138,42 +150,53 @@ public:
     void Rotate(double angle, CPoint pivot, bool selectionOnly, bool transparent);
     /// Removes specks (`mode` FilterDespeckle) or fills holes (FilterFill) up to `size` tenths of a millimetre.
     void Filter(DWORD mode, DWORD size, bool selectionOnly);
-    /// Cuts the image down to the selection's box and moves the entity, so that what is kept stays where it was.
+    /// Cuts the image down to the box of what the selection has of it, and moves the entity, so that what is kept stays
+    /// where it was. A selection beside the image changes nothing.
     void Crop();
+
+    // Saving.
+
     /// The formats that the raster's file could be saved in.
     RasterFormats QueryFormats() const;
-    /// The worker's number of the format in that place of the filter.
-    int QueryFormatCode(int filterIndex) const;
-    /// Writes the raster, or the part of it in `region`, to a file. False if the worker did not do it.
+    /// The worker's number of the format in that place of the filter; nothing if it did not answer.
+    std::optional<DWORD> QueryFormatCode(int filterIndex) const;
+    /// Writes the raster, or what `region` has of it, to a file; onto the raster's own file too, from which the drawing
+    /// then loads the image anew. On failure the file and the edited image are as they were, and the command line says
+    /// why; where one of them can't stay in its place, it says where that lies.
     bool SaveAs(const CString& path, DWORD formatCode, CRgn* region);
 
 private:
-    AcDbObjectId ReadEntityData();
-    bool OpenObjects(AcDb::OpenMode mode);
-    void CloseObjects();
+    enum class Life
+    {
+        Managed,  // opens and closes the drawing's objects with its locks
+        Borrowed, // wraps what somebody else has open
+        Failed,   // the image could not be opened
+    };
+
     void DeleteImage();
     void TakeWorkingImage();
     void UnloadAfterUse();
     CRect ClipToImage(const CRect& rect) const;
+    bool ClipToImage(CRgn& region, CRgn& clipped) const;
     void ReplaceImage(int rotation);
     bool RewriteByWorker(WorkerMessage& message, std::initializer_list<CString*> fileFields);
-    void ReadBack(const CString& path);
-    void ReleaseFile(CString& target);
+    bool ReadBack(const CString& path);
+    bool IsOwnFile(const CString& path) const;
+    bool SendSave(const CString& source, const CString& target, DWORD formatCode, CRgn* region) const;
+    bool SaveOntoOwnFile(CTempFile& source, const CString& path, DWORD formatCode, CRgn* region);
+    void LetGoOfFile();
+    void ShowEditedImage(CTempFile& source, const CString& path);
 
     const unsigned m_nSerial;
-    Atil::Image* m_pImage = nullptr; // working image; owned unless the count is -1, valid while the count is above 0
-    ads_name m_entityName = {};      // the object's lasting identity
-    AcDbObjectId m_entityId;
-    AcDbRasterImage* m_pEntity = nullptr;
-    AcDbRasterImageDef* m_pDefinition = nullptr;
-    AcGeMatrix3d m_pixelToModel;
+    Life m_life = Life::Failed;
+    CRasterObjects m_objects;        // open while the lock count is above 0
+    Atil::Image* m_pImage = nullptr; // working image; owned by a managed raster, valid while the lock count is above 0
     std::unique_ptr<CRgn> m_pRegion;
-    int m_nLockCount = -1; // -1: not managed, nothing is opened or closed
+    int m_nLockCount = 0;
+    CSize m_lastSize{0, 0}; // at the last unlock
     BYTE m_nColorFlag = 0;
     int m_nStampSize = 1;
     bool m_bDirty = false; // the working image was changed in memory since it was taken or committed
     int m_nDpi = 0;
     bool m_bLoadedHere = false; // the image was not loaded before, and is to be unloaded again
-    bool m_bShown = false;
-    bool m_bTransparent = false;
 };

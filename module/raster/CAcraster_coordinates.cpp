@@ -25,6 +25,15 @@ void AttachUnion(std::span<const CRect> rectangles, CRgn& region)
     region.CombineRgn(&region, &rest, RGN_OR);
 }
 
+template <typename Convert> CRect BoundsOf(const CRect& rect, Convert convert)
+{
+    const CPoint corners[] = {convert(rect.TopLeft()), convert(CPoint(rect.right, rect.top)),
+                              convert(CPoint(rect.left, rect.bottom)), convert(rect.BottomRight())};
+    const auto [left, right] = std::ranges::minmax(corners, {}, &CPoint::x);
+    const auto [top, bottom] = std::ranges::minmax(corners, {}, &CPoint::y);
+    return CRect(left.x, top.y, right.x, bottom.y);
+}
+
 } // namespace
 
 AcGePoint3d CAcraster::PixelToWorld(CPoint pixel) const
@@ -35,14 +44,14 @@ AcGePoint3d CAcraster::PixelToWorld(CPoint pixel) const
 AcGePoint3d CAcraster::PixelToWorld(double x, double y) const
 {
     AcGePoint3d point(x, y, 0);
-    return point.transformBy(m_pixelToModel);
+    return point.transformBy(m_objects.m_pixelToModel);
 }
 
 // Truncation goes toward zero, so a point less than half a pixel left of or above the image still lies in pixel 0.
 CPoint CAcraster::WorldToPixel(const AcGePoint3d& point) const
 {
     AcGePoint3d pixel = point;
-    pixel.transformBy(m_pixelToModel.inverse());
+    pixel.transformBy(m_objects.m_pixelToModel.inverse());
     return CPoint(TruncateToInt(pixel.x + 0.5), TruncateToInt(pixel.y + 0.5));
 }
 
@@ -68,6 +77,16 @@ CRect CAcraster::ViewToPixel(const CRect& rect) const
     CRect pixels(ViewToPixel(rect.TopLeft()), ViewToPixel(rect.BottomRight()));
     pixels.NormalizeRect();
     return pixels;
+}
+
+CRect CAcraster::BoundsInView(const CRect& pixels) const
+{
+    return BoundsOf(pixels, [this](CPoint corner) { return PixelToView(corner); });
+}
+
+CRect CAcraster::BoundsInPixels(const CRect& rect) const
+{
+    return BoundsOf(rect, [this](CPoint corner) { return ViewToPixel(corner); });
 }
 
 CRect CAcraster::GetViewRect() const

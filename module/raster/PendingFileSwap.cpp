@@ -1,25 +1,65 @@
 #include "module/raster/PendingFileSwap.h"
 
+#include <utility>
+
+#include "module/base/SayOnCommandLine.h"
 #include "module/raster/CDocumentLock.h"
+#include "module/raster/SetAsideFile.h"
 
 std::unique_ptr<PendingFileSwap> g_pPendingFileSwap;
 
+namespace {
+
+bool replacing; // a postponed replacement is under way
+
+bool IsFile(const CString& path)
+{
+    const DWORD attributes = GetFileAttributesW(path);
+    return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
+bool ReplaceFile(const PendingFileSwap& swap)
+{
+    CSetAsideFile former;
+    if (former.SetAside(swap.targetPath) != FileRelease::Freed || !MoveFileW(swap.sourcePath, swap.targetPath))
+        return false;
+    former.Remove();
+    return true;
+}
+
+} // namespace
+
+void PostponeFileSwap(const PendingFileSwap& swap)
+{
+    RunPendingFileSwap();
+    g_pPendingFileSwap = std::make_unique<PendingFileSwap>(swap);
+}
+
+void RunPendingFileSwap()
+{
+    // A tick that comes by while the host loads the image leaves the next one alone.
+    if (!g_pPendingFileSwap || std::exchange(replacing, true))
+        return;
+    const std::unique_ptr<PendingFileSwap> swap = std::move(g_pPendingFileSwap);
+    RunFileSwap(*swap);
+    replacing = false;
+}
+
 void RunFileSwap(const PendingFileSwap& swap)
 {
-    const DWORD attributes = GetFileAttributesW(swap.sourcePath);
-    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY))
+    if (!IsFile(swap.sourcePath))
         return;
 
     const CDocumentLock lock;
     AcDbRasterImageDef* definition = nullptr;
     if (swap.definitionId.isValid())
         acdbOpenObject(definition, swap.definitionId, AcDb::kForWrite);
-    // An image that the user had unloaded stays so.
-    const bool loadAgain = definition && definition->isLoaded();
+    // An image that the user had unloaded stays so, and one that was edited since the saving is not thrown away.
+    const bool loadAgain = definition && definition->isLoaded() && !definition->imageModified();
     if (loadAgain)
         definition->unload(false);
-    if (DeleteFileW(swap.targetPath))
-        MoveFileW(swap.sourcePath, swap.targetPath);
+    if (!ReplaceFile(swap))
+        SayOnCommandLine(L"The raster's file is still in use. The saved raster lies in " + swap.sourcePath);
     if (loadAgain)
         definition->load();
     if (definition)

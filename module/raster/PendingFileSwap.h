@@ -12,9 +12,16 @@ struct PendingFileSwap
     AcDbObjectId definitionId; // the definition to reload; may be null
 };
 
-/// The one postponed replacement, or null. Whoever runs it clears it, whether it worked or not.
+/// The one postponed replacement, or null.
 extern std::unique_ptr<PendingFileSwap> g_pPendingFileSwap;
 
-/// Moves the saved file into place while the definition lets go of its image. If the target still can't be deleted,
-/// both files stay as they are; a source that has gone makes it do nothing.
+/// Leaves the replacement for later. One that waits already has its turn now.
+void PostponeFileSwap(const PendingFileSwap& swap);
+
+/// Takes the postponed replacement out of its slot and carries it out, whether it works or not.
+void RunPendingFileSwap();
+
+/// Moves the saved file into place while the definition lets go of its image; an image that was edited since is left in
+/// the drawing. If the target still can't be replaced, both files stay as they are, and the command line says where the
+/// saved one lies; a source that has gone makes it do nothing.
 void RunFileSwap(const PendingFileSwap& swap);

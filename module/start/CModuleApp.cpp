@@ -10,6 +10,7 @@
 #include "module/tools/CTool.h"
 #include "module/tools/RotateStart.h"
 #include "module/tools/ToolMessageHook.h"
+#include "workerlink/CMemMapWatch.h"
 
 namespace {
 
@@ -33,10 +34,7 @@ CModuleApp::~CModuleApp()
     {
         const CTempMFC resources;
         RemoveCommands();
-        if (g_pPendingFileSwap) {
-            RunFileSwap(*g_pPendingFileSwap);
-            g_pPendingFileSwap.reset();
-        }
+        RunPendingFileSwap();
         delete m_pReactor;
         delete m_pToolbar;
         DropCurrentRaster();
@@ -44,6 +42,7 @@ CModuleApp::~CModuleApp()
         ButtonClickTimer.reset();
         CancelRotateStart();
         StopMonitorTimer();
+        CMemMapWatch::WakeAll();
         DeleteFileW(m_strTempFile);
         DeleteLeftoverDrawing();
         ExtensionModuleEnd();

@@ -12,8 +12,7 @@ CBrushTool::CBrushTool(UINT cursorId, double& lastViewKey)
 
 CBrushTool::~CBrushTool()
 {
-    if (m_bStarted)
-        CBrushTool::Stop();
+    EndStarted();
     ::ReleaseCapture();
 }
 
@@ -25,12 +24,6 @@ int CBrushTool::Start()
     m_bStarted = true;
     RebuildCursor(*current.m_pRaster);
     return 1;
-}
-
-void CBrushTool::Stop()
-{
-    CTool::Stop();
-    m_bStarted = false;
 }
 
 void CBrushTool::UpdateCursor()

@@ -13,7 +13,6 @@ class CBrushTool : public CTool
 public:
     ~CBrushTool() override;
     int Start() override;
-    void Stop() override;
     void UpdateCursor() override;
 
 protected:
@@ -28,6 +27,5 @@ private:
     void RebuildCursor(const CAcraster& raster);
 
     CAppCursor m_cursor;
-    bool m_bStarted = false;
     double& m_lastViewKey;
 };

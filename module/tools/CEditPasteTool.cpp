@@ -1,7 +1,7 @@
 #include "module/tools/CEditPasteTool.h"
 
 #include "module/base/CArxApp.h"
-#include "module/base/CTempMFC.h"
+#include "module/base/COneShotTimer.h"
 #include "module/base/PostCommandText.h"
 #include "module/raster/CAcraster.h"
 #include "module/raster/CCurentRaster.h"
@@ -17,9 +17,8 @@ bool PasteTransparent = true;
 
 namespace {
 
-CDC PasteDC;          // holds the floating bitmap
-double startViewKey;  // the view that the floating bitmap was built for
-UINT_PTR redrawTimer; // runs between a move and the floating image's drawing anew
+CDC PasteDC;         // holds the floating bitmap
+double startViewKey; // the view that the floating bitmap was built for
 CEditPasteTool* redrawTool;
 CRect redrawRect; // in view space
 
@@ -30,22 +29,13 @@ void PostAreaCommand()
     PostCommandText(L"orvo_selarea ");
 }
 
-void StopRedrawTimer()
+void DrawFloatingAnew()
 {
-    if (redrawTimer)
-        KillTimer(nullptr, redrawTimer);
-    redrawTimer = 0;
-}
-
-void CALLBACK RedrawTimerProc(HWND, UINT, UINT_PTR, DWORD)
-{
-    // The tool may have ended when the hook saw this very message.
-    if (!redrawTimer)
-        return;
-    StopRedrawTimer();
-    const CTempMFC resources;
     redrawTool->DrawFloating(redrawRect);
 }
+
+// Runs between a move and the floating image's drawing anew.
+using RedrawTimer = COneShotTimer<DrawFloatingAnew>;
 
 } // namespace
 
@@ -56,10 +46,9 @@ CEditPasteTool::CEditPasteTool()
 
 CEditPasteTool::~CEditPasteTool()
 {
-    StopRedrawTimer();
+    RedrawTimer::Stop();
     ::ReleaseCapture();
-    if (m_bStarted)
-        CEditPasteTool::Stop();
+    EndStarted();
     if (m_hPreviousBitmap) {
         ::SelectObject(PasteDC, m_hPreviousBitmap);
         PasteDC.DeleteDC();
@@ -132,7 +121,7 @@ int CEditPasteTool::OnMouseMove(CPoint point, UINT /*flags*/)
     if (!m_bDragging) {
         if (!current.m_pRaster->PixelToView(m_floating).PtInRect(point))
             m_cursorId = 0;
-    } else if (!redrawTimer) {
+    } else if (!RedrawTimer::IsRunning()) {
         // A move while the timer runs is left out, and the next one makes up for it.
         DragTo(*current.m_pRaster, point);
     }
@@ -151,7 +140,7 @@ void CEditPasteTool::DragTo(const CAcraster& raster, CPoint point)
     redrawRect = raster.PixelToView(m_floating);
     redrawTool = this;
     m_pView->RedrawWindow(raster.PixelToView(both), nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
-    redrawTimer = SetTimer(nullptr, 0, redrawDelay, RedrawTimerProc);
+    RedrawTimer::Start(redrawDelay);
 }
 
 void CEditPasteTool::UpdateCursor()
@@ -228,7 +217,6 @@ void CEditPasteTool::Stop()
     CTool::Stop();
     if (!m_floating.IsRectEmpty() && HasView())
         RedrawView(m_pView);
-    m_bStarted = false;
 }
 
 int CEditPasteTool::ToolId()

@@ -41,8 +41,7 @@ private:
     UINT m_cursorId = 0;                 // 0 beside the floating image
     CBitmap m_bitmap;                    // in view pixels, selected into PasteDC
     HGDIOBJ m_hPreviousBitmap = nullptr; // what PasteDC held before; null until the bitmap is built
-    bool m_bStarted = false;
-    CPoint m_menuPoint; // view point of the last right click
+    CPoint m_menuPoint;                  // view point of the last right click
 };
 
 /// Whether the clipboard's background lets the raster show through. Each paste begins with it set.

@@ -1,15 +1,11 @@
 #include "module/tools/CFreeRotateTool.h"
 
-#include <algorithm>
 #include <cstdlib>
 
 #include "module/base/CArxApp.h"
 #include "module/raster/CAcraster.h"
 #include "module/raster/CCurentRaster.h"
-#include "module/raster/Coordinates.h"
 #include "module/resources/resource.h"
-#include "module/tools/CSelectObject.h"
-#include "module/tools/RotationGeometry.h"
 #include "module/tools/Stroke.h"
 #include "module/tools/ToolMenu.h"
 #include "module/tools/ViewDrawing.h"
@@ -21,13 +17,6 @@ namespace {
 constexpr COLORREF restColor = 255; // red
 constexpr COLORREF dragColor = 0xFFFFFF;
 constexpr DWORD settleTime = 300; // ms
-constexpr int hitDistance = 4;    // view pixels about a handle
-constexpr int boxMargin = 5;      // view pixels about the box of the handles
-
-CRect Around(CPoint center, int distance)
-{
-    return CRect(center.x - distance, center.y - distance, center.x + distance, center.y + distance);
-}
 
 // Works off what the thread's queue holds, for a moment or until it has ended the tool. Tells whether the tool lives.
 bool Settle(const CTool* tool)
@@ -52,8 +41,11 @@ CFreeRotateTool::CFreeRotateTool() : m_cursorId(IDC_ROTATE_FREE), m_pen(PS_SOLID
 {
     const CCurentRaster current;
     m_tip.Create(m_pView);
-    if (current.m_pRaster)
-        PlaceHandles(*current.m_pRaster);
+    if (current.m_pRaster) {
+        CRect client;
+        m_pView->GetClientRect(client);
+        m_handles.Place(*current.m_pRaster, client.Size());
+    }
     m_viewKey = CursorViewKey();
 
     if (!Settle(this))
@@ -70,19 +62,6 @@ CFreeRotateTool::~CFreeRotateTool()
     if (HasView())
         RedrawView(m_pView);
     m_tip.Destroy();
-}
-
-void CFreeRotateTool::PlaceHandles(const CAcraster& raster)
-{
-    CRect client;
-    m_pView->GetClientRect(client);
-    const int middleX = client.Width() / 2;
-    const int middleY = client.Height() / 2;
-    const int sixth = middleX / 6;
-    const int twelfth = middleX / 12;
-    m_base = raster.ViewToPixel(CPoint(middleX - sixth, middleY));
-    m_firstArm = raster.ViewToPixel(CPoint(middleX + twelfth, middleY - sixth));
-    m_secondArm = raster.ViewToPixel(CPoint(middleX + sixth, middleY));
 }
 
 int CFreeRotateTool::ToolId()
@@ -103,40 +82,10 @@ int CFreeRotateTool::PreMessage(MSG* message)
     return 0;
 }
 
-// The box that holds the handles and the arc, in image pixels.
-CRect CFreeRotateTool::HandleBox(const CAcraster& raster) const
-{
-    const auto [left, right] = std::minmax({m_base.x, m_firstArm.x, m_secondArm.x});
-    const auto [top, bottom] = std::minmax({m_base.y, m_firstArm.y, m_secondArm.y});
-    CRect view = raster.PixelToView(CRect(left, top, right, bottom));
-    view.InflateRect(boxMargin, boxMargin);
-    const int radius =
-        TruncateToInt(0.5 * std::min(DistanceBetween(m_base, m_firstArm), DistanceBetween(m_base, m_secondArm)));
-    CRect both;
-    both.UnionRect(raster.ViewToPixel(view), Around(m_base, radius + 1));
-    return both;
-}
-
-// The base point comes first, so it wins where handles overlap.
-CFreeRotateTool::DragKind CFreeRotateTool::HandleHit(CPoint point) const
+CRotateHandles::Part CFreeRotateTool::HitAt(CPoint point) const
 {
     const CCurentRaster current;
-    if (!current.m_pRaster)
-        return DragNone;
-    const CAcraster& raster = *current.m_pRaster;
-    if (!raster.PixelToView(HandleBox(raster)).PtInRect(point))
-        return DragNone;
-    const auto hits = [&](CPoint handle) {
-        CRect area = Around(raster.PixelToView(handle), hitDistance);
-        area.right += 1; // both edges belong to the handle's area of 9 by 9 pixels
-        area.bottom += 1;
-        return area.PtInRect(point);
-    };
-    if (hits(m_base))
-        return DragBase;
-    if (hits(m_firstArm))
-        return DragFirstArm;
-    return hits(m_secondArm) ? DragSecondArm : DragAll;
+    return current.m_pRaster ? m_handles.HitAt(*current.m_pRaster, point) : CRotateHandles::None;
 }
 
 int CFreeRotateTool::OnMouseMove(CPoint point, UINT flags)
@@ -145,73 +94,53 @@ int CFreeRotateTool::OnMouseMove(CPoint point, UINT flags)
         return 1;
     m_tip.Show(IDS_ROTATE_CANCEL);
     if (!m_pDrag) {
-        const DragKind hit = HandleHit(point);
-        m_cursorId = hit == DragNone ? IDC_ROTATE_FREE : hit == DragAll ? IDC_MOVE_IMAGE : 0;
+        const CRotateHandles::Part hit = HitAt(point);
+        m_cursorId = hit == CRotateHandles::None ? IDC_ROTATE_FREE : hit == CRotateHandles::All ? IDC_MOVE_IMAGE : 0;
         return 1;
     }
     const CCurentRaster current;
     if (!current.m_pRaster)
         return 1;
-    DrawDragFigure(*current.m_pRaster);
-    m_pDrag->end = point;
-    if (flags & MK_SHIFT)
-        Snap(*current.m_pRaster);
-    DrawDragFigure(*current.m_pRaster);
+    const CAcraster& raster = *current.m_pRaster;
+    m_pDrag->MoveEnd(flags & MK_SHIFT ? Snap(raster, point) : point, [&](CDC& view) { DrawDragFigure(view, raster); });
     return 1;
 }
 
 // A move runs along an axis from where it began; an arm stands upright or level about the base point.
-void CFreeRotateTool::Snap(const CAcraster& raster)
+CPoint CFreeRotateTool::Snap(const CAcraster& raster, CPoint point) const
 {
-    CPoint& end = m_pDrag->end;
-    if (m_dragKind == DragAll || m_dragKind == DragBase) {
-        const CPoint start = m_pDrag->start;
-        if (std::abs(end.x - start.x) > std::abs(end.y - start.y)) {
-            end.y = start.y;
-        } else {
-            end.x = start.x;
-        }
+    if (m_draggedPart == CRotateHandles::All || m_draggedPart == CRotateHandles::Base)
+        return m_pDrag->SnapToAxis(point);
+    const CPoint base = raster.PixelToView(m_handles.BasePoint());
+    if (std::abs(base.x - point.x) <= std::abs(base.y - point.y)) {
+        point.x = base.x;
     } else {
-        const CPoint base = raster.PixelToView(m_base);
-        if (std::abs(base.x - end.x) <= std::abs(base.y - end.y)) {
-            end.x = base.x;
-        } else {
-            end.y = base.y;
-        }
+        point.y = base.y;
     }
+    return point;
 }
 
-// In XOR mode: drawn a second time it erases itself.
-void CFreeRotateTool::DrawDragFigure(const CAcraster& raster)
+void CFreeRotateTool::DrawDragFigure(CDC& view, const CAcraster& raster)
 {
-    if (m_pDrag->end == m_pDrag->start)
+    const CPoint end = m_pDrag->End();
+    if (end == m_pDrag->Start())
         return;
-    CClientDC view(m_pView);
-    view.SetROP2(R2_XORPEN);
-    const CSelectObject pen(view, m_pen);
-    const CPoint end = m_pDrag->end;
-    if (m_dragKind == DragAll) {
-        const CSize offset = raster.ViewToPixel(end) - raster.ViewToPixel(m_pDrag->start);
-        OffsetHandles(offset);
+    if (m_draggedPart == CRotateHandles::All) {
+        const CSize offset = raster.ViewToPixel(end) - raster.ViewToPixel(m_pDrag->Start());
+        m_handles.Offset(offset);
         DrawHandles(view);
-        OffsetHandles(CSize(-offset.cx, -offset.cy));
-    } else {
-        if (m_dragKind == DragBase) {
-            view.MoveTo(raster.PixelToView(m_firstArm));
-            view.LineTo(end);
-            view.LineTo(raster.PixelToView(m_secondArm));
-        } else {
-            view.MoveTo(raster.PixelToView(m_base));
-            view.LineTo(end);
-        }
-        DrawHandles(view);
+        m_handles.Offset(CSize(-offset.cx, -offset.cy));
+        return;
     }
-}
-
-void CFreeRotateTool::OffsetHandles(CSize pixels)
-{
-    for (CPoint* handle : {&m_base, &m_firstArm, &m_secondArm})
-        *handle += pixels;
+    if (m_draggedPart == CRotateHandles::Base) {
+        view.MoveTo(raster.PixelToView(m_handles.FirstArmPoint()));
+        view.LineTo(end);
+        view.LineTo(raster.PixelToView(m_handles.SecondArmPoint()));
+    } else {
+        view.MoveTo(raster.PixelToView(m_handles.BasePoint()));
+        view.LineTo(end);
+    }
+    DrawHandles(view);
 }
 
 void CFreeRotateTool::DrawHandles(CDC& view)
@@ -222,57 +151,14 @@ void CFreeRotateTool::DrawHandles(CDC& view)
         return;
     if (CursorViewKey() != m_viewKey) {
         m_viewKey = CursorViewKey();
+        m_tip.Hide();
         SaveScreen();
     }
     const CCurentRaster current;
     if (!current.m_pRaster)
         return;
-    const CPoint base = current.m_pRaster->PixelToView(m_base);
-    const CPoint first = current.m_pRaster->PixelToView(m_firstArm);
-    const CPoint second = current.m_pRaster->PixelToView(m_secondArm);
-
     const CSelectObject pen(view, m_pen);
-    for (const CPoint arm : {first, second})
-        DrawOutline(view, Around(arm, 3));
-    view.MoveTo(base.x - 5, base.y);
-    view.LineTo(base.x + 5, base.y);
-    view.MoveTo(base.x, base.y - 5);
-    view.LineTo(base.x, base.y + 5);
-    view.MoveTo(base.x - 4, base.y);
-    view.LineTo(base.x, base.y - 4);
-    view.LineTo(base.x + 4, base.y);
-    view.LineTo(base.x, base.y + 4);
-    view.LineTo(base.x - 4, base.y);
-    view.MoveTo(first);
-    view.LineTo(base);
-    view.LineTo(second);
-    DrawArc(view, base, first, second);
-}
-
-// The direction is that of the image's pixels. Over a mirrored image the arc therefore goes the other way round; the
-// first arm comes to lie on the second by either way.
-void CFreeRotateTool::DrawArc(CDC& view, CPoint base, CPoint first, CPoint second)
-{
-    const double radius = 0.5 * std::min(DistanceBetween(base, first), DistanceBetween(base, second));
-    const double firstDirection = DirectionOf(base, first);
-    const double secondDirection = DirectionOf(base, second);
-    const CPoint arcFirst = PointAt(base, firstDirection, radius);
-    const CPoint arcSecond = PointAt(base, secondDirection, radius);
-    const CRect box = Around(base, TruncateToInt(radius) + 1);
-
-    // The head's two strokes stand at 45 degrees to either side of the arc's end.
-    double headFrom = 0.7853981635;
-    double headTo = 2.3561944905;
-    if (m_bDirection) {
-        view.Arc(box, arcFirst, arcSecond);
-    } else {
-        view.Arc(box, arcSecond, arcFirst);
-        headFrom = 3.9269908175;
-        headTo = 5.4977871445;
-    }
-    view.MoveTo(PointAt(arcSecond, secondDirection + headFrom, 5.0));
-    view.LineTo(arcSecond);
-    view.LineTo(PointAt(arcSecond, secondDirection + headTo, 5.0));
+    m_handles.Draw(view, *current.m_pRaster);
 }
 
 void CFreeRotateTool::ReplacePen(COLORREF color)
@@ -286,12 +172,12 @@ int CFreeRotateTool::OnLButtonDown(CPoint point, UINT /*flags*/)
     if (!m_bReady)
         return 1;
     RestoreScreen();
-    m_dragKind = HandleHit(point);
-    if (m_dragKind == DragNone)
+    m_draggedPart = HitAt(point);
+    if (m_draggedPart == CRotateHandles::None)
         return 1;
     m_pView->SetCapture();
     ReplacePen(dragColor);
-    m_pDrag = std::make_unique<Drag>(Drag{point, point});
+    m_pDrag = std::make_unique<CTwoPointDrag>(m_pView, m_pen, point);
     return 1;
 }
 
@@ -300,32 +186,16 @@ int CFreeRotateTool::OnLButtonUp(CPoint /*point*/, UINT /*flags*/)
     if (!m_bReady || !m_pDrag)
         return 1;
     const CCurentRaster current;
-    if (current.m_pRaster)
-        DrawDragFigure(*current.m_pRaster);
+    if (const CAcraster* raster = current.m_pRaster)
+        m_pDrag->DrawFigure([&](CDC& view) { DrawDragFigure(view, *raster); });
     ::ReleaseCapture();
-    if (current.m_pRaster)
-        Drop(*current.m_pRaster);
+    if (const CAcraster* raster = current.m_pRaster)
+        m_handles.Drop(m_draggedPart, raster->ViewToPixel(m_pDrag->Start()), raster->ViewToPixel(m_pDrag->End()));
     ReplacePen(restColor);
     m_pDrag.reset();
-    m_dragKind = DragNone;
+    m_draggedPart = CRotateHandles::None;
     RedrawView(m_pView);
     return 1;
-}
-
-void CFreeRotateTool::Drop(const CAcraster& raster)
-{
-    const CPoint start = raster.ViewToPixel(m_pDrag->start);
-    const CPoint end = raster.ViewToPixel(m_pDrag->end);
-    if (m_dragKind == DragAll) {
-        OffsetHandles(end - start);
-    } else if (m_dragKind == DragBase) {
-        m_base = end;
-    } else if (m_dragKind == DragFirstArm) {
-        m_firstArm = end;
-    } else {
-        m_secondArm = end;
-    }
-    m_bDirection = TurnsBackward(DirectionOf(m_base, m_firstArm), DirectionOf(m_base, m_secondArm));
 }
 
 int CFreeRotateTool::OnRButtonDown(CPoint point, UINT /*flags*/)
@@ -352,22 +222,13 @@ int CFreeRotateTool::OnCommand(UINT id)
     return 0;
 }
 
-// From the first arm to the second, 0 to a full turn.
-double CFreeRotateTool::SweptAngle() const
-{
-    const double first = DirectionOf(m_base, m_firstArm);
-    const double second = DirectionOf(m_base, m_secondArm);
-    const double angle = AngleBetween(first, second);
-    return TurnsBackward(first, second) ? fullTurn - angle : angle;
-}
-
 void CFreeRotateTool::StartRotation()
 {
     const CWaitCursor wait;
     const CCurentRaster current;
     if (!current.m_pRaster)
         return;
-    current.m_pRaster->Rotate(SweptAngle(), m_base, m_bSelectedArea, m_bTransparent);
+    current.m_pRaster->Rotate(m_handles.SweptAngle(), m_handles.BasePoint(), m_bSelectedArea, m_bTransparent);
     current.m_pRaster->Reload();
     current.m_pRaster->ResetRegion();
 }

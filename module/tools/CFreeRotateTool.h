@@ -2,7 +2,9 @@
 
 #include <memory>
 
+#include "module/tools/CRotateHandles.h"
 #include "module/tools/CTool.h"
+#include "module/tools/CTwoPointDrag.h"
 #include "module/tools/FollowingTip.h"
 
 class CAcraster;
@@ -34,44 +36,19 @@ public:
     void DrawHandles(CDC& view);
 
 private:
-    enum DragKind
-    {
-        DragNone = 0,
-        DragAll = 1,
-        DragBase = 2,
-        DragFirstArm = 3,
-        DragSecondArm = 4,
-    };
-    // In view space.
-    struct Drag
-    {
-        CPoint start;
-        CPoint end;
-    };
-
-    void PlaceHandles(const CAcraster& raster);
-    CRect HandleBox(const CAcraster& raster) const;
-    DragKind HandleHit(CPoint point) const;
-    void Snap(const CAcraster& raster);
-    void DrawDragFigure(const CAcraster& raster);
-    void DrawArc(CDC& view, CPoint base, CPoint first, CPoint second);
-    void Drop(const CAcraster& raster);
-    void OffsetHandles(CSize pixels);
-    double SweptAngle() const;
+    CRotateHandles::Part HitAt(CPoint point) const;
+    CPoint Snap(const CAcraster& raster, CPoint point) const;
+    void DrawDragFigure(CDC& view, const CAcraster& raster);
     void StartRotation();
     void ReplacePen(COLORREF color);
 
+    CRotateHandles m_handles;
     bool m_bSelectedArea = false;
-    DragKind m_dragKind = DragNone;
+    CRotateHandles::Part m_draggedPart = CRotateHandles::None;
     UINT m_cursorId;
     FollowingTip m_tip;
-    std::unique_ptr<Drag> m_pDrag; // there from button-down to button-up
-    CPen m_pen;                    // red at rest, white during a drag
-    // In image pixels.
-    CPoint m_base;
-    CPoint m_firstArm;
-    CPoint m_secondArm;
-    bool m_bDirection = false; // which way the angle is measured; set on each drop
+    CPen m_pen;                             // red at rest, white during a drag
+    std::unique_ptr<CTwoPointDrag> m_pDrag; // there from button-down to button-up
     bool m_bTransparent = false;
     double m_viewKey = 0;
     bool m_bReady = false; // the handlers do nothing before

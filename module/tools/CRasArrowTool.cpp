@@ -4,7 +4,7 @@
 #include "module/raster/CCurentRaster.h"
 #include "module/resources/resource.h"
 #include "module/tools/CEditPasteTool.h"
-#include "module/tools/CSelectObject.h"
+#include "module/tools/StartTool.h"
 #include "module/tools/ToolMenu.h"
 #include "module/tools/ToolMessageHook.h"
 #include "module/tools/ViewDrawing.h"
@@ -35,8 +35,7 @@ CRasArrowTool::CRasArrowTool() : m_xorPen(PS_DOT, 0, 0xFFFFFF), m_cursorId(IDC_A
 CRasArrowTool::~CRasArrowTool()
 {
     ::ReleaseCapture();
-    if (m_bStarted)
-        CRasArrowTool::Stop();
+    EndStarted();
 }
 
 int CRasArrowTool::Start()
@@ -56,12 +55,6 @@ int CRasArrowTool::Start()
     return 1;
 }
 
-void CRasArrowTool::Stop()
-{
-    CTool::Stop();
-    m_bStarted = false;
-}
-
 int CRasArrowTool::ToolId()
 {
     return ToolIdArea;
@@ -74,10 +67,8 @@ void CRasArrowTool::UpdateCursor()
 
 int CRasArrowTool::OnMouseMove(CPoint point, UINT flags)
 {
-    if (m_state & (StateRubberBand | StateMove)) {
-        DrawFeedback();
-        m_end = point;
-        DrawFeedback();
+    if (m_pDrag) {
+        m_pDrag->MoveEnd(point, [this](CDC& view) { DrawFigure(view); });
     } else if (m_state & StateSelection) {
         ChooseCursor(point, flags);
     }
@@ -99,35 +90,25 @@ void CRasArrowTool::ChooseCursor(CPoint point, UINT flags)
     }
 }
 
-// Of a drag; drawn a second time it erases itself.
-void CRasArrowTool::DrawFeedback()
+// Of the drag.
+void CRasArrowTool::DrawFigure(CDC& view)
 {
-    CClientDC view(m_pView);
-    view.SetROP2(R2_XORPEN);
-    const CSelectObject pen(view, m_xorPen);
-    if (m_state & StateRubberBand) {
-        DrawRubberBand(view);
-    } else {
+    if (m_state & StateMove) {
         DrawMovedFrame(view);
+    } else if (!m_pDrag->IsThin()) {
+        DrawOutline(view, CRect(m_pDrag->Start(), m_pDrag->End()));
     }
-}
-
-void CRasArrowTool::DrawRubberBand(CDC& view)
-{
-    const CSize drag = DragSize();
-    if (drag.cx >= shortestDrag && drag.cy >= shortestDrag)
-        DrawOutline(view, CRect(m_start, m_end));
 }
 
 void CRasArrowTool::DrawMovedFrame(CDC& view)
 {
-    const CSize drag = DragSize();
-    if (drag.cx < shortestDrag && drag.cy < shortestDrag)
+    if (m_pDrag->IsShort())
         return;
     CRgn moved;
     moved.CreateRectRgn(0, 0, 1, 1);
     moved.CombineRgn(m_pMovedRegion.get(), nullptr, RGN_COPY);
-    moved.OffsetRgn(m_end.x - m_start.x, m_end.y - m_start.y);
+    const CSize offset = m_pDrag->End() - m_pDrag->Start();
+    moved.OffsetRgn(offset.cx, offset.cy);
     FrameRegionWithPattern(view, moved, IDB_SELECTION_PATTERN, CPoint(0, 0), 1);
 }
 
@@ -137,6 +118,7 @@ int CRasArrowTool::OnLButtonDown(CPoint point, UINT flags)
     if (!current.m_pRaster)
         return 1;
     SaveScreen();
+    m_state &= ~(StateRubberBand | StateMove); // of a press whose release never came
     if (m_cursorId != IDC_AREA_MOVE) {
         if (current.m_pRaster->HasSelection() && !(flags & (MK_SHIFT | MK_CONTROL))) {
             current.m_pRaster->ResetRegion();
@@ -149,8 +131,7 @@ int CRasArrowTool::OnLButtonDown(CPoint point, UINT flags)
         m_pMovedRegion = std::make_unique<CRgn>();
         current.m_pRaster->GetViewRegion(*m_pMovedRegion);
     }
-    m_start = point;
-    m_end = point;
+    m_pDrag = std::make_unique<CTwoPointDrag>(m_pView, m_xorPen, point);
     m_pView->SetCapture();
     return 1;
 }
@@ -158,29 +139,27 @@ int CRasArrowTool::OnLButtonDown(CPoint point, UINT flags)
 int CRasArrowTool::OnLButtonUp(CPoint /*point*/, UINT flags)
 {
     ::ReleaseCapture();
-    const unsigned drag = m_state & (StateRubberBand | StateMove);
-    if (!drag)
+    if (!m_pDrag)
         return 1;
-    DrawFeedback();
-    m_state &= ~drag;
-    const CSize size = DragSize();
-    if (drag & StateRubberBand) {
-        if (size.cx >= shortestDrag && size.cy >= shortestDrag)
-            CombineDraggedRectangle(flags);
-    } else {
-        if (size.cx >= shortestDrag || size.cy >= shortestDrag)
-            MoveRegion();
+    m_pDrag->DrawFigure([this](CDC& view) { DrawFigure(view); });
+    const std::unique_ptr<CTwoPointDrag> drag = std::move(m_pDrag);
+    if (m_state & StateMove) {
+        if (!drag->IsShort())
+            MoveRegion(*drag);
         m_pMovedRegion.reset();
+    } else if (!drag->IsThin()) {
+        CombineDraggedRectangle(*drag, flags);
     }
+    m_state &= ~(StateRubberBand | StateMove);
     return 1;
 }
 
-void CRasArrowTool::CombineDraggedRectangle(UINT flags)
+void CRasArrowTool::CombineDraggedRectangle(const CTwoPointDrag& drag, UINT flags)
 {
     const CCurentRaster current;
     if (!current.m_pRaster)
         return;
-    CRect dragged(m_start, m_end);
+    CRect dragged(drag.Start(), drag.End());
     dragged.NormalizeRect();
     const CRect pixels = current.m_pRaster->ViewToPixel(dragged);
 
@@ -197,12 +176,12 @@ void CRasArrowTool::CombineDraggedRectangle(UINT flags)
 }
 
 // Only the outline moves, by whole pixels; the pixels under it stay. It may leave the image.
-void CRasArrowTool::MoveRegion()
+void CRasArrowTool::MoveRegion(const CTwoPointDrag& drag)
 {
     const CCurentRaster current;
     if (!current.m_pRaster)
         return;
-    const CSize offset = current.m_pRaster->ViewToPixel(m_end) - current.m_pRaster->ViewToPixel(m_start);
+    const CSize offset = current.m_pRaster->ViewToPixel(drag.End()) - current.m_pRaster->ViewToPixel(drag.Start());
     current.m_pRaster->GetRegion().OffsetRgn(offset.cx, offset.cy);
     RedrawView(m_pView);
 }
@@ -226,9 +205,7 @@ int CRasArrowTool::OnCommand(UINT id)
 {
     if (id == ID_AREA_PASTE) {
         // The new tool ends this one: nothing of it may be touched from here on.
-        CTool* paste = new CEditPasteTool;
-        if (!paste->Start())
-            delete paste;
+        StartTool<CEditPasteTool>();
         return 1;
     }
     if (id != ID_AREA_COPY && id != ID_AREA_DELETE && id != ID_AREA_CUT && id != ID_AREA_INVERT)

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <cstdlib>
 #include <memory>
 
 #include "module/tools/CTool.h"
+#include "module/tools/CTwoPointDrag.h"
 
 /// Selects an area of the current raster: rectangles that are dragged out make up the raster's region, with Shift added
 /// and with Ctrl taken away; the region can be moved, and its pixels cut, copied and deleted. The region belongs to the
@@ -16,7 +16,6 @@ public:
     CRasArrowTool();
     ~CRasArrowTool() override;
     int Start() override;
-    void Stop() override;
     int ToolId() override;
     void UpdateCursor() override;
     int OnLButtonDown(CPoint point, UINT flags) override;
@@ -33,20 +32,15 @@ private:
         StateMove = 4,       // the selection is being moved
     };
 
-    void DrawFeedback();
-    void DrawRubberBand(CDC& view);
+    void DrawFigure(CDC& view);
     void DrawMovedFrame(CDC& view);
     void ChooseCursor(CPoint point, UINT flags);
-    void CombineDraggedRectangle(UINT flags);
-    void MoveRegion();
-    CSize DragSize() const { return CSize(std::abs(m_end.x - m_start.x), std::abs(m_end.y - m_start.y)); }
+    void CombineDraggedRectangle(const CTwoPointDrag& drag, UINT flags);
+    void MoveRegion(const CTwoPointDrag& drag);
 
-    // In view space.
-    CPoint m_start;
-    CPoint m_end;
     CPen m_xorPen;
+    std::unique_ptr<CTwoPointDrag> m_pDrag; // of either kind; there from button-down to button-up
     unsigned m_state = 0;
     UINT m_cursorId;
     std::unique_ptr<CRgn> m_pMovedRegion; // the region in view space, during a move
-    bool m_bStarted = false;
 };

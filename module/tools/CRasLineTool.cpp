@@ -3,14 +3,25 @@
 #include "module/raster/CAcraster.h"
 #include "module/raster/CCurentRaster.h"
 #include "module/resources/resource.h"
-#include "module/tools/CSelectObject.h"
 #include "module/tools/Stroke.h"
 
 IMPLEMENT_DYNAMIC(CRasLineTool, CBrushTool)
 
 namespace {
+
 double lastViewKey = 0;
+
+auto BandOf(const CTwoPointDrag& drag)
+{
+    return [&drag](CDC& view) {
+        if (drag.IsShort())
+            return;
+        view.MoveTo(drag.Start());
+        view.LineTo(drag.End());
+    };
 }
+
+} // namespace
 
 CRasLineTool::CRasLineTool() : CBrushTool(IDB_CURSOR_LINE, lastViewKey), m_xorPen(PS_SOLID, 0, 0xFFFFFF) {}
 
@@ -18,67 +29,41 @@ int CRasLineTool::OnLButtonDown(CPoint point, UINT /*flags*/)
 {
     SaveScreen();
     m_pView->SetCapture();
-    m_pEndPoints = std::make_unique<EndPoints>(EndPoints{point, point});
+    m_pDrag = std::make_unique<CTwoPointDrag>(m_pView, m_xorPen, point);
     return 1;
 }
 
 int CRasLineTool::OnMouseMove(CPoint point, UINT flags)
 {
-    if (!m_pEndPoints)
-        return 1;
-    DrawBand();
-    const CPoint start = m_pEndPoints->start;
-    CPoint& end = m_pEndPoints->end;
-    end = point;
-    if (flags & MK_SHIFT) {
-        if (std::abs(end.x - start.x) > std::abs(end.y - start.y)) {
-            end.y = start.y;
-        } else {
-            end.x = start.x;
-        }
-    }
-    DrawBand();
+    if (m_pDrag)
+        m_pDrag->MoveEnd(flags & MK_SHIFT ? m_pDrag->SnapToAxis(point) : point, BandOf(*m_pDrag));
     return 1;
 }
 
 int CRasLineTool::OnLButtonUp(CPoint /*point*/, UINT /*flags*/)
 {
     const CWaitCursor wait;
-    if (!m_pEndPoints)
+    if (!m_pDrag)
         return 1;
-    DrawBand();
+    m_pDrag->DrawFigure(BandOf(*m_pDrag));
     ::ReleaseCapture();
-    const bool tooShort = IsTooShort();
-    const std::unique_ptr<EndPoints> ends = std::move(m_pEndPoints);
-    const CCurentRaster current;
-    if (tooShort || !current.m_pRaster)
-        return 1;
-
-    CAcraster& raster = *current.m_pRaster;
-    // The start pixel has no stamp of its own: the first one, beside it, covers it if the line is wide.
-    const CRect reach = StrokeReach(raster, PrepareStamp(raster, BrushWidth(), BrushColor()), nullptr);
-    ForEachStrokePixel(raster.ViewToPixel(ends->start), raster.ViewToPixel(ends->end), reach,
-                       [&raster](CPoint pixel) { raster.Stamp(pixel); });
-    raster.Reload();
+    const std::unique_ptr<CTwoPointDrag> drag = std::move(m_pDrag);
+    if (!drag->IsShort())
+        DrawLine(drag->Start(), drag->End());
     return 1;
 }
 
-bool CRasLineTool::IsTooShort() const
+void CRasLineTool::DrawLine(CPoint from, CPoint to)
 {
-    return std::abs(m_pEndPoints->end.x - m_pEndPoints->start.x) < shortestDrag &&
-           std::abs(m_pEndPoints->end.y - m_pEndPoints->start.y) < shortestDrag;
-}
-
-// Drawn a second time it erases itself.
-void CRasLineTool::DrawBand()
-{
-    if (IsTooShort())
+    const CCurentRaster current;
+    if (!current.m_pRaster)
         return;
-    CClientDC view(m_pView);
-    view.SetROP2(R2_XORPEN);
-    const CSelectObject pen(view, m_xorPen);
-    view.MoveTo(m_pEndPoints->start);
-    view.LineTo(m_pEndPoints->end);
+    CAcraster& raster = *current.m_pRaster;
+    // The start pixel has no stamp of its own: the first one, beside it, covers it if the line is wide.
+    const CRect reach = StrokeReach(raster, PrepareStamp(raster, BrushWidth(), BrushColor()), nullptr);
+    ForEachStrokePixel(raster.ViewToPixel(from), raster.ViewToPixel(to), reach,
+                       [&raster](CPoint pixel) { raster.Stamp(pixel); });
+    raster.Reload();
 }
 
 int CRasLineTool::BrushWidth() const

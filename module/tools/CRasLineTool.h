@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "module/tools/CBrushTool.h"
+#include "module/tools/CTwoPointDrag.h"
 
 /// Draws a straight line, dragged out with a rubber band; Shift holds it horizontal or vertical.
 class CRasLineTool : public CBrushTool
@@ -21,16 +22,8 @@ protected:
     COLORREF BrushColor() const override;
 
 private:
-    // In view space.
-    struct EndPoints
-    {
-        CPoint start;
-        CPoint end;
-    };
+    void DrawLine(CPoint from, CPoint to); // between points of the view
 
-    void DrawBand();
-    bool IsTooShort() const;
-
-    std::unique_ptr<EndPoints> m_pEndPoints; // there from button-down to button-up
     CPen m_xorPen;
+    std::unique_ptr<CTwoPointDrag> m_pDrag; // there from button-down to button-up
 };

@@ -21,8 +21,7 @@ constexpr int oneBitDepth = 1;
 
 CRasSelectTool::~CRasSelectTool()
 {
-    if (m_bStarted)
-        CRasSelectTool::Stop();
+    EndStarted();
 }
 
 int CRasSelectTool::Start()
@@ -45,7 +44,6 @@ void CRasSelectTool::Stop()
     // A drawing without images gave no set.
     if (m_selectionSet[0] || m_selectionSet[1])
         acedSSFree(m_selectionSet);
-    m_bStarted = false;
 }
 
 int CRasSelectTool::ToolId()
@@ -72,7 +70,11 @@ void CRasSelectTool::CreateToolTip()
 
 void CRasSelectTool::CollectImages()
 {
-    resbuf* filter = acutBuildList(RTDXF0, L"IMAGE", RTNONE);
+    // Those of the space that is shown: an image of a layout has no place in the view.
+    constexpr int spaceCode = 67; // in drawing files: 0 for the model, 1 for paper
+    const AcDbDatabase* database = acdbHostApplicationServices()->workingDatabase();
+    const int paper = database && !database->tilemode() ? 1 : 0;
+    resbuf* filter = acutBuildList(RTDXF0, L"IMAGE", spaceCode, paper, RTNONE);
     if (acedSSGet(L"X", nullptr, nullptr, filter, m_selectionSet) != RTERROR) {
         Adesk::Int32 count = 0;
         acedSSLength(m_selectionSet, &count);
@@ -81,7 +83,7 @@ void CRasSelectTool::CollectImages()
             acedSSName(m_selectionSet, index, entity);
             CAcraster raster(entity);
             // An image that can't be opened keeps its place in the row, and is never hit.
-            if (raster.GetLockCount() < 0) {
+            if (!raster.HasImage()) {
                 m_candidates.emplace_back();
             } else {
                 m_candidates.push_back(
@@ -98,7 +100,7 @@ void CRasSelectTool::MakeCurrent(size_t index)
     acedSSName(m_selectionSet, static_cast<Adesk::Int32>(index), entity);
     auto raster = std::make_unique<CAcraster>(entity);
     // Erased since the tool started. Nothing of it is open, and Lock would not tell whoever uses it.
-    if (raster->GetLockCount() < 0)
+    if (!raster->HasImage())
         return;
     g_pArxApp->m_pRaster = raster.release();
     g_pArxApp->m_pRaster->Unlock();

@@ -35,8 +35,7 @@ private:
     void CollectImages();
     void MakeCurrent(size_t index);
 
-    bool m_bDone = false;    // a click has come, and its release ends the tool
-    bool m_bStarted = false; // Stop has something to undo
+    bool m_bDone = false; // a click has come, and its release ends the tool
     CToolTipCtrl m_toolTip;
     ads_name m_selectionSet = {};        // all images of the drawing
     std::vector<Candidate> m_candidates; // in step with the selection set

@@ -47,6 +47,14 @@ void CTool::Stop()
     SetToolCursor(0);
 }
 
+void CTool::EndStarted()
+{
+    if (!m_bStarted)
+        return;
+    m_bStarted = false;
+    Stop();
+}
+
 int CTool::ToolId()
 {
     return ToolIdNone;

@@ -21,7 +21,7 @@ public:
 
     /// 0 declines.
     virtual int Start();
-    /// Undoes Start; called by the tools' own destructors once they have started.
+    /// Undoes Start; see EndStarted.
     virtual void Stop();
     /// Tells the tools apart for others: see ToolIds.
     virtual int ToolId();
@@ -53,11 +53,13 @@ public:
     CWnd* m_pView;        // the drawing view; see HasView
 
 protected:
-    /// In view pixels: a drag of less counts as none.
-    static constexpr int shortestDrag = 4;
-
     /// Shows one of the module's cursors, or the arrow for 0.
     static void SetToolCursor(UINT cursorId);
+
+    /// For the destructors of the tools that have a Stop of their own: calls it if Start has set m_bStarted.
+    void EndStarted();
+
+    bool m_bStarted = false; // set by the Start of a tool that has something to undo
 
 private:
     HWND m_hView;

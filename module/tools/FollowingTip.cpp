@@ -26,6 +26,12 @@ void FollowingTip::Show(UINT textId)
     m_bPending = true;
 }
 
+void FollowingTip::Hide()
+{
+    m_control.Pop();
+    m_pView->UpdateWindow();
+}
+
 void FollowingTip::Relay(MSG* message)
 {
     const HWND window = message->hwnd;

@@ -1,56 +1,40 @@
 #include "module/tools/RotateStart.h"
 
-#include "module/base/CArxApp.h"
-#include "module/base/CTempMFC.h"
+#include "module/base/COneShotTimer.h"
 #include "module/tools/CBaseRotateTool.h"
 #include "module/tools/CFreeRotateTool.h"
+#include "module/tools/StartTool.h"
 
 namespace {
 
-int rotateCode;
-UINT_PTR rotateTimer;
-
 constexpr UINT rotateDelay = 100; // ms
 
-template <typename Tool> void StartTool(int choice)
+int rotateCode;
+
+void StartRotateTool()
 {
-    const unsigned madeBefore = CTool::MadeSoFar();
-    auto* tool = new Tool;
-    // Its construction may have pumped messages, and one of them may have ended it or put another in its place.
-    if (g_pArxApp->m_pTool != tool || CTool::MadeSoFar() != madeBefore + 1)
-        return; // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): it is deleted, not lost
-    if (tool->Start()) {
-        tool->SetChoice(choice);
+    if (!acedGetAcadDwgView())
+        return; // the drawing was closed meanwhile, and the tool would have nothing to lie over
+    if (rotateCode >= 0) {
+        if (auto* tool = StartTool<CBaseRotateTool>())
+            tool->SetChoice(rotateCode);
     } else {
-        delete tool;
+        if (auto* tool = StartTool<CFreeRotateTool>())
+            tool->SetChoice(rotateCode == RotateFreeSelection ? 1 : 0);
     }
 }
 
-void CALLBACK RotateStartTimerProc(HWND, UINT, UINT_PTR, DWORD)
-{
-    CancelRotateStart();
-    if (!acedGetAcadDwgView())
-        return; // the drawing was closed meanwhile, and the tool would have nothing to lie over
-    const CTempMFC resources;
-    if (rotateCode >= 0) {
-        StartTool<CBaseRotateTool>(rotateCode);
-    } else {
-        StartTool<CFreeRotateTool>(rotateCode == RotateFreeSelection ? 1 : 0);
-    }
-}
+using RotateStartTimer = COneShotTimer<StartRotateTool>;
 
 } // namespace
 
 void StartRotateToolLater(int code)
 {
-    CancelRotateStart();
     rotateCode = code;
-    rotateTimer = SetTimer(nullptr, 0, rotateDelay, RotateStartTimerProc);
+    RotateStartTimer::Start(rotateDelay);
 }
 
 void CancelRotateStart()
 {
-    if (rotateTimer)
-        KillTimer(nullptr, rotateTimer);
-    rotateTimer = 0;
+    RotateStartTimer::Stop();
 }

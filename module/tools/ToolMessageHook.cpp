@@ -1,6 +1,7 @@
 #include "module/tools/ToolMessageHook.h"
 
 #include "module/base/CArxApp.h"
+#include "module/base/COneShotTimer.h"
 #include "module/base/CTempMFC.h"
 #include "module/tools/CTool.h"
 
@@ -15,7 +16,6 @@ namespace {
 constexpr UINT closeDelay = 100; // ms
 
 HHOOK hook = nullptr;
-UINT_PTR closeTimer = 0;
 
 // The message before: a WM_COMMAND that comes twice with one time stamp must reach a tool once.
 DWORD lastTime = 0;
@@ -58,13 +58,7 @@ void HandToTool(MSG& message, MouseHandler handler)
     Neutralise(message);
 }
 
-void CALLBACK ToolCloseTimerProc(HWND, UINT, UINT_PTR, DWORD)
-{
-    if (!closeTimer)
-        return;
-    StopToolCloseTimer();
-    EndTool();
-}
+using ToolCloseTimer = COneShotTimer<EndTool>;
 
 // A press on another window ends the tool; on the module's toolbar it may be about to start the tool anew.
 void OnPressOutside(const MSG& message)
@@ -83,8 +77,7 @@ void OnLButtonDown(MSG& message)
         CTool* tool = g_pArxApp->m_pTool;
         // The select tool is to live until the click has finished.
         if (tool && tool->ToolId() == ToolIdSelectRaster) {
-            StopToolCloseTimer();
-            closeTimer = SetTimer(nullptr, 0, closeDelay, ToolCloseTimerProc);
+            ToolCloseTimer::Start(closeDelay);
         } else {
             EndTool();
         }
@@ -215,9 +208,7 @@ void RemoveToolHook()
 
 void StopToolCloseTimer()
 {
-    if (closeTimer)
-        KillTimer(nullptr, closeTimer);
-    closeTimer = 0;
+    ToolCloseTimer::Stop();
 }
 
 LRESULT CALLBACK ToolMessageHook(int code, WPARAM wParam, LPARAM lParam)

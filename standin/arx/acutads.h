@@ -1,4 +1,4 @@
-// Building and freeing value lists.
+// Building and freeing value lists; text for the command line.
 #pragma once
 
 #include "standin/arx/adsdef.h"
@@ -9,5 +9,7 @@ HALVORAN_STANDIN_API resbuf* acutBuildList(int type, ...);
 HALVORAN_STANDIN_API resbuf* acutNewRb(int type);
 /// Frees the whole list with its strings; RTNORM.
 HALVORAN_STANDIN_API int acutRelRb(resbuf* list);
+/// Writes text on the command line, formatted as by wprintf; RTERROR if nobody shows it.
+HALVORAN_STANDIN_API int acutPrintf(const ACHAR* format, ...);
 /// Frees a string that acedGetVar returned, and clears the pointer.
 HALVORAN_STANDIN_API void acutDelString(ACHAR*& text);

@@ -2,8 +2,11 @@
 #include "standin/arx/desk_services.h"
 
 #include <cstdarg>
+#include <sstream>
 
+#include "standin/afx/afx_string.h"
 #include "standin/arx/acedads.h"
+#include "standin/arx/acutads.h"
 #include "standin/arx/rxmfcapi.h"
 #include "standin/arx/strictness.h"
 #include "standin/arx/text.h"
@@ -49,6 +52,23 @@ int acedAlert(const ACHAR* text)
     if (!standin::current || !text)
         return RTERROR;
     standin::current->alert(text);
+    return RTNORM;
+}
+
+int acutPrintf(const ACHAR* format, ...)
+{
+    std::va_list arguments;
+    va_start(arguments, format);
+    CString text;
+    text.FormatV(format, arguments);
+    va_end(arguments);
+    if (!standin::current)
+        return RTERROR;
+    std::wistringstream lines(static_cast<LPCWSTR>(text));
+    for (std::wstring line; std::getline(lines, line);) {
+        if (!line.empty())
+            standin::current->print(line);
+    }
     return RTNORM;
 }
 

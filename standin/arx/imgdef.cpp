@@ -99,8 +99,11 @@ Acad::ErrorStatus AcDbRasterImageDef::setActiveFileName(const ACHAR* path)
     if (status != Acad::eOk)
         return status;
     m_state->chosenFile = path;
-    if (!m_state->image)
+    if (m_state->image) {
+        m_state->loadedFile = path; // a loaded image goes on under the new name
+    } else {
         m_state->info.reset();
+    }
     return Acad::eOk;
 }
 

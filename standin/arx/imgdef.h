@@ -46,6 +46,7 @@ class HALVORAN_STANDIN_API AcDbRasterImageDef : public AcDbObject
     Acad::ErrorStatus setSourceFileName(const ACHAR* path);
     /// The file that the image comes from: the full path, or empty if no file was found.
     const ACHAR* activeFileName() const;
+    /// Where to load from in place of the source; a loaded image is not touched, only its name changes.
     Acad::ErrorStatus setActiveFileName(const ACHAR* path);
 
     bool isLoaded() const;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "module/start/SelectionInView.h"
 #include "module/tools/RotateStart.h"
 #include "tests/module/mouse_tools/monitor_fixture.h"
 
@@ -141,10 +142,10 @@ TEST_F(Monitor, TheSelectionIsConvertedOnlyWhenItOrTheViewChanges)
 {
     CAcraster& raster = openRaster();
     tick();
-    unsigned before = MonitorRegionRebuilds();
+    unsigned before = SelectionConversions();
     const auto rebuilt = [&before] {
         tick();
-        const unsigned count = MonitorRegionRebuilds() - before;
+        const unsigned count = SelectionConversions() - before;
         before += count;
         return count;
     };

@@ -1,12 +1,10 @@
-// Operations that go to the worker process and back. Those that a command has, and the plain ways of saving, are
-// checked in the sessions.
+// Operations that go to the worker process and back. Those that a command has are checked in the sessions; saving has
+// a file of its own.
 
 #include <algorithm>
 #include <cstring>
 #include <functional>
 
-#include "module/raster/PendingFileSwap.h"
-#include "module/start/CModuleApp.h"
 #include "tests/module/support/desk_fixture.h"
 #include "tests/module/support/gdi_count.h"
 #include "workerlink/SendToWorker.h"
@@ -24,8 +22,6 @@ const Picture steps = {
     "...##...", //
     ".....#..",
 };
-
-const Picture flippedSteps(steps.rbegin(), steps.rend());
 
 class WorkerOperations : public test::DeskFixture
 {
@@ -46,8 +42,7 @@ TEST_F(WorkerOperations, AWorkerThatFailsLeavesTheImageAsItWas)
     raster.Reload();
     EXPECT_EQ(pictureInDrawing(0), steps);
     EXPECT_TRUE(raster.QueryFormats().filter.IsEmpty());
-    EXPECT_FALSE(raster.SaveAs(file("copy.tif").c_str(), 29, nullptr));
-    EXPECT_FALSE(std::filesystem::exists(file("copy.tif")));
+    EXPECT_FALSE(raster.QueryFormatCode(0));
 }
 
 TEST_F(WorkerOperations, FilterRemovesSpecksOrFillsHolesInTheSelection)
@@ -74,6 +69,57 @@ TEST_F(WorkerOperations, FilterRemovesSpecksOrFillsHolesInTheSelection)
     raster.Filter(FilterFill, 10, false);
     raster.Reload();
     EXPECT_EQ(pictureInDrawing(0), Picture(20, std::string(40, '#')));
+}
+
+TEST_F(WorkerOperations, ACropTakesWhatTheSelectionHasOfTheImage)
+{
+    struct Case
+    {
+        const char* what;
+        CRect selection;
+        Picture picture; // afterwards
+        double x;        // of the lower left corner, in drawing units of a pixel's size
+        double y;
+    };
+    const Case cases[] = {
+        {"inside", {3, 1, 6, 3}, {"...", "##."}, 3, 1},
+        {"over two edges", {-5, 2, 4, 90}, {"...#", "...."}, 0, 0},
+        {"round the image", {-10, -10, 20, 20}, steps, 0, 0},
+        {"beside the image", {8, 0, 12, 4}, steps, 0, 0},
+        {"above the image", {0, -3, 8, 0}, steps, 0, 0},
+    };
+    for (const Case& row : cases) {
+        CAcraster& raster = openPicture(steps);
+        raster.GetRegion().SetRectRgn(row.selection);
+        raster.Crop();
+        raster.Reload();
+        EXPECT_EQ(pictureInDrawing(0), row.picture) << row.what;
+        AcGePoint3d origin;
+        double width = 0;
+        double height = 0;
+        raster.GetPlacement(origin, width, height);
+        EXPECT_NEAR(origin.x, row.x, 1e-9) << row.what;
+        EXPECT_NEAR(origin.y, row.y, 1e-9) << row.what;
+        EXPECT_NEAR(width, row.picture[0].size(), 1e-9) << row.what;
+        EXPECT_NEAR(height, row.picture.size(), 1e-9) << row.what;
+        raster.Unlock();
+    }
+}
+
+TEST_F(WorkerOperations, ACropWhoseResultCannotBeReadBackMovesNothing)
+{
+    CAcraster& raster = openPicture(steps);
+    raster.GetRegion().SetRectRgn(3, 1, 6, 3);
+    test::planWorker({"spoils"});
+    raster.Crop();
+    raster.Reload();
+    AcGePoint3d origin;
+    double width = 0;
+    double height = 0;
+    raster.GetPlacement(origin, width, height);
+    EXPECT_EQ(pictureInDrawing(0), steps);
+    EXPECT_EQ(origin.x, 0);
+    EXPECT_EQ(width, 8);
 }
 
 TEST_F(WorkerOperations, TheWorkerNamesTheFormats)
@@ -115,81 +161,6 @@ TEST_F(WorkerOperations, ARegionThatTheReplyBringsBackIsNotLeftBehind)
         row.request();
         EXPECT_EQ(gdiObjects(), objects) << row.what;
     }
-}
-
-TEST_F(WorkerOperations, SaveAsReplacesTheRastersOwnFileAndTheDrawingLoadsItAgain)
-{
-    CAcraster& raster = openPicture(steps);
-    raster.FlipVertical();
-    ASSERT_TRUE(raster.SaveAs(file("image0.tif").c_str(), 29, nullptr));
-    EXPECT_FALSE(g_pPendingFileSwap);
-    EXPECT_EQ(pictureInDrawing(0), flippedSteps);
-    // The raster goes on with an image of its own.
-    raster.FlipVertical();
-    raster.Reload();
-    EXPECT_EQ(pictureInDrawing(0), steps);
-}
-
-class HeldFile
-{
-public:
-    explicit HeldFile(const std::filesystem::path& path)
-        : m_handle(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr))
-    {
-        EXPECT_NE(m_handle, INVALID_HANDLE_VALUE);
-    }
-    ~HeldFile() { CloseHandle(m_handle); }
-    HeldFile(const HeldFile&) = delete;
-    HeldFile& operator=(const HeldFile&) = delete;
-
-private:
-    HANDLE m_handle;
-};
-
-TEST_F(WorkerOperations, AHeldFileIsReplacedLater)
-{
-    CAcraster& raster = openPicture(steps);
-    raster.FlipVertical();
-    {
-        const HeldFile held(file("image0.tif"));
-        ASSERT_TRUE(raster.SaveAs(file("image0.tif").c_str(), 29, nullptr));
-        ASSERT_TRUE(g_pPendingFileSwap);
-        EXPECT_EQ(readPicture(file("image0.tif")), steps);
-        EXPECT_EQ(readPicture(g_pPendingFileSwap->sourcePath.GetString()), flippedSteps);
-    }
-    raster.Unlock();
-    RunFileSwap(*g_pPendingFileSwap);
-    EXPECT_FALSE(std::filesystem::exists(g_pPendingFileSwap->sourcePath.GetString()));
-    EXPECT_EQ(readPicture(file("image0.tif")), flippedSteps);
-    EXPECT_EQ(pictureInDrawing(0), flippedSteps);
-    RunFileSwap(*g_pPendingFileSwap);
-    EXPECT_EQ(readPicture(file("image0.tif")), flippedSteps) << "a swap whose source has gone does nothing";
-    g_pPendingFileSwap.reset();
-}
-
-TEST_F(WorkerOperations, ASwapOntoAFileThatIsStillHeldLeavesBothFiles)
-{
-    openDrawing({steps});
-    test::writeTiff(file("new.tif"), blank(2, 2), 300);
-    const PendingFileSwap swap{file("new.tif").c_str(), file("image0.tif").c_str(), AcDbObjectId()};
-    {
-        const HeldFile held(file("image0.tif"));
-        RunFileSwap(swap);
-    }
-    EXPECT_EQ(readPicture(file("image0.tif")), steps);
-    EXPECT_EQ(readPicture(file("new.tif")), blank(2, 2));
-}
-
-TEST_F(WorkerOperations, AWaitingSwapIsCarriedOutWhenTheModuleStops)
-{
-    openDrawing({steps});
-    test::writeTiff(file("new.tif"), blank(2, 2), 300);
-    g_pPendingFileSwap.reset(new PendingFileSwap{file("new.tif").c_str(), file("image0.tif").c_str(), AcDbObjectId()});
-    delete g_pArxApp;
-    g_pArxApp = nullptr;
-    EXPECT_FALSE(g_pPendingFileSwap);
-    EXPECT_EQ(readPicture(file("image0.tif")), blank(2, 2));
-    g_pArxApp = new CModuleApp;
 }
 
 // Owns the clipboard as the host's window does after a copy there: with a bitmap that it only announces.

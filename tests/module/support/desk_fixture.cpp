@@ -106,6 +106,7 @@ void DeskFixture::TearDown()
     m_view->DestroyWindow();
     pumpAll();
     standin::setDeskServices(nullptr);
+    std::filesystem::remove_all(m_folder);
 }
 
 void DeskFixture::renewView()

@@ -47,6 +47,7 @@ protected:
 
     std::vector<std::wstring> m_posted; // texts for the command line
     std::vector<std::wstring> m_alerts;
+    std::vector<std::wstring> m_said; // lines on the command line
     int m_redraws = 0;
     int m_locksLeft = 0; // document locks that the test expects to be left
     // 1000 by 1000 view pixels show 100 by 100 drawing units around the origin.
@@ -57,6 +58,7 @@ protected:
     CView* drawingView() override { return m_view; }
     void postCommandText(const std::wstring& text) override { m_posted.push_back(text); }
     void alert(const std::wstring& text) override { m_alerts.push_back(text); }
+    void print(const std::wstring& line) override { m_said.push_back(line); }
     standin::ViewState viewState() override { return m_viewState; }
     void redraw() override { ++m_redraws; }
     std::optional<std::vector<standin::Handle>> selectEntities() override { return std::nullopt; }

@@ -6,6 +6,8 @@
 #include <sstream>
 
 #include "imaging/raster_file.h"
+#include "workerlink/SendToWorker.h"
+#include "workerlink/SendToWorker.h"
 
 namespace test {
 
@@ -134,6 +136,15 @@ Picture pictureInDrawing(int index)
 Picture readPicture(const std::filesystem::path& path)
 {
     return pictureOf(imaging::readRaster(path).bitmap);
+}
+
+void planWorker(const std::vector<std::string>& runs)
+{
+    const std::filesystem::path worker = FAULTY_WORKER;
+    std::ofstream plan(std::filesystem::path(worker).replace_extension(".plan"));
+    for (const std::string& run : runs)
+        plan << run << "\n";
+    SetWorkerPath(worker.c_str());
 }
 
 std::vector<std::wstring> temporaryFiles()

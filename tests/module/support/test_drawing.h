@@ -46,6 +46,10 @@ Picture pictureInDrawing(int index);
 // What a raster file holds.
 Picture readPicture(const std::filesystem::path& path);
 
+// Takes a worker that fails in the place of the real one, with what its runs are to do, one after the other: see
+// tests/faulty_worker. Runs beyond that go well.
+void planWorker(const std::vector<std::string>& runs);
+
 // Every file in the temporary folder whose name begins with HV.
 std::vector<std::wstring> temporaryFiles();
 

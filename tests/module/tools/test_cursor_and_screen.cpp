@@ -46,7 +46,7 @@ Look lookOf(HCURSOR cursor)
 // The picture as it lies on disk: 24 bits to a pixel, the bottom row first, cyan is see-through.
 Look lookOfBitmapFile(const char* name)
 {
-    std::ifstream file(std::string(HALVORAN_SOURCE_DIR) + "/resources/" + name, std::ios::binary);
+    std::ifstream file(std::string(HALVORAN_SOURCE_DIR) + "/module/resources/" + name, std::ios::binary);
     const std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
     EXPECT_EQ(bytes.size(), 54u + side * side * 3) << name;
     Look look = emptyLook();

@@ -17,6 +17,7 @@ public:
     CView* drawingView() override { return nullptr; }
     void postCommandText(const std::wstring& text) override { posted.push_back(text); }
     void alert(const std::wstring& text) override { alerts.push_back(text); }
+    void print(const std::wstring& line) override { said.push_back(line); }
     standin::ViewState viewState() override { return view; }
     void redraw() override { ++redraws; }
     std::optional<std::vector<standin::Handle>> selectEntities() override { return selection; }
@@ -32,6 +33,7 @@ public:
 
     std::vector<std::wstring> posted;
     std::vector<std::wstring> alerts;
+    std::vector<std::wstring> said;
     standin::ViewState view;
     int redraws = 0;
     std::optional<std::vector<standin::Handle>> selection;

@@ -13,12 +13,25 @@
 bool CAcraster::RewriteByWorker(WorkerMessage& message, std::initializer_list<CString*> fileFields)
 {
     const CTempFile file;
+    // A file that was not written is none: the worker finds nothing and fails by itself.
     WriteTiff(file.m_strPath);
     for (CString* field : fileFields)
         *field = file.m_strPath;
-    if (!SendToWorker(message))
+    return SendToWorker(message) && ReadBack(file.m_strPath);
+}
+
+// Takes the image that the worker left in the file as the working image. False if there is none that can be read.
+bool CAcraster::ReadBack(const CString& path)
+{
+    AcDbRasterImageDef definition;
+    definition.setSourceFileName(path);
+    definition.load();
+    Atil::Image* image = nullptr;
+    if (!m_pImage || definition.openImage(image) != Acad::eOk)
         return false;
-    ReadBack(file.m_strPath);
+    *m_pImage = *image;
+    definition.closeImage();
+    m_bDirty = false;
     return true;
 }
 
@@ -71,18 +84,21 @@ void CAcraster::Filter(DWORD mode, DWORD size, bool selectionOnly)
 
 void CAcraster::Crop()
 {
-    if (!HasSelection())
+    if (!HasSelectedPixels())
         return;
+    CRgn kept;
+    ClipToImage(*m_pRegion, kept);
     WorkerMessage message(OperationConvertFile);
-    const LentRegion region(message.convertFile.region, m_pRegion.get());
+    const LentRegion region(message.convertFile.region, &kept);
     if (!RewriteByWorker(message, {&message.convertFile.sourceFile, &message.convertFile.targetFile}))
         return;
 
-    const CRect box = GetRegionBox();
+    CRect box;
+    kept.GetRgnBox(&box);
     AcGePoint3d origin;
     AcGeVector3d u;
     AcGeVector3d v;
-    m_pEntity->getOrientation(origin, u, v);
-    m_pEntity->setOrientation(PixelToWorld(CPoint(box.left, box.bottom)), u, v);
+    m_objects.m_pEntity->getOrientation(origin, u, v);
+    m_objects.m_pEntity->setOrientation(PixelToWorld(CPoint(box.left, box.bottom)), u, v);
     ResetRegion();
 }

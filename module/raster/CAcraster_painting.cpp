@@ -58,6 +58,13 @@ CRect CAcraster::ClipToImage(const CRect& rect) const
     return clipped;
 }
 
+// `clipped`, which comes empty handed, gets what the region has of the image. False if that is nothing.
+bool CAcraster::ClipToImage(CRgn& region, CRgn& clipped) const
+{
+    clipped.CreateRectRgnIndirect(GetImageRect());
+    return clipped.CombineRgn(&clipped, &region, RGN_AND) > NULLREGION;
+}
+
 void CAcraster::Stamp(CPoint point)
 {
     const int half = m_nStampSize / 2;
@@ -102,7 +109,7 @@ void CAcraster::FlipVertical()
     ReplaceImage(mirrorVertical);
 }
 
-void CAcraster::Turn(int clockwise)
+void CAcraster::Turn(bool clockwise)
 {
     ReplaceImage(clockwise ? turnClockwise : turnCounterClockwise);
     ResetRegion();
@@ -137,10 +144,10 @@ void CAcraster::Resample(CSize pixelSize, int dpi)
         AcGePoint3d origin;
         AcGeVector3d u;
         AcGeVector3d v;
-        m_pEntity->getOrientation(origin, u, v);
+        m_objects.m_pEntity->getOrientation(origin, u, v);
         u.x /= ratio;
         v.y /= ratio;
-        m_pEntity->setOrientation(origin, u, v);
+        m_objects.m_pEntity->setOrientation(origin, u, v);
     }
     ResetRegion();
     m_bDirty = true;

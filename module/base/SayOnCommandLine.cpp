@@ -1,0 +1,6 @@
+#include "module/base/SayOnCommandLine.h"
+
+void SayOnCommandLine(const CString& text)
+{
+    acutPrintf(L"\n%s\n", static_cast<LPCWSTR>(text));
+}

@@ -1,0 +1,189 @@
+// The working image in files: written as TIFF for the worker, read back from it, saved under a name of the user's.
+
+#include "module/base/CTempFile.h"
+#include "module/base/SayOnCommandLine.h"
+#include "module/raster/CAcraster.h"
+#include "module/raster/LentRegion.h"
+#include "module/raster/PendingFileSwap.h"
+#include "module/raster/SetAsideFile.h"
+#include "workerlink/SendToWorker.h"
+
+namespace {
+
+// The revision of the TIFF codec's options.
+constexpr int tiffCodecRevision = 3;
+
+// What a request carries in place of a format number that nobody asks for.
+constexpr int formatNotAsked = -1000;
+constexpr int ownFormat = -1;
+
+constexpr const wchar_t* workerFailed = L"The raster was not saved: the file could not be written.";
+
+} // namespace
+
+bool CAcraster::WriteTiff(const CString& path) const
+{
+    if (!m_pImage)
+        return false;
+    const Atil::Size size = m_pImage->size();
+    const std::unique_ptr<Atil::RowProviderInterface> rows(m_pImage->read(size, Atil::Offset(0, 0), 0));
+    if (!rows)
+        return false;
+
+    TiffFormatCodec codec(tiffCodecRevision);
+    Atil::FileWriteDescriptor descriptor(&codec);
+    const int lengthInBytes = (path.GetLength() + 1) * static_cast<int>(sizeof(wchar_t));
+    const Atil::StringBuffer name(lengthInBytes, path.GetString(), Atil::StringBuffer::kUTF_16);
+    DeleteFileW(path);
+    if (!descriptor.setFileSpecifier(Atil::FileSpecifier(name, Atil::FileSpecifier::kFilePath)))
+        return false;
+    descriptor.createImageFrame(rows->dataModel(), rows->size());
+
+    const std::unique_ptr<Atil::FormatCodecPropertyInterface> compression(
+        descriptor.getProperty(Atil::FormatCodecPropertyInterface::kCompression));
+    if (auto* tiffCompression = dynamic_cast<TiffCompression*>(compression.get())) {
+        tiffCompression->selectCompression(TiffCompressionType::kCCITT_FAX4);
+        descriptor.setProperty(tiffCompression);
+    }
+    const std::unique_ptr<Atil::FormatCodecPropertyInterface> resolution(
+        descriptor.getProperty(Atil::FormatCodecPropertyInterface::kDensity));
+    if (auto* density = dynamic_cast<Atil::FormatCodecDensity*>(resolution.get())) {
+        density->setDensity(m_nDpi, m_nDpi);
+        descriptor.setProperty(density);
+    }
+    if (descriptor.writeImageFrame(rows.get()))
+        return true;
+    DeleteFileW(path);
+    return false;
+}
+
+RasterFormats CAcraster::QueryFormats() const
+{
+    WorkerMessage message(OperationFormatQuery);
+    message.formatQuery.file = GetFileName();
+    message.formatQuery.filterIndex = ownFormat;
+    message.formatQuery.formatCode = formatNotAsked;
+    if (!SendToWorker(message))
+        message.formatQuery.filter.Empty();
+    return {message.formatQuery.filter, message.formatQuery.filterIndex};
+}
+
+std::optional<DWORD> CAcraster::QueryFormatCode(int filterIndex) const
+{
+    WorkerMessage message(OperationFormatQuery);
+    message.formatQuery.file = GetFileName();
+    message.formatQuery.filterIndex = filterIndex;
+    message.formatQuery.formatCode = formatNotAsked;
+    if (!SendToWorker(message) || message.formatQuery.formatCode < 0)
+        return std::nullopt;
+    return static_cast<DWORD>(message.formatQuery.formatCode);
+}
+
+// The drawing may name its file by a relative path, or the host have found it elsewhere.
+bool CAcraster::IsOwnFile(const CString& path) const
+{
+    return path == CString(m_objects.m_pDefinition->sourceFileName()) ||
+           IsSameFile(path, CString(m_objects.m_pDefinition->activeFileName()));
+}
+
+bool CAcraster::SaveAs(const CString& path, DWORD formatCode, CRgn* region)
+{
+    CRgn inside;
+    if (region && !ClipToImage(*region, inside)) {
+        SayOnCommandLine(L"The raster was not saved: the selected area lies beside it.");
+        return false;
+    }
+    CRgn* part = region ? &inside : nullptr;
+    CTempFile source;
+    if (!WriteTiff(source.m_strPath)) {
+        SayOnCommandLine(L"The raster was not saved: its temporary file could not be written.");
+        return false;
+    }
+    if (IsOwnFile(path))
+        return SaveOntoOwnFile(source, path, formatCode, part);
+    if (SendSave(source.m_strPath, path, formatCode, part))
+        return true;
+    SayOnCommandLine(workerFailed);
+    return false;
+}
+
+bool CAcraster::SendSave(const CString& source, const CString& target, DWORD formatCode, CRgn* region) const
+{
+    WorkerMessage message(OperationConvertFile);
+    message.convertFile.sourceFile = source;
+    message.convertFile.targetFile = target;
+    message.convertFile.formatCode = formatCode;
+    const LentRegion lent(message.convertFile.region, region);
+    return SendToWorker(message);
+}
+
+// The order: the host lets go of the file; the file is set aside; the worker writes its successor; the old file goes
+// and the host loads the new one. If the file is held all the same, the successor waits in the temporary folder for a
+// later swap. If a step fails, the old file comes back and the edited image stays in the drawing.
+bool CAcraster::SaveOntoOwnFile(CTempFile& source, const CString& path, DWORD formatCode, CRgn* region)
+{
+    if (IsMarkedReadOnly(path)) {
+        SayOnCommandLine(L"The raster was not saved: its file is write-protected.");
+        return false;
+    }
+    LetGoOfFile();
+    CSetAsideFile former;
+    const FileRelease release = former.SetAside(path);
+    // Only the name: the file that the worker puts there has to outlast this object.
+    const CString target = release == FileRelease::Held ? CTempFile().m_strPath : path;
+    const bool saved = release != FileRelease::WriteProtected && SendSave(source.m_strPath, target, formatCode, region);
+    if (!saved) {
+        SayOnCommandLine(release == FileRelease::WriteProtected
+                             ? L"The raster was not saved: its file can't be replaced."
+                             : workerFailed);
+        if (!former.PutBack())
+            SayOnCommandLine(L"The raster's former file lies in " + former.AsidePath());
+        ShowEditedImage(source, path);
+        return false;
+    }
+
+    former.Remove();
+    if (release == FileRelease::Held)
+        PostponeFileSwap({target, path, m_objects.m_pDefinition->objectId()});
+    m_objects.m_pDefinition->load();
+    if (m_life == Life::Managed)
+        TakeWorkingImage();
+    // What was a part of the image is the whole of it now.
+    if (region)
+        ResetRegion();
+    return true;
+}
+
+void CAcraster::LetGoOfFile()
+{
+    if (m_life == Life::Managed)
+        DeleteImage();
+    // What is unsaved is being saved: nobody is to ask about it.
+    m_objects.m_pDefinition->setImageModified(false);
+    m_objects.m_pDefinition->unload(true);
+}
+
+// Puts the edited image back into the drawing, from the file that it was written to. It is loaded from there in place
+// of the raster's own file, whose image may be of another size, and assigned to itself, so that it counts as edited.
+void CAcraster::ShowEditedImage(CTempFile& source, const CString& path)
+{
+    AcDbRasterImageDef& definition = *m_objects.m_pDefinition;
+    definition.setActiveFileName(source.m_strPath);
+    definition.load();
+    Atil::Image* shown = nullptr;
+    const std::unique_ptr<Atil::Image> edited(definition.imageCopy(true));
+    const bool back = edited && definition.openImage(shown) == Acad::eOk;
+    if (back) {
+        *shown = *edited;
+        definition.closeImage();
+        definition.setImageModified(true);
+    }
+    definition.setActiveFileName(path);
+    if (m_life == Life::Managed)
+        TakeWorkingImage();
+    // An image that the host is about to delete, or that did not come back, lives on in its file alone.
+    if (!back || m_life == Life::Borrowed) {
+        source.m_nKeep = 1;
+        SayOnCommandLine(L"The edited raster lies in " + source.m_strPath);
+    }
+}
