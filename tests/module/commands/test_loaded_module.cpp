@@ -1,5 +1,8 @@
 // The module's own file, loaded by the host as it would be at a draughtsman's desk.
 
+#include <windows.h>
+#include <tlhelp32.h>
+
 #include "tests/module/support/desk_fixture.h"
 
 namespace {
@@ -96,6 +99,39 @@ TEST_F(LoadedModule, LoadingTwiceOverLeavesNothingBehind)
         PostMessageW(view().m_hWnd, WM_MOUSEMOVE, 0, 0);
         test::pumpAll(); // a hook that was left would call into code that has gone
     }
+}
+
+int threadsOfThisProcess()
+{
+    const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+    int count = 0;
+    THREADENTRY32 thread = {};
+    thread.dwSize = sizeof(thread);
+    for (BOOL more = Thread32First(snapshot, &thread); more; more = Thread32Next(snapshot, &thread))
+        count += thread.th32OwnerProcessID == GetCurrentProcessId();
+    CloseHandle(snapshot);
+    return count;
+}
+
+TEST_F(LoadedModule, UnloadingRightAfterARequestThatNobodyTookEndsItsThreads)
+{
+    // A copy with no worker beside it: what it publishes waits for a reader, on threads of its own.
+    const std::filesystem::path copy = file("HVA6_13_64.arx");
+    std::filesystem::copy_file(moduleFile(), copy);
+    openDrawing({{"#...", "##..", "...."}});
+    load(copy);
+    run(L"ORVO_SELRAS");
+    for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP}) {
+        PostMessageW(view().m_hWnd, message, 0, MAKELPARAM(505, 495));
+        test::pumpAll();
+    }
+    const int before = threadsOfThisProcess();
+    run(L"ORVO_INVERT");
+    EXPECT_GT(threadsOfThisProcess(), before);
+    ASSERT_FALSE(standin::unloadModule(L"HVA6"));
+    EXPECT_TRUE(test::pumpUntil([=] { return threadsOfThisProcess() == before; }));
+    EXPECT_TRUE(test::pumpUntil([] { return !GetModuleHandleW(L"HVA6_13_64.arx"); }));
+    load(); // lists the real file again
 }
 
 } // namespace

@@ -10,6 +10,7 @@
 #include "module/tools/RotateStart.h"
 #include "tests/module/support/desk_fixture.h"
 #include "tests/module/support/dialog_driver.h"
+#include "tests/module/support/gdi_count.h"
 
 namespace {
 
@@ -72,6 +73,16 @@ TEST_F(RotateDialog, OffersTheSelectedAreaOnlyWhereThereIsOne)
         RotateCommand();
         DropCurrentRaster();
     }
+}
+
+TEST_F(RotateDialog, ItsPicturesGoWithIt)
+{
+    open(false);
+    rotate(CDrotate::Free, IDCANCEL);
+    const int before = gdiObjects();
+    for (int round = 0; round < 5; ++round)
+        rotate(CDrotate::Free, IDCANCEL);
+    EXPECT_EQ(gdiObjects(), before);
 }
 
 TEST_F(RotateDialog, TurnsTheWholeImageAtOnceAndSelectsItAnew)

@@ -143,6 +143,49 @@ const CPoint nearBase(165, 148);
 const CPoint nearFirstArm(214, 114);
 const CPoint nearSecondArm(232, 148);
 
+TEST_F(Rotation, TheHandlesOfAnImageThatLiesAskewCanBeGrabbed)
+{
+    struct Case
+    {
+        double ux, uy; // drawing units of the u of a pixel
+        CPoint outside;
+    };
+    // The view is 400 by 300: base point (167, 150), first arm (216, 117), second arm (233, 150).
+    for (const Case& row : {Case{0.05, 0.05, {20, 20}}, Case{-0.05, 0.05, {20, 280}}, Case{0.02, -0.07, {380, 20}}}) {
+        SCOPED_TRACE(testing::Message() << row.ux << ", " << row.uy);
+        openCurrent(blank(400, 400), {.x = 0, .y = -10, .unitsPerPixel = row.ux, .uy = row.uy});
+        startTool(RotateFreeWhole);
+        for (const CPoint& handle : {CPoint(167, 150), CPoint(216, 117), CPoint(233, 150)})
+            EXPECT_EQ(cursorAt(handle), "handle") << handle.x << "," << handle.y;
+        EXPECT_EQ(cursorAt({200, 140}), "box");
+        EXPECT_EQ(cursorAt(row.outside), "outside");
+        closeRaster();
+    }
+}
+
+TEST_F(Rotation, ATipThatIsUpIsTakenDownBeforeTheScreenIsSaved)
+{
+    openRaster();
+    startTool(RotateFreeWhole);
+    const CPoint place(60, 60);
+    CPoint screen = place;
+    view().ClientToScreen(&screen);
+    SetCursorPos(screen.x, screen.y);
+    HWND tip = nullptr;
+    EXPECT_TRUE(test::pumpUntil([&] {
+        // Each move brings the next message to the tip, which shows itself after a while of rest.
+        PostMessageW(view().m_hWnd, WM_MOUSEMOVE, 0, MAKELPARAM(place.x, place.y));
+        tip = FindWindowExW(nullptr, nullptr, TOOLTIPS_CLASSW, nullptr);
+        while (tip && GetWindowThreadProcessId(tip, nullptr) != GetCurrentThreadId())
+            tip = FindWindowExW(nullptr, tip, TOOLTIPS_CLASSW, nullptr);
+        return tip && IsWindowVisible(tip);
+    }));
+    m_viewState.viewHeight *= 2; // another view: the screen is saved anew
+    CClientDC context(&view());
+    static_cast<CFreeRotateTool*>(g_pArxApp->m_pTool)->DrawHandles(context);
+    EXPECT_FALSE(IsWindowVisible(tip));
+}
+
 TEST_F(Rotation, WhereHandlesOverlapTheBasePointIsTaken)
 {
     openRaster(withInk({{60, 22}}));

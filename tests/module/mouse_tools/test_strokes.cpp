@@ -234,6 +234,12 @@ TEST_F(Strokes, ALineThatIsAClickOrAShakeOfTheHandCommitsNothing)
     drag(at(20, 10), at(20, 10) + CSize(4, 0));
     EXPECT_EQ(pictureInDrawing(0), withInk({{21, 10}}));
     EXPECT_EQ(locks(), 0);
+
+    // Nor does it lock anything, by which it would find out that the image has gone.
+    standin::eraseEntity(test::imageHandle(0));
+    drag(at(20, 10), at(20, 10) + CSize(3, 0));
+    EXPECT_NE(g_pArxApp->m_pRaster, nullptr);
+    DropCurrentRaster();
 }
 
 TEST_F(Strokes, TheBandOfALineErasesItself)

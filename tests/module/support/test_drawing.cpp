@@ -7,7 +7,6 @@
 
 #include "imaging/raster_file.h"
 #include "workerlink/SendToWorker.h"
-#include "workerlink/SendToWorker.h"
 
 namespace test {
 
