@@ -144,19 +144,24 @@ class Sheet:
         seen = sum(inside in region and outside not in region for inside, outside in sides)
         return seen >= 0.9 * len(sides)
 
-    def selected_rows(self):
-        """The region's box, with paper where it is not selected and where it reaches out of the image."""
+    def box_inside(self):
+        """Of what the region has of the image."""
         left, top, right, bottom = self.box()
-        return [[self.rows[y][x] if (x, y) in self.region and self.inside(x, y) else 0 for x in range(left, right)]
+        return (max(left, 0), max(top, 0), min(right, self.width), min(bottom, self.height))
+
+    def selected_rows(self):
+        """The box of what the region has of the image, with paper where it is not selected."""
+        left, top, right, bottom = self.box_inside()
+        return [[self.rows[y][x] if (x, y) in self.region else 0 for x in range(left, right)]
                 for y in range(top, bottom)]
 
     def inside(self, x, y):
         return 0 <= x < self.width and 0 <= y < self.height
 
     def crop(self):
-        left, _, _, bottom = self.box()
-        below = self.height - bottom
+        left, _, _, bottom = self.box_inside()
         self.rows = self.selected_rows()
+        below = self.height - bottom
         self.insert = tuple(self.insert[k] + self.u[k] * left + self.v[k] * below for k in (0, 1))
         self.width, self.height = len(self.rows[0]), len(self.rows)
         self.region = None

@@ -171,10 +171,11 @@ TEST_F(Rotation, ATipThatIsUpIsTakenDownBeforeTheScreenIsSaved)
     CPoint screen = place;
     view().ClientToScreen(&screen);
     SetCursorPos(screen.x, screen.y);
+    // The second move brings the first one's text to the tip, which comes up when the mouse has rested for a while.
+    move(place);
+    move(place);
     HWND tip = nullptr;
     EXPECT_TRUE(test::pumpUntil([&] {
-        // Each move brings the next message to the tip, which shows itself after a while of rest.
-        PostMessageW(view().m_hWnd, WM_MOUSEMOVE, 0, MAKELPARAM(place.x, place.y));
         tip = FindWindowExW(nullptr, nullptr, TOOLTIPS_CLASSW, nullptr);
         while (tip && GetWindowThreadProcessId(tip, nullptr) != GetCurrentThreadId())
             tip = FindWindowExW(nullptr, tip, TOOLTIPS_CLASSW, nullptr);

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include "module/raster/CCurentRaster.h"
+#include "module/raster/CDocumentLock.h"
 #include "module/raster/PendingFileSwap.h"
 #include "module/start/CModuleApp.h"
 #include "tests/module/support/desk_fixture.h"
@@ -260,6 +261,7 @@ TEST_F(Saving, TheHostDoesNotAskAboutARasterThatIsBeingSaved)
     };
     CAcraster& raster = openEdited(false);
     raster.Unlock();
+    const CDocumentLock lock;
     Watcher watcher;
     ads_name name = {};
     entityName(0, name);

@@ -106,6 +106,8 @@ void DeskFixture::TearDown()
     m_view->DestroyWindow();
     pumpAll();
     standin::setDeskServices(nullptr);
+    // A file dialog may have gone to the folder.
+    std::filesystem::current_path(std::filesystem::temp_directory_path());
     std::filesystem::remove_all(m_folder);
 }
 
