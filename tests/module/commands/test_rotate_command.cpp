@@ -85,31 +85,6 @@ TEST_F(RotateDialog, ItsPicturesGoWithIt)
     EXPECT_EQ(gdiObjects(), before);
 }
 
-TEST_F(RotateDialog, TurnsTheWholeImageAtOnceAndSelectsItAnew)
-{
-    struct Case
-    {
-        int mode;
-        Picture wanted;
-    };
-    const Case cases[] = {
-        {CDrotate::QuarterClockwise, {"###", "..#", "#.#", ".##", "..."}},
-        {CDrotate::QuarterCounterClockwise, {"...", "##.", "#.#", "#..", "###"}},
-        {CDrotate::HalfTurn, {"..#.#", ".#..#", ".####"}},
-    };
-    for (const Case& row : cases) {
-        CAcraster& raster = open(true);
-        rotate(row.mode, IDOK, false);
-        EXPECT_EQ(pictureInDrawing(0), row.wanted);
-        EXPECT_EQ(m_posted, std::vector<std::wstring>{L"\t"}) << "one commit";
-        EXPECT_EQ(raster.GetLockCount(), 0);
-        raster.Lock(0);
-        EXPECT_FALSE(raster.HasSelection());
-        raster.Unlock();
-        DropCurrentRaster();
-    }
-}
-
 TEST_F(RotateDialog, StartsTheToolForTheSelectedAreaAndForAnyAngle)
 {
     struct Case

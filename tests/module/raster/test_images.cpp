@@ -28,30 +28,6 @@ protected:
     }
 };
 
-TEST_F(RasterImages, AStampIsASquareThatLiesToTheUpperLeft)
-{
-    struct Case
-    {
-        int size;
-        CPoint at;
-        Picture wanted;
-    };
-    const Case cases[] = {
-        {1, {2, 1}, {".....", "..#..", ".....", "....."}}, {2, {2, 1}, {".##..", ".##..", ".....", "....."}},
-        {3, {2, 1}, {".###.", ".###.", ".###.", "....."}}, {4, {2, 2}, {"####.", "####.", "####.", "####."}},
-        {3, {0, 0}, {"##...", "##...", ".....", "....."}}, {3, {4, 3}, {".....", ".....", "...##", "...##"}},
-        {9, {2, 2}, {"#####", "#####", "#####", "#####"}},
-    };
-    for (const Case& row : cases) {
-        CAcraster& raster = openPicture(blank(5, 4));
-        raster.SetStampSize(row.size);
-        raster.Stamp(row.at);
-        EXPECT_TRUE(raster.IsDirty());
-        EXPECT_EQ(committed(raster), row.wanted) << "a stamp of " << row.size << " at " << row.at.x << "," << row.at.y;
-        DropCurrentRaster();
-    }
-}
-
 TEST_F(RasterImages, AStampOffTheImageChangesNothing)
 {
     CAcraster& raster = openPicture(blank(4, 3));
@@ -60,23 +36,6 @@ TEST_F(RasterImages, AStampOffTheImageChangesNothing)
         raster.Stamp(at);
     EXPECT_FALSE(raster.IsDirty());
     EXPECT_EQ(committed(raster), blank(4, 3));
-}
-
-TEST_F(RasterImages, FillPaintsEachRectangleOfTheRegionInsideTheImage)
-{
-    CAcraster& raster = openPicture(blank(6, 4));
-    raster.GetRegion().SetRectRgn(-3, 0, 2, 2);
-    CRgn part;
-    part.CreateRectRgn(4, 3, 9, 9);
-    raster.GetRegion().CombineRgn(&raster.GetRegion(), &part, RGN_OR);
-    raster.FillRegion();
-    EXPECT_TRUE(raster.IsDirty());
-    EXPECT_EQ(committed(raster), (Picture{"##....", "##....", "......", "....##"}));
-
-    raster.SetColor(0xFFFFFF);
-    raster.GetRegion().SetRectRgn(1, 0, 5, 4);
-    raster.FillRegion();
-    EXPECT_EQ(committed(raster), (Picture{"#.....", "#.....", "......", ".....#"}));
 }
 
 TEST_F(RasterImages, ResamplingKeepsTheProportions)
