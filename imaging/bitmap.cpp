@@ -12,12 +12,13 @@ namespace {
 
 Size checkedSize(Size size)
 {
-    if (size.width < 0 || size.height < 0 || size.width > Bitmap::maximumSide || size.height > Bitmap::maximumSide ||
-        std::int64_t(size.width) * size.height > Bitmap::maximumPixels) {
+    if (size.width >= 0 && size.height >= 0 && size.empty())
+        return {};
+    if (size.empty() || !Bitmap::allows(std::uint64_t(size.width), std::uint64_t(size.height))) {
         throw ImagingError("An image of " + std::to_string(size.width) + " x " + std::to_string(size.height) +
                            " pixels is beyond what can be worked on.");
     }
-    return size.empty() ? Size() : size;
+    return size;
 }
 
 } // namespace

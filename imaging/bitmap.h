@@ -15,13 +15,21 @@ namespace imaging {
 class Bitmap
 {
 public:
-    /// Limits of what is taken for an image; beyond them a size is a broken file or a slip of the hand.
-    static constexpr int maximumSide = 1 << 20;
-    static constexpr std::int64_t maximumPixels = std::int64_t(1) << 34;
+    /// The one limit of images, whether they are read, made or written. A side has six digits, which every kind of file
+    /// can tell; the pixels of the largest image, such as 65,535 by 32,767, take 256 MB.
+    static constexpr int maximumSide = 999'999;
+    static constexpr std::int64_t maximumPixels = std::int64_t(1) << 31;
+
+    /// Whether an image may have this size; one without pixels may not.
+    static constexpr bool allows(std::uint64_t width, std::uint64_t height)
+    {
+        return width > 0 && height > 0 && width <= maximumSide && height <= maximumSide &&
+               width * height <= maximumPixels;
+    }
 
     Bitmap() = default;
 
-    /// All paper. Throws ImagingError for a negative or absurd size and when memory does not suffice.
+    /// All paper. Throws ImagingError for a negative size, one beyond the limit, and when memory does not suffice.
     explicit Bitmap(Size size);
 
     /// With whatever the memory holds: for an operation that writes every word, the padding included.
