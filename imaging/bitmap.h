@@ -35,6 +35,9 @@ public:
     /// With whatever the memory holds: for an operation that writes every word, the padding included.
     static Bitmap uninitialized(Size size);
 
+    /// All paper, for an operation's own use: may be larger than the limit by a margin of that many pixels.
+    static Bitmap scratch(Size size, int margin);
+
     Bitmap(const Bitmap& other);
     Bitmap& operator=(const Bitmap& other);
     Bitmap(Bitmap&& other) noexcept;
@@ -67,7 +70,7 @@ public:
 private:
     struct Uninitialized
     {};
-    Bitmap(Size size, Uninitialized);
+    Bitmap(Size checkedSize, Uninitialized);
 
     std::size_t wordCount() const { return std::size_t(m_wordsPerRow) * std::size_t(m_size.height); }
 
