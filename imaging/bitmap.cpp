@@ -1,5 +1,6 @@
 #include "imaging/bitmap.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 #include <utility>
@@ -10,30 +11,39 @@ namespace imaging {
 
 namespace {
 
-Size checkedSize(Size size)
+Size checkedSize(Size size, int margin = 0)
 {
-    if (size.width < 0 || size.height < 0 || size.width > Bitmap::maximumSide || size.height > Bitmap::maximumSide ||
-        std::int64_t(size.width) * size.height > Bitmap::maximumPixels) {
+    if (size.width >= 0 && size.height >= 0 && size.empty())
+        return {};
+    const auto within = [margin](int side) { return std::uint64_t(std::max(1, side - margin)); };
+    if (size.empty() || !Bitmap::allows(within(size.width), within(size.height))) {
         throw ImagingError("An image of " + std::to_string(size.width) + " x " + std::to_string(size.height) +
                            " pixels is beyond what can be worked on.");
     }
-    return size.empty() ? Size() : size;
+    return size;
 }
 
 } // namespace
 
-Bitmap::Bitmap(Size size, Uninitialized)
-    : m_size(checkedSize(size)), m_wordsPerRow((std::ptrdiff_t(m_size.width) + 63) / 64), m_words(wordCount())
+Bitmap::Bitmap(Size checkedSize, Uninitialized)
+    : m_size(checkedSize), m_wordsPerRow((std::ptrdiff_t(m_size.width) + 63) / 64), m_words(wordCount())
 {}
 
-Bitmap::Bitmap(Size size) : Bitmap(size, Uninitialized())
+Bitmap::Bitmap(Size size) : Bitmap(checkedSize(size), Uninitialized())
 {
     m_words.clear();
 }
 
 Bitmap Bitmap::uninitialized(Size size)
 {
-    return Bitmap(size, Uninitialized());
+    return Bitmap(checkedSize(size), Uninitialized());
+}
+
+Bitmap Bitmap::scratch(Size size, int margin)
+{
+    Bitmap bitmap(checkedSize(size, margin), Uninitialized());
+    bitmap.m_words.clear();
+    return bitmap;
 }
 
 Bitmap::Bitmap(const Bitmap& other) : Bitmap(other.m_size, Uninitialized())

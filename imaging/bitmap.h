@@ -15,17 +15,28 @@ namespace imaging {
 class Bitmap
 {
 public:
-    /// Limits of what is taken for an image; beyond them a size is a broken file or a slip of the hand.
-    static constexpr int maximumSide = 1 << 20;
-    static constexpr std::int64_t maximumPixels = std::int64_t(1) << 34;
+    /// The one limit of images, whether they are read, made or written. A side has six digits, which every kind of file
+    /// can tell; the pixels of the largest image, such as 65,535 by 32,767, take 256 MB.
+    static constexpr int maximumSide = 999'999;
+    static constexpr std::int64_t maximumPixels = std::int64_t(1) << 31;
+
+    /// Whether an image may have this size; one without pixels may not.
+    static constexpr bool allows(std::uint64_t width, std::uint64_t height)
+    {
+        return width > 0 && height > 0 && width <= maximumSide && height <= maximumSide &&
+               width * height <= maximumPixels;
+    }
 
     Bitmap() = default;
 
-    /// All paper. Throws ImagingError for a negative or absurd size and when memory does not suffice.
+    /// All paper. Throws ImagingError for a negative size, one beyond the limit, and when memory does not suffice.
     explicit Bitmap(Size size);
 
     /// With whatever the memory holds: for an operation that writes every word, the padding included.
     static Bitmap uninitialized(Size size);
+
+    /// All paper, for an operation's own use: may be larger than the limit by a margin of that many pixels.
+    static Bitmap scratch(Size size, int margin);
 
     Bitmap(const Bitmap& other);
     Bitmap& operator=(const Bitmap& other);
@@ -59,7 +70,7 @@ public:
 private:
     struct Uninitialized
     {};
-    Bitmap(Size size, Uninitialized);
+    Bitmap(Size checkedSize, Uninitialized);
 
     std::size_t wordCount() const { return std::size_t(m_wordsPerRow) * std::size_t(m_size.height); }
 

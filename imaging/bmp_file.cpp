@@ -19,7 +19,8 @@ constexpr std::size_t fileHeaderSize = 14;
 constexpr std::uint32_t coreHeaderSize = 12; // OS/2 1.x: 16-bit sizes, palette entries of three bytes
 constexpr std::uint32_t infoHeaderSize = 40; // BITMAPINFOHEADER; longer ones go on with fields of their own
 constexpr std::uint32_t longestHeaderSize = 124;
-constexpr std::uint32_t masksEndInHeader = 52; // headers of this size and more hold the colour masks
+// Headers of 52 bytes and more hold the colour masks, which follow shorter ones; these hold that of the opacity, too.
+constexpr std::uint32_t opacityMaskEndsInHeader = 56;
 
 enum Compression : std::uint32_t
 {
@@ -52,7 +53,7 @@ struct DibLayout
     bool topDown = false;
     int bitsPerPixel = 0;
     Resolution resolution;
-    std::array<std::uint32_t, 3> masks{}; // red, green, blue; for 16 and 32 bits
+    std::array<std::uint32_t, 4> masks{}; // red, green, blue, opacity; for 16 bits and more
     std::vector<int> luminances;          // of the palette; for 1, 4 and 8 bits
     std::uint64_t pixels = 0;             // offset of the first stored row
 
@@ -75,17 +76,18 @@ std::uint64_t readMasks(ByteSource& source, std::uint64_t header, std::uint32_t 
 {
     if (compression == uncompressed) {
         if (layout.bitsPerPixel == 16) {
-            layout.masks = {0x7C00, 0x03E0, 0x001F};
+            layout.masks = {0x7C00, 0x03E0, 0x001F, 0};
         } else {
-            layout.masks = {0xFF0000, 0x00FF00, 0x0000FF};
+            layout.masks = {0xFF0000, 0x00FF00, 0x0000FF, 0};
         }
         return 0;
     }
-    const Fields masks(source, header + infoHeaderSize, 12);
-    layout.masks = {masks.u32(0), masks.u32(4), masks.u32(8)};
-    if (headerSize >= masksEndInHeader)
-        return 0;
-    return compression == alphaBitFields ? 16 : 12;
+    const bool opacity = headerSize >= opacityMaskEndsInHeader || compression == alphaBitFields;
+    const std::size_t size = opacity ? 16 : 12;
+    const Fields masks(source, header + infoHeaderSize, size);
+    layout.masks = {masks.u32(0), masks.u32(4), masks.u32(8), opacity ? masks.u32(12) : 0};
+    const std::uint64_t inHeader = headerSize - std::min(headerSize, infoHeaderSize);
+    return size - std::min<std::uint64_t>(size, inHeader);
 }
 
 // pixels: where the rows begin, when a file header tells it; otherwise they follow the palette.
@@ -136,14 +138,15 @@ int channel(std::uint32_t pixel, std::uint32_t mask)
     return int((pixel & mask) >> shift) == 0 ? 0 : int(std::uint64_t((pixel & mask) >> shift) * 255 / highest);
 }
 
-RowConverter maskConverter(int bytes, std::array<std::uint32_t, 3> masks)
+RowConverter maskConverter(int bytes, std::array<std::uint32_t, 4> masks)
 {
     return [bytes, masks](std::uint64_t* row, const std::uint8_t* pixels, int width) {
         fillRow(row, width, [&](int x) {
             std::uint32_t pixel = 0;
             for (int i = bytes - 1; i >= 0; --i)
                 pixel = pixel << 8 | pixels[std::ptrdiff_t(bytes) * x + i];
-            return isDark(channel(pixel, masks[0]), channel(pixel, masks[1]), channel(pixel, masks[2]));
+            const int opacity = masks[3] == 0 ? 255 : channel(pixel, masks[3]);
+            return isDark(channel(pixel, masks[0]), channel(pixel, masks[1]), channel(pixel, masks[2]), opacity);
         });
     };
 }
@@ -153,10 +156,9 @@ RowConverter converterFor(const DibLayout& layout)
     const std::vector<int>& luminances = layout.luminances;
     const int bits = layout.bitsPerPixel;
     if (bits == 1) {
-        // Of two colours the darker is ink, however light it is; two equal ones tell nothing, and 1 is then paper.
-        const bool oneIsInk = luminances.size() == 2 && luminances[1] < luminances[0];
-        return [oneIsInk](std::uint64_t* row, const std::uint8_t* pixels, int width) {
-            wordsFromBytes(row, pixels, width, !oneIsInk);
+        const bool inverted = !oneIsInk(luminances);
+        return [inverted](std::uint64_t* row, const std::uint8_t* pixels, int width) {
+            wordsFromBytes(row, pixels, width, inverted);
         };
     }
     if (bits <= 8) {

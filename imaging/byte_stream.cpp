@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "imaging/error.h"
+#include "imaging/file_system.h"
 
 namespace imaging {
 
@@ -17,19 +18,17 @@ void ByteSource::readExactly(std::uint64_t offset, void* target, std::size_t cou
 
 FileSource::FileSource(const std::filesystem::path& path)
 {
-    std::error_code error;
-    const auto status = std::filesystem::status(path, error);
-    if (!std::filesystem::exists(status))
+    const PathKind kind = kindOf(path);
+    if (kind == PathKind::nothing)
         throw ImagingError("There is no such file.");
-    if (!std::filesystem::is_regular_file(status))
+    if (kind == PathKind::other)
         throw ImagingError("This is not a file.");
-    m_size = std::filesystem::file_size(path, error);
-    if (error)
-        throw ImagingError("The file can't be opened: " + error.message() + ".");
     errno = 0;
-    m_stream.open(path, std::ios::binary);
-    if (!m_stream)
+    m_stream.open(ofAnyLength(path), std::ios::binary | std::ios::ate);
+    const std::streamoff size = m_stream ? std::streamoff(m_stream.tellg()) : -1;
+    if (size < 0)
         throw ImagingError("The file can't be opened: " + std::generic_category().message(errno) + ".");
+    m_size = m_position = std::uint64_t(size);
 }
 
 std::size_t FileSource::read(std::uint64_t offset, void* target, std::size_t count)

@@ -186,9 +186,7 @@ std::string headerText(Size size, Resolution resolution)
 
 void writeCals(ByteSink& sink, const Bitmap& bitmap, Resolution resolution, Format)
 {
-    constexpr int highestSide = 999999;
-    if (bitmap.width() > highestSide || bitmap.height() > highestSide)
-        throw ImagingError("A CALS file can't hold an image with a side of more than 999999 pixels.");
+    static_assert(Bitmap::maximumSide <= 999'999, "the header has six digits for a side");
     const std::string header = headerText(bitmap.size(), resolution);
     sink.append(header.data(), header.size());
     const std::vector<std::uint8_t> stream = encodeGroup4(bitmap, 0, bitmap.height());

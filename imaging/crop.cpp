@@ -16,9 +16,10 @@ Bitmap extract(const Bitmap& bitmap, const Rect& rect)
 
 Bitmap crop(const Bitmap& bitmap, const Region& region)
 {
-    Bitmap result = extract(bitmap, region.box());
-    Region outside = subtract(Region(region.box()), region);
-    outside.offset(-region.box().left, -region.box().top);
+    const Region inside = intersect(region, Region(bitmap.bounds()));
+    Bitmap result = extract(bitmap, inside.box());
+    Region outside = subtract(Region(inside.box()), inside);
+    outside.offset(-inside.box().left, -inside.box().top);
     fill(result, outside, false);
     return result;
 }

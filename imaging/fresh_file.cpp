@@ -1,8 +1,9 @@
 #include "imaging/fresh_file.h"
 
 #include <algorithm>
-#include <cerrno>
+#include <cstdio>
 #include <random>
+#include <string>
 #include <system_error>
 #include <utility>
 
@@ -14,36 +15,66 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A name in the target's folder that no file has.
-fs::path unusedNameBeside(const fs::path& target)
+// A fresh file's name: these two and, between them, sixteen hexadecimal digits.
+constexpr std::string_view nameBegin = "~halvoran-";
+constexpr std::string_view nameEnd = ".new";
+constexpr std::size_t nameDigits = 16;
+
+fs::path freshName()
 {
     std::random_device random;
-    for (;;) {
-        fs::path name = target;
-        name += std::to_string(random()).append(".new");
-        std::error_code error;
-        if (fs::symlink_status(name, error).type() == fs::file_type::not_found || error)
-            return name;
+    char digits[nameDigits + 1];
+    std::snprintf(digits, sizeof digits, "%08x%08x", unsigned(random()), unsigned(random()));
+    return std::string(nameBegin).append(digits).append(nameEnd);
+}
+
+bool isFreshName(const fs::path& name)
+{
+    const std::u16string text = name.u16string();
+    const auto isDigit = [](char16_t unit) { return (unit >= u'0' && unit <= u'9') || (unit >= u'a' && unit <= u'f'); };
+    return text.size() == nameBegin.size() + nameDigits + nameEnd.size() &&
+           std::all_of(text.begin() + nameBegin.size(), text.end() - nameEnd.size(), isDigit);
+}
+
+void removeLeftovers(const fs::path& folder)
+{
+    for (const fs::path& name : namesIn(folder, nameBegin, nameEnd)) {
+        if (isFreshName(name))
+            removeAbandoned(folder / name);
     }
 }
 
 void refuseProtectedTarget(const fs::path& target)
 {
-    std::error_code error;
-    const fs::file_status status = fs::status(target, error);
-    if (!fs::exists(status))
-        return;
-    if (!fs::is_regular_file(status))
+    const PathKind kind = kindOf(target);
+    if (kind == PathKind::other)
         throw ImagingError("This is not a file that can be written.");
     // Renaming over a write-protected file succeeds on some systems; the user's protection holds on all.
-    if ((status.permissions() & fs::perms::owner_write) == fs::perms::none)
+    if (kind == PathKind::protectedFile)
         throw ImagingError("The file is write-protected.");
 }
 
-// The end of a sentence about what a stream could not do. Streams keep no reason of their own: errno is zeroed before.
-std::string systemReason()
+// Runs the work and says what could not be done, with the system's reason, when it fails.
+template <typename Work> void orFail(const char* what, Work work)
 {
-    return errno == 0 ? "." : ": " + std::generic_category().message(errno) + ".";
+    try {
+        work();
+    } catch (const std::system_error& error) {
+        throw ImagingError(std::string(what) + ": " + error.code().default_error_condition().message() + ".");
+    }
+}
+
+// Under a name in the folder that no file has.
+void makeIn(const fs::path& folder, std::optional<HeldFile>& file)
+{
+    while (!file) {
+        try {
+            file.emplace(folder / freshName());
+        } catch (const std::system_error& error) {
+            if (error.code() != std::errc::file_exists)
+                throw;
+        }
+    }
 }
 
 } // namespace
@@ -51,45 +82,39 @@ std::string systemReason()
 FreshFile::FreshFile(fs::path target) : m_target(std::move(target))
 {
     refuseProtectedTarget(m_target);
-    m_fresh = unusedNameBeside(m_target);
-    errno = 0;
-    m_stream.open(m_fresh, std::ios::binary | std::ios::trunc);
-    if (!m_stream)
-        throw ImagingError("The file can't be written" + systemReason());
-}
-
-FreshFile::~FreshFile()
-{
-    if (m_committed)
-        return;
-    m_stream.close();
-    std::error_code ignored; // a destructor has no one to tell
-    fs::remove(m_fresh, ignored);
+    removeLeftovers(m_target.parent_path());
+    orFail("The file can't be written", [&] { makeIn(m_target.parent_path(), m_file); });
 }
 
 void FreshFile::write(std::uint64_t offset, const void* bytes, std::size_t count)
 {
-    errno = 0; // a seek may have bytes to write out, too
-    if (offset != m_position)
-        m_stream.seekp(std::streamoff(offset));
-    m_stream.write(static_cast<const char*>(bytes), std::streamsize(count));
-    if (!m_stream)
-        throw ImagingError("Writing the file failed" + systemReason());
-    m_position = offset + count;
-    m_size = std::max(m_size, m_position);
+    constexpr std::size_t worthWriting = std::size_t(1) << 18;
+    if (offset != m_waitingAt + m_waiting.size() || m_waiting.size() + count > worthWriting) {
+        flush();
+        m_waitingAt = offset;
+    }
+    const char* first = static_cast<const char*>(bytes);
+    if (count > worthWriting) {
+        orFail("Writing the file failed", [&] { m_file->write(offset, first, count); });
+        m_waitingAt = offset + count;
+    } else {
+        m_waiting.insert(m_waiting.end(), first, first + count);
+    }
+    m_size = std::max(m_size, offset + count);
+}
+
+void FreshFile::flush()
+{
+    orFail("Writing the file failed", [&] { m_file->write(m_waitingAt, m_waiting.data(), m_waiting.size()); });
+    m_waitingAt += m_waiting.size();
+    m_waiting.clear();
 }
 
 void FreshFile::commit()
 {
-    errno = 0;
-    m_stream.close();
-    if (!m_stream)
-        throw ImagingError("Writing the file failed" + systemReason());
-    std::error_code error;
-    fs::rename(m_fresh, m_target, error);
-    if (error)
-        throw ImagingError("The file can't be replaced: " + error.message() + ".");
-    m_committed = true;
+    flush();
+    orFail("The file can't be replaced", [&] { m_file->renameOver(m_target); });
+    m_file.reset();
 }
 
 } // namespace imaging

@@ -1,23 +1,23 @@
 #pragma once
 
 #include <filesystem>
-#include <fstream>
+#include <optional>
+#include <vector>
 
 #include "imaging/byte_stream.h"
+#include "imaging/file_system.h"
 
 namespace imaging {
 
-/// A file that takes its target's place only when it is complete: written beside the target under a name of its own and
-/// renamed over it. Without commit(), whatever was written is removed and the target stays as it was.
+/// A file that takes its target's place only when it is complete: written beside the target under a name of its own,
+/// whose length does not depend on the target's, and renamed over it. Without commit(), whatever was written is removed
+/// and the target stays as it was. What a process that was killed left beside some target goes when the next fresh file
+/// is made in that folder.
 class FreshFile : public ByteSink
 {
 public:
     /// Throws ImagingError when the target is write-protected or its folder takes no new file.
     explicit FreshFile(std::filesystem::path target);
-    ~FreshFile() override;
-
-    FreshFile(const FreshFile&) = delete;
-    FreshFile& operator=(const FreshFile&) = delete;
 
     std::uint64_t size() const override { return m_size; }
     void write(std::uint64_t offset, const void* bytes, std::size_t count) override;
@@ -26,12 +26,13 @@ public:
     void commit();
 
 private:
+    void flush();
+
     std::filesystem::path m_target;
-    std::filesystem::path m_fresh;
-    std::ofstream m_stream;
+    std::optional<HeldFile> m_file;
+    std::vector<char> m_waiting; // bytes that go to the file together
+    std::uint64_t m_waitingAt = 0;
     std::uint64_t m_size = 0;
-    std::uint64_t m_position = 0;
-    bool m_committed = false;
 };
 
 } // namespace imaging

@@ -118,7 +118,7 @@ void decodeRows(const Bytes& tiffBytes, Bitmap& bitmap, int firstRow, int rowCou
     tiff.forgetComplaints();
     Bytes bytes(std::size_t(TIFFScanlineSize(tiff.get())));
     for (int y = 0; y < rowCount; ++y) {
-        if (TIFFReadScanline(tiff.get(), bytes.data(), std::uint32_t(y)) != 1 || tiff.complained())
+        if (TIFFReadScanline(tiff.get(), bytes.data(), std::uint32_t(y)) != 1 || tiff.faulty())
             tiff.fail("The group 4 data is damaged or cut off at row " + std::to_string(firstRow + y));
         wordsFromBytes(bitmap.row(firstRow + y), bytes.data(), bitmap.width(), inverted);
     }

@@ -81,6 +81,11 @@ private:
         png_set_user_limits(m_png, Bitmap::maximumSide, Bitmap::maximumSide);
         png_set_chunk_malloc_max(m_png, largestChunk);
         png_set_chunk_cache_max(m_png, mostChunks);
+        // libpng makes room for what a chunk claims to hold before it looks for it: of the chunks that an image can do
+        // without, none but the resolution is read.
+        png_set_keep_unknown_chunks(m_png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
+        static constexpr png_byte resolution[] = {'p', 'H', 'Y', 's', 0};
+        png_set_keep_unknown_chunks(m_png, PNG_HANDLE_CHUNK_AS_DEFAULT, resolution, 1);
     }
 
     static void onError(png_structp png, png_const_charp text)
@@ -166,15 +171,15 @@ RowForm chooseForm(PngHandle& handle, const RasterInfo& info)
         png_colorp palette = nullptr;
         int count = 0;
         png_get_PLTE(png, handle.info(), &palette, &count);
-        const auto lightness = [&](int i) { return luminance(palette[i].red, palette[i].green, palette[i].blue); };
-        // Of two colours the darker is ink, however light it is; two equal ones tell nothing, and 1 is then paper.
-        return {true, count < 2 || lightness(0) <= lightness(1), 0};
+        std::vector<int> luminances;
+        for (int i = 0; i < count; ++i)
+            luminances.push_back(luminance(palette[i].red, palette[i].green, palette[i].blue));
+        return {true, !oneIsInk(luminances), 0};
     }
     int channels = 0;
     handle.run([&] {
         png_set_expand(png);
         png_set_scale_16(png);
-        png_set_interlace_handling(png);
         png_read_update_info(png, handle.info());
         channels = png_get_channels(png, handle.info());
     });
@@ -197,19 +202,34 @@ void convertRow(const RowForm& form, std::uint64_t* row, const std::uint8_t* pix
     });
 }
 
+// The seven passes each give some pixels of some rows.
 void readInterlaced(PngHandle& handle, const RowForm& form, std::size_t rowBytes, Bitmap& bitmap)
 {
-    // The passes build up all rows together.
-    constexpr std::uint64_t mostBytes = std::uint64_t(1) << 31;
-    if (rowBytes * std::uint64_t(bitmap.height()) > mostBytes)
-        throw ImagingError("The interlaced PNG image is too large.");
-    std::vector<std::uint8_t> bytes(rowBytes * std::size_t(bitmap.height()));
-    std::vector<png_bytep> rows(std::size_t(bitmap.height()), nullptr);
-    for (std::size_t y = 0; y < rows.size(); ++y)
-        rows[y] = bytes.data() + rowBytes * y;
-    handle.run([&] { png_read_image(handle.png(), rows.data()); });
-    for (int y = 0; y < bitmap.height(); ++y)
-        convertRow(form, bitmap.row(y), rows[std::size_t(y)], bitmap.width());
+    std::vector<std::uint8_t> bytes(rowBytes);
+    std::vector<std::uint64_t> bits(std::size_t(bitmap.wordsPerRow()));
+    for (int pass = 0; pass < PNG_INTERLACE_ADAM7_PASSES; ++pass) {
+        const int columns = int(PNG_PASS_COLS(png_uint_32(bitmap.width()), pass));
+        const int rows = columns > 0 ? int(PNG_PASS_ROWS(png_uint_32(bitmap.height()), pass)) : 0;
+        for (int i = 0; i < rows; ++i) {
+            handle.run([&] { png_read_row(handle.png(), bytes.data(), nullptr); });
+            convertRow(form, bits.data(), bytes.data(), columns);
+            const int y = PNG_ROW_FROM_PASS_ROW(i, pass);
+            if (pass % 2 == 0) // the first pass to reach this row
+                std::fill_n(bitmap.row(y), bitmap.wordsPerRow(), std::uint64_t(0));
+            for (int column = 0; column < columns; ++column) {
+                if (bits[std::size_t(column) / 64] >> (63 - column % 64) & 1)
+                    bitmap.setInk(PNG_COL_FROM_PASS_COL(column, pass), y, true);
+            }
+        }
+    }
+}
+
+void refuseTooShortFile(const ByteSource& source, const RasterInfo& info)
+{
+    constexpr std::uint64_t highestCompression = 1032; // of deflate
+    const std::uint64_t pixels = std::uint64_t(info.size.width) * std::uint64_t(info.size.height);
+    if (pixels * std::uint64_t(info.bitsPerPixel) / 8 > source.size() * highestCompression)
+        throw ImagingError("The PNG file is too short for its image.");
 }
 
 bool recognisesPng(std::span<const std::byte> head)
@@ -230,6 +250,7 @@ RasterFile readPng(ByteSource& source)
 {
     PngHandle handle(source);
     const RasterInfo info = readInfo(handle);
+    refuseTooShortFile(source, info);
     const RowForm form = chooseForm(handle, info);
     const std::size_t rowBytes = png_get_rowbytes(handle.png(), handle.info());
     Bitmap bitmap = Bitmap::uninitialized(info.size);

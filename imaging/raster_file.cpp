@@ -151,11 +151,9 @@ void writeRaster(const std::filesystem::path& path, const Bitmap& bitmap, Resolu
 
 Size checkedImageSize(std::uint64_t width, std::uint64_t height)
 {
-    // 256 MB as a bitmap: eight times an A0 sheet at 400 dpi.
-    constexpr std::uint64_t maximumPixels = std::uint64_t(1) << 31;
     if (width == 0 || height == 0)
         throw ImagingError("The image has no pixels.");
-    if (width > Bitmap::maximumSide || height > Bitmap::maximumSide || width * height > maximumPixels) {
+    if (!Bitmap::allows(width, height)) {
         throw ImagingError("The file claims an image of " + std::to_string(width) + " x " + std::to_string(height) +
                            " pixels, which is too large.");
     }

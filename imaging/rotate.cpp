@@ -3,8 +3,10 @@
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <vector>
 
 #include "imaging/bits.h"
+#include "imaging/crop.h"
 #include "imaging/error.h"
 #include "imaging/fill.h"
 #include "imaging/mirror.h"
@@ -54,28 +56,51 @@ struct Sheet
     Point origin() const { return {box.left - sheetMargin, box.top - sheetMargin}; }
 };
 
-Bitmap withMargin(const Bitmap& bitmap, const Rect& box)
+Bitmap sheetFor(const Rect& box)
 {
-    Bitmap sheet({box.width() + sheetMargin + sheetRightMargin, box.height() + 2 * sheetMargin});
-    paste(sheet, bitmap, {sheetMargin - box.left, sheetMargin - box.top}, PasteMode::opaque);
-    return sheet;
+    constexpr int margin = sheetMargin + sheetRightMargin;
+    return Bitmap::scratch({box.width() + margin, box.height() + 2 * sheetMargin}, margin);
 }
 
-// The region's pixels. The quarters of the turn are made here, once and for all.
+Region offsetBy(Region region, int dx, int dy)
+{
+    region.offset(dx, dy);
+    return region;
+}
+
+// The region's pixels; the quarters of the turn are made here, once and for all. There are at most three bitmaps of the
+// image's size at any time, the image among them.
 Sheet lift(const Bitmap& bitmap, const Region& region, Point pivot, int quarters)
 {
     const Rect box = region.box();
-    Bitmap sheet = withMargin(bitmap, box);
-    Region rest = region;
-    rest.offset(sheetMargin - box.left, sheetMargin - box.top);
-    fill(sheet, subtract(Region(sheet.bounds()), rest), false);
-    if (quarters == 0)
-        return {std::move(sheet), box};
-    // Taken out without the margin, which belongs at other sides afterwards.
-    Bitmap inner(box.size());
-    paste(inner, sheet, {-sheetMargin, -sheetMargin}, PasteMode::opaque);
-    const Bitmap turned = turnedByQuarters(inner, quarters);
-    return {withMargin(turned, Rect::of(turned.size())), turnedByQuarters(box, pivot, quarters)};
+    const Rect place = turnedByQuarters(box, pivot, quarters);
+    Bitmap part;
+    if (quarters != 0) {
+        part = extract(bitmap, box);
+        fill(part, offsetBy(subtract(Region(box), region), -box.left, -box.top), false);
+        part = turnedByQuarters(part, quarters);
+    }
+    Sheet sheet{sheetFor(place), place};
+    if (quarters != 0) {
+        paste(sheet.pixels, part, {sheetMargin, sheetMargin}, PasteMode::opaque);
+    } else {
+        const Region inSheet = offsetBy(region, -sheet.origin().x, -sheet.origin().y);
+        paste(sheet.pixels, bitmap, {-sheet.origin().x, -sheet.origin().y}, PasteMode::opaque);
+        fill(sheet.pixels, subtract(Region(sheet.pixels.bounds()), inSheet), false);
+    }
+    return sheet;
+}
+
+// Ink all over the region, turned by quarters.
+Sheet shapeOf(const Region& region, Point pivot, int quarters)
+{
+    std::vector<Rect> rects;
+    for (const Rect& rect : region.rects())
+        rects.push_back(turnedByQuarters(rect, pivot, quarters));
+    const Region turned = Region::fromRects(rects);
+    Sheet shape{sheetFor(turned.box()), turned.box()};
+    fill(shape.pixels, offsetBy(turned, -shape.origin().x, -shape.origin().y), true);
+    return shape;
 }
 
 // The rectangle of target pixels that may get something from the source rectangle.
@@ -164,9 +189,7 @@ void rotate(Bitmap& bitmap, double radians, Point pivot, bool transparent, const
         return;
     }
     // Paper of a region that is no rectangle must be told from what lies outside of it.
-    Bitmap everywhere(bitmap.size());
-    fill(everywhere, selected, true);
-    const Sheet shape = lift(everywhere, selected, pivot, quarters & 3);
+    const Sheet shape = shapeOf(selected, pivot, quarters & 3);
     layDown(bitmap, lifted, turn, transparent, &shape);
 }
 

@@ -62,4 +62,10 @@ void addBits(std::uint64_t* row, int x, const std::uint64_t* bits, int width)
     }
 }
 
+bool oneIsInk(std::span<const int> luminances)
+{
+    constexpr int half = 127500;
+    return luminances.size() == 1 ? luminances[0] >= half : luminances.size() == 2 && luminances[1] < luminances[0];
+}
+
 } // namespace imaging

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 // Rows between the bitmap's words and the bytes of files, most significant bit leftmost in both.
 
@@ -39,6 +40,11 @@ inline int luminance(int red, int green, int blue)
 {
     return 299 * red + 587 * green + 114 * blue;
 }
+
+/// Of a palette of one bit, given by its luminances, whether 1 is the ink: of two colours the darker, however light it
+/// is. Two equal ones tell nothing, and 1 is then paper. Of a palette with one colour, 0 is ink when that is darker
+/// than half, and 1 the opposite.
+bool oneIsInk(std::span<const int> luminances);
 
 /// Whether a colour of 0..255 each is darker than half.
 inline bool isDark(int red, int green, int blue)

@@ -1,15 +1,57 @@
 #include "imaging/tiff_handle.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <memory>
+#include <string_view>
 #include <utility>
 
 #include "imaging/error.h"
 
 namespace imaging {
+
+namespace {
+
+// Whether the warning says that the decoder filled up pixels that it could not read. The decoders of whole images give
+// an error then, these only warn.
+bool tellsOfLostPixels(std::string_view place, std::string_view text)
+{
+    struct Warning
+    {
+        std::string_view place, text; // how they begin
+    };
+    static constexpr Warning lossy[] = {
+        {"Fax", ""},                     // all of the CCITT kinds
+        {"PackBitsDecode", ""},          //
+        {"JPEGLib", ""},                 // JPEG and, below, old-style JPEG: what their library says of the data
+        {"LibJpeg", ""},                 //
+        {"JPEGPreDecode", "Improper"},   // fewer rows or columns than the piece of the image has
+        {"TIFF", "fractional scanline"}, //
+        {"PixarLogDecode", ""},          //
+    };
+    return std::any_of(std::begin(lossy), std::end(lossy), [&](const Warning& warning) {
+        return place.starts_with(warning.place) && text.starts_with(warning.text);
+    });
+}
+
+// Keeps the first text.
+void note(std::string& kept, std::string text)
+{
+    if (kept.empty())
+        kept = std::move(text);
+}
+
+std::string formatted(const char* format, va_list arguments)
+{
+    char text[300];
+    std::vsnprintf(text, sizeof text, format, arguments);
+    return text;
+}
+
+} // namespace
 
 // No exception may pass through libtiff: each callback keeps its text and reports failure in libtiff's own way.
 struct TiffHandle::Callbacks
@@ -26,7 +68,7 @@ struct TiffHandle::Callbacks
             tiff.m_position += got;
             return tmsize_t(got);
         } catch (const std::exception& error) {
-            tiff.note(error.what());
+            note(tiff.m_fault, error.what());
             return 0;
         }
     }
@@ -39,7 +81,7 @@ struct TiffHandle::Callbacks
             tiff.m_position += std::uint64_t(count);
             return count;
         } catch (const std::exception& error) {
-            tiff.note(error.what());
+            note(tiff.m_fault, error.what());
             return 0;
         }
     }
@@ -73,12 +115,19 @@ struct TiffHandle::Callbacks
 
     static void unmap(thandle_t, void*, toff_t) {}
 
-    static int complain(TIFF*, void* handle, const char*, const char* format, va_list arguments)
+    // The answer 1 says that libtiff need not print the text.
+    static int fault(TIFF*, void* handle, const char*, const char* format, va_list arguments)
     {
-        char text[300];
-        std::vsnprintf(text, sizeof text, format, arguments);
-        static_cast<TiffHandle*>(handle)->note(text);
-        return 1; // handled: libtiff need not print it
+        note(self(handle).m_fault, formatted(format, arguments));
+        return 1;
+    }
+
+    static int warning(TIFF*, void* handle, const char* place, const char* format, va_list arguments)
+    {
+        TiffHandle& tiff = self(handle);
+        const std::string text = formatted(format, arguments);
+        note(tellsOfLostPixels(place ? place : "", text) ? tiff.m_fault : tiff.m_warning, text);
+        return 1;
     }
 };
 
@@ -113,8 +162,8 @@ void TiffHandle::open(const char* mode, bool mapped)
     if (!options)
         throw std::bad_alloc();
     TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), maximumAllocation);
-    TIFFOpenOptionsSetErrorHandlerExtR(options.get(), &Callbacks::complain, this);
-    TIFFOpenOptionsSetWarningHandlerExtR(options.get(), &Callbacks::complain, this);
+    TIFFOpenOptionsSetErrorHandlerExtR(options.get(), &Callbacks::fault, this);
+    TIFFOpenOptionsSetWarningHandlerExtR(options.get(), &Callbacks::warning, this);
     const std::string fullMode = std::string(mode) + (mapped ? "" : "m");
     m_tiff = TIFFClientOpenExt("TIFF", fullMode.c_str(), this, &Callbacks::read, &Callbacks::write, &Callbacks::seek,
                                &Callbacks::close, &Callbacks::size, &Callbacks::map, &Callbacks::unmap, options.get());
@@ -122,18 +171,18 @@ void TiffHandle::open(const char* mode, bool mapped)
         fail(m_sink ? "The TIFF file can't be written" : "The TIFF file is damaged");
 }
 
-void TiffHandle::note(std::string text)
+void TiffHandle::forgetComplaints()
 {
-    if (m_complaint.empty())
-        m_complaint = std::move(text);
+    m_fault.clear();
+    m_warning.clear();
 }
 
 void TiffHandle::fail(const std::string& what) const
 {
-    if (m_complaint.empty())
+    const std::string& why = m_fault.empty() ? m_warning : m_fault;
+    if (why.empty())
         throw ImagingError(what + ".");
-    const bool ended = m_complaint.back() == '.';
-    throw ImagingError(what + ": " + m_complaint + (ended ? "" : "."));
+    throw ImagingError(what + ": " + why + (why.ends_with('.') ? "" : "."));
 }
 
 std::uint16_t TiffHandle::shortTag(std::uint32_t tag, std::uint16_t otherwise) const

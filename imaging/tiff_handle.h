@@ -42,25 +42,25 @@ public:
             fail(m_source ? "The TIFF file can't be read" : "The TIFF file can't be written");
     }
 
-    /// Whether libtiff has complained since the last call of forgetComplaints(). Its decoders fill up what they can't
-    /// read and only warn, so while pixels are decoded a warning is as bad as an error.
-    bool complained() const { return !m_complaint.empty(); }
-    void forgetComplaints() { m_complaint.clear(); }
+    /// Whether libtiff has met an error since the last call of forgetComplaints(), or has warned that its decoder made
+    /// up for data that were not there. Warnings that do no harm don't count.
+    bool faulty() const { return !m_fault.empty(); }
+    void forgetComplaints();
 
-    /// Throws ImagingError: what went wrong, with libtiff's first complaint behind it.
+    /// Throws ImagingError: what went wrong, with libtiff's first fault behind it, or else its first warning.
     [[noreturn]] void fail(const std::string& what) const;
 
 private:
     struct Callbacks;
 
     void open(const char* mode, bool mapped);
-    void note(std::string text);
 
     ByteSource* m_source = nullptr;
     MemorySource* m_memory = nullptr;
     ByteSink* m_sink = nullptr;
     std::uint64_t m_position = 0;
-    std::string m_complaint;
+    std::string m_fault;   // the first one
+    std::string m_warning; // the first one that does no harm
     TIFF* m_tiff = nullptr;
 };
 

@@ -2,6 +2,8 @@
 #include <array>
 #include <cstring>
 #include <functional>
+#include <memory>
+#include <optional>
 #include <vector>
 
 #include "imaging/codec.h"
@@ -132,12 +134,12 @@ std::vector<bool> inkTable(const TiffHandle& tiff, const Layout& layout)
     std::vector<bool> ink(std::size_t(entries), false);
     if (layout.photometric == PHOTOMETRIC_PALETTE) {
         const std::vector<int> luminances = paletteLuminances(tiff, entries);
-        for (int i = 0; i < entries; ++i) {
-            // Of two colours the darker is ink, however light it is; two equal ones tell nothing, and 1 is then paper.
-            ink[std::size_t(i)] = entries == 2 ? luminances[std::size_t(i)] < luminances[std::size_t(1 - i)] ||
-                                                     (i == 0 && luminances[0] == luminances[1])
-                                               : luminances[std::size_t(i)] < 127500;
+        if (entries == 2) {
+            ink[0] = !oneIsInk(luminances);
+            ink[1] = !ink[0];
+            return ink;
         }
+        std::transform(luminances.begin(), luminances.end(), ink.begin(), [](int value) { return value < 127500; });
         return ink;
     }
     for (int i = 0; i < entries; ++i)
@@ -154,25 +156,58 @@ int sampleAt(const std::uint8_t* row, int index, int bits)
     return row[index / perByte] >> (8 - bits - index % perByte * bits) & ((1 << bits) - 1);
 }
 
-// Greys of 16 bits with their opacity, which libtiff's conversion leaves out. Empty when the second sample is none.
-RowConverter greyWithOpacityConverter(const TiffHandle& tiff, const Layout& layout)
+// A sample of any depth up to 16 bits; rows of those are in the machine's byte order.
+std::int64_t deepSampleAt(const std::uint8_t* row, int index, int bits)
+{
+    if (bits <= 8)
+        return sampleAt(row, index, bits);
+    std::uint16_t sample = 0;
+    std::memcpy(&sample, row + std::ptrdiff_t(2) * index, sizeof sample);
+    return sample;
+}
+
+// Whether each pixel's second sample is its opacity, and of which kind; libtiff's conversion leaves it out for greys
+// and palettes.
+std::optional<std::uint16_t> opacityKind(const TiffHandle& tiff, const Layout& layout)
 {
     std::uint16_t count = 0;
     std::uint16_t* kinds = nullptr;
-    if (!TIFFGetField(tiff.get(), TIFFTAG_EXTRASAMPLES, &count, &kinds) || count != 1 ||
+    if (layout.samplesPerPixel != 2 || layout.planes ||
+        !TIFFGetField(tiff.get(), TIFFTAG_EXTRASAMPLES, &count, &kinds) || count != 1 ||
         kinds[0] == EXTRASAMPLE_UNSPECIFIED)
-        return {};
-    const bool multiplied = kinds[0] == EXTRASAMPLE_ASSOCALPHA;
+        return std::nullopt;
+    return kinds[0];
+}
+
+// In what follows `full` is the largest value of a sample and the paper shines through where the opacity is less.
+
+RowConverter greyWithOpacityConverter(const Layout& layout, bool multiplied)
+{
+    const int bits = layout.bitsPerSample;
     const bool inverted = layout.photometric == PHOTOMETRIC_MINISWHITE;
-    return [multiplied, inverted](std::uint64_t* row, const std::uint8_t* pixels, int width) {
+    return [bits, multiplied, inverted](std::uint64_t* row, const std::uint8_t* pixels, int width) {
+        const std::int64_t full = (std::int64_t(1) << bits) - 1;
         fillRow(row, width, [&](int x) {
-            std::array<std::uint16_t, 2> sample{}; // grey and opacity
-            std::memcpy(sample.data(), pixels + std::size_t(x) * sizeof(sample), sizeof(sample));
-            constexpr std::uint64_t full = 65535;
-            const std::uint64_t opacity = sample[1];
-            const std::uint64_t grey = multiplied ? sample[0] : sample[0] * opacity / full;
-            const std::uint64_t own = inverted ? opacity - std::min(opacity, grey) : grey;
-            return 2 * (own + full - opacity) < full; // the paper shines through
+            const std::int64_t stored = deepSampleAt(pixels, 2 * x, bits);
+            const std::int64_t opacity = deepSampleAt(pixels, 2 * x + 1, bits);
+            const std::int64_t share = multiplied ? stored * full : stored * opacity; // of full squared
+            const std::int64_t own = inverted ? std::max<std::int64_t>(0, opacity * full - share) : share;
+            return 2 * (own + (full - opacity) * full) < full * full;
+        });
+    };
+}
+
+RowConverter paletteWithOpacityConverter(const TiffHandle& tiff, const Layout& layout)
+{
+    const int bits = layout.bitsPerSample;
+    return [bits, luminances = paletteLuminances(tiff, 1 << bits)](std::uint64_t* row, const std::uint8_t* pixels,
+                                                                   int width) {
+        constexpr std::int64_t white = 255000;
+        const std::int64_t full = (1 << bits) - 1;
+        fillRow(row, width, [&](int x) {
+            const std::int64_t own = luminances[std::size_t(sampleAt(pixels, 2 * x, bits))];
+            const std::int64_t opacity = sampleAt(pixels, 2 * x + 1, bits);
+            return 2 * (own * opacity + white * (full - opacity)) < white * full;
         });
     };
 }
@@ -183,9 +218,14 @@ RowConverter plainConverter(const TiffHandle& tiff, const Layout& layout)
     const bool grey = layout.photometric == PHOTOMETRIC_MINISWHITE || layout.photometric == PHOTOMETRIC_MINISBLACK;
     const bool palette = layout.photometric == PHOTOMETRIC_PALETTE;
     const int bits = layout.bitsPerSample;
-    if (grey && bits == 16 && layout.samplesPerPixel == 2 && !layout.planes)
-        return greyWithOpacityConverter(tiff, layout);
-    if (bits != 1 && bits != 2 && bits != 4 && bits != 8)
+    const bool small = bits == 1 || bits == 2 || bits == 4 || bits == 8;
+    if (const auto kind = opacityKind(tiff, layout)) {
+        if (grey && (small || bits == 16))
+            return greyWithOpacityConverter(layout, *kind == EXTRASAMPLE_ASSOCALPHA);
+        if (palette && small)
+            return paletteWithOpacityConverter(tiff, layout);
+    }
+    if (!small)
         return {};
     if (layout.samplesPerPixel == 1 && (grey || palette)) {
         std::vector<bool> ink = inkTable(tiff, layout);
@@ -216,28 +256,40 @@ std::uint32_t rowsPerStrip(const TiffHandle& tiff, const Layout& layout)
                                      std::uint32_t(layout.stored.height));
 }
 
+std::vector<std::uint8_t> rawStrip(TiffHandle& tiff, int strip, std::uint64_t size, bool reversed)
+{
+    std::vector<std::uint8_t> bytes(size);
+    if (TIFFReadRawStrip(tiff.get(), std::uint32_t(strip), bytes.data(), tmsize_t(size)) != tmsize_t(size))
+        tiff.fail(damaged);
+    if (reversed)
+        TIFFReverseBits(bytes.data(), tmsize_t(size));
+    return bytes;
+}
+
 void readGroup4Strips(TiffHandle& tiff, const Layout& layout, ByteSource& source, bool inverted, Bitmap& bitmap)
 {
+    // As many strips together as keep the cores at work; a broken directory may let all of them be the whole file.
+    constexpr std::uint64_t worthTogether = std::uint64_t(1) << 24;
     const int stripRows = int(rowsPerStrip(tiff, layout));
     const int count = (layout.stored.height + stripRows - 1) / stripRows;
     const bool reversed = tiff.shortTag(TIFFTAG_FILLORDER, FILLORDER_MSB2LSB) == FILLORDER_LSB2MSB;
-    std::vector<std::vector<std::uint8_t>> strips(static_cast<std::size_t>(count));
-    for (int strip = 0; strip < count; ++strip) {
-        const std::uint64_t size = TIFFRawStripSize64(tiff.get(), std::uint32_t(strip));
-        if (size == 0 || size > source.size())
-            tiff.fail(damaged);
-        std::vector<std::uint8_t>& bytes = strips[std::size_t(strip)];
-        bytes.resize(size);
-        if (TIFFReadRawStrip(tiff.get(), std::uint32_t(strip), bytes.data(), tmsize_t(size)) != tmsize_t(size))
-            tiff.fail(damaged);
-        if (reversed)
-            TIFFReverseBits(bytes.data(), tmsize_t(size));
+    for (int first = 0; first < count;) {
+        std::vector<std::vector<std::uint8_t>> strips;
+        for (std::uint64_t together = 0; first + int(strips.size()) < count && together < worthTogether;) {
+            const int strip = first + int(strips.size());
+            const std::uint64_t size = TIFFRawStripSize64(tiff.get(), std::uint32_t(strip));
+            if (size == 0 || size > source.size())
+                tiff.fail(damaged);
+            strips.push_back(rawStrip(tiff, strip, size, reversed));
+            together += size;
+        }
+        inTurns(int(strips.size()), [&](int i) {
+            const int top = (first + i) * stripRows;
+            decodeGroup4(strips[std::size_t(i)], bitmap, top, std::min(stripRows, layout.stored.height - top),
+                         inverted);
+        });
+        first += int(strips.size());
     }
-    inTurns(count, [&](int strip) {
-        const int first = strip * stripRows;
-        decodeGroup4(strips[std::size_t(strip)], bitmap, first, std::min(stripRows, layout.stored.height - first),
-                     inverted);
-    });
 }
 
 void readStrips(TiffHandle& tiff, const Layout& layout, const RowConverter& convert, Bitmap& bitmap)
@@ -252,10 +304,10 @@ void readStrips(TiffHandle& tiff, const Layout& layout, const RowConverter& conv
         const std::uint32_t rowInStrip = y % stripRows;
         if (byStrip && rowInStrip == 0) {
             const tmsize_t wanted = rowBytes * tmsize_t(std::min(stripRows, std::uint32_t(layout.stored.height) - y));
-            if (TIFFReadEncodedStrip(tiff.get(), y / stripRows, bytes.data(), wanted) != wanted || tiff.complained())
+            if (TIFFReadEncodedStrip(tiff.get(), y / stripRows, bytes.data(), wanted) != wanted || tiff.faulty())
                 tiff.fail(damaged);
         } else if (!byStrip) {
-            if (TIFFReadScanline(tiff.get(), bytes.data(), y) != 1 || tiff.complained())
+            if (TIFFReadScanline(tiff.get(), bytes.data(), y) != 1 || tiff.faulty())
                 tiff.fail(damaged);
         }
         convert(bitmap.row(int(y)), bytes.data() + (byStrip ? rowBytes * tmsize_t(rowInStrip) : 0), bitmap.width());
@@ -265,7 +317,7 @@ void readStrips(TiffHandle& tiff, const Layout& layout, const RowConverter& conv
 Size tileSize(const TiffHandle& tiff)
 {
     // A tile is a piece of the image and its borders; larger ones are a slip or a trap.
-    constexpr std::uint64_t largestTile = std::uint64_t(1) << 26;
+    constexpr std::uint64_t largestTile = std::uint64_t(1) << 24;
     const std::uint64_t width = tiff.longTag(TIFFTAG_TILEWIDTH, 0);
     const std::uint64_t height = tiff.longTag(TIFFTAG_TILELENGTH, 0);
     if (width == 0 || height == 0 || width > largestTile || height > largestTile || width * height > largestTile) {
@@ -287,7 +339,7 @@ void readTiles(TiffHandle& tiff, const RowConverter& convert, Bitmap& bitmap)
     for (int top = 0; top < bitmap.height(); top += tile.height) {
         for (int left = 0; left < bitmap.width(); left += tile.width) {
             if (TIFFReadTile(tiff.get(), bytes.data(), std::uint32_t(left), std::uint32_t(top), 0, 0) < 0 ||
-                tiff.complained())
+                tiff.faulty())
                 tiff.fail(damaged);
             const int width = std::min(tile.width, bitmap.width() - left);
             const int rows = std::min(tile.height, bitmap.height() - top);
@@ -299,34 +351,46 @@ void readTiles(TiffHandle& tiff, const RowConverter& convert, Bitmap& bitmap)
     }
 }
 
-// Every other kind of pixel, through libtiff's conversion to red, green, blue and opacity.
-void readColours(TiffHandle& tiff, const Layout& layout, Bitmap& bitmap)
+// The piece of an image that libtiff converts at once, checked before memory is asked for.
+Size colourPiece(const TiffHandle& tiff, const Layout& layout, const ByteSource& source)
 {
-    constexpr std::uint64_t largestPiece = std::uint64_t(1) << 28;
+    constexpr std::uint64_t largestPiece = 100'000'000; // 400 MB as colours, and as much again as they are stored
+    constexpr std::uint64_t highestCompression = 1 << 15;
+    const Size piece = layout.tiled ? tileSize(tiff) : Size{layout.stored.width, int(rowsPerStrip(tiff, layout))};
+    const std::uint64_t pixels = std::uint64_t(piece.width) * std::uint64_t(piece.height);
+    if (pixels > largestPiece)
+        throw ImagingError("The TIFF colour image is too large to be read in one piece.");
+    if (pixels * std::uint64_t(layout.bitsPerPixel()) / 8 > source.size() * highestCompression)
+        throw ImagingError("The TIFF file is too short for its image.");
+    return piece;
+}
+
+// Every other kind of pixel, through libtiff's conversion to red, green, blue and opacity.
+void readColours(TiffHandle& tiff, const Layout& layout, const ByteSource& source, Bitmap& bitmap)
+{
     char reason[1024] = "";
     if (!TIFFRGBAImageOK(tiff.get(), reason))
         throw ImagingError(std::string("TIFF images of this kind are not read: ") + reason + ".");
     tiff.setTag(TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT); // turning is left to upright()
-    const Size piece = layout.tiled ? tileSize(tiff) : Size{layout.stored.width, int(rowsPerStrip(tiff, layout))};
-    if (std::uint64_t(piece.width) * std::uint64_t(piece.height) > largestPiece)
-        throw ImagingError("The TIFF colour image is too large.");
-    std::vector<std::uint32_t> colours(std::size_t(piece.width) * std::size_t(piece.height));
+    const Size piece = colourPiece(tiff, layout, source);
+    const auto colours =
+        std::make_unique_for_overwrite<std::uint32_t[]>(std::size_t(piece.width) * std::size_t(piece.height));
     std::vector<std::uint64_t> bits((std::size_t(piece.width) + 63) / 64);
     for (int top = 0; top < bitmap.height(); top += piece.height) {
         for (int left = 0; left < bitmap.width(); left += piece.width) {
             const int stopAtErrors = 1;
             const int done = layout.tiled
                                  ? TIFFReadRGBATileExt(tiff.get(), std::uint32_t(left), std::uint32_t(top),
-                                                       colours.data(), stopAtErrors)
-                                 : TIFFReadRGBAStripExt(tiff.get(), std::uint32_t(top), colours.data(), stopAtErrors);
-            if (!done || tiff.complained())
+                                                       colours.get(), stopAtErrors)
+                                 : TIFFReadRGBAStripExt(tiff.get(), std::uint32_t(top), colours.get(), stopAtErrors);
+            if (!done || tiff.faulty())
                 tiff.fail("The TIFF colour image can't be read");
             const int width = std::min(piece.width, bitmap.width() - left);
             const int rows = std::min(piece.height, bitmap.height() - top);
             for (int y = 0; y < rows; ++y) {
                 // The bottom row comes first: of a tile always its full height, of a strip the rows that there are.
                 const int fromBottom = (layout.tiled ? piece.height : rows) - 1 - y;
-                const std::uint32_t* pixels = colours.data() + std::ptrdiff_t(fromBottom) * piece.width;
+                const std::uint32_t* pixels = colours.get() + std::ptrdiff_t(fromBottom) * piece.width;
                 fillRow(bits.data(), width, [&](int x) {
                     // Colours come already multiplied with their opacity: add what the paper lets shine through.
                     const int paper = 255 - int(TIFFGetA(pixels[x]));
@@ -335,6 +399,21 @@ void readColours(TiffHandle& tiff, const Layout& layout, Bitmap& bitmap)
                 });
                 addBits(bitmap.row(top + y), left, bits.data(), width);
             }
+        }
+    }
+}
+
+// libtiff takes pieces that the directory does not tell of for ones at the beginning of the file.
+void refuseMissingPieces(const TiffHandle& tiff, const Layout& layout)
+{
+    constexpr std::uint64_t headerSize = 8;
+    if (layout.compression == COMPRESSION_OJPEG) // its data may lie behind tags of their own
+        return;
+    const std::uint32_t count = layout.tiled ? TIFFNumberOfTiles(tiff.get()) : TIFFNumberOfStrips(tiff.get());
+    for (std::uint32_t piece = 0; piece < count; ++piece) {
+        if (TIFFGetStrileOffset(tiff.get(), piece) < headerSize) {
+            throw ImagingError("The TIFF file does not have all of its image: part " + std::to_string(piece + 1) +
+                               " of " + std::to_string(count) + " is missing.");
         }
     }
 }
@@ -365,12 +444,13 @@ RasterFile readTiff(ByteSource& source)
     // The other decoder that libtiff may have been built with takes some data that are cut off for whole.
     if (layout.compression == COMPRESSION_ADOBE_DEFLATE || layout.compression == COMPRESSION_DEFLATE)
         tiff.setTag(TIFFTAG_DEFLATE_SUBCODEC, DEFLATE_SUBCODEC_ZLIB);
+    refuseMissingPieces(tiff, layout);
     tiff.forgetComplaints(); // of tags that the pixels do not need
     const RowConverter convert = plainConverter(tiff, layout);
     const bool pieced = !convert || layout.tiled; // pieces are added to paper, rows of strips are written whole
     Bitmap bitmap = pieced ? Bitmap(layout.stored) : Bitmap::uninitialized(layout.stored);
     if (!convert) {
-        readColours(tiff, layout, bitmap);
+        readColours(tiff, layout, source, bitmap);
     } else if (layout.tiled) {
         readTiles(tiff, convert, bitmap);
     } else if (layout.compression == COMPRESSION_CCITTFAX4 && layout.bitsPerPixel() == 1) {

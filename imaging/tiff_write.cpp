@@ -47,16 +47,20 @@ void setResolution(TiffHandle& tiff, Resolution resolution)
 
 void writeGroup4Strips(TiffHandle& tiff, const Bitmap& bitmap, int stripRows)
 {
+    // As many strips together as keep the cores at work; together they take less than the bitmap does.
+    constexpr int atOnce = 16;
     const int count = (bitmap.height() + stripRows - 1) / stripRows;
-    std::vector<std::vector<std::uint8_t>> strips(static_cast<std::size_t>(count));
-    inTurns(count, [&](int strip) {
-        const int first = strip * stripRows;
-        strips[std::size_t(strip)] = encodeGroup4(bitmap, first, std::min(stripRows, bitmap.height() - first));
-    });
-    for (int strip = 0; strip < count; ++strip) {
-        std::vector<std::uint8_t>& bytes = strips[std::size_t(strip)];
-        if (TIFFWriteRawStrip(tiff.get(), std::uint32_t(strip), bytes.data(), tmsize_t(bytes.size())) < 0)
-            tiff.fail("Writing the image failed");
+    for (int begin = 0; begin < count; begin += atOnce) {
+        std::vector<std::vector<std::uint8_t>> strips(std::size_t(std::min(atOnce, count - begin)));
+        inTurns(int(strips.size()), [&](int i) {
+            const int first = (begin + i) * stripRows;
+            strips[std::size_t(i)] = encodeGroup4(bitmap, first, std::min(stripRows, bitmap.height() - first));
+        });
+        for (std::size_t i = 0; i < strips.size(); ++i) {
+            if (TIFFWriteRawStrip(tiff.get(), std::uint32_t(begin) + std::uint32_t(i), strips[i].data(),
+                                  tmsize_t(strips[i].size())) < 0)
+                tiff.fail("Writing the image failed");
+        }
     }
 }
 

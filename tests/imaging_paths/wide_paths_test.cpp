@@ -1,11 +1,13 @@
 #include <windows.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "imaging/error.h"
+#include "imaging/fresh_file.h"
 #include "imaging/raster_file.h"
 #include "tests/support/files.h"
 
-// Raster files under names that no single code page holds, and what Windows does about files in use.
+// Raster files under names that no single code page holds and of any length, and what Windows does about files in use.
 
 using namespace imaging;
 
@@ -27,7 +29,63 @@ Bitmap stripes(int width, int height)
     return bitmap;
 }
 
+// This program once more, as a writer that comes as far as half of its file.
+class HalfWriter
+{
+public:
+    explicit HalfWriter(const std::filesystem::path& folder)
+    {
+        const std::wstring event = L"halvoran-half-" + std::to_wstring(GetCurrentProcessId());
+        m_half = CreateEventW(nullptr, TRUE, FALSE, event.c_str());
+        wchar_t program[MAX_PATH];
+        GetModuleFileNameW(nullptr, program, MAX_PATH);
+        std::wstring command = L"\"" + std::wstring(program) + L"\" write-half " + event;
+        STARTUPINFOW startup = {};
+        startup.cb = sizeof(startup);
+        EXPECT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(),
+                                   &startup, &m_process));
+        const HANDLE either[] = {m_half, m_process.hProcess};
+        EXPECT_EQ(WaitForMultipleObjects(2, either, FALSE, INFINITE), WAIT_OBJECT_0) << "the writer did not get so far";
+    }
+    ~HalfWriter()
+    {
+        CloseHandle(m_process.hThread);
+        CloseHandle(m_process.hProcess);
+        CloseHandle(m_half);
+    }
+    HalfWriter(const HalfWriter&) = delete;
+    HalfWriter& operator=(const HalfWriter&) = delete;
+
+    void kill()
+    {
+        TerminateProcess(m_process.hProcess, 1);
+        WaitForSingleObject(m_process.hProcess, INFINITE);
+    }
+
+private:
+    HANDLE m_half = nullptr;
+    PROCESS_INFORMATION m_process = {};
+};
+
+int writeHalf(const char* event)
+{
+    FreshFile file(L"plan.tif");
+    const std::vector<char> half(1 << 20);
+    file.append(half.data(), half.size());
+    SetEvent(OpenEventA(EVENT_MODIFY_STATE, FALSE, event));
+    Sleep(INFINITE);
+    return 0;
+}
+
 } // namespace
+
+int main(int argumentCount, char** arguments)
+{
+    if (argumentCount == 3 && std::string(arguments[1]) == "write-half")
+        return writeHalf(arguments[2]);
+    testing::InitGoogleTest(&argumentCount, arguments);
+    return RUN_ALL_TESTS();
+}
 
 TEST_F(WidePaths, EveryFormatIsWrittenReadAndReplacedUnderANameOfManyAlphabets)
 {
@@ -74,4 +132,33 @@ TEST_F(WidePaths, ErrorsSpellTheNameInUtf8)
         EXPECT_NE(std::string(error.what()).find("\xd0\x96.png: The PNG image is damaged"), std::string::npos)
             << error.what();
     }
+}
+
+TEST_F(WidePaths, ATargetsPathMayBeOfAnyLength)
+{
+    const std::size_t folderLength = file(L"").native().size();
+    for (const std::size_t length : {241u, 242u, 250u, 258u, 259u, 260u, 261u, 280u}) {
+        SCOPED_TRACE(length);
+        const auto path = file(std::wstring(length - folderLength - 4, L'n').append(L".tif").c_str());
+        ASSERT_EQ(path.native().size(), length);
+        for (const int width : {40, 50}) {
+            writeRaster(path, stripes(width, 30), {}, Format::TiffGroup4);
+            EXPECT_TRUE(readRaster(path).bitmap == stripes(width, 30));
+        }
+        EXPECT_THAT(m_folder.names(), testing::ElementsAre(path.filename()));
+        ASSERT_TRUE(DeleteFileW(ofAnyLength(path).c_str()));
+    }
+}
+
+TEST_F(WidePaths, AKilledWriterLeavesTheTargetWholeAndItsFileGoesAtTheNextWriting)
+{
+    writeRaster(file(L"plan.tif"), stripes(40, 30), {}, Format::TiffGroup4);
+    HalfWriter writer(m_folder.path());
+    writeRaster(file(L"other.tif"), stripes(9, 9), {}, Format::TiffGroup4);
+    EXPECT_THAT(m_folder.names(), testing::SizeIs(3)) << "the file of a writer that still writes is left alone";
+    writer.kill();
+    EXPECT_THAT(m_folder.names(), testing::SizeIs(3)) << "the killed writer was to leave half a file";
+    EXPECT_TRUE(readRaster(file(L"plan.tif")).bitmap == stripes(40, 30));
+    writeRaster(file(L"other.tif"), stripes(9, 9), {}, Format::TiffGroup4);
+    EXPECT_THAT(m_folder.names(), testing::ElementsAre(L"other.tif", L"plan.tif"));
 }

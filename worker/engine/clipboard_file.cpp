@@ -2,10 +2,9 @@
 
 #include <algorithm>
 
-#include "imaging/crop.h"
 #include "imaging/dib.h"
-#include "imaging/error.h"
 #include "imaging/paste.h"
+#include "worker/engine/crop_to_region.h"
 #include "worker/engine/edit_file.h"
 
 namespace worker {
@@ -24,13 +23,8 @@ imaging::Point withinReach(imaging::Point position)
 void copyFromFile(CopyToClipboard& request)
 {
     imaging::RasterFile raster = imaging::readRaster(request.file);
-    if (request.region) {
-        // What lies outside the image has no pixels to copy.
-        const imaging::Region inside = imaging::intersect(*request.region, imaging::Region(raster.bitmap.bounds()));
-        if (inside.empty())
-            throw imaging::ImagingError("The selected area lies outside the image.");
-        raster.bitmap = imaging::crop(raster.bitmap, inside);
-    }
+    if (request.region)
+        cropToRegion(raster.bitmap, *request.region);
     request.dib = imaging::writeDib(raster.bitmap, raster.info.resolution);
 }
 

@@ -1,8 +1,8 @@
 #include "worker/engine/convert_file.h"
 
-#include "imaging/crop.h"
 #include "imaging/error.h"
 #include "imaging/raster_file.h"
+#include "worker/engine/crop_to_region.h"
 #include "worker/engine/edit_file.h"
 
 namespace worker {
@@ -19,14 +19,6 @@ imaging::Format targetFormat(std::uint32_t code, imaging::Format source)
     return *format;
 }
 
-// Not cut to the image's bounds: whoever asked places the result by the region's own box.
-imaging::Bitmap part(const imaging::Bitmap& bitmap, const imaging::Region& region)
-{
-    if (imaging::intersect(region, imaging::Region(bitmap.bounds())).empty())
-        throw imaging::ImagingError("The selected area lies outside the image.");
-    return imaging::crop(bitmap, region);
-}
-
 } // namespace
 
 void convertFile(const ConvertFile& request, CommitGate& gate)
@@ -34,7 +26,7 @@ void convertFile(const ConvertFile& request, CommitGate& gate)
     imaging::RasterFile raster = imaging::readRaster(request.sourceFile);
     const imaging::Format format = targetFormat(request.formatCode, raster.info.format);
     if (request.region)
-        raster.bitmap = part(raster.bitmap, *request.region);
+        cropToRegion(raster.bitmap, *request.region);
     gate.pass([&] { imaging::writeRaster(request.targetFile, raster.bitmap, raster.info.resolution, format); });
 }
 

@@ -1,8 +1,14 @@
+#include <algorithm>
 #include <gmock/gmock.h>
+#include <zlib.h>
 
 #include "imaging/dib.h"
 #include "imaging/error.h"
 #include "tiff_bytes.h"
+
+// The sanitizer's own, which GCC has no header for.
+extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*allocated)(const volatile void*, std::size_t),
+                                                         void (*freed)(const volatile void*));
 
 using namespace imaging;
 using testing::HasSubstr;
@@ -74,6 +80,29 @@ protected:
             result.push_back({kind, contentOf<Bytes>(file("sample")), sampleBitmap(20, 13)});
         }
     }
+};
+
+// Tells the largest piece of memory that was asked for while it lived. The sanitizer of the native build sees them all.
+class AllocationWatch
+{
+public:
+    AllocationWatch()
+    {
+        static const int installed = __sanitizer_install_malloc_and_free_hooks(&note, &ignore);
+        EXPECT_NE(installed, 0);
+        s_largest = 0;
+    }
+    static std::size_t largest() { return s_largest; }
+
+private:
+    static void note(const volatile void*, std::size_t size)
+    {
+        if (size > s_largest)
+            s_largest = size;
+    }
+    static void ignore(const volatile void*) {}
+
+    static inline std::size_t s_largest = 0;
 };
 
 // Reads the bytes; whatever comes out must be either a sound image or an error in words.
@@ -167,10 +196,64 @@ TEST_F(Broken, AbsurdSizesAreRefusedBeforeMemoryIsAskedFor)
                                 .longTag(TIFFTAG_TILELENGTH, 1 << 20)
                                 .withStrip({0xFF, 0xFF, 0xFF, 0xFF});
     EXPECT_NE(errorOf([&] { readRaster(asBytes(hugeTiles)); }), "");
+}
 
-    Bytes png = {0x89, 'P',  'N',  'G',  13,   10,   26,   10, 0, 0, 0, 13, 'I', 'H', 'D', 'R', 0x7F,
-                 0xFF, 0xFF, 0xFF, 0x7F, 0xFF, 0xFF, 0xFF, 1,  0, 0, 0, 0,  0,   0,   0,   0};
-    EXPECT_THAT(errorOf([&] { readRaster(asBytes(png)); }), HasSubstr("PNG"));
+TEST_F(Broken, ASmallFileGetsNoMemoryForWhatItOnlyClaims)
+{
+    const auto chunk = [](const std::string& type, std::uint32_t claimedLength, const Bytes& data) {
+        Bytes bytes;
+        for (int shift = 24; shift >= 0; shift -= 8)
+            bytes.push_back(std::uint8_t(claimedLength >> shift));
+        bytes.insert(bytes.end(), type.begin(), type.end());
+        bytes.insert(bytes.end(), data.begin(), data.end());
+        const auto sum = std::uint32_t(crc32(0, bytes.data() + 4, uInt(bytes.size() - 4)));
+        for (int shift = 24; shift >= 0; shift -= 8)
+            bytes.push_back(std::uint8_t(sum >> shift));
+        return bytes;
+    };
+    const auto png = [&](std::uint8_t high, std::uint8_t bits, std::uint8_t colourType, std::uint8_t interlace,
+                         const Bytes& rest) {
+        Bytes bytes = {0x89, 'P', 'N', 'G', 13, 10, 26, 10};
+        const Bytes header = chunk("IHDR", 13, {0, 0, high, 1, 0, 0, high, 1, bits, colourType, 0, 0, interlace});
+        bytes.insert(bytes.end(), header.begin(), header.end());
+        bytes.insert(bytes.end(), rest.begin(), rest.end());
+        return bytes;
+    };
+    const Bytes pixels = chunk("IDAT", 4, {0x78, 0x9C, 0x63, 0x60});
+    const auto tiff = [](std::uint32_t width, std::uint32_t height, std::uint32_t bits, std::uint32_t samples,
+                         std::uint32_t photometric) {
+        return TiffBytes(width, height)
+            .shortTag(TIFFTAG_BITSPERSAMPLE, bits)
+            .shortTag(TIFFTAG_SAMPLESPERPIXEL, samples)
+            .shortTag(TIFFTAG_COMPRESSION, COMPRESSION_LZW)
+            .shortTag(TIFFTAG_PHOTOMETRIC, photometric)
+            .longTag(TIFFTAG_ROWSPERSTRIP, height)
+            .longTag(TIFFTAG_STRIPBYTECOUNTS, 4);
+    };
+    const struct
+    {
+        const char* name;
+        Bytes bytes;
+    } cases[] = {
+        {"a text of 2 GB in a PNG", png(0, 1, 0, 0, chunk("tEXt", 0x7FFFFFF0, {'x'}))},
+        {"a profile of 2 GB in a PNG", png(0, 1, 0, 0, chunk("iCCP", 0x7FFFFFF0, {'x'}))},
+        {"pixels of 2 GB in a PNG", png(0x10, 8, 6, 0, chunk("IDAT", 0x7FFFFFF0, {0x78, 0x9C}))},
+        {"an interlaced PNG of 1 GB", png(0x40, 16, 6, 1, pixels)},
+        {"a bilevel PNG of 256 MB", png(0x80, 1, 0, 0, pixels)},
+        {"separated colours of 4 bytes", tiff(9000, 9000, 8, 4, PHOTOMETRIC_SEPARATED).withStrip({0, 0, 0, 0})},
+        {"colours of 16 bits", tiff(9000, 9000, 16, 3, PHOTOMETRIC_RGB).withStrip({0, 0, 0, 0})},
+        {"large tiles", tiff(9000, 9000, 8, 3, PHOTOMETRIC_RGB)
+                            .longTag(TIFFTAG_TILEWIDTH, 8192)
+                            .longTag(TIFFTAG_TILELENGTH, 8192)
+                            .withStrip({0, 0, 0, 0})},
+    };
+    constexpr std::size_t enough = 64 << 20;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const AllocationWatch watch;
+        EXPECT_NE(errorOf([&] { readRaster(asBytes(c.bytes)); }), "");
+        EXPECT_LT(AllocationWatch::largest(), enough);
+    }
 }
 
 TEST_F(Broken, ErrorsNameTheFileAndTheFault)

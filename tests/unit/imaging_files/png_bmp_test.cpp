@@ -19,7 +19,7 @@ void put(Bytes& bytes, std::uint32_t value, int count)
 
 // A header of the given size, filled as far as it goes: BITMAPCOREHEADER, BITMAPINFOHEADER, V4, V5.
 Bytes dibHeader(std::uint32_t size, int width, int height, int bits, std::uint32_t compression = 0,
-                std::uint32_t coloursUsed = 0)
+                std::uint32_t coloursUsed = 0, std::uint32_t opacityMask = 0)
 {
     Bytes bytes;
     put(bytes, size, 4);
@@ -41,6 +41,8 @@ Bytes dibHeader(std::uint32_t size, int width, int height, int bits, std::uint32
         put(bytes, 0x00FF00, 4);
         put(bytes, 0x0000FF, 4);
     }
+    if (size >= 56)
+        put(bytes, opacityMask, 4);
     bytes.resize(size, 0);
     return bytes;
 }
@@ -66,6 +68,9 @@ TEST_F(PngBmp, DibsOfEveryHeaderAndDepth)
     const Picture topDown = {"##.......#", "..#......."};
     const Bytes core3 = {0, 0, 0, 255, 255, 255};
     const Bytes masks565 = {0, 0xF8, 0, 0, 0xE0, 0x07, 0, 0, 0x1F, 0, 0, 0};
+    const Bytes masks8888 = {0, 0, 0xFF, 0, 0, 0xFF, 0, 0, 0xFF, 0, 0, 0, 0, 0, 0, 0xFF};
+    const Bytes black4 = {0, 0, 0, 255, 0, 0, 0, 0,
+                          0, 0, 0, 127, 0, 0, 0, 128}; // opaque, gone, less and more than half
     const struct
     {
         const char* name;
@@ -77,6 +82,8 @@ TEST_F(PngBmp, DibsOfEveryHeaderAndDepth)
         {"top down", dibHeader(40, 10, -2, 1) + whiteBlack + rows, topDown},
         {"brown on yellow", dibHeader(40, 10, 2, 1) + yellowBrown + rows, bottomUp},
         {"two colours counted", dibHeader(40, 10, 2, 1, 0, 2) + whiteBlack + rows, bottomUp},
+        {"one colour, white: 1 is ink", dibHeader(40, 10, 2, 1, 0, 1) + Bytes{255, 255, 255, 0} + rows, bottomUp},
+        {"one colour, black: 0 is ink", dibHeader(40, 10, 2, 1, 0, 1) + Bytes{0, 0, 0, 0} + rows, bottomUpInverted},
         {"OS/2 with palette entries of three bytes", dibHeader(12, 10, 2, 1) + core3 + rows, bottomUpInverted},
         {"OS/2 2.x", dibHeader(64, 10, 2, 1) + whiteBlack + rows, bottomUp},
         {"V4", dibHeader(108, 10, 2, 1) + whiteBlack + rows, bottomUp},
@@ -86,6 +93,11 @@ TEST_F(PngBmp, DibsOfEveryHeaderAndDepth)
          {"#.#"}},
         {"32 bits, the fourth byte unused", dibHeader(40, 2, 1, 32) + Bytes{0, 0, 0, 0, 255, 255, 255, 0}, {"#."}},
         {"32 bits with masks in a V5 header", dibHeader(124, 2, 1, 32, 3) + Bytes{255, 0, 0, 0, 0, 255, 0, 0}, {"#."}},
+        {"32 bits with opacity in the highest eight", dibHeader(124, 4, 1, 32, 3, 0, 0xFF000000) + black4, {"#..#"}},
+        {"the same with all masks behind the header", dibHeader(40, 4, 1, 32, 6) + masks8888 + black4, {"#..#"}},
+        {"16 bits with opacity in the highest one",
+         dibHeader(56, 2, 1, 16, 3, 0, 0x8000) + Bytes{0, 0x80, 0, 0},
+         {"#."}},
         {"16 bits, five each", dibHeader(40, 2, 1, 16) + Bytes{0xFF, 0x7F, 0x1F, 0x00}, {".#"}},
         {"16 bits with masks behind the header",
          dibHeader(40, 2, 1, 16, 3) + masks565 + Bytes{0xE0, 0x07, 0x00, 0xF8},
@@ -150,4 +162,23 @@ TEST_F(PngBmp, OneBitFilesOfImageMagick)
         EXPECT_EQ(read.info.bitsPerPixel, 1);
         EXPECT_EQ(read.info.resolution, (Resolution{300, 300}));
     }
+}
+
+TEST_F(PngBmp, InterlacedPngOfEverySmallShape)
+{
+    for (const Size size : {Size{1, 1}, Size{2, 5}, Size{4, 3}, Size{5, 2}, Size{9, 9}, Size{70, 17}}) {
+        const Bitmap seen = sampleBitmap(size.width, size.height);
+        writeByLibtiff(file("plan.tif"), seen, {.compression = COMPRESSION_CCITTFAX4});
+        for (const std::string kind : {"PNG:out", "PNG24:out"}) {
+            runTool("convert plan.tif -interlace PNG " + kind);
+            EXPECT_TRUE(samePicture(seen, readRaster(file("out")).bitmap)) << size.width << " x " << size.height;
+        }
+    }
+}
+
+TEST_F(PngBmp, APngPaletteOfOneColourShowsThatColour)
+{
+    runTool("convert -size 9x2 xc:white -define png:color-type=3 -define png:bit-depth=1 PNG:out");
+    EXPECT_NE(contentOf(file("out")).find(std::string("\0\0\0\x03PLTE", 8)), std::string::npos) << "one colour";
+    EXPECT_EQ(rowsOf(readRaster(file("out")).bitmap), Picture(2, "........."));
 }

@@ -231,3 +231,101 @@ TEST_F(TiffRead, SeveralThreadsReadWithoutMixingUpTheirErrors)
                     EXPECT_EQ(errorOf([&] { readRaster(file("broken.tif")); }), expected);
         });
 }
+
+TEST_F(TiffRead, PartsThatTheDirectoryDoesNotTellOfAreMissed)
+{
+    const Bytes fourRows = TiffBytes(8, 4)
+                               .shortTag(TIFFTAG_PHOTOMETRIC, 0)
+                               .longTag(TIFFTAG_ROWSPERSTRIP, 1)
+                               .longTag(TIFFTAG_STRIPBYTECOUNTS, 1)
+                               .withStrip({0xFF});
+    EXPECT_THAT(errorOf([&] { readRaster(asBytes(fourRows)); }), HasSubstr("part 2 of 4 is missing"));
+    const Bytes threePlanes = TiffBytes(2, 1)
+                                  .shortTag(TIFFTAG_BITSPERSAMPLE, 8)
+                                  .shortTag(TIFFTAG_SAMPLESPERPIXEL, 3)
+                                  .shortTag(TIFFTAG_PLANARCONFIG, PLANARCONFIG_SEPARATE)
+                                  .shortTag(TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_RGB)
+                                  .longTag(TIFFTAG_STRIPBYTECOUNTS, 2)
+                                  .withStrip({0, 255});
+    EXPECT_THAT(errorOf([&] { readRaster(asBytes(threePlanes)); }), HasSubstr("part 2 of 3 is missing"));
+}
+
+TEST_F(TiffRead, WarningsThatDoNoHarmRefuseNoFile)
+{
+    // The codes 256, 10101010, 257 of nine bits each, lowest bit first: LZW as it was before it was put into TIFF.
+    const Bytes oldLzw = TiffBytes(8, 1)
+                             .shortTag(TIFFTAG_PHOTOMETRIC, 0)
+                             .shortTag(TIFFTAG_COMPRESSION, COMPRESSION_LZW)
+                             .longTag(TIFFTAG_STRIPBYTECOUNTS, 4)
+                             .withStrip({0x00, 0x55, 0x05, 0x04});
+    EXPECT_EQ(rowsOf(readRaster(asBytes(oldLzw)).bitmap), Picture{"#.#.#.#."});
+
+    runTool("convert -size 16x16 xc:white -fill black -draw 'rectangle 8,0 15,15' -type TrueColor -sampling-factor 2x2 "
+            "JPEG:half");
+    const Bytes jpeg = contentOf<Bytes>(file("half"));
+    constexpr std::uint32_t directory = 8 + 2 + 12 * 10 + 4; // ten tags, with that of the strip
+    const auto oldJpeg = [&](const Bytes& data) {
+        return TiffBytes(16, 16)
+            .shortTag(TIFFTAG_BITSPERSAMPLE, 8)
+            .shortTag(TIFFTAG_SAMPLESPERPIXEL, 3)
+            .shortTag(TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_YCBCR)
+            .shortTag(TIFFTAG_COMPRESSION, COMPRESSION_OJPEG)
+            .longTag(TIFFTAG_STRIPBYTECOUNTS, std::uint32_t(data.size()))
+            .longTag(TIFFTAG_JPEGIFOFFSET, directory)
+            .longTag(TIFFTAG_JPEGIFBYTECOUNT, std::uint32_t(data.size()))
+            .withStrip(data);
+    };
+    EXPECT_EQ(rowsOf(readRaster(asBytes(oldJpeg(jpeg))).bitmap), Picture(16, "........########"));
+    EXPECT_NE(errorOf([&] {
+                  readRaster(asBytes(oldJpeg({jpeg.begin(), jpeg.end() - 20})));
+              }),
+              "")
+        << "half a picture must not pass as whole";
+}
+
+TEST_F(TiffRead, ThePaperShinesThroughWhatIsNotOpaque)
+{
+    const auto withOpacity = [](std::uint32_t width, std::uint32_t bits, std::uint32_t photometric, std::uint32_t kind,
+                                const Bytes& pixels) {
+        return TiffBytes(width, 1)
+            .shortTag(TIFFTAG_BITSPERSAMPLE, bits)
+            .shortTag(TIFFTAG_SAMPLESPERPIXEL, 2)
+            .shortTag(TIFFTAG_PHOTOMETRIC, photometric)
+            .shortTag(TIFFTAG_EXTRASAMPLES, kind)
+            .longTag(TIFFTAG_STRIPBYTECOUNTS, std::uint32_t(pixels.size()))
+            .withStrip(pixels);
+    };
+    const struct
+    {
+        const char* name;
+        Bytes bytes;
+        const char* row;
+    } cases[] = {
+        // Half lies between the opacities 127 and 128 of black; 90 under 200 shows 126, multiplied already 145.
+        {"greys of 8 bits",
+         withOpacity(6, 8, 1, EXTRASAMPLE_UNASSALPHA, {0, 255, 0, 0, 0, 128, 0, 127, 90, 200, 255, 255}), "#.#.#."},
+        {"multiplied greys", withOpacity(4, 8, 1, EXTRASAMPLE_ASSOCALPHA, {0, 255, 0, 127, 90, 200, 70, 200}), "#..#"},
+        {"white is zero", withOpacity(4, 8, 0, EXTRASAMPLE_UNASSALPHA, {255, 255, 255, 100, 0, 255, 255, 128}), "#..#"},
+        {"greys of 4 bits", withOpacity(4, 4, 1, EXTRASAMPLE_UNASSALPHA, {0x0F, 0x00, 0x08, 0x07}), "#.#."},
+        {"greys of 16 bits", withOpacity(2, 16, 1, EXTRASAMPLE_UNASSALPHA, {0, 0, 0, 0x81, 0, 0, 0, 0x7F}), "#."},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(rowsOf(readRaster(asBytes(c.bytes)).bitmap)[0], c.row) << c.name;
+
+    const auto path = file("palette.tif");
+    TIFF* tiff = TIFFOpen(path.c_str(), "w");
+    std::vector<std::uint16_t> dark(256, 0);
+    const std::uint16_t kinds[] = {EXTRASAMPLE_UNASSALPHA};
+    TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, 4);
+    TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, 1);
+    TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, 8);
+    TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, 2);
+    TIFFSetField(tiff, TIFFTAG_EXTRASAMPLES, 1, kinds);
+    TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_PALETTE);
+    dark[7] = 65535;
+    TIFFSetField(tiff, TIFFTAG_COLORMAP, dark.data(), dark.data(), dark.data());
+    std::uint8_t row[] = {0, 255, 0, 127, 0, 128, 7, 255};
+    ASSERT_GE(TIFFWriteEncodedStrip(tiff, 0, row, sizeof row), 0);
+    TIFFClose(tiff);
+    EXPECT_EQ(rowsOf(readRaster(path).bitmap), Picture{"#.#."});
+}

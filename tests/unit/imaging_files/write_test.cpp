@@ -66,6 +66,19 @@ TEST_F(Writing, AnotherProgramSeesThePictureAndTheResolution)
         }
 }
 
+TEST_F(Writing, TheLongestSidesComeBackFromEveryFormat)
+{
+    const int side = Bitmap::maximumSide;
+    for (const Size size : {Size{side, 2}, Size{2, side}}) {
+        Bitmap bitmap(size);
+        bitmap.setInk(size.width - 1, size.height - 1, true);
+        for (const FormatDescription& format : writableFormats()) {
+            writeRaster(file("out"), bitmap, {}, format.format);
+            EXPECT_TRUE(readRaster(file("out")).bitmap == bitmap) << format.name;
+        }
+    }
+}
+
 TEST_F(Writing, TiffTagsAreThoseOfAScanner)
 {
     const struct

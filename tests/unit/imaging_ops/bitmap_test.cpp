@@ -57,6 +57,8 @@ TEST(Bitmap, SizesAreChecked)
     EXPECT_THROW(Bitmap({2000000000, 2000000000}), ImagingError);
     EXPECT_THROW(Bitmap({Bitmap::maximumSide + 1, 1}), ImagingError);
     EXPECT_THROW(Bitmap({Bitmap::maximumSide, Bitmap::maximumSide}), ImagingError);
+    EXPECT_EQ(Bitmap::uninitialized({65535, 32767}).width(), 65535);
+    EXPECT_THROW(Bitmap({65537, 32768}), ImagingError);
     EXPECT_TRUE(Bitmap({0, 7}).empty());
     EXPECT_EQ(Bitmap({0, 7}), Bitmap());
     EXPECT_EQ(Bitmap({Bitmap::maximumSide, 1}).width(), Bitmap::maximumSide);

@@ -92,6 +92,17 @@ TEST(Rotate, LargeMostlyEmptySheetLosesNoInk)
     EXPECT_TRUE(samePicture(plainlyRotated(bitmap, 0.4, {700, 500}, true, Region(bitmap.bounds()), result), result));
 }
 
+TEST(Rotate, ImagesOfTheLongestSideTurnToo)
+{
+    constexpr int middle = (Bitmap::maximumSide - 1) / 2;
+    Bitmap bitmap({Bitmap::maximumSide, 3});
+    for (const int x : {0, middle, Bitmap::maximumSide - 1})
+        bitmap.setInk(x, 1, true);
+    EXPECT_TRUE(samePicture(bitmap, rotated(bitmap, 2 * quarter, {middle, 1}, false)));
+    EXPECT_TRUE(samePicture(bitmap, rotated(bitmap, 1e-9, {middle, 1}, true)));
+    EXPECT_TRUE(rotated(bitmap, quarter, {middle, 1}, false).ink(middle, 1));
+}
+
 TEST(Rotate, NothingHappensWithoutSelectionOrFarAway)
 {
     const Bitmap bitmap = noise({65, 20}, 0.5, 8);
