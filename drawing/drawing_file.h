@@ -3,14 +3,11 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "drawing/document.h"
+#include "drawing/mendings.h"
 
 namespace drawing {
-
-/// Plain English sentences.
-using Notes = std::vector<std::string>;
 
 /// Reads a drawing file by its content, whatever its extension: DXF in text form, of the releases 12 to 2018. What the
 /// file lacks but can be told from the rest is mended, and `notes` says so. Throws DrawingError with the line and the

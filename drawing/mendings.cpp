@@ -43,9 +43,9 @@ Wording wordingOf(Mending what)
 
 } // namespace
 
-std::vector<std::string> Mendings::sentences() const
+Notes Mendings::sentences() const
 {
-    std::vector<std::string> result;
+    Notes result;
     for (const auto& [what, count] : m_counts) {
         const Wording wording = wordingOf(what);
         std::string& sentence = result.emplace_back(count == 1 ? wording.one : wording.many);

@@ -1,10 +1,14 @@
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <string>
 #include <vector>
 
 namespace drawing {
+
+/// Plain English sentences.
+using Notes = std::vector<std::string>;
 
 /// What a reader mends in a file that does not keep to the rules.
 enum class Mending
@@ -26,7 +30,7 @@ public:
     void add(Mending what) { ++m_counts[what]; }
 
     /// One plain English sentence for each kind of mending that there was.
-    std::vector<std::string> sentences() const;
+    Notes sentences() const;
 
 private:
     std::map<Mending, std::size_t> m_counts;
