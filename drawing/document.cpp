@@ -13,9 +13,6 @@ char lower(char c)
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-// Far above what any drawing uses, and far enough below the end that counting on can't wrap.
-constexpr Handle kHighestHandle = Handle(1) << 60;
-
 std::size_t insertAt(std::vector<Handle>& list, Handle handle, std::size_t position)
 {
     position = std::min(position, list.size());
@@ -55,8 +52,8 @@ const Object* Document::find(Handle handle) const
 
 void Document::raiseHandleSeed(Handle atLeast)
 {
-    if (atLeast > kHighestHandle) {
-        throw DrawingError("a handle is beyond all bounds");
+    if (atLeast == std::numeric_limits<Handle>::max()) {
+        throw DrawingError("there is no handle left");
     }
     m_handleSeed = std::max(m_handleSeed, atLeast);
 }

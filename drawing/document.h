@@ -42,6 +42,7 @@ public:
 
     /// The handle that the next new object gets; above every handle in use.
     Handle handleSeed() const { return m_handleSeed; }
+    /// Throws DrawingError where no handle is left above.
     void raiseHandleSeed(Handle atLeast);
 
     /// Adds an object of no table and no block (dictionary, image definition, ...). A handle of 0 is replaced by a new
@@ -75,12 +76,20 @@ public:
     /// Adds an empty block of that name, with its brackets.
     Block& addBlock(std::string_view name);
 
+    /// A place in the list of objects.
+    struct Place
+    {
+        Handle object = 0;
+        std::size_t position = 0;
+    };
     /// What `erase` took out, as `restore` needs it.
     struct Erased
     {
         std::unique_ptr<Object> object;
-        std::vector<std::unique_ptr<Object>> parts; // vertices, attributes, brackets, the entities of a block
-        std::size_t position = 0;                   // in the list of its block, table, or the objects
+        // Vertices, attributes, brackets, the entities of a block, and what lies in extension dictionaries.
+        std::vector<std::unique_ptr<Object>> parts;
+        std::size_t position = 0;  // in the list of its block, table, or the objects
+        std::vector<Place> listed; // the parts among the objects
     };
     /// Takes an object with its parts out of the drawing and out of the list of its block, table or owning entity.
     /// References to it from other objects and dictionaries stay as they are. Throws DrawingError if there is none.
@@ -164,6 +173,9 @@ private:
     Object& store(std::unique_ptr<Object> object);
     std::vector<Handle>* listOf(const Object& object);
     std::vector<Handle> partsOf(const Object& object) const;
+    std::vector<Handle> extensionsOf(const std::vector<Handle>& holders) const;
+    std::vector<Place> unlist(const std::vector<Handle>& handles);
+    void relist(const std::vector<Place>& places);
     void tieReactor(const Object& object, bool tie);
     std::unique_ptr<Object> takeOut(Handle handle);
 

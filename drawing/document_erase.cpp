@@ -1,6 +1,7 @@
 // Taking objects out of a drawing, and putting them back.
 
 #include <algorithm>
+#include <unordered_set>
 
 #include "drawing/document.h"
 
@@ -55,25 +56,77 @@ std::vector<Handle> Document::partsOf(const Object& object) const
     return parts;
 }
 
-// An image's reactor stands in the list of objects and among the reactors of the definition.
+// The objects in the extension dictionaries of these, which nothing else holds.
+std::vector<Handle> Document::extensionsOf(const std::vector<Handle>& holders) const
+{
+    std::vector<Handle> extensions;
+    for (const Handle holder : holders) {
+        const Handle extension = find(holder)->extensionDictionary;
+        const auto* dictionary = find<Dictionary>(extension);
+        if (dictionary && extension != m_objects.front() &&
+            (dictionary->owner == holder || find(dictionary->owner) == nullptr)) {
+            extensions.push_back(extension);
+        }
+    }
+    if (extensions.empty()) {
+        return extensions;
+    }
+    std::unordered_multimap<Handle, Handle> owned;
+    for (const Handle object : m_objects) {
+        owned.emplace(find(object)->owner, object);
+    }
+    std::unordered_set<Handle> known(extensions.begin(), extensions.end());
+    for (std::size_t i = 0; i < extensions.size(); ++i) {
+        const auto [first, last] = owned.equal_range(extensions[i]);
+        for (auto each = first; each != last; ++each) {
+            if (known.insert(each->second).second) {
+                extensions.push_back(each->second);
+            }
+        }
+    }
+    return extensions;
+}
+
+// An image's reactor stands among the reactors of the definition.
 void Document::tieReactor(const Object& object, bool tie)
 {
     const auto* reactor = dynamic_cast<const ImageDefinitionReactor*>(&object);
-    if (!reactor) {
-        return;
-    }
-    const auto* image = find<Image>(reactor->image);
-    auto* definition = image ? find<ImageDefinition>(image->definition) : nullptr;
-    std::erase(m_objects, reactor->handle);
-    if (tie) {
-        m_objects.push_back(reactor->handle);
-    }
-    if (definition) {
+    const auto* image = reactor ? find<Image>(reactor->image) : nullptr;
+    if (auto* definition = image ? find<ImageDefinition>(image->definition) : nullptr) {
         std::erase(definition->reactors, reactor->handle);
         if (tie) {
             definition->reactors.push_back(reactor->handle);
         }
     }
+}
+
+// Takes those of the handles that stand in the list of objects out of it.
+std::vector<Document::Place> Document::unlist(const std::vector<Handle>& handles)
+{
+    const std::unordered_set<Handle> gone(handles.begin(), handles.end());
+    std::vector<Place> places;
+    for (std::size_t i = 0; i < m_objects.size(); ++i) {
+        if (gone.contains(m_objects[i])) {
+            places.push_back({m_objects[i], i});
+        }
+    }
+    std::erase_if(m_objects, [&](Handle handle) { return gone.contains(handle); });
+    return places;
+}
+
+// Puts them back; what has come in the meantime stands behind.
+void Document::relist(const std::vector<Place>& places)
+{
+    std::vector<Handle> merged;
+    auto next = m_objects.begin();
+    for (const Place& place : places) {
+        while (merged.size() < place.position && next != m_objects.end()) {
+            merged.push_back(*next++);
+        }
+        merged.push_back(place.object);
+    }
+    merged.insert(merged.end(), next, m_objects.end());
+    m_objects = std::move(merged);
 }
 
 std::unique_ptr<Object> Document::takeOut(Handle handle)
@@ -100,10 +153,15 @@ Document::Erased Document::erase(Handle handle)
             list->erase(place);
         }
     }
-    const std::vector<Handle> parts = partsOf(*object);
+    std::vector<Handle> parts = partsOf(*object);
+    std::vector<Handle> holders = parts;
+    holders.push_back(handle);
+    const std::vector<Handle> extensions = extensionsOf(holders);
+    parts.insert(parts.end(), extensions.begin(), extensions.end());
     for (const Handle part : parts) {
         tieReactor(*find(part), false);
     }
+    erased.listed = unlist(parts);
     for (const Handle part : parts) {
         erased.parts.push_back(takeOut(part));
     }
@@ -121,6 +179,7 @@ Object& Document::restore(Erased erased)
     for (const Handle part : parts) {
         tieReactor(*find(part), true);
     }
+    relist(erased.listed);
     if (std::vector<Handle>* list = listOf(object)) {
         const auto position = std::min(erased.position, list->size());
         list->insert(list->begin() + static_cast<std::ptrdiff_t>(position), object.handle);

@@ -90,7 +90,7 @@ private:
 
 } // namespace
 
-Document readDxf(std::string_view bytes)
+Document readDxf(std::string_view bytes, Notes* notes)
 {
     if (bytes.starts_with(kBinarySentinel)) {
         throw DrawingError("this is a DXF file in binary form; only the text form can be read");
@@ -98,7 +98,12 @@ Document readDxf(std::string_view bytes)
     if (bytes.starts_with("AC1") && bytes.find('\0') != std::string_view::npos) {
         throw DrawingError("this is a drawing in the host's own binary form; only DXF can be read");
     }
-    return DxfReader(bytes).read();
+    DxfReader reader(bytes);
+    Document document = reader.read();
+    if (notes) {
+        *notes = reader.mendings().sentences();
+    }
+    return document;
 }
 
 std::string writeDxf(const Document& document)
@@ -106,10 +111,10 @@ std::string writeDxf(const Document& document)
     return DxfWriter(document).write();
 }
 
-Document readDrawing(const std::filesystem::path& path)
+Document readDrawing(const std::filesystem::path& path, Notes* notes)
 {
     try {
-        return readDxf(readBytes(path));
+        return readDxf(readBytes(path), notes);
     } catch (const DrawingError& error) {
         throw error.inFile(shownName(path));
     }

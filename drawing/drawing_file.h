@@ -5,19 +5,21 @@
 #include <string_view>
 
 #include "drawing/document.h"
+#include "drawing/mendings.h"
 
 namespace drawing {
 
-/// Reads a drawing file by its content, whatever its extension: DXF in text form, of the releases 12 to 2018. Throws
-/// DrawingError with the line and the reason; a drawing comes back whole or not at all.
-Document readDrawing(const std::filesystem::path& path);
+/// Reads a drawing file by its content, whatever its extension: DXF in text form, of the releases 12 to 2018. What the
+/// file lacks but can be told from the rest is mended, and `notes` says so. Throws DrawingError with the line and the
+/// reason; a drawing comes back whole or not at all.
+Document readDrawing(const std::filesystem::path& path, Notes* notes = nullptr);
 
 /// Writes the drawing as a DXF file of the release 2000, in text form: into a fresh file beside the target, which is
 /// then renamed over it, so that the target is never half-written. Throws DrawingError.
 void writeDrawing(const Document& document, const std::filesystem::path& path);
 
 /// The same from and to the bytes of a DXF file in text form.
-Document readDxf(std::string_view bytes);
+Document readDxf(std::string_view bytes, Notes* notes = nullptr);
 std::string writeDxf(const Document& document);
 
 } // namespace drawing

@@ -15,13 +15,15 @@ namespace {
 constexpr std::string_view kOldestRelease = "AC1009"; // release 12
 constexpr std::string_view kFirstUtf8Release = "AC1021";
 constexpr std::string_view kNewestRelease = "AC1032"; // release 2018
+constexpr std::string_view kModelSpace = "*Model_Space";
+constexpr std::string_view kPaperSpace = "*Paper_Space"; // further ones have a number behind
 
 TextEncoding encodingOf(const FileSurvey& survey)
 {
     if (survey.byteOrderMark || survey.release >= kFirstUtf8Release) {
         return TextEncoding();
     }
-    return TextEncoding(survey.codePage.empty() ? "ANSI_1252" : survey.codePage);
+    return TextEncoding(survey.codePage);
 }
 
 std::string lowerCase(std::string_view text)
@@ -37,9 +39,14 @@ std::string lowerCase(std::string_view text)
 std::string presentBlockName(const std::string& name)
 {
     if (sameName(name, "$MODEL_SPACE")) {
-        return "*Model_Space";
+        return std::string(kModelSpace);
     }
-    return sameName(name, "$PAPER_SPACE") ? "*Paper_Space" : name;
+    return sameName(name, "$PAPER_SPACE") ? std::string(kPaperSpace) : name;
+}
+
+bool isSpace(std::string_view blockName)
+{
+    return sameName(blockName, kModelSpace) || sameName(blockName.substr(0, kPaperSpace.size()), kPaperSpace);
 }
 
 std::string valueOf(const Record& record, int code)
@@ -83,10 +90,23 @@ Document DxfReader::read()
 void DxfReader::advance()
 {
     const auto group = m_groups.next();
-    if (!group) {
+    if (group) {
+        m_current = *group;
+        return;
+    }
+    if (!mayEndHere()) {
         throw DrawingError(m_groups.line(), "the file ends too early");
     }
-    m_current = *group;
+    m_mendings.add(Mending::EndOfFile);
+    m_current = {0, "EOF", m_groups.line()};
+}
+
+// The mark at the end may be missing where a section has ended and none is to come that a drawing consists of. Objects
+// came with the release 13.
+bool DxfReader::mayEndHere() const
+{
+    return atRecord("ENDSEC") && m_sections.contains("ENTITIES") &&
+           (m_survey.release <= kOldestRelease || m_sections.contains("OBJECTS"));
 }
 
 bool DxfReader::atRecord(std::string_view name) const
@@ -99,13 +119,12 @@ void DxfReader::fail(const std::string& reason) const
     throw DrawingError(m_current.line, reason);
 }
 
-std::string DxfReader::decoded(const FileGroup& group) const
+std::string DxfReader::decoded(const FileGroup& group)
 {
-    auto text = m_encoding.decode(group.value);
-    if (!text) {
-        throw DrawingError(group.line, "text in the code page \"" + m_survey.codePage + "\" can't be read");
+    if (!m_encoding.known() && !isAscii(group.value)) {
+        m_mendings.add(Mending::CodePage);
     }
-    return std::move(*text);
+    return m_encoding.decode(group.value);
 }
 
 // Reads the record that begins here, up to the next.
@@ -133,6 +152,7 @@ void DxfReader::readSection()
         fail("the section has no name");
     }
     const std::string name(trimmed(m_current.value));
+    m_sections.insert(name);
     advance();
     if (name == "HEADER") {
         readHeader();
@@ -163,7 +183,7 @@ void DxfReader::readHeader()
         if (m_current.code != 9) {
             fail("a header variable was expected");
         }
-        const std::string name(trimmed(m_current.value));
+        std::string name(trimmed(m_current.value));
         const std::size_t line = m_current.line;
         Groups groups;
         advance();
@@ -172,25 +192,22 @@ void DxfReader::readHeader()
             advance();
         }
         if (name == "$HANDSEED" && !groups.empty()) {
-            raiseSeed(groups[0].value, line);
+            raiseSeed(groups[0].value);
         }
-        header.setGroups(name, std::move(groups));
+        header.append({std::move(name), std::move(groups)});
         if (header.all().size() > kMostVariables) {
             throw DrawingError(line, "there are more header variables than any drawing has");
         }
     }
 }
 
-void DxfReader::raiseSeed(const std::string& value, std::size_t line)
+void DxfReader::raiseSeed(const std::string& value)
 {
     const auto seed = parseHandle(value);
-    if (!seed) {
-        throw DrawingError(line, "the seed of the handles is none");
-    }
-    try {
+    if (seed && *seed <= kHighestHandle) {
         m_builder.document().raiseHandleSeed(*seed);
-    } catch (const DrawingError& error) {
-        throw DrawingError(line, error.what());
+    } else {
+        m_mendings.add(Mending::HandleSeed);
     }
 }
 
@@ -229,12 +246,8 @@ void DxfReader::readTable()
     if (!table) {
         auto made = std::make_unique<Table>(name);
         FieldReader(head).read(*made);
-        const std::size_t line = head.line;
-        try {
-            table = &m_builder.addTable(std::move(made));
-        } catch (const DrawingError& error) {
-            throw DrawingError(line, error.what());
-        }
+        mendHandle(*made);
+        table = &m_builder.addTable(std::move(made));
     }
     while (!atRecord("ENDTAB")) {
         Record record = readRecord();
@@ -244,7 +257,7 @@ void DxfReader::readTable()
         auto made = makeTableRecord(name);
         FieldReader(record).read(*made);
         made->owner = table->handle;
-        auto& stored = static_cast<TableRecord&>(storeAt(record.line, std::move(made)));
+        auto& stored = static_cast<TableRecord&>(store(std::move(made)));
         table->records.push_back(stored.handle);
         if (name == "BLOCK_RECORD") {
             m_blocks.try_emplace(lowerCase(stored.recordName), stored.handle);
@@ -285,7 +298,7 @@ void DxfReader::readBlock()
     auto begin = std::make_unique<BlockBracket>(true);
     FieldReader(head).read(*begin);
     begin->owner = block.handle;
-    block.begin = storeAt(head.line, std::move(begin)).handle;
+    block.begin = store(std::move(begin)).handle;
     while (!atRecord("ENDBLK")) {
         readEntity(&block);
     }
@@ -293,7 +306,7 @@ void DxfReader::readBlock()
     auto end = std::make_unique<BlockBracket>(false);
     FieldReader(tail).read(*end);
     end->owner = block.handle;
-    block.end = storeAt(tail.line, std::move(end)).handle;
+    block.end = store(std::move(end)).handle;
 }
 
 void DxfReader::readEntities()
@@ -303,13 +316,18 @@ void DxfReader::readEntities()
     }
 }
 
-// The block of an entity of the entity section: the one that it names as its owner, or else one of the spaces.
+// The space of an entity of the entity section: the layout's block that it names as its owner. Where it names another
+// block, as some programs do that have other names for the spaces, or none, group 67 decides.
 Block& DxfReader::blockOf(const Entity& entity, bool paperSpace)
 {
-    if (auto* owner = m_builder.document().find<Block>(entity.owner)) {
+    auto* owner = m_builder.document().find<Block>(entity.owner);
+    if (owner && isSpace(owner->recordName)) {
         return *owner;
     }
-    return obtainBlock(paperSpace ? "*Paper_Space" : "*Model_Space");
+    if (owner) {
+        m_mendings.add(Mending::ForeignBlock);
+    }
+    return obtainBlock(std::string(paperSpace ? kPaperSpace : kModelSpace));
 }
 
 Entity& DxfReader::readEntity(Block* block)
@@ -324,7 +342,7 @@ Entity& DxfReader::readEntity(Block* block)
     reader.read(*made);
     Block& owner = block ? *block : blockOf(*made, reader.context.paperSpace);
     made->owner = owner.handle;
-    Entity& entity = static_cast<Entity&>(storeAt(record.line, std::move(made)));
+    Entity& entity = static_cast<Entity&>(store(std::move(made)));
     owner.entities.push_back(entity.handle);
     if (auto* polyline = dynamic_cast<HeavyPolyline*>(&entity)) {
         readVertices(*polyline);
@@ -342,7 +360,7 @@ void DxfReader::readVertices(HeavyPolyline& polyline)
         auto vertex = std::make_unique<Vertex>();
         FieldReader(record).read(*vertex);
         vertex->owner = polyline.handle;
-        polyline.vertices.push_back(storeAt(record.line, std::move(vertex)).handle);
+        polyline.vertices.push_back(store(std::move(vertex)).handle);
     }
     polyline.sequenceEnd = readSequenceEnd(polyline);
 }
@@ -354,23 +372,27 @@ void DxfReader::readAttributes(BlockReference& reference, bool announced)
         auto attribute = std::make_unique<Attribute>();
         FieldReader(record).read(*attribute);
         attribute->owner = reference.handle;
-        reference.attributes.push_back(storeAt(record.line, std::move(attribute)).handle);
+        reference.attributes.push_back(store(std::move(attribute)).handle);
     }
-    if (announced || !reference.attributes.empty() || atRecord("SEQEND")) {
+    if (!reference.attributes.empty() || atRecord("SEQEND")) {
         reference.sequenceEnd = readSequenceEnd(reference);
+    } else if (announced) {
+        m_mendings.add(Mending::AnnouncedAttribute);
     }
 }
 
 Handle DxfReader::readSequenceEnd(const Entity& owner)
 {
-    if (!atRecord("SEQEND")) {
-        fail("the vertices or attributes of a " + std::string(owner.name()) + " do not end with SEQEND");
-    }
-    Record record = readRecord();
     auto end = std::make_unique<SequenceEnd>();
-    FieldReader(record).read(*end);
+    if (atRecord("SEQEND")) {
+        Record record = readRecord();
+        FieldReader(record).read(*end);
+    } else {
+        m_mendings.add(Mending::SequenceEnd);
+        end->layer = owner.layer;
+    }
     end->owner = owner.handle;
-    return storeAt(record.line, std::move(end)).handle;
+    return store(std::move(end)).handle;
 }
 
 void DxfReader::readObjects()
@@ -379,7 +401,7 @@ void DxfReader::readObjects()
         Record record = readRecord();
         auto made = makeObject(record.name);
         FieldReader(record).read(*made);
-        m_builder.list(storeAt(record.line, std::move(made)).handle);
+        m_builder.list(store(std::move(made)).handle);
     }
 }
 
@@ -393,13 +415,21 @@ void DxfReader::readRawSection(const std::string& name)
     m_builder.document().rawSections.push_back(std::move(section));
 }
 
-Object& DxfReader::storeAt(std::size_t line, std::unique_ptr<Object> object)
+Object& DxfReader::store(std::unique_ptr<Object> object)
 {
-    const Handle handle = object->handle;
-    try {
-        return m_builder.store(std::move(object));
-    } catch (const DrawingError& error) {
-        throw DrawingError(line, std::string(error.what()) + " (" + formatHandle(handle) + ")");
+    mendHandle(*object);
+    return m_builder.store(std::move(object));
+}
+
+// An object that can't keep its handle is given a new one; what refers to that handle means the object that has it.
+void DxfReader::mendHandle(Object& object)
+{
+    if (object.handle > kHighestHandle) {
+        m_mendings.add(Mending::UselessHandle);
+        object.handle = 0;
+    } else if (m_builder.document().find(object.handle)) {
+        m_mendings.add(Mending::RepeatedHandle);
+        object.handle = 0;
     }
 }
 

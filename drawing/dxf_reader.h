@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,6 +9,7 @@
 #include "drawing/document_builder.h"
 #include "drawing/field_reader.h"
 #include "drawing/group_reader.h"
+#include "drawing/mendings.h"
 #include "drawing/text_encoding.h"
 
 namespace drawing {
@@ -19,6 +21,8 @@ public:
     explicit DxfReader(std::string_view bytes);
 
     Document read();
+    /// What was mended on the way.
+    const Mendings& mendings() const { return m_mendings; }
 
 private:
     /// A block reference, for the check that no block holds itself.
@@ -30,14 +34,15 @@ private:
     };
 
     void advance();
+    bool mayEndHere() const;
     bool atRecord(std::string_view name) const;
     [[noreturn]] void fail(const std::string& reason) const;
-    std::string decoded(const FileGroup& group) const;
+    std::string decoded(const FileGroup& group);
     Record readRecord();
 
     void readSection();
     void readHeader();
-    void raiseSeed(const std::string& value, std::size_t line);
+    void raiseSeed(const std::string& value);
     void readClasses();
     void readTables();
     void readTable();
@@ -51,7 +56,8 @@ private:
     void readVertices(HeavyPolyline& polyline);
     void readAttributes(BlockReference& reference, bool announced);
     Handle readSequenceEnd(const Entity& owner);
-    Object& storeAt(std::size_t line, std::unique_ptr<Object> object);
+    Object& store(std::unique_ptr<Object> object);
+    void mendHandle(Object& object);
     Block& obtainBlock(const std::string& name);
     Block& blockOf(const Entity& entity, bool paperSpace);
     void checkCycles() const;
@@ -60,7 +66,9 @@ private:
     GroupReader m_groups;
     TextEncoding m_encoding;
     DocumentBuilder m_builder;
+    Mendings m_mendings;
     FileGroup m_current;
+    std::set<std::string> m_sections; // that were read
     std::map<std::string, Handle> m_blocks; // by name in lower case
     std::vector<Reference> m_references;
 };

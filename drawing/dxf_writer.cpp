@@ -12,13 +12,14 @@ namespace {
 
 constexpr std::string_view kRelease = "AC1015";
 constexpr std::string_view kMaintenanceRelease = "6";
-constexpr std::string_view kFallbackCodePage = "ANSI_1252";
 
-// The code page that the file is to be in: the drawing's own, if it is one that can be written.
+// The code page that the file is to be in: the drawing's own, or its like on Windows, which other programs know.
 std::string codePageOf(const Document& document)
 {
-    const std::string named = document.header.text("$DWGCODEPAGE");
-    return std::string(findCodePage(named) ? std::string_view(named) : kFallbackCodePage);
+    constexpr int kFallback = 1252;
+    const auto own = codePageNumber(document.header.text("$DWGCODEPAGE"));
+    const int number = windowsCodePage(own.value_or(kFallback));
+    return "ANSI_" + std::to_string(openCodePage(number) ? number : kFallback);
 }
 
 struct KnownClass

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -15,6 +16,10 @@ namespace drawing {
 inline constexpr int kColorByBlock = 0;
 inline constexpr int kColorByLayer = 256;
 
+/// The marker of what all entities have, and the group codes of their properties.
+inline constexpr std::string_view kEntityMarker = "AcDbEntity";
+inline constexpr std::array kPropertyCodes{6, 8, 48, 60, 62, 67, 370, 420};
+
 /// What can be seen in a drawing. The owner is the block (tables.h) whose entity list holds it, or, for vertices and
 /// attributes, the entity that they are part of.
 ///
@@ -23,6 +28,8 @@ inline constexpr int kColorByLayer = 256;
 struct Entity : Object
 {
     void fields(FieldVisitor& visitor) override;
+    /// The fields that all entities have, without their marker.
+    void properties(FieldVisitor& visitor);
 
     std::string layer = "0";
     std::string linetype = "ByLayer";
@@ -272,8 +279,8 @@ struct MText : Entity
     std::string_view name() const override { return "MTEXT"; }
     void fields(FieldVisitor& visitor) override;
 
-    /// Degrees, whichever way the file has it.
-    double rotationDegrees() const;
+    /// The direction of the baseline in the drawing's coordinates, whichever way the file has it; of any length.
+    Vector3 baseline() const;
 
     Vector3 position;
     double height = 0;
@@ -283,7 +290,7 @@ struct MText : Entity
     std::string text;
     std::string style = "Standard";
     std::optional<Vector3> direction; // of the baseline, in the drawing's coordinates; goes before `rotation`
-    double rotation = 0;
+    double rotation = 0;              // about the drawing's z axis
     int spacingStyle = 1;
     double spacingFactor = 1;
     Vector3 extrusion = kZAxis;

@@ -7,7 +7,12 @@ namespace drawing {
 
 void Entity::fields(FieldVisitor& v)
 {
-    v.subclass("AcDbEntity");
+    v.subclass(kEntityMarker);
+    properties(v);
+}
+
+void Entity::properties(FieldVisitor& v)
+{
     v.boolean(67, v.context.paperSpace, false);
     v.string(8, layer);
     v.string(6, linetype, "ByLayer");
@@ -157,6 +162,9 @@ void Image::fields(FieldVisitor& visitor)
     clipType = type == static_cast<int>(ClipType::Polygon) ? ClipType::Polygon : ClipType::Rectangle;
     visitor.take({91});
     clipFields(visitor, clip);
+    if (visitor.reading() && clip.size() < 2) {
+        resetClip(); // without a boundary there is nothing to clip
+    }
 }
 
 void Image::resetClip()

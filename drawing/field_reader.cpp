@@ -1,7 +1,6 @@
 #include "drawing/field_reader.h"
 
 #include <algorithm>
-#include <map>
 
 #include "drawing/error.h"
 
@@ -32,6 +31,9 @@ void FieldReader::read(Object& object)
     splitSections();
     readHead(object);
     object.fields(*this);
+    if (auto* entity = dynamic_cast<Entity*>(&object)) {
+        readStrayProperties(*entity);
+    }
     keepRest(object);
 }
 
@@ -58,13 +60,19 @@ void FieldReader::splitTail(Object& object)
 
 void FieldReader::splitSections()
 {
-    m_sections.push_back({"", 0, m_end, true});
+    m_sections.push_back({"", 0, m_end});
     for (std::size_t i = 0; i < m_end; ++i) {
         if (m_record.groups[i].code == kMarkerCode) {
             m_sections.back().end = i;
-            m_sections.push_back({m_record.groups[i].value, i + 1, m_end, false});
+            m_sections.push_back({m_record.groups[i].value, i + 1, m_end});
         }
     }
+    std::vector<std::string_view> markers;
+    for (const Section& section : m_sections) {
+        markers.push_back(section.marker);
+    }
+    m_visits = SectionVisits(std::move(markers));
+    m_visits.visit("");
 }
 
 void FieldReader::readHead(Object& object)
@@ -114,26 +122,61 @@ void FieldReader::readApplicationGroup(Object& object, std::size_t& index)
     index = end;
 }
 
+// Some programs write the properties of all entities under the marker of the entity's own class.
+void FieldReader::readStrayProperties(Entity& entity)
+{
+    Record strays{m_record.name, m_record.line, takeStrayProperties()};
+    if (!strays.groups.empty()) {
+        FieldReader reader(strays);
+        reader.splitSections();
+        reader.context = context;
+        entity.properties(reader);
+        context = reader.context;
+    }
+}
+
+// The first of each property that is not said where it belongs. In a section whose fields are known it is what none of
+// them has taken; in another only what stands right behind the marker, since further on its code may mean anything.
+std::vector<PlacedGroup> FieldReader::takeStrayProperties()
+{
+    const auto isProperty = [](const PlacedGroup& group) {
+        return std::find(kPropertyCodes.begin(), kPropertyCodes.end(), group.code) != kPropertyCodes.end();
+    };
+    const auto& groups = m_record.groups;
+    std::vector<PlacedGroup> strays;
+    std::vector<int> said;
+    for (const Section& section : m_sections) {
+        for (std::size_t i = section.begin; i < section.end && section.marker == kEntityMarker; ++i) {
+            said.push_back(groups[i].code);
+        }
+    }
+    for (std::size_t number = 0; number < m_sections.size(); ++number) {
+        const Section& section = m_sections[number];
+        for (std::size_t i = section.begin; i < section.end; ++i) {
+            if (!m_visits.visited(number) && !isProperty(groups[i])) {
+                break;
+            }
+            if (!m_used[i] && isProperty(groups[i]) && std::find(said.begin(), said.end(), groups[i].code) == said.end()) {
+                m_used[i] = true;
+                said.push_back(groups[i].code);
+                strays.push_back(groups[i]);
+            }
+        }
+    }
+    return strays;
+}
+
 void FieldReader::keepRest(Object& object)
 {
-    std::map<std::string_view, int> uses;
-    for (const Section& section : m_sections) {
-        ++uses[section.marker];
-    }
-    for (const Section& section : m_sections) {
-        KeptGroups kept{section.marker, {}};
+    for (std::size_t number = 0; number < m_sections.size(); ++number) {
+        const Section& section = m_sections[number];
+        KeptGroups kept{std::string(m_sections.size() == 1 ? m_lastMarker : section.marker), {}};
         for (std::size_t i = section.begin; i < section.end; ++i) {
             if (!m_used[i]) {
                 kept.groups.push_back(m_record.groups[i]);
             }
         }
-        // Releases before 13 have no markers; what is left belongs to the entity's own class.
-        if (m_sections.size() == 1) {
-            kept.subclass = m_lastMarker;
-        }
-        // A marker that comes twice is kept each time, so that the writer can tell which is which.
-        const bool repeated = uses[section.marker] > 1;
-        if (!kept.groups.empty() || repeated || !section.visited) {
+        if (!kept.groups.empty() || m_visits.keptWhenEmpty(number)) {
             object.kept.push_back(std::move(kept));
         }
     }
@@ -141,18 +184,9 @@ void FieldReader::keepRest(Object& object)
 
 void FieldReader::subclass(std::string_view marker, std::initializer_list<std::string_view> alsoRead)
 {
+    constexpr std::size_t kHead = 0;
     m_lastMarker = marker;
-    for (std::size_t i = 1; i < m_sections.size(); ++i) {
-        Section& section = m_sections[i];
-        const bool named =
-            section.marker == marker || std::find(alsoRead.begin(), alsoRead.end(), section.marker) != alsoRead.end();
-        if (named && !section.visited) {
-            section.visited = true;
-            m_current = i;
-            return;
-        }
-    }
-    m_current = 0;
+    m_current = m_visits.visit(marker, alsoRead).value_or(kHead);
 }
 
 PlacedGroup* FieldReader::next(int code)

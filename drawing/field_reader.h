@@ -3,7 +3,9 @@
 #include <string>
 #include <vector>
 
+#include "drawing/entities.h"
 #include "drawing/field_visitor.h"
+#include "drawing/section_visits.h"
 
 namespace drawing {
 
@@ -15,8 +17,8 @@ struct Record
     std::vector<PlacedGroup> groups;
 };
 
-/// Fills an object from a record. What the object's fields don't take goes into its kept groups, so that writing the
-/// object gives all of the record back.
+/// Fills an object from a record. What the object's fields don't take goes into its kept groups, by the rule of
+/// SectionVisits, so that writing the object gives all of the record back.
 class FieldReader final : public FieldVisitor
 {
 public:
@@ -40,19 +42,20 @@ public:
     void put(int, std::string) override {}
 
 private:
-    /// The groups under one marker; the first section has none.
+    /// The groups under one marker; the first section is the head, which has none.
     struct Section
     {
-        std::string marker;
+        std::string_view marker;
         std::size_t begin = 0;
         std::size_t end = 0;
-        bool visited = false;
     };
 
     void splitTail(Object& object);
     void splitSections();
     void readHead(Object& object);
     void readApplicationGroup(Object& object, std::size_t& index);
+    void readStrayProperties(Entity& entity);
+    std::vector<PlacedGroup> takeStrayProperties();
     void keepRest(Object& object);
     PlacedGroup* next(int code);
 
@@ -60,8 +63,9 @@ private:
     std::vector<bool> m_used;
     std::size_t m_end = 0; // groups from here on are extended data or embedded
     std::vector<Section> m_sections;
-    std::size_t m_current = 0;
-    std::string m_lastMarker;
+    SectionVisits m_visits;
+    std::size_t m_current = 0; // section that fields are taken from
+    std::string_view m_lastMarker;
 };
 
 } // namespace drawing

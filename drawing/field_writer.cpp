@@ -33,17 +33,20 @@ void GroupSink::groups(const Groups& groups)
 
 void FieldWriter::write(const Object& object, const Groups& beforeHandle)
 {
+    std::vector<std::string_view> markers;
+    for (const KeptGroups& kept : object.kept) {
+        markers.push_back(kept.subclass);
+    }
     m_object = &object;
-    m_keptWritten.assign(object.kept.size(), false);
+    m_visits = SectionVisits(std::move(markers));
     writeHead(object, beforeHandle);
-    m_markers = {""};
+    m_current = m_visits.visit("");
     writeKept();
-    m_markers.clear();
     // The list of fields is shared with the reader, hence not const; a writer changes none of them.
     const_cast<Object&>(object).fields(*this);
     writeKept();
     for (std::size_t i = 0; i < object.kept.size(); ++i) {
-        if (!m_keptWritten[i]) {
+        if (!m_visits.visited(i)) {
             m_sink.group(100, object.kept[i].subclass);
             m_sink.groups(object.kept[i].groups);
         }
@@ -74,24 +77,18 @@ void FieldWriter::writeHead(const Object& object, const Groups& beforeHandle)
     m_sink.group(330, formatHandle(object.owner));
 }
 
-// Writes the first kept groups, still to come, of the present marker.
 void FieldWriter::writeKept()
 {
-    for (std::size_t i = 0; i < m_object->kept.size(); ++i) {
-        const KeptGroups& kept = m_object->kept[i];
-        if (!m_keptWritten[i] && std::find(m_markers.begin(), m_markers.end(), kept.subclass) != m_markers.end()) {
-            m_sink.groups(kept.groups);
-            m_keptWritten[i] = true;
-            return;
-        }
+    if (m_current) {
+        m_sink.groups(m_object->kept[*m_current].groups);
+        m_current.reset();
     }
 }
 
 void FieldWriter::subclass(std::string_view marker, std::initializer_list<std::string_view> alsoRead)
 {
     writeKept();
-    m_markers.assign(alsoRead);
-    m_markers.push_back(marker);
+    m_current = m_visits.visit(marker, alsoRead);
     m_sink.group(100, marker);
 }
 

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "drawing/field_visitor.h"
+#include "drawing/section_visits.h"
 #include "drawing/text_encoding.h"
 
 namespace drawing {
@@ -52,8 +53,8 @@ private:
 
     GroupSink& m_sink;
     const Object* m_object = nullptr;
-    std::vector<bool> m_keptWritten;
-    std::vector<std::string_view> m_markers; // the present one, and those that a reader takes for it
+    SectionVisits m_visits;             // of the object's kept groups
+    std::optional<std::size_t> m_current; // the kept groups to be written behind the present fields
 };
 
 } // namespace drawing

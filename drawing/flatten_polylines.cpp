@@ -63,17 +63,79 @@ Vector2 sideAt(const Vector2& before, const Vector2& after, const Vector2& own)
     return {-sum.y * scale, sum.x * scale};
 }
 
-FlatPath quadrangle(const std::array<Vector2, 4>& corners, const Transform& map)
+// Both edges of a run of wide pieces, in its direction.
+struct Strip
+{
+    std::vector<Vector2> left;
+    std::vector<Vector2> right;
+
+    bool endsWhere(const Strip& other) const
+    {
+        return left.back() == other.left.front() && right.back() == other.right.front();
+    }
+    void append(const Strip& next)
+    {
+        left.insert(left.end(), next.left.begin() + 1, next.left.end());
+        right.insert(right.end(), next.right.begin() + 1, next.right.end());
+    }
+};
+
+FlatPath outlineOf(const Strip& strip, const Transform& map)
 {
     std::vector<Vector3> points;
-    points.reserve(corners.size());
-    for (const Vector2& corner : corners) {
-        points.push_back({corner.x, corner.y, 0});
+    for (const Vector2& point : strip.left) {
+        points.push_back({point.x, point.y, 0});
+    }
+    for (auto point = strip.right.rbegin(); point != strip.right.rend(); ++point) {
+        points.push_back({point->x, point->y, 0});
     }
     return projectedPath(points, map, true, true);
 }
 
-// Each edge of a wide polyline becomes a quadrangle; neighbours share a side where the width doesn't jump.
+// True if an edge of the piece runs against it: the arc is narrower than its width.
+bool isFolded(const Strip& piece, const Vector2& direction)
+{
+    const auto runsBack = [&](const std::vector<Vector2>& edge) {
+        const Vector2 along = edge.back() - edge.front();
+        return along.x * direction.x + along.y * direction.y < 0;
+    };
+    return runsBack(piece.left) || runsBack(piece.right);
+}
+
+// Pieces that meet in the same two points make one outline, so that no seam between them can show. Folded ones stay
+// alone, since their outline runs the other way round.
+class StripCollector
+{
+public:
+    void add(const Strip& piece, const Vector2& direction)
+    {
+        const bool folded = isFolded(piece, direction);
+        if (!m_strips.empty() && !folded && !m_folded && m_strips.back().endsWhere(piece)) {
+            m_strips.back().append(piece);
+        } else {
+            m_strips.push_back(piece);
+        }
+        m_firstFolded = m_strips.size() == 1 ? folded : m_firstFolded;
+        m_folded = folded;
+    }
+
+    /// `closed`: the last strip may run on into the first.
+    std::vector<Strip> take(bool closed)
+    {
+        if (closed && m_strips.size() > 1 && !m_folded && !m_firstFolded && m_strips.back().endsWhere(m_strips.front())) {
+            m_strips.back().append(m_strips.front());
+            m_strips.erase(m_strips.begin());
+        }
+        return std::move(m_strips);
+    }
+
+private:
+    std::vector<Strip> m_strips;
+    bool m_folded = false; // the last strip
+    bool m_firstFolded = false;
+};
+
+// Lines where both ends of a piece are thin, filled outlines elsewhere.
 void emitWide(const std::vector<Sample>& samples, bool closed, const Transform& map,
               const std::function<void(FlatPath&&)>& emit)
 {
@@ -82,6 +144,7 @@ void emitWide(const std::vector<Sample>& samples, bool closed, const Transform& 
     for (std::size_t i = 0; i < edges; ++i) {
         directions.push_back(directionOf(samples[i].position, samples[i + 1].position));
     }
+    StripCollector strips;
     for (std::size_t i = 0; i < edges; ++i) {
         const Sample& from = samples[i];
         const Sample& to = samples[i + 1];
@@ -98,8 +161,11 @@ void emitWide(const std::vector<Sample>& samples, bool closed, const Transform& 
         const Vector2 after = i + 1 < edges ? directions[i + 1] : closed ? directions[0] : Vector2{};
         const Vector2 startSide = sideAt(before, own, own) * from.widthAfter;
         const Vector2 endSide = sideAt(own, after, own) * to.widthBefore;
-        emit(quadrangle(
-            {from.position + startSide, to.position + endSide, to.position - endSide, from.position - startSide}, map));
+        strips.add({{from.position + startSide, to.position + endSide}, {from.position - startSide, to.position - endSide}},
+                   own);
+    }
+    for (const Strip& strip : strips.take(closed)) {
+        emit(outlineOf(strip, map));
     }
 }
 

@@ -9,7 +9,7 @@
 
 namespace drawing {
 
-/// A flattened polyline: lines where it is thin, filled quadrangles where it has a width. `map` goes from the
+/// A flattened polyline: lines where it is thin, filled outlines where it has a width. `map` goes from the
 /// polyline's plane to the drawing.
 void flattenPolyline(const std::vector<PolylinePoint>& points, bool closed, const Transform& map, double tolerance,
                      const std::function<void(FlatPath&&)>& emit);

@@ -23,9 +23,14 @@ std::string lowerCase(const std::string& text)
     return result;
 }
 
-// Counter-clockwise from start to end, in radians; equal angles make a full turn.
+// Counter-clockwise from start to end, in radians. Equal angles make a full turn, and so does an end that lies whole
+// turns above the start but for the rounding of the digits in a file.
 double sweepBetween(double start, double end)
 {
+    constexpr double kRounding = 1e-6;
+    if (end - start > kTurn - kRounding && std::abs(std::remainder(end - start, kTurn)) < kRounding) {
+        return kTurn;
+    }
     double sweep = std::fmod(end - start, kTurn);
     if (sweep <= 0) {
         sweep += kTurn;

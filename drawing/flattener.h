@@ -43,6 +43,7 @@ private:
     void round(const Entity& entity, const Place& place);
     void lightPolyline(const LightPolyline& polyline, const Place& place);
     void reference(const BlockReference& reference, const Place& place);
+    void attributes(const BlockReference& reference, const Place& place);
     void dimension(const Entity& entity, const Place& place);
     void heavyPolyline(const HeavyPolyline& polyline, const Place& place);
     void mesh(const HeavyPolyline& polyline, const std::vector<const Vertex*>& vertices, const Place& place);

@@ -30,31 +30,38 @@ void Flattener::content(const Block& block, const Place& place)
     m_open.pop_back();
 }
 
+// A reference with its attributes, in each of its rows and columns.
 void Flattener::reference(const BlockReference& reference, const Place& place)
 {
     const Block* block = findBlock(reference.block);
-    if (block) {
-        const FlatStyle style = styleOf(reference, place.inherited);
-        Place inside;
-        inside.inherited = {true, style.layer, style.colorIndex, style.rgb, style.linetype, style.lineweight};
-        const auto* begin = m_document.find<BlockBracket>(block->begin);
-        const Vector3 base = begin ? begin->basePoint : Vector3{};
-        const Transform frame = place.map * Transform::fromExtrusion(reference.extrusion) *
-                                Transform::translation(reference.position) *
-                                Transform::rotation(reference.rotation * kRadiansPerDegree);
-        const Transform scaled = Transform::scaling(reference.scale) * Transform::translation(base * -1);
-        for (int row = 0; row < std::max(1, reference.rows); ++row) {
-            for (int column = 0; column < std::max(1, reference.columns); ++column) {
-                // Also an empty block costs something, so that a huge grid of them comes to an end.
-                if (!spend(1)) {
-                    return;
-                }
-                const Vector3 offset{column * reference.columnSpacing, row * reference.rowSpacing, 0};
-                inside.map = frame * Transform::translation(offset) * scaled;
+    const auto* begin = block ? m_document.find<BlockBracket>(block->begin) : nullptr;
+    const FlatStyle style = styleOf(reference, place.inherited);
+    Place inside;
+    inside.inherited = {true, style.layer, style.colorIndex, style.rgb, style.linetype, style.lineweight};
+    const Transform turned =
+        Transform::fromExtrusion(reference.extrusion) * Transform::rotation(reference.rotation * kRadiansPerDegree);
+    const Transform toPlace = Transform::translation(Transform::fromExtrusion(reference.extrusion).point(reference.position)) *
+                              turned * Transform::scaling(reference.scale) *
+                              Transform::translation((begin ? begin->basePoint : Vector3{}) * -1);
+    for (int row = 0; row < std::max(1, reference.rows); ++row) {
+        for (int column = 0; column < std::max(1, reference.columns); ++column) {
+            // Also an empty block costs something, so that a huge grid of them comes to an end.
+            if (!spend(1)) {
+                return;
+            }
+            const Vector3 offset{column * reference.columnSpacing, row * reference.rowSpacing, 0};
+            const Place shifted{place.map * Transform::translation(turned.direction(offset)), place.inherited};
+            inside.map = shifted.map * toPlace;
+            if (block) {
                 content(*block, inside);
             }
+            attributes(reference, shifted);
         }
     }
+}
+
+void Flattener::attributes(const BlockReference& reference, const Place& place)
+{
     for (const Handle handle : reference.attributes) {
         const auto* attribute = m_document.find<Attribute>(handle);
         if (attribute && (m_options.hiddenToo || !(attribute->flags & Attribute::kInvisible)) &&

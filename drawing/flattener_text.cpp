@@ -71,6 +71,8 @@ void Flattener::text(const Text& text, const std::string& shown, const Place& pl
         const Vector3 along = *text.alignmentPoint - text.position;
         flat.fitLength = std::hypot(along.x, along.y);
         angle = std::atan2(along.y, along.x);
+        // Text that runs backward still runs from one point to the other.
+        angle += text.generation & kBackward ? std::numbers::pi : 0;
     } else if (text.alignmentPoint &&
                (text.horizontal != HorizontalAlignment::Left || text.vertical != VerticalAlignment::Baseline)) {
         position = *text.alignmentPoint;
@@ -101,9 +103,9 @@ void Flattener::mtext(const MText& text, const Place& place)
         flat.widthFactor = style->widthFactor;
         flat.oblique = style->oblique;
     }
-    const Transform plane =
-        Transform::fromExtrusion(text.extrusion) * Transform::rotation(text.rotationDegrees() * kRadiansPerDegree);
-    emitText(text, std::move(flat), text.position, plane.xAxis, plane.yAxis, place);
+    // Unlike other texts, this one is turned in the drawing's coordinates, whichever way its plane faces.
+    const Vector3 up = normalized(cross(text.extrusion, text.baseline()));
+    emitText(text, std::move(flat), text.position, normalized(cross(up, text.extrusion)), up, place);
 }
 
 } // namespace drawing

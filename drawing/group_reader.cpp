@@ -13,7 +13,6 @@ constexpr std::size_t kLongestLine = 1u << 20;
 constexpr int kLowestCode = -5;
 constexpr int kHighestCode = 1071;
 constexpr int kCommentCode = 999;
-constexpr Handle kUnlikelyHandle = Handle(1) << 60;
 constexpr std::size_t kMostGroups = 50'000'000;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
@@ -87,10 +86,10 @@ FileSurvey surveyFile(std::string_view bytes)
         } else if (group->code == 0) {
             variable = {};
         } else if ((group->code == 5 || group->code == 105) && variable != "$HANDSEED") {
-            // Some fives are names in old files, and data in new ones; a true handle of that size fails when it is
-            // read.
+            // Some fives are names in old files, and data in new ones. An object with a handle above the bound is
+            // given a new one.
             const Handle handle = parseHandle(group->value).value_or(0);
-            survey.highestHandle = std::max(survey.highestHandle, handle < kUnlikelyHandle ? handle : 0);
+            survey.highestHandle = std::max(survey.highestHandle, handle <= kHighestHandle ? handle : 0);
         }
     }
     return survey;

@@ -10,8 +10,8 @@ namespace drawing {
 const HeaderVariables::Variable* HeaderVariables::find(std::string_view name) const
 {
     const auto found =
-        std::find_if(m_variables.begin(), m_variables.end(), [&](const Variable& v) { return v.name == name; });
-    return found == m_variables.end() ? nullptr : &*found;
+        std::find_if(m_variables.rbegin(), m_variables.rend(), [&](const Variable& v) { return v.name == name; });
+    return found == m_variables.rend() ? nullptr : &*found;
 }
 
 HeaderVariables::Variable& HeaderVariables::obtain(std::string_view name)

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "drawing/geometry.h"
@@ -10,7 +11,8 @@
 
 namespace drawing {
 
-/// The drawing's header variables, in the file's order. Names begin with "$". Unknown ones are held like all others.
+/// The drawing's header variables, in the file's order. Names begin with "$". Unknown ones are held like all others. A
+/// name may stand more than once, as those of the drawing's custom properties do; by its name the last one is found.
 class HeaderVariables
 {
 public:
@@ -37,7 +39,9 @@ public:
     void setPoint2(std::string_view name, const Vector2& value);
     void setPoint3(std::string_view name, const Vector3& value);
     void setGroups(std::string_view name, Groups groups);
-    bool erase(std::string_view name);
+    /// Adds a variable behind all others, whether there is one of that name or not.
+    void append(Variable variable) { m_variables.push_back(std::move(variable)); }
+    bool erase(std::string_view name); // all of that name; false if there was none
 
 private:
     const Variable* find(std::string_view name) const;

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <span>
 #include <string_view>
+#include <utility>
 
 #include "drawing/numbers.h"
 
@@ -11,103 +13,105 @@ namespace drawing {
 
 namespace {
 
+using Codes = std::span<const int>;
+
+constexpr int kMarkerCode = 100;
+constexpr int kApplicationCode = 102;
 constexpr int kFirstExtendedCode = 1000;
-constexpr std::array kCommonCodes{5, 6, 8, 48, 60, 62, 67, 102, 330};
 
-PlacedGroup marker(std::string_view name, std::size_t line)
+// A subclass of an entity and the groups that belong under its marker.
+struct Subclass
 {
-    PlacedGroup group;
-    group.code = 100;
-    group.value = name;
-    group.line = line;
-    return group;
+    std::string_view marker;
+    Codes codes;
+    bool takesRest = false; // also the groups that belong to no other subclass
+};
+
+constexpr std::array kHeadCodes{5, kApplicationCode, 330};
+constexpr std::array kDimensionKindCodes{12, 22, 32, 13, 23, 33, 14, 24, 34, 15, 25, 35, 16, 26, 36, 40, 50, 52};
+
+bool contains(Codes codes, int code)
+{
+    return std::find(codes.begin(), codes.end(), code) != codes.end();
 }
 
-bool isCommon(const PlacedGroup& group)
+// The low bits of a dimension's group 70 say its kind.
+unsigned dimensionKind(const Record& record)
 {
-    return std::find(kCommonCodes.begin(), kCommonCodes.end(), group.code) != kCommonCodes.end();
-}
-
-// A dimension's kind is in the low bits of its group 70.
-std::string_view dimensionMarker(const Record& record)
-{
-    constexpr std::array<std::string_view, 8> kMarkers{
-        "AcDbAlignedDimension", "AcDbAlignedDimension",       "AcDb2LineAngularDimension", "AcDbDiametricDimension",
-        "AcDbRadialDimension",  "AcDb3PointAngularDimension", "AcDbOrdinateDimension",     ""};
+    constexpr unsigned kKindBits = 7;
     for (const PlacedGroup& group : record.groups) {
         if (group.code == 70) {
-            return kMarkers[static_cast<unsigned>(parseInteger(group.value).value_or(0)) & 7u];
+            return static_cast<unsigned>(parseInteger(group.value).value_or(0)) & kKindBits;
         }
     }
-    return kMarkers[0];
+    return 0;
 }
 
-bool isRotated(const Record& record)
+std::vector<Subclass> subclassesOfDimension(const Record& record)
 {
-    return std::none_of(record.groups.begin(), record.groups.end(), [](const PlacedGroup& group) {
-        return group.code == 70 && (static_cast<unsigned>(parseInteger(group.value).value_or(0)) & 7u) != 0;
-    });
+    constexpr std::string_view kKinds[] = {"AcDbAlignedDimension",       "AcDbAlignedDimension",
+                                           "AcDb2LineAngularDimension",  "AcDbDiametricDimension",
+                                           "AcDbRadialDimension",        "AcDb3PointAngularDimension",
+                                           "AcDbOrdinateDimension",      ""};
+    const unsigned kind = dimensionKind(record);
+    std::vector<Subclass> subclasses{
+        {kEntityMarker, kPropertyCodes}, {"AcDbDimension", {}, true}, {kKinds[kind], kDimensionKindCodes}};
+    if (kind == 0) {
+        subclasses.push_back({"AcDbRotatedDimension", {}}); // an aligned one that is turned
+    }
+    return subclasses;
 }
 
-bool belongsToKind(const PlacedGroup& group)
+// Empty for entities that need no markers here: their own fields say them when they are written.
+std::vector<Subclass> subclassesOf(const Record& record)
 {
-    constexpr std::array kCodes{12, 22, 32, 13, 23, 33, 14, 24, 34, 15, 25, 35, 16, 26, 36, 40, 50, 52};
-    return std::find(kCodes.begin(), kCodes.end(), group.code) != kCodes.end();
+    constexpr std::pair<std::string_view, std::string_view> kSimple[] = {
+        {"3DFACE", "AcDbFace"}, {"SHAPE", "AcDbShape"}, {"VIEWPORT", "AcDbViewport"}};
+    for (const auto& [name, marker] : kSimple) {
+        if (record.name == name) {
+            return {{kEntityMarker, kPropertyCodes}, {marker, {}, true}};
+        }
+    }
+    return record.name == "DIMENSION" ? subclassesOfDimension(record) : std::vector<Subclass>();
 }
 
-void addDimensionMarkers(Record& record)
+// The number of the subclass that a group belongs to.
+std::size_t placeOf(const PlacedGroup& group, const std::vector<Subclass>& subclasses)
 {
-    std::vector<PlacedGroup> common{marker("AcDbEntity", record.line)};
-    std::vector<PlacedGroup> base{marker("AcDbDimension", record.line)};
-    std::vector<PlacedGroup> kind{marker(dimensionMarker(record), record.line)};
-    std::vector<PlacedGroup> head;
-    std::vector<PlacedGroup> extended;
-    for (const PlacedGroup& group : record.groups) {
-        auto& part = group.code == 5                    ? head
-                     : group.code >= kFirstExtendedCode ? extended
-                     : isCommon(group)                  ? common
-                     : belongsToKind(group)             ? kind
-                                                        : base;
-        part.push_back(group);
-    }
-    if (isRotated(record)) {
-        kind.push_back(marker("AcDbRotatedDimension", record.line));
-    }
-    for (const auto* part : {&common, &base, &kind, &extended}) {
-        head.insert(head.end(), part->begin(), part->end());
-    }
-    record.groups = std::move(head);
-}
-
-void addMarker(Record& record, std::string_view name)
-{
-    std::vector<PlacedGroup> head;
-    std::vector<PlacedGroup> common{marker("AcDbEntity", record.line)};
-    std::vector<PlacedGroup> own{marker(name, record.line)};
-    for (const PlacedGroup& group : record.groups) {
-        (group.code == 5 ? head : isCommon(group) ? common : own).push_back(group);
-    }
-    head.insert(head.end(), common.begin(), common.end());
-    head.insert(head.end(), own.begin(), own.end());
-    record.groups = std::move(head);
+    const auto owner = std::find_if(subclasses.begin(), subclasses.end(),
+                                    [&](const Subclass& each) { return contains(each.codes, group.code); });
+    const auto place = owner != subclasses.end()
+                           ? owner
+                           : std::find_if(subclasses.begin(), subclasses.end(), [](const Subclass& each) { return each.takesRest; });
+    return static_cast<std::size_t>(place - subclasses.begin());
 }
 
 } // namespace
 
 void addLegacyMarkers(Record& record)
 {
-    if (std::any_of(record.groups.begin(), record.groups.end(), [](const PlacedGroup& g) { return g.code == 100; })) {
+    const std::vector<Subclass> subclasses = subclassesOf(record);
+    const bool marked = std::any_of(record.groups.begin(), record.groups.end(),
+                                    [](const PlacedGroup& group) { return group.code == kMarkerCode; });
+    if (subclasses.empty() || marked) {
         return;
     }
-    constexpr std::pair<std::string_view, std::string_view> kMarkers[] = {
-        {"3DFACE", "AcDbFace"}, {"SHAPE", "AcDbShape"}, {"VIEWPORT", "AcDbViewport"}};
-    if (record.name == "DIMENSION") {
-        addDimensionMarkers(record);
+    std::vector<PlacedGroup> head;
+    std::vector<PlacedGroup> extended;
+    std::vector<std::vector<PlacedGroup>> parts;
+    for (const Subclass& each : subclasses) {
+        parts.push_back({{{kMarkerCode, std::string(each.marker)}, record.line}});
     }
-    for (const auto& [name, subclass] : kMarkers) {
-        if (record.name == name) {
-            addMarker(record, subclass);
-        }
+    for (PlacedGroup& group : record.groups) {
+        auto& part = group.code >= kFirstExtendedCode      ? extended
+                     : contains(kHeadCodes, group.code) ? head
+                                                           : parts[placeOf(group, subclasses)];
+        part.push_back(std::move(group));
+    }
+    parts.push_back(std::move(extended));
+    record.groups = std::move(head);
+    for (auto& part : parts) {
+        std::move(part.begin(), part.end(), std::back_inserter(record.groups));
     }
 }
 

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
+#include <optional>
+
+#include "drawing/error.h"
 
 namespace drawing {
 
@@ -13,6 +16,7 @@ constexpr char32_t kFirstLowSurrogate = 0xDC00;
 constexpr char32_t kLastSurrogate = 0xDFFF;
 constexpr std::string_view kEscape = "\\U+";
 constexpr std::size_t kEscapeSize = 7;
+constexpr int kWindowsWest = 1252;
 
 bool isSurrogate(char32_t c)
 {
@@ -36,11 +40,6 @@ void appendEscape(std::string& bytes, char32_t unit)
     char buffer[12];
     std::snprintf(buffer, sizeof buffer, "\\U+%04X", static_cast<unsigned>(unit));
     bytes += buffer;
-}
-
-bool isAscii(std::string_view text)
-{
-    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 // Length of the UTF-8 sequence that the byte begins; 0 if it begins none.
@@ -80,7 +79,21 @@ std::optional<char32_t> utf8At(std::string_view text, std::size_t length)
     return character;
 }
 
+std::shared_ptr<const CodePage> requireCodePage(int number)
+{
+    auto page = openCodePage(number);
+    if (!page) {
+        throw DrawingError("the system has no conversion of the code page " + std::to_string(number));
+    }
+    return page;
+}
+
 } // namespace
+
+bool isAscii(std::string_view text)
+{
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
 
 char32_t takeCharacter(std::string_view& text)
 {
@@ -90,8 +103,8 @@ char32_t takeCharacter(std::string_view& text)
         text.remove_prefix(length);
         return *character;
     }
-    text.remove_prefix(1);
-    return (*findCodePage("ANSI_1252"))[lead - 0x80u];
+    static const std::shared_ptr<const CodePage> kWest = requireCodePage(kWindowsWest);
+    return kWest->take(text);
 }
 
 void appendUtf8(std::string& text, char32_t c)
@@ -143,24 +156,24 @@ std::string decodeEscapes(std::string_view text)
     return result;
 }
 
-TextEncoding::TextEncoding(std::string_view codePageName) : m_utf8(false), m_page(findCodePage(codePageName)) {}
+TextEncoding::TextEncoding(std::string_view codePageName)
+{
+    const std::optional<int> number = codePageName.empty() ? kWindowsWest : codePageNumber(codePageName);
+    m_page = number ? openCodePage(*number) : nullptr;
+    m_known = m_page != nullptr;
+    if (!m_page) {
+        m_page = requireCodePage(kWindowsWest);
+    }
+}
 
-std::optional<std::string> TextEncoding::decode(std::string_view bytes) const
+std::string TextEncoding::decode(std::string_view bytes) const
 {
     std::string text;
     if (isAscii(bytes)) {
         text = bytes;
-    } else if (m_utf8) {
-        while (!bytes.empty()) {
-            appendUtf8(text, takeCharacter(bytes));
-        }
     } else {
-        if (!m_page) {
-            return std::nullopt;
-        }
-        for (const char c : bytes) {
-            const auto byte = static_cast<unsigned char>(c);
-            appendUtf8(text, byte < 0x80 ? byte : (*m_page)[byte - 0x80u]);
+        while (!bytes.empty()) {
+            appendUtf8(text, m_page ? m_page->take(bytes) : takeCharacter(bytes));
         }
     }
     return text.find(kEscape) == std::string::npos ? text : decodeEscapes(text);
@@ -168,19 +181,14 @@ std::optional<std::string> TextEncoding::decode(std::string_view bytes) const
 
 std::string TextEncoding::encode(std::string_view text) const
 {
-    if (isAscii(text) || m_utf8) {
+    if (isAscii(text) || !m_page) {
         return std::string(text);
     }
     std::string bytes;
     while (!text.empty()) {
         const char32_t character = takeCharacter(text);
-        if (character < 0x80) {
-            bytes += static_cast<char>(character);
-            continue;
-        }
-        const auto found = m_page ? std::find(m_page->begin(), m_page->end(), character) : nullptr;
-        if (m_page && found != m_page->end()) {
-            bytes += static_cast<char>(0x80 + (found - m_page->begin()));
+        if (const auto encoded = m_page->bytesOf(character)) {
+            bytes += *encoded;
         } else if (character < 0x10000) {
             appendEscape(bytes, character);
         } else {

@@ -122,13 +122,10 @@ void MText::fields(FieldVisitor& v)
     v.real(44, spacingFactor, 1.0);
 }
 
-double MText::rotationDegrees() const
+Vector3 MText::baseline() const
 {
-    if (!direction) {
-        return rotation;
-    }
-    const Transform plane = Transform::fromExtrusion(extrusion);
-    return std::atan2(dot(*direction, plane.yAxis), dot(*direction, plane.xAxis)) * 180 / std::numbers::pi;
+    const double angle = rotation * std::numbers::pi / 180;
+    return direction.value_or(Vector3{std::cos(angle), std::sin(angle), 0});
 }
 
 } // namespace drawing

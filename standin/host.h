@@ -102,6 +102,8 @@ HALVORAN_STANDIN_API void closeDrawing();
 HALVORAN_STANDIN_API bool drawingOpen();
 /// Empty for a drawing that has no file yet.
 HALVORAN_STANDIN_API std::filesystem::path drawingPath();
+/// What was mended in the drawing's file when it was opened: plain sentences, as a rule none.
+HALVORAN_STANDIN_API std::vector<std::wstring> drawingNotes();
 /// The current drawing's database and its document; the document is only there while a drawing is open. An edit to the
 /// document is painted after redraw(), and must not remove an entity: see eraseEntity.
 HALVORAN_STANDIN_API AcDbDatabase* drawingDatabase();

@@ -45,13 +45,15 @@ Failure openDrawing(const std::filesystem::path& path)
     std::error_code error;
     const std::filesystem::path file = std::filesystem::absolute(path, error);
     drawing::Document document;
+    drawing::Notes notes;
     try {
-        document = drawing::readDrawing(file);
+        document = drawing::readDrawing(file, &notes);
     } catch (const drawing::DrawingError& failure) {
         return file.filename().wstring() + L": " + widen(failure.what());
     }
     auto database = std::make_unique<AcDbDatabase>(false);
     database->state().document = std::move(document);
+    database->state().notes = std::move(notes);
     database->state().fileName = file.wstring();
     makeCurrent(std::move(database));
     return std::nullopt;
@@ -98,6 +100,16 @@ bool drawingOpen()
 std::filesystem::path drawingPath()
 {
     return current() ? current()->fileName() : L"";
+}
+
+std::vector<std::wstring> drawingNotes()
+{
+    std::vector<std::wstring> notes;
+    if (current()) {
+        for (const std::string& note : current()->database()->state().notes)
+            notes.push_back(widen(note));
+    }
+    return notes;
 }
 
 AcDbDatabase* drawingDatabase()

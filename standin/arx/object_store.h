@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "drawing/document.h"
+#include "drawing/mendings.h"
 #include "standin/arx/dbmain.h"
 
 /// One per object that was ever asked for. It outlives the object and the database, so that an old id stays safe to
@@ -26,6 +27,7 @@ struct standin::ObjectSlot
 struct AcDbDatabase::State
 {
     drawing::Document document;
+    drawing::Notes notes; // of what was mended in its file
     std::wstring fileName;
     std::unordered_map<drawing::Handle, standin::ObjectSlot*> slots;
 };

@@ -540,6 +540,8 @@ bool Editor::openDrawing(const std::filesystem::path& path)
         return false;
     }
     drawingOpened();
+    for (const std::wstring& note : standin::drawingNotes())
+        print(note);
     return true;
 }
 

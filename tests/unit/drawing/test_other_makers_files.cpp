@@ -135,7 +135,7 @@ TEST_P(OtherMakersFile, NewerEntitiesHaveTheirValues)
     const auto& mtext = entity<MText>(document, 0);
     EXPECT_EQ(mtext.text.size(), std::string("{\\fArial|b1;bold}\\Pnext ").size() + 5 * 120);
     EXPECT_EQ(mtext.attachment, 5);
-    EXPECT_NEAR(mtext.rotationDegrees(), 90, 1e-9);
+    EXPECT_NEAR(mtext.baseline().x, 0, 1e-9);
     const auto& image = entity<Image>(document, 0);
     EXPECT_EQ(image.clip.at(1), (Vector2{110, 20}));
     const auto* definition = document.find<ImageDefinition>(image.definition);
