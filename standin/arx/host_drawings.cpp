@@ -72,6 +72,7 @@ Failure saveDrawing(const std::filesystem::path& path)
         return widen(failure.what());
     }
     database->state().fileName = name;
+    database->state().changes.clear();
     editor().tell([&](AcEditorReactor& reactor) { reactor.saveComplete(database, name.c_str()); });
     return std::nullopt;
 }
@@ -93,6 +94,11 @@ void closeDrawing()
 bool drawingOpen()
 {
     return current() != nullptr;
+}
+
+bool drawingModified()
+{
+    return current() && current()->database()->state().changes.any();
 }
 
 std::filesystem::path drawingPath()

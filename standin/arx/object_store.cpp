@@ -82,6 +82,13 @@ AcDbObject* objectOf(standin::ObjectSlot& slot)
     return slot.object.get();
 }
 
+bool onLockedLayer(const standin::ObjectSlot& slot)
+{
+    const auto* entity = dynamic_cast<const drawing::Entity*>(recordOf(&slot));
+    const drawing::Layer* layer = entity ? slot.database->state().document.findLayer(entity->layer) : nullptr;
+    return layer && layer->locked();
+}
+
 int openObjects()
 {
     int count = 0;
