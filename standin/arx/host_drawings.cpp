@@ -88,6 +88,7 @@ void closeDrawing()
         recordBreach("The drawing was closed with " + std::to_string(document->locks.size()) +
                      " document locks that nobody gave back.");
     }
+    dynamicLinker().forgetLocks();
     documentManager().setCurrent(nullptr);
 }
 

@@ -53,7 +53,8 @@ class HALVORAN_STANDIN_API AcDbRasterImageDef : public AcDbObject
     const ACHAR* activeFileName() const;
     Acad::ErrorStatus setActiveFileName(const ACHAR* path);
 
-    /// Whether the drawing says so and the file can be read. The pixels themselves are read when somebody asks for them.
+    /// Whether the drawing says so and the file can be read. The pixels themselves are read when somebody asks for
+    /// them.
     bool isLoaded() const;
     /// Reads the file by its content, and the drawing remembers that the definition is loaded. eFileNotFound, or
     /// eFileAccessErr if it is no raster file that can be read. An image that was read before stays as it is.

@@ -89,6 +89,16 @@ bool onLockedLayer(const standin::ObjectSlot& slot)
     return layer && layer->locked();
 }
 
+std::vector<AcDbObject*> presentObjects()
+{
+    std::vector<AcDbObject*> objects;
+    for (const auto& [key, slot] : allSlots()) {
+        if (slot->object)
+            objects.push_back(slot->object.get());
+    }
+    return objects;
+}
+
 int openObjects()
 {
     int count = 0;

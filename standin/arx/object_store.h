@@ -71,6 +71,9 @@ template <class Record> Record* recordOf(AcDbObjectId id)
 /// The object for a record that is there; null if the record is not.
 AcDbObject* objectOf(standin::ObjectSlot& slot);
 
+/// Every object that was made for a record of a database that is still there.
+std::vector<AcDbObject*> presentObjects();
+
 /// Whether the slot's record is an entity on a locked layer.
 bool onLockedLayer(const standin::ObjectSlot& slot);
 
