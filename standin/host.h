@@ -74,7 +74,8 @@ public:
     /// A line for the command line.
     virtual void print(const std::wstring& line) = 0;
     virtual ViewState viewState() = 0;
-    /// The drawing changed on screen: entities, image pixels, frames.
+    /// What the drawing shows is another now: entities, image pixels, frames. Whether there is anything to save tells
+    /// drawingModified.
     virtual void redraw() = 0;
     /// Lets the user select; nothing if he gave up. Runs its own message loop.
     virtual std::optional<std::vector<Handle>> selectEntities() = 0;
@@ -100,6 +101,10 @@ HALVORAN_STANDIN_API Failure saveDrawing(const std::filesystem::path& path);
 /// Modules hear kUnloadDwgMsg and the database's end; then reactors hear of the images that go.
 HALVORAN_STANDIN_API void closeDrawing();
 HALVORAN_STANDIN_API bool drawingOpen();
+/// Whether there is something to save: a record was changed through the host's API, by eraseEntity, restoreEntity or
+/// setSystemVariable since the drawing was opened or saved. Opening objects, reading images, and loading and unloading
+/// a definition that ends as it began change nothing. What the desk edits in the document itself it has to note itself.
+HALVORAN_STANDIN_API bool drawingModified();
 /// Empty for a drawing that has no file yet.
 HALVORAN_STANDIN_API std::filesystem::path drawingPath();
 /// What was mended in the drawing's file when it was opened: plain sentences, as a rule none.
@@ -109,15 +114,23 @@ HALVORAN_STANDIN_API std::vector<std::wstring> drawingNotes();
 HALVORAN_STANDIN_API AcDbDatabase* drawingDatabase();
 HALVORAN_STANDIN_API drawing::Document& document();
 
-/// Edits that reactors and open objects have to know of. False if there is no such object, or it is open.
-HALVORAN_STANDIN_API bool eraseEntity(Handle entity);
+/// Whether an edit heeds the lock of the entity's layer; taking back an edit does not.
+enum class LayerLock
+{
+    heeded,
+    overridden
+};
+
+/// Edits that reactors and open objects have to know of. False if there is no such object, it is open, or its layer is
+/// locked.
+HALVORAN_STANDIN_API bool eraseEntity(Handle entity, LayerLock lock = LayerLock::heeded);
 HALVORAN_STANDIN_API bool restoreEntity(Handle entity);
 HALVORAN_STANDIN_API bool entityErased(Handle entity);
 
 // --- Painting ---
 
-/// The present pixels of the definition behind an image entity, which is loaded if need be unless the drawing says that
-/// it is unloaded. Null if the file is missing or no raster. A new pointer after every commit: compare it to know.
+/// The present pixels of the definition behind an image entity, which are read now if nobody asked for them before. Null
+/// if it is unloaded, or the file is missing or no raster. A new pointer after every commit: compare it to know.
 HALVORAN_STANDIN_API std::shared_ptr<const imaging::Bitmap> imagePixels(Handle imageEntity);
 /// Whether the drawing's settings ask for frames around images.
 HALVORAN_STANDIN_API bool imageFramesShown();

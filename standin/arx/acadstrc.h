@@ -38,6 +38,7 @@ enum ErrorStatus
     eDwgNeedsRecovery,
     eLockViolation,
     eLockConflict,
-    eInvalidContext
+    eInvalidContext,
+    eOnLockedLayer
 };
 } // namespace Acad

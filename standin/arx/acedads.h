@@ -17,9 +17,11 @@ HALVORAN_STANDIN_API int acedGetVar(const ACHAR* name, resbuf* result);
 /// RTREJ for a variable that can only be read, or a value of the wrong type.
 HALVORAN_STANDIN_API int acedSetVar(const ACHAR* name, const resbuf* value);
 
-/// Selects entities: mode "X" takes the whole drawing, mode null asks the user. The filter is a list of group codes, of
-/// which group 0, the type's name in wide characters, is taken note of. RTNORM with a set that the caller frees,
-/// RTERROR if nothing was selected, RTCAN if the user gave up.
+/// Selects entities: mode "X" takes the whole drawing, of every kind and in all spaces; mode null asks the user. The
+/// filter is a list of group codes that all have to fit: 0 the type's name, 8 the layer's, 67 the number 1 for paper
+/// space and 0 for model space, 410 the layout's name. Names are in wide characters, without regard to case and without
+/// wildcards. RTNORM with a set that the caller frees, RTERROR if nothing was selected or another group is in the
+/// filter, RTCAN if the user gave up.
 HALVORAN_STANDIN_API int acedSSGet(const ACHAR* mode, const void* point1, const void* point2, const resbuf* filter,
                                    ads_name set);
 HALVORAN_STANDIN_API int acedSSLength(const ads_name set, Adesk::Int32* length);

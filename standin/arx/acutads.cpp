@@ -43,7 +43,7 @@ ValueKind kindOf(int type)
     default:
         break;
     }
-    if (type >= 0 && type <= 9)
+    if ((type >= 0 && type <= 9) || (type >= 410 && type <= 419))
         return ValueKind::text;
     if (type >= 10 && type <= 39)
         return ValueKind::point;

@@ -78,6 +78,7 @@ Acad::ErrorStatus AcDbDatabase::insert(const AcGeMatrix3d& transform, AcDbDataba
         return Acad::eLockViolation;
     }
     standin::mergeModelSpace(m_state->document, source->m_state->document);
+    m_state->changes.note();
     if (this == standin::drawingDatabase() && standin::deskServices())
         standin::deskServices()->redraw();
     return Acad::eOk;

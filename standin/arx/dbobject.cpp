@@ -46,6 +46,8 @@ Acad::ErrorStatus openSlot(standin::ObjectSlot& slot, AcDb::OpenMode mode)
         return refuse(Acad::eWasOpenForRead, slot, "was opened for write while it was open for read");
     if (!standin::mayWrite(slot.database))
         return refuse(Acad::eLockViolation, slot, "was opened for write without a document lock");
+    if (standin::onLockedLayer(slot))
+        return Acad::eOnLockedLayer;
     slot.writer = true;
     return Acad::eOk;
 }
@@ -90,6 +92,13 @@ Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb:
 AcDbDatabase* AcDbObject::database() const
 {
     return m_id.database();
+}
+
+void AcDbObject::setModified()
+{
+    m_modified = true;
+    if (database())
+        database()->state().changes.note();
 }
 
 Acad::ErrorStatus AcDbObject::close()

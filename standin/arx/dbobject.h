@@ -68,8 +68,10 @@ protected:
     /// Whether the call may go on; records the breach by name if not.
     Acad::ErrorStatus assertReadEnabled(const char* call) const;
     Acad::ErrorStatus assertWriteEnabled(const char* call);
-    /// Tells the reactors at closing that the object was changed.
-    void setModified() { m_modified = true; }
+    /// After a change of the record: the drawing has something to save, and the reactors hear of it at the closing.
+    void setModified();
+    /// The same, but for the saving.
+    void setShownAnew() { m_modified = true; }
     /// What a class does before its object is erased or unerased.
     virtual void subErase(Adesk::Boolean /*erasing*/) {}
 
@@ -81,7 +83,8 @@ private:
 
 /// Opens an object. An object may be open for reading many times, or for writing once: eWasOpenForWrite and
 /// eWasOpenForRead tell why it cannot be opened, eWasErased that it has gone, eNotThatKindOfClass that it is not of the
-/// type asked for, eLockViolation that the document is not locked for writing.
+/// type asked for, eLockViolation that the document is not locked for writing, eOnLockedLayer that an entity is not to
+/// be written.
 HALVORAN_STANDIN_API Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode,
                                                           AcRxClass* type, bool openErased = false);
 

@@ -74,6 +74,7 @@ Failure saveDrawing(const std::filesystem::path& path)
         return widen(failure.what());
     }
     database->state().fileName = name;
+    database->state().changes.clear();
     editor().tell([&](AcEditorReactor& reactor) { reactor.saveComplete(database, name.c_str()); });
     return std::nullopt;
 }
@@ -89,12 +90,18 @@ void closeDrawing()
         recordBreach("The drawing was closed with " + std::to_string(document->locks.size()) +
                      " document locks that nobody gave back.");
     }
+    dynamicLinker().forgetLocks();
     documentManager().setCurrent(nullptr);
 }
 
 bool drawingOpen()
 {
     return current() != nullptr;
+}
+
+bool drawingModified()
+{
+    return current() && current()->database()->state().changes.any();
 }
 
 std::filesystem::path drawingPath()

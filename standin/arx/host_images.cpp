@@ -16,11 +16,13 @@ standin::ObjectSlot* slotOf(Handle handle)
     return known || database->state().document.find(handle) ? idOf(*database, handle).slot() : nullptr;
 }
 
-bool setErased(Handle handle, bool erased)
+bool setErased(Handle handle, bool erased, LayerLock lock)
 {
     standin::ObjectSlot* slot = slotOf(handle);
     AcDbObject* object = slot ? objectOf(*slot) : nullptr;
     if (!object || slot->open() || bool(slot->erased) == erased)
+        return false;
+    if (lock == LayerLock::heeded && onLockedLayer(*slot))
         return false;
     slot->writer = true;
     const bool done = object->erase(erased) == Acad::eOk;
@@ -30,14 +32,14 @@ bool setErased(Handle handle, bool erased)
 
 } // namespace
 
-bool eraseEntity(Handle entity)
+bool eraseEntity(Handle entity, LayerLock lock)
 {
-    return setErased(entity, true);
+    return setErased(entity, true, lock);
 }
 
 bool restoreEntity(Handle entity)
 {
-    return setErased(entity, false);
+    return setErased(entity, false, LayerLock::overridden);
 }
 
 bool entityErased(Handle entity)

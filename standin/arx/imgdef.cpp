@@ -22,11 +22,13 @@ struct AcDbRasterImageDef::State
     std::wstring chosenFile;        // setActiveFileName
     std::wstring loadedFile;        // where the image came from
     std::optional<imaging::RasterInfo> info;
+    std::optional<imaging::Size> sizeInFile; // that the records followed last, whatever was committed since
     std::unique_ptr<Atil::Image> image;
     std::shared_ptr<const imaging::Bitmap>
         pixelsAtOpening;      // held while the image is open, so that writing makes new ones
-    std::wstring refusedFile; // could not be read for painting, in the state that it had then
+    std::wstring refusedFile; // could not be read, in the state that it had then
     std::filesystem::file_time_type refusedTime;
+    bool unloadedForNow = false; // whatever the record says
     bool imageOpen = false;
     bool imageModified = false;
     std::vector<std::string> names; // in the image dictionary, while the definition is erased
@@ -42,7 +44,10 @@ std::wstring drawingFileOf(const AcDbObject& object)
 
 } // namespace
 
-AcDbRasterImageDef::AcDbRasterImageDef() : m_state(std::make_unique<State>()) {}
+AcDbRasterImageDef::AcDbRasterImageDef() : m_state(std::make_unique<State>())
+{
+    m_state->alone.loaded = false;
+}
 
 AcDbRasterImageDef::~AcDbRasterImageDef()
 {
@@ -70,25 +75,30 @@ Acad::ErrorStatus AcDbRasterImageDef::setSourceFileName(const ACHAR* path)
     const Acad::ErrorStatus status = assertWriteEnabled("setSourceFileName");
     if (status != Acad::eOk)
         return status;
-    record().path = standin::narrow(path);
     m_state->chosenFile.clear();
     if (!m_state->image)
         m_state->info.reset();
-    setModified();
+    std::string stored = standin::narrow(path);
+    if (record().path != stored) {
+        record().path = std::move(stored);
+        setModified();
+    }
     return Acad::eOk;
 }
 
 const ACHAR* AcDbRasterImageDef::activeFileName() const
 {
     assertReadEnabled("activeFileName");
-    if (m_state->image) {
-        m_state->activeText = m_state->loadedFile;
-    } else if (!m_state->chosenFile.empty()) {
-        m_state->activeText = standin::findImageFile(m_state->chosenFile, drawingFileOf(*this));
-    } else {
-        m_state->activeText = standin::findImageFile(standin::widen(record().path), drawingFileOf(*this));
-    }
+    m_state->activeText = file();
     return m_state->activeText.c_str();
+}
+
+std::wstring AcDbRasterImageDef::file() const
+{
+    if (m_state->image)
+        return m_state->loadedFile;
+    const std::wstring name = m_state->chosenFile.empty() ? standin::widen(record().path) : m_state->chosenFile;
+    return standin::findImageFile(name, drawingFileOf(*this));
 }
 
 Acad::ErrorStatus AcDbRasterImageDef::setActiveFileName(const ACHAR* path)
@@ -110,28 +120,59 @@ Acad::ErrorStatus AcDbRasterImageDef::setActiveFileName(const ACHAR* path)
 bool AcDbRasterImageDef::isLoaded() const
 {
     assertReadEnabled("isLoaded");
-    return m_state->image != nullptr;
+    return m_state->image || awaitsReading();
+}
+
+// Loaded by the record, its pixels not asked for yet.
+bool AcDbRasterImageDef::awaitsReading() const
+{
+    if (m_state->image || m_state->unloadedForNow || !record().loaded)
+        return false;
+    const std::wstring present = file();
+    return !present.empty() && !refused(present);
+}
+
+bool AcDbRasterImageDef::refused(const std::wstring& file) const
+{
+    std::error_code error;
+    return file == m_state->refusedFile && std::filesystem::last_write_time(file, error) == m_state->refusedTime;
+}
+
+Acad::ErrorStatus AcDbRasterImageDef::read()
+{
+    const std::wstring source = file();
+    if (source.empty())
+        return Acad::eFileNotFound;
+    std::error_code error;
+    const auto written = std::filesystem::last_write_time(source, error);
+    auto loaded = standin::loadImageFile(source);
+    if (!loaded) {
+        m_state->refusedFile = source;
+        m_state->refusedTime = written;
+        return Acad::eFileAccessErr;
+    }
+    m_state->image = std::move(loaded->image);
+    m_state->info = loaded->info;
+    m_state->loadedFile = source;
+    m_state->imageModified = false;
+    takeFileSize();
+    return Acad::eOk;
+}
+
+void AcDbRasterImageDef::readIfAwaited()
+{
+    if (awaitsReading())
+        read();
 }
 
 Acad::ErrorStatus AcDbRasterImageDef::load()
 {
-    const Acad::ErrorStatus status = assertReadEnabled("load");
-    if (status != Acad::eOk || m_state->image)
-        return status;
-    const std::wstring file = activeFileName();
-    if (file.empty())
-        return Acad::eFileNotFound;
-    auto loaded = standin::loadImageFile(file);
-    if (!loaded)
-        return Acad::eFileAccessErr;
-    m_state->image = std::move(loaded->image);
-    m_state->info = loaded->info;
-    m_state->loadedFile = file;
-    m_state->imageModified = false;
-    record().loaded = true;
-    takeSize();
-    setModified();
-    return Acad::eOk;
+    Acad::ErrorStatus status = assertReadEnabled("load");
+    if (status == Acad::eOk && !m_state->image)
+        status = read();
+    if (status == Acad::eOk)
+        setLoaded(true);
+    return status;
 }
 
 Acad::ErrorStatus AcDbRasterImageDef::unload(bool modifyDatabase)
@@ -144,10 +185,27 @@ Acad::ErrorStatus AcDbRasterImageDef::unload(bool modifyDatabase)
         return Acad::eWasOpenForWrite;
     }
     releaseImage();
-    if (modifyDatabase)
-        record().loaded = false;
-    setModified();
+    if (modifyDatabase) {
+        setLoaded(false);
+    } else if (!m_state->unloadedForNow) {
+        m_state->unloadedForNow = true;
+        setShownAnew();
+    }
     return Acad::eOk;
+}
+
+// Loading and unloading again leaves the drawing as it was, so the database notes how often the record turned.
+void AcDbRasterImageDef::setLoaded(bool loaded)
+{
+    const bool turned = record().loaded != loaded;
+    if (turned) {
+        record().loaded = loaded;
+        if (database())
+            database()->state().changes.turn(objectId().handle());
+    }
+    if (turned || m_state->unloadedForNow)
+        setShownAnew();
+    m_state->unloadedForNow = false;
 }
 
 // The reactors get a copy, which shares the pixels, as one of them may load or unload the definition itself.
@@ -178,6 +236,7 @@ AcGeVector2d AcDbRasterImageDef::size() const
         const Atil::Size size = m_state->image->size();
         return {double(size.width), double(size.height)};
     }
+    const_cast<AcDbRasterImageDef*>(this)->followFile();
     const drawing::Vector2 stored = record().pixels;
     if (stored.x > 0 && stored.y > 0)
         return {stored.x, stored.y};
@@ -206,8 +265,12 @@ Atil::Image* AcDbRasterImageDef::imageCopy(bool forceLoad) const
 {
     if (assertReadEnabled("imageCopy") != Acad::eOk)
         return nullptr;
-    if (forceLoad && !m_state->image)
-        const_cast<AcDbRasterImageDef*>(this)->load();
+    auto* self = const_cast<AcDbRasterImageDef*>(this);
+    if (forceLoad) {
+        self->load();
+    } else {
+        self->readIfAwaited();
+    }
     return m_state->image ? new Atil::Image(*m_state->image) : nullptr;
 }
 
@@ -217,6 +280,7 @@ Acad::ErrorStatus AcDbRasterImageDef::openImage(Atil::Image*& image)
     const Acad::ErrorStatus status = assertWriteEnabled("openImage");
     if (status != Acad::eOk)
         return status;
+    readIfAwaited();
     if (!m_state->image)
         return Acad::eNotApplicable;
     if (m_state->imageOpen) {
@@ -238,7 +302,7 @@ Acad::ErrorStatus AcDbRasterImageDef::closeImage()
     m_state->imageOpen = false;
     if (m_state->image->pixels() != m_state->pixelsAtOpening) {
         m_state->imageModified = true;
-        takeSize();
+        takeImageSize();
         setModified();
     }
     m_state->pixelsAtOpening.reset();
@@ -247,12 +311,14 @@ Acad::ErrorStatus AcDbRasterImageDef::closeImage()
 
 bool AcDbRasterImageDef::imageModified() const
 {
+    assertReadEnabled("imageModified");
     return m_state->imageModified;
 }
 
 void AcDbRasterImageDef::setImageModified(bool value)
 {
-    m_state->imageModified = value;
+    if (assertWriteEnabled("setImageModified") == Acad::eOk)
+        m_state->imageModified = value;
 }
 
 std::shared_ptr<const imaging::Bitmap> AcDbRasterImageDef::pixels() const
@@ -262,44 +328,55 @@ std::shared_ptr<const imaging::Bitmap> AcDbRasterImageDef::pixels() const
 
 std::shared_ptr<const imaging::Bitmap> AcDbRasterImageDef::pixelsForPainting()
 {
-    if (!m_state->image && record().loaded && objectId().slot()) {
-        standin::withWriteOpen(*objectId().slot(), [this] {
-            const std::wstring file = activeFileName();
-            std::error_code error;
-            const auto written = std::filesystem::last_write_time(file, error);
-            if (error || (file == m_state->refusedFile && written == m_state->refusedTime))
-                return;
-            if (load() != Acad::eOk) {
-                m_state->refusedFile = file;
-                m_state->refusedTime = written;
-            }
-        });
-    }
+    readIfAwaited();
     return pixels();
 }
 
-// What the file's header says; known from the loading, or looked up.
+// What the file's header says; known from the reading, or looked up.
 const imaging::RasterInfo* AcDbRasterImageDef::fileInfo() const
 {
     if (!m_state->info) {
-        const std::wstring file = activeFileName();
-        if (!file.empty())
-            m_state->info = standin::inspectImageFile(file);
+        const std::wstring source = file();
+        if (!source.empty())
+            m_state->info = standin::inspectImageFile(source);
     }
     return m_state->info ? &*m_state->info : nullptr;
 }
 
-// The drawing's records follow the number of pixels; the size of one pixel in the drawing stays.
-void AcDbRasterImageDef::takeSize()
+void AcDbRasterImageDef::followFile()
+{
+    if (!m_state->info && awaitsReading() && fileInfo())
+        takeFileSize();
+}
+
+// A file of another size than before takes the place of the picture in the drawing. One that is as the records followed
+// it before only gets back the pixels that were committed and then dropped, each of the size that it had. Neither is an
+// edit of the drawing's: the next opening finds the same.
+void AcDbRasterImageDef::takeFileSize()
+{
+    const imaging::Size size = m_state->info->size;
+    const standin::Keep keep = m_state->sizeInFile == size ? standin::Keep::pixelSize : standin::Keep::edges;
+    m_state->sizeInFile = size;
+    takeSize({double(size.width), double(size.height)}, keep);
+}
+
+void AcDbRasterImageDef::takeImageSize()
 {
     const Atil::Size size = m_state->image->size();
-    const drawing::Vector2 pixels{double(size.width), double(size.height)};
+    takeSize({double(size.width), double(size.height)}, standin::Keep::pixelSize);
+}
+
+void AcDbRasterImageDef::takeSize(const drawing::Vector2& pixels, standin::Keep keep)
+{
     drawing::ImageDefinition& definition = record();
-    definition.pixels = pixels;
-    definition.pixelSize = {standin::millimetresPerPixel(m_state->info->resolution.x, m_state->info->size.width),
-                            standin::millimetresPerPixel(m_state->info->resolution.y, m_state->info->size.width)};
-    if (objectId().database())
-        standin::resizeImageEntities(*objectId().database(), objectId().handle(), pixels);
+    if (definition.pixels != pixels) {
+        const imaging::RasterInfo& info = *m_state->info;
+        definition.pixels = pixels;
+        definition.pixelSize = {standin::millimetresPerPixel(info.resolution.x, info.size.width),
+                                standin::millimetresPerPixel(info.resolution.y, info.size.width)};
+    }
+    if (database())
+        standin::resizeImageEntities(*database(), objectId().handle(), pixels, keep);
 }
 
 void AcDbRasterImageDef::subErase(Adesk::Boolean erasing)

@@ -11,11 +11,16 @@ class Image;
 }
 namespace drawing {
 struct ImageDefinition;
-}
+struct Vector2;
+} // namespace drawing
 namespace imaging {
 class Bitmap;
 struct RasterInfo;
 } // namespace imaging
+
+namespace standin {
+enum class Keep;
+}
 
 class AcDbRasterImageDef;
 
@@ -49,13 +54,17 @@ class HALVORAN_STANDIN_API AcDbRasterImageDef : public AcDbObject
     /// Where to load from in place of the source; a loaded image is not touched, only its name changes.
     Acad::ErrorStatus setActiveFileName(const ACHAR* path);
 
+    /// Whether the drawing says so and the file can be read. The pixels themselves are read when somebody asks for
+    /// them.
     bool isLoaded() const;
-    /// Reads the file by its content. eFileNotFound, or eFileAccessErr if it is no raster file that can be read.
+    /// Reads the file by its content, and the drawing remembers that the definition is loaded. eFileNotFound, or
+    /// eFileAccessErr if it is no raster file that can be read. An image that was read before stays as it is.
     Acad::ErrorStatus load();
-    /// Drops the image, after its reactors have been told. With the flag the drawing remembers that it is unloaded.
+    /// Drops the image, after its reactors have been told. With the flag the drawing remembers that it is unloaded,
+    /// without it the definition is unloaded until the next load.
     Acad::ErrorStatus unload(bool modifyDatabase = true);
 
-    /// In pixels; known as soon as the file's header could be read.
+    /// In pixels: of a loaded definition those of its image, else those that the drawing knows.
     AcGeVector2d size() const;
     /// Millimetres per pixel; 1 / width if the file knows no resolution.
     AcGeVector2d resolutionMMPerPixel() const;
@@ -63,24 +72,28 @@ class HALVORAN_STANDIN_API AcDbRasterImageDef : public AcDbObject
     int colorDepth() const;
 
     /// A new image that the caller deletes, sharing its pixels with the definition's until either is written; loads the
-    /// image first if asked. Null if it is not loaded.
+    /// definition first if asked. Null if it is not loaded.
     Atil::Image* imageCopy(bool forceLoad = false) const;
     /// The definition's own image, for writing, until closeImage. eNotApplicable if it is not loaded, eWasOpenForWrite
     /// if it is open already.
     Acad::ErrorStatus openImage(Atil::Image*& image);
     Acad::ErrorStatus closeImage();
 
-    /// Whether the pixels differ from the file's.
-    bool imageModified() const;
-    void setImageModified(bool value);
+    /// Whether the pixels differ from the file's: true from a closeImage after which they are others, until the image
+    /// goes or setImageModified says otherwise.
+    virtual bool imageModified() const;
+    /// Needs the definition open for write.
+    virtual void setImageModified(bool value);
 
-    /// For the stand-in's own use. The present pixels, or null.
+    /// For the stand-in's own use. The pixels that have been read, or null.
     std::shared_ptr<const imaging::Bitmap> pixels() const;
-    /// The same, loaded first unless the drawing says that the image is unloaded. A file that could not be read is
-    /// tried again only after the name or the file has changed.
+    /// The same, read first if the definition is loaded. A file that could not be read is tried again only after the
+    /// name or the file has changed.
     std::shared_ptr<const imaging::Bitmap> pixelsForPainting();
     /// Lets go of the image as the drawing closes.
     void releaseImage();
+    /// Gives the records the number of pixels that the file of a loaded definition has; the pictures keep their edges.
+    void followFile();
 
 protected:
     void subErase(Adesk::Boolean erasing) override;
@@ -89,8 +102,16 @@ private:
     struct State;
 
     drawing::ImageDefinition& record() const;
+    std::wstring file() const;
+    bool refused(const std::wstring& file) const;
+    bool awaitsReading() const;
+    Acad::ErrorStatus read();
+    void readIfAwaited();
     const imaging::RasterInfo* fileInfo() const;
-    void takeSize();
+    void setLoaded(bool loaded);
+    void takeFileSize();
+    void takeImageSize();
+    void takeSize(const drawing::Vector2& pixels, standin::Keep keep);
 
     std::unique_ptr<State> m_state;
 };

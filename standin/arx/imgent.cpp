@@ -1,6 +1,7 @@
 #include "standin/arx/imgent.h"
 
 #include "standin/arx/image_entities.h"
+#include "standin/arx/imgdef.h"
 #include "standin/arx/object_store.h"
 #include "standin/arx/rx_define.h"
 
@@ -10,11 +11,24 @@ namespace standin {
 
 namespace {
 
-void resize(drawing::Image& image, drawing::Vector2 pixels)
+// Clip points count from the centre of the top left pixel.
+void stretch(drawing::Image& image, drawing::Vector2 pixels)
+{
+    const double across = image.pixels.x / pixels.x;
+    const double along = image.pixels.y / pixels.y;
+    image.u = image.u * across;
+    image.v = image.v * along;
+    for (drawing::Vector2& corner : image.clip)
+        corner = {(corner.x + 0.5) / across - 0.5, (corner.y + 0.5) / along - 0.5};
+}
+
+void resize(drawing::Image& image, drawing::Vector2 pixels, Keep keep)
 {
     drawing::Image whole = image;
     whole.resetClip();
     const bool clipIsWhole = image.clip.empty() || image.clip == whole.clip;
+    if (keep == Keep::edges && image.pixels.x > 0 && image.pixels.y > 0)
+        stretch(image, pixels);
     image.pixels = pixels;
     if (clipIsWhole)
         image.resetClip();
@@ -22,12 +36,12 @@ void resize(drawing::Image& image, drawing::Vector2 pixels)
 
 } // namespace
 
-void resizeImageEntities(AcDbDatabase& database, drawing::Handle definition, drawing::Vector2 pixels)
+void resizeImageEntities(AcDbDatabase& database, drawing::Handle definition, drawing::Vector2 pixels, Keep keep)
 {
     const auto follow = [&](drawing::Object* object) {
         auto* image = dynamic_cast<drawing::Image*>(object);
         if (image && image->definition == definition && image->pixels != pixels)
-            resize(*image, pixels);
+            resize(*image, pixels, keep);
     };
     drawing::Document& document = database.state().document;
     for (const drawing::Handle record : document.table("BLOCK_RECORD").records) {
@@ -56,6 +70,14 @@ drawing::Vector3 recordVector(const AcGeVector3d& v)
     return {v.x, v.y, v.z};
 }
 
+// By now the image's own record may have another number of pixels.
+void followFile(AcDbDatabase& database, drawing::Handle definition)
+{
+    standin::ObjectSlot* slot = standin::idOf(database, definition).slot();
+    if (auto* followed = slot ? dynamic_cast<AcDbRasterImageDef*>(standin::objectOf(*slot)) : nullptr)
+        followed->followFile();
+}
+
 } // namespace
 
 drawing::Image& AcDbRasterImage::record() const
@@ -79,10 +101,12 @@ AcGeVector2d AcDbRasterImage::imageSize() const
 {
     assertReadEnabled("imageSize");
     const drawing::Image& image = record();
-    const auto* definition =
-        database() ? database()->state().document.find<drawing::ImageDefinition>(image.definition) : nullptr;
-    const bool known = definition && definition->pixels.x > 0 && definition->pixels.y > 0;
-    const drawing::Vector2 pixels = known ? definition->pixels : image.pixels;
+    if (!database())
+        return {image.pixels.x, image.pixels.y};
+    followFile(*database(), image.definition);
+    const auto* definition = database()->state().document.find<drawing::ImageDefinition>(image.definition);
+    const bool known = image.pixels.x > 0 && image.pixels.y > 0;
+    const drawing::Vector2 pixels = known || !definition ? image.pixels : definition->pixels;
     return {pixels.x, pixels.y};
 }
 
@@ -103,10 +127,12 @@ Adesk::Boolean AcDbRasterImage::setOrientation(const AcGePoint3d& origin, const 
     if (assertWriteEnabled("setOrientation") != Acad::eOk || !usable)
         return false;
     drawing::Image& image = record();
+    const drawing::Image before = image;
     image.position = {origin.x, origin.y, origin.z};
     image.u = recordVector(u / pixels.x);
     image.v = recordVector(v / pixels.y);
-    setModified();
+    if (image.position != before.position || image.u != before.u || image.v != before.v)
+        setModified();
     return true;
 }
 
@@ -116,11 +142,12 @@ Acad::ErrorStatus AcDbRasterImage::getPixelToModelTransform(AcGeMatrix3d& matrix
     const Acad::ErrorStatus status = assertReadEnabled("getPixelToModelTransform");
     if (status != Acad::eOk)
         return status;
+    const double height = imageSize().y;
     const drawing::Image& image = record();
     const AcGeVector3d u = vectorOf(image.u);
     const AcGeVector3d v = vectorOf(image.v);
     const AcGePoint3d corner(image.position.x, image.position.y, image.position.z);
-    matrix.setCoordSystem(corner + u * 0.5 + v * (imageSize().y - 0.5), u, -v, u.crossProduct(-v).normal());
+    matrix.setCoordSystem(corner + u * 0.5 + v * (height - 0.5), u, -v, u.crossProduct(-v).normal());
     return Acad::eOk;
 }
 
@@ -129,8 +156,10 @@ void AcDbRasterImage::setDisplayOpt(ImageDisplayOpt option, Adesk::Boolean value
     if (assertWriteEnabled("setDisplayOpt") != Acad::eOk)
         return;
     int& display = record().display;
+    const int before = display;
     display = value ? display | option : display & ~option;
-    setModified();
+    if (display != before)
+        setModified();
 }
 
 Adesk::Boolean AcDbRasterImage::isSetDisplayOpt(ImageDisplayOpt option) const

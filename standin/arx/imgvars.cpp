@@ -37,7 +37,9 @@ Acad::ErrorStatus AcDbRasterVariables::setImageFrame(FrameSettings frame)
     auto* record = standin::recordOf<drawing::RasterVariables>(objectId());
     if (!record || frame < kImageFrameOff || frame > kImageFrameOnNoPlot)
         return Acad::eInvalidInput;
-    record->frame = frame;
-    setModified();
+    if (record->frame != frame) {
+        record->frame = frame;
+        setModified();
+    }
     return Acad::eOk;
 }

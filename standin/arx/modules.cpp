@@ -2,8 +2,10 @@
 
 #include "standin/arx/acedads.h"
 #include "standin/arx/application_list.h"
+#include "standin/arx/code_watch.h"
 #include "standin/arx/command_stack.h"
 #include "standin/arx/editor.h"
+#include "standin/arx/module_leftovers.h"
 #include "standin/arx/rx_define.h"
 #include "standin/arx/rxapi.h"
 #include "standin/arx/strictness.h"
@@ -81,35 +83,10 @@ bool versionAccepted(HMODULE library)
     return version && version(&major, &minor) && major == apiVersionMajor;
 }
 
-bool liesIn(const void* address, HMODULE library)
-{
-    HMODULE owner = nullptr;
-    const DWORD flags = GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
-    return GetModuleHandleExW(flags, static_cast<LPCWSTR>(address), &owner) && owner == library;
-}
-
-// What a module must not leave behind: commands and editor reactors whose code goes with it.
-void dropLeftovers(const Module& module)
-{
-    const std::string name = narrow(module.file.filename().wstring());
-    const std::size_t commands = commandStack().removeIf(
-        [&](const Command& command) { return liesIn(reinterpret_cast<const void*>(command.function), module.handle); });
-    if (commands > 0)
-        recordBreach(name + " was unloaded and left commands behind.");
-    const std::vector<AcEditorReactor*> reactors = editor().reactors();
-    for (AcEditorReactor* reactor : reactors) {
-        const void* virtualTable = *reinterpret_cast<void**>(reactor);
-        if (liesIn(virtualTable, module.handle)) {
-            editor().dropReactor(reactor);
-            recordBreach(name + " was unloaded and left an editor reactor behind.");
-        }
-    }
-}
-
 void drop(Module& module)
 {
     dropLeftovers(module);
-    FreeLibrary(module.handle);
+    freeFile(module);
     std::erase_if(dynamicLinker().modules, [&](const auto& loaded) { return loaded.get() == &module; });
 }
 
@@ -210,6 +187,12 @@ void DynamicLinker::send(AcRx::AppMsgCode message)
         module->entryPoint(message, module);
 }
 
+void DynamicLinker::forgetLocks()
+{
+    for (const auto& module : modules)
+        module->before.documentLocks = 0;
+}
+
 Failure loadModule(const fs::path& name)
 {
     const fs::path file = findModuleFile(name);
@@ -224,10 +207,12 @@ Failure loadModule(const fs::path& name)
     module->file = file;
     module->handle = library;
     module->entryPoint = procedure<Module::EntryPoint>(library, "acrxEntryPoint");
+    module->before = presentHoldings();
     if (!module->entryPoint || !versionAccepted(library)) {
         FreeLibrary(library);
         return file.wstring() + L" is no module for this version.";
     }
+    watchCalls(library);
     Module& loaded = *module;
     dynamicLinker().modules.push_back(std::move(module));
     if (loaded.entryPoint(AcRx::kInitAppMsg, &loaded) == AcRx::kRetError) {

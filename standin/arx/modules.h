@@ -10,6 +10,14 @@
 
 namespace standin {
 
+/// What is held of the drawing: of locks those that lockDocument gave.
+struct Holdings
+{
+    int documentLocks = 0;
+    int openObjects = 0;
+    int selectionSets = 0;
+};
+
 struct Module
 {
     using EntryPoint = AcRx::AppRetCode (*)(AcRx::AppMsgCode, void*);
@@ -18,6 +26,7 @@ struct Module
     HMODULE handle = nullptr;
     EntryPoint entryPoint = nullptr;
     bool locked = true; // against unloading, until the module asks otherwise
+    Holdings before;    // what others held when it was loaded
 };
 
 class DynamicLinker final : public AcRxDynamicLinker
@@ -32,6 +41,8 @@ public:
 
     /// All modules that are loaded, in that order.
     void send(AcRx::AppMsgCode message);
+    /// The locks of a drawing that is closed have gone, whoever had them.
+    void forgetLocks();
     /// By file name, with or without folder and extension, or by the name in the application list; null if none.
     Module* find(const std::wstring& name) const;
 

@@ -82,6 +82,23 @@ AcDbObject* objectOf(standin::ObjectSlot& slot)
     return slot.object.get();
 }
 
+bool onLockedLayer(const standin::ObjectSlot& slot)
+{
+    const auto* entity = dynamic_cast<const drawing::Entity*>(recordOf(&slot));
+    const drawing::Layer* layer = entity ? slot.database->state().document.findLayer(entity->layer) : nullptr;
+    return layer && layer->locked();
+}
+
+std::vector<AcDbObject*> presentObjects()
+{
+    std::vector<AcDbObject*> objects;
+    for (const auto& [key, slot] : allSlots()) {
+        if (slot->object)
+            objects.push_back(slot->object.get());
+    }
+    return objects;
+}
+
 int openObjects()
 {
     int count = 0;

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <unordered_map>
 #include <vector>
 
@@ -24,11 +25,35 @@ struct standin::ObjectSlot
     bool open() const { return writer || readers > 0; }
 };
 
+namespace standin {
+
+/// What has changed in a drawing since it was opened or saved.
+class DrawingChanges
+{
+public:
+    void note() { m_noted = true; }
+    /// A definition was loaded or unloaded; a second turn leaves it as it was.
+    void turn(drawing::Handle definition)
+    {
+        if (m_turned.erase(definition) == 0)
+            m_turned.insert(definition);
+    }
+    bool any() const { return m_noted || !m_turned.empty(); }
+    void clear() { *this = {}; }
+
+private:
+    bool m_noted = false;
+    std::set<drawing::Handle> m_turned;
+};
+
+} // namespace standin
+
 struct AcDbDatabase::State
 {
     drawing::Document document;
     drawing::Notes notes; // of what was mended in its file
     std::wstring fileName;
+    standin::DrawingChanges changes;
     std::unordered_map<drawing::Handle, standin::ObjectSlot*> slots;
 };
 
@@ -47,6 +72,12 @@ template <class Record> Record* recordOf(AcDbObjectId id)
 
 /// The object for a record that is there; null if the record is not.
 AcDbObject* objectOf(standin::ObjectSlot& slot);
+
+/// Every object that was made for a record of a database that is still there.
+std::vector<AcDbObject*> presentObjects();
+
+/// Whether the slot's record is an entity on a locked layer.
+bool onLockedLayer(const standin::ObjectSlot& slot);
 
 /// Calls with the object open for write whatever the document's locks, for what the host does itself. A busy object is
 /// used as it is.

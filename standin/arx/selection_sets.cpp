@@ -1,4 +1,7 @@
 // Selection sets. A set's name holds its number and, in the second word, a mark that no entity's name has.
+#include "standin/arx/selection_sets.h"
+
+#include <algorithm>
 #include <map>
 
 #include "standin/arx/acedads.h"
@@ -25,11 +28,60 @@ Set* findSet(const ads_name name)
     return found == sets().end() ? nullptr : &found->second;
 }
 
-bool matches(const drawing::Object& object, const resbuf* filter)
+// The tab that shows an entity: its block's name in the dictionary of layouts.
+std::string layoutName(const drawing::Document& document, const drawing::Entity& entity)
 {
-    constexpr short typeName = 0;
+    const auto* block = document.find<drawing::Block>(entity.owner);
+    const auto* layouts = document.find<drawing::Dictionary>(document.rootDictionary().find("ACAD_LAYOUT"));
+    if (!block || !layouts)
+        return {};
+    const auto found = std::find_if(layouts->entries.begin(), layouts->entries.end(),
+                                    [&](const auto& entry) { return entry.object == block->layout; });
+    return found == layouts->entries.end() ? std::string() : found->key;
+}
+
+enum FilterGroup : short
+{
+    typeName = 0,
+    layerName = 8,
+    inPaperSpace = 67,
+    layout = 410
+};
+
+bool known(const resbuf* filter)
+{
     for (const resbuf* item = filter; item; item = item->rbnext) {
-        if (item->restype == typeName && !standin::sameText(standin::widen(object.name()), item->resval.rstring))
+        const short group = item->restype;
+        if (group != typeName && group != layerName && group != inPaperSpace && group != layout) {
+            standin::recordBreach("A selection was filtered by group " + std::to_string(group) +
+                                  ", which is no filter here.");
+            return false;
+        }
+    }
+    return true;
+}
+
+bool matches(const drawing::Document& document, const drawing::Entity& entity, const resbuf& item)
+{
+    const auto sameName = [&](std::string_view name) {
+        return standin::sameText(standin::widen(name), item.resval.rstring);
+    };
+    switch (item.restype) {
+    case typeName:
+        return sameName(entity.name());
+    case layerName:
+        return sameName(entity.layer);
+    case inPaperSpace:
+        return item.resval.rint == (entity.owner == document.modelSpace().handle ? 0 : 1);
+    default:
+        return sameName(layoutName(document, entity));
+    }
+}
+
+bool matchesAll(const drawing::Document& document, const drawing::Entity& entity, const resbuf* filter)
+{
+    for (const resbuf* item = filter; item; item = item->rbnext) {
+        if (!matches(document, entity, *item))
             return false;
     }
     return true;
@@ -55,7 +107,7 @@ int acedSSGet(const ACHAR* mode, const void* point1, const void* point2, const r
 {
     ads_name_clear(set);
     AcDbDatabase* database = standin::drawingDatabase();
-    if (!database || point1 || point2)
+    if (!database || point1 || point2 || !known(filter))
         return RTERROR;
     const drawing::Document& document = database->state().document;
     std::vector<drawing::Handle> handles;
@@ -73,8 +125,8 @@ int acedSSGet(const ACHAR* mode, const void* point1, const void* point2, const r
     }
     Set chosen;
     for (const drawing::Handle handle : handles) {
-        const drawing::Object* object = document.find(handle);
-        if (object && matches(*object, filter))
+        const auto* entity = document.find<drawing::Entity>(handle);
+        if (entity && matchesAll(document, *entity, filter))
             chosen.push_back(standin::idOf(*database, handle));
     }
     if (chosen.empty())
@@ -116,8 +168,16 @@ int acedSSFree(const ads_name set)
 }
 
 namespace standin {
+
 int selectionSets()
 {
     return int(sets().size());
 }
+
+void dropSelectionSets(int count)
+{
+    for (int i = 0; i < count; ++i)
+        sets().erase(std::prev(sets().end()));
+}
+
 } // namespace standin

@@ -43,7 +43,11 @@ Variable headerInteger(const char* name, int fallback)
             [=](const VariableValue& value) {
                 if (!header())
                     return false;
-                header()->setInteger(name, std::get<std::int16_t>(value));
+                const int number = std::get<std::int16_t>(value);
+                if (header()->integer(name, fallback) == number)
+                    return true;
+                header()->setInteger(name, number);
+                drawingDatabase()->state().changes.note();
                 if (deskServices())
                     deskServices()->redraw();
                 return true;
@@ -68,7 +72,10 @@ bool setCurrentLayer(const VariableValue& value)
     const drawing::Layer* layer = database ? database->state().document.findLayer(name) : nullptr;
     if (!layer)
         return false;
-    header()->setText("$CLAYER", layer->recordName, 8);
+    if (header()->text("$CLAYER", "0") != layer->recordName) {
+        header()->setText("$CLAYER", layer->recordName, 8);
+        database->state().changes.note();
+    }
     return true;
 }
 

@@ -302,7 +302,8 @@ bool Editor::eraseEntities(const std::vector<drawing::Handle>& entities)
 bool Editor::undo()
 {
     const bool done = m_history.undo([](drawing::Handle entity, bool present) {
-        return present ? standin::restoreEntity(entity) : standin::eraseEntity(entity);
+        return present ? standin::restoreEntity(entity)
+                       : standin::eraseEntity(entity, standin::LayerLock::overridden);
     });
     clearSelection();
     drawingChanged();
@@ -312,7 +313,8 @@ bool Editor::undo()
 bool Editor::redo()
 {
     const bool done = m_history.redo([](drawing::Handle entity, bool present) {
-        return present ? standin::restoreEntity(entity) : standin::eraseEntity(entity);
+        return present ? standin::restoreEntity(entity)
+                       : standin::eraseEntity(entity, standin::LayerLock::overridden);
     });
     clearSelection();
     drawingChanged();
@@ -496,17 +498,21 @@ const drawing::Block& Editor::currentSpace() const
 
 void Editor::drawingChanged()
 {
-    m_sceneStale = true;
     m_modified = true;
-    if (standin::drawingOpen())
-        std::erase_if(m_selected, [](drawing::Handle entity) { return standin::entityErased(entity); });
-    m_windows.drawingChanged();
+    regenerate();
 }
 
 void Editor::regenerate()
 {
     m_sceneStale = true;
+    if (standin::drawingOpen())
+        std::erase_if(m_selected, [](drawing::Handle entity) { return standin::entityErased(entity); });
     m_windows.drawingChanged();
+}
+
+bool Editor::modified() const
+{
+    return m_modified || standin::drawingModified();
 }
 
 void Editor::showPending(std::vector<Vec2> points)
@@ -582,7 +588,7 @@ void Editor::closeDrawing()
 
 bool Editor::mayDiscard()
 {
-    if (!standin::drawingOpen() || !m_modified)
+    if (!standin::drawingOpen() || !modified())
         return true;
     const std::filesystem::path path = standin::drawingPath();
     switch (m_windows.askToSave(path.empty() ? L"the new drawing" : path.filename().wstring())) {

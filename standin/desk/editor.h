@@ -141,7 +141,7 @@ public:
     void closeDrawing();
     /// Asks whether to save a changed drawing; false if the user would rather go on.
     bool mayDiscard();
-    bool modified() const { return m_modified; }
+    bool modified() const;
     bool inModelSpace() const;
     const drawing::Block& currentSpace() const;
     /// A module or a command changed what the drawing shows.

@@ -163,7 +163,7 @@ standin::ViewState MainFrame::viewState()
 
 void MainFrame::redraw()
 {
-    m_editor.drawingChanged();
+    m_editor.regenerate();
 }
 
 std::optional<std::vector<standin::Handle>> MainFrame::selectEntities()

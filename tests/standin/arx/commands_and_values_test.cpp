@@ -161,44 +161,77 @@ TEST_F(ValuesTest, HostCommandsGetTheirArguments)
     EXPECT_EQ(desk.posted, std::vector<std::wstring>{L"\t"});
 }
 
-TEST_F(SelectionTest, TheWholeDrawingByType)
+TEST_F(SelectionTest, TheWholeDrawingByFilter)
 {
+    drawing::Document& document = standin::document();
+    auto layer = std::make_unique<drawing::Layer>();
+    layer->recordName = "Walls";
+    document.addRecord(std::move(layer));
     const standin::Handle first = addImage("a.tif");
-    addLine();
+    const standin::Handle wall = addLine();
+    document.find<drawing::Line>(wall)->layer = "Walls";
     const standin::Handle second = addImage("b.tif");
-    resbuf* images = acutBuildList(RTDXF0, L"image", RTNONE);
-    ads_name set;
-    ASSERT_EQ(acedSSGet(L"X", nullptr, nullptr, images, set), RTNORM);
-    Adesk::Int32 length = 0;
-    EXPECT_EQ(acedSSLength(set, &length), RTNORM);
-    ASSERT_EQ(length, 2);
-    const standin::Handle expected[] = {first, second};
-    for (Adesk::Int32 i = 0; i < length; ++i) {
-        ads_name name;
-        ASSERT_EQ(acedSSName(set, i, name), RTNORM);
-        AcDbObjectId id;
-        ASSERT_EQ(acdbGetObjectId(id, name), Acad::eOk);
-        EXPECT_EQ(id.handle(), expected[i]) << "drawn last, selected last";
+    const standin::Handle title = document.addEntity(document.paperSpace(), std::make_unique<drawing::Line>()).handle;
+    const standin::Handle unread =
+        document.addEntity(document.modelSpace(), std::make_unique<drawing::RawEntity>("MULTILEADER")).handle;
+    standin::eraseEntity(addImage("erased.tif"));
+    struct
+    {
+        const char* what;
+        resbuf* filter;
+        std::vector<standin::Handle> expected; // drawn last, selected last
+    } const table[] = {
+        {"everything", nullptr, {first, wall, second, unread, title}},
+        {"a type", acutBuildList(RTDXF0, L"image", RTNONE), {first, second}},
+        {"a type that is not drawn", acutBuildList(RTDXF0, L"MULTILEADER", RTNONE), {unread}},
+        {"a layer", acutBuildList(8, L"WALLS", RTNONE), {wall}},
+        {"model space", acutBuildList(67, 0, RTNONE), {first, wall, second, unread}},
+        {"a type in model space", acutBuildList(RTDXF0, L"LINE", 67, 0, RTNONE), {wall}},
+        {"paper space", acutBuildList(67, 1, RTNONE), {title}},
+        {"a layout", acutBuildList(410, L"layout1", RTNONE), {title}},
+        {"the model's layout", acutBuildList(RTDXF0, L"LINE", 410, L"Model", RTNONE), {wall}},
+        {"a layout that is none", acutBuildList(410, L"Layout9", RTNONE), {}},
+        {"a type in 8-bit characters", acutBuildList(RTDXF0, "IMAGE", RTNONE), {}},
+        {"a group that is no filter", acutBuildList(62, 1, RTNONE), {}},
+    };
+    for (const auto& row : table) {
+        SCOPED_TRACE(row.what);
+        ads_name set;
+        const int result = acedSSGet(L"X", nullptr, nullptr, row.filter, set);
+        EXPECT_EQ(result, row.expected.empty() ? RTERROR : RTNORM);
+        Adesk::Int32 length = 0;
+        EXPECT_EQ(acedSSLength(set, &length), result);
+        std::vector<standin::Handle> selected;
+        for (Adesk::Int32 i = 0; i < length; ++i) {
+            ads_name name;
+            AcDbObjectId id;
+            ASSERT_EQ(acedSSName(set, i, name), RTNORM);
+            ASSERT_EQ(acdbGetObjectId(id, name), Acad::eOk);
+            selected.push_back(id.handle());
+        }
+        EXPECT_EQ(selected, row.expected);
+        if (result == RTNORM) {
+            EXPECT_EQ(acedSSFree(set), RTNORM);
+        }
+        acutRelRb(row.filter);
     }
+    EXPECT_EQ(standin::breaches().size(), 1u) << "the group that is no filter";
+    EXPECT_EQ(standin::selectionSets(), 0);
+}
+
+TEST_F(SelectionTest, ASetIsNoEntityAndIsFreedOnce)
+{
+    addLine();
+    ads_name set;
+    ASSERT_EQ(acedSSGet(L"X", nullptr, nullptr, nullptr, set), RTNORM);
     ads_name name;
-    EXPECT_EQ(acedSSName(set, 2, name), RTERROR);
+    EXPECT_EQ(acedSSName(set, 1, name), RTERROR);
     AcDbObjectId id;
-    EXPECT_EQ(acdbGetObjectId(id, set), Acad::eInvalidAdsName) << "a set is no entity";
+    EXPECT_EQ(acdbGetObjectId(id, set), Acad::eInvalidAdsName);
     EXPECT_EQ(standin::selectionSets(), 1);
     EXPECT_EQ(acedSSFree(set), RTNORM);
     EXPECT_EQ(acedSSFree(set), RTERROR);
     EXPECT_EQ(standin::breaches().size(), 1u);
-    acutRelRb(images);
-
-    standin::eraseEntity(first);
-    standin::eraseEntity(second);
-    images = acutBuildList(RTDXF0, L"IMAGE", RTNONE);
-    EXPECT_EQ(acedSSGet(L"X", nullptr, nullptr, images, set), RTERROR) << "erased entities are not selected";
-    acutRelRb(images);
-    addImage("c.tif");
-    images = acutBuildList(RTDXF0, "IMAGE", RTNONE);
-    EXPECT_EQ(acedSSGet(L"X", nullptr, nullptr, images, set), RTERROR) << "the type's name in 8-bit characters";
-    acutRelRb(images);
 }
 
 TEST_F(SelectionTest, TheUserSelectsOrGivesUp)

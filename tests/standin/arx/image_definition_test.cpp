@@ -10,6 +10,11 @@ protected:
     std::string raster(const char* name = "sheet.tif") { return writeRaster(name, drawn({"#..#", ".##."})).string(); }
 };
 
+drawing::ImageDefinition& recordOf(const AcDbRasterImageDef& definition)
+{
+    return *standin::document().find<drawing::ImageDefinition>(definition.objectId().handle());
+}
+
 struct Watcher final : AcDbRasterImageDefTransReactor
 {
     Adesk::Boolean onDeleteImage(const AcDbRasterImageDef* definition, const Atil::Image* image) override
@@ -55,8 +60,81 @@ TEST_F(ImageDefinitionTest, AStandAloneDefinitionReadsAFile)
     EXPECT_EQ(*image->pixels(), drawn({"#..#", ".##."}));
     EXPECT_EQ(image->dataModel().dataModelType(), Atil::DataModelAttributes::kBitonalModel);
     EXPECT_EQ(definition.closeImage(), Acad::eOk);
-    EXPECT_FALSE(definition.imageModified()) << "it was only looked at";
     EXPECT_TRUE(standin::breaches().empty());
+}
+
+TEST_F(ImageDefinitionTest, IsLoadedAsTheDrawingSaysBeforeItsPixelsAreRead)
+{
+    std::ofstream(folder / "text.tif") << "this is no raster";
+    struct
+    {
+        const char* what;
+        std::string file;
+        bool recorded;
+        bool loaded;
+        bool afterReading;
+    } const table[] = {
+        {"loaded", raster(), true, true, true},
+        {"unloaded", raster(), false, false, false},
+        {"loaded, of a file that has gone", "missing.tif", true, false, false},
+        {"loaded, of a file that is none", (folder / "text.tif").string(), true, true, false},
+    };
+    const DocumentLock lock;
+    for (const auto& row : table) {
+        SCOPED_TRACE(row.what);
+        auto* definition = openDefinition(addImage(row.file));
+        recordOf(*definition).loaded = row.recorded;
+        EXPECT_EQ(definition->isLoaded(), row.loaded);
+        EXPECT_EQ(definition->pixels(), nullptr) << "nobody has asked for them";
+        const std::unique_ptr<Atil::Image> copy(definition->imageCopy(false));
+        EXPECT_EQ(copy != nullptr, row.afterReading);
+        EXPECT_EQ(definition->isLoaded(), row.afterReading);
+        EXPECT_EQ(recordOf(*definition).loaded, row.recorded);
+        definition->close();
+    }
+}
+
+TEST_F(ImageDefinitionTest, AnUnloadingForNowLeavesTheRecord)
+{
+    const standin::Handle handle = addImage(raster());
+    const DocumentLock lock;
+    auto* definition = openDefinition(handle);
+    EXPECT_EQ(definition->unload(false), Acad::eOk);
+    EXPECT_FALSE(definition->isLoaded());
+    EXPECT_TRUE(recordOf(*definition).loaded);
+    EXPECT_EQ(standin::imagePixels(handle), nullptr);
+    EXPECT_EQ(definition->load(), Acad::eOk);
+    EXPECT_NE(standin::imagePixels(handle), nullptr);
+    definition->close();
+}
+
+TEST_F(ImageDefinitionTest, OnlyWritingModifiesTheImage)
+{
+    const DocumentLock lock;
+    auto* definition = openDefinition(addImage(raster()));
+    Atil::Image* image = nullptr;
+    ASSERT_EQ(definition->openImage(image), Acad::eOk);
+    definition->closeImage();
+    EXPECT_FALSE(definition->imageModified()) << "it was only looked at";
+    ink(*definition);
+    EXPECT_TRUE(definition->imageModified());
+    definition->setImageModified(false);
+    EXPECT_FALSE(definition->imageModified());
+    ink(*definition);
+    EXPECT_TRUE(definition->imageModified()) << "written once more";
+    definition->unload(true);
+    EXPECT_FALSE(definition->imageModified());
+    definition->load();
+    EXPECT_FALSE(definition->imageModified());
+    const AcDbObjectId id = definition->objectId();
+    definition->close();
+    EXPECT_TRUE(standin::breaches().empty());
+
+    definition = open<AcDbRasterImageDef>(id, AcDb::kForRead);
+    definition->setImageModified(true);
+    EXPECT_FALSE(definition->imageModified());
+    EXPECT_EQ(standin::breaches().size(), 1u) << "it was open for read";
+    definition->close();
 }
 
 TEST_F(ImageDefinitionTest, WholeDotsPerInchSurviveTheWayThroughMillimetres)
@@ -141,10 +219,9 @@ TEST_F(ImageDefinitionTest, TheImageIsAnnouncedBeforeItGoes)
         EXPECT_TRUE(watcher.modified);
         EXPECT_TRUE(watcher.inked) << "the pixels as they stood";
         EXPECT_EQ(watcher.width, 4);
-        EXPECT_FALSE(definition->imageModified());
         EXPECT_EQ(definition->unload(true), Acad::eOk);
         EXPECT_EQ(watcher.calls, 1) << "there was nothing left to announce";
-        EXPECT_FALSE(standin::document().find<drawing::ImageDefinition>(definition->objectId().handle())->loaded);
+        EXPECT_FALSE(recordOf(*definition).loaded);
         EXPECT_EQ(definition->load(), Acad::eOk);
         EXPECT_EQ(*definition->pixels(), drawn({"#..#", ".##."})) << "as in the file";
         definition->close();

@@ -97,4 +97,105 @@ TEST_F(ImagePlacementTest, AChangedNumberOfPixelsKeepsTheSizeOfAPixel)
         << "the clip was the whole image";
 }
 
+// The record's edges are 8 by 4 drawing units from (10, 20); the file has twice the pixels across and three times down.
+class OtherSizeTest : public ImagePlacementTest
+{
+protected:
+    OtherSizeTest()
+    {
+        file = writeRaster("other.tif", imaging::Bitmap({8, 6}));
+        image = addImage("other.tif", {10, 20, 0}, {2, 0, 0}, {0, 2, 0});
+        standin::document().find<drawing::Image>(image)->clip = {{-0.5, -0.5}, {1.5, 0.5}};
+        EXPECT_EQ(standin::saveDrawing(folder / "site.dxf"), std::nullopt);
+    }
+
+    void expectPlace(const char* when)
+    {
+        SCOPED_TRACE(when);
+        auto* entity = open<AcDbRasterImage>(idOf(image), AcDb::kForRead);
+        AcGePoint3d origin;
+        AcGeVector3d u, v;
+        entity->getOrientation(origin, u, v);
+        expectPoint(origin, 10, 20);
+        expectPoint(AcGePoint3d::kOrigin + u, 8, 0);
+        expectPoint(AcGePoint3d::kOrigin + v, 0, 4);
+        AcGeMatrix3d toModel;
+        entity->getPixelToModelTransform(toModel);
+        expectPoint(AcGePoint3d(-0.5, -0.5, 0).transformBy(toModel), 10, 24);
+        expectPoint(AcGePoint3d(7.5, 5.5, 0).transformBy(toModel), 18, 20);
+        entity->close();
+    }
+
+    // What the file form says, with the top left quarter seen: 2 by 1 of the 4 by 2 pixels at first.
+    void expectRecord(drawing::Vector2 pixels, drawing::Vector2 seen)
+    {
+        const auto* record = standin::document().find<drawing::Image>(image);
+        EXPECT_EQ(record->pixels, pixels);
+        EXPECT_NEAR(record->u.x * pixels.x, 8, 1e-9);
+        EXPECT_NEAR(record->v.y * pixels.y, 4, 1e-9);
+        EXPECT_EQ(record->clip, (std::vector<drawing::Vector2>{{-0.5, -0.5}, seen}));
+        const auto* definition = standin::document().find<drawing::ImageDefinition>(record->definition);
+        EXPECT_EQ(definition->pixels, pixels);
+    }
+
+    std::filesystem::path file;
+    standin::Handle image = 0;
+};
+
+TEST_F(OtherSizeTest, KeepsThePlaceInTheDrawing)
+{
+    ASSERT_EQ(standin::saveDrawing(folder / "never painted.dxf"), std::nullopt);
+    expectRecord({4, 2}, {1.5, 0.5});
+    expectPlace("before the first painting");
+    ASSERT_EQ(standin::imagePixels(image)->size(), (imaging::Size{8, 6}));
+    expectPlace("painted");
+    expectRecord({8, 6}, {3.5, 2.5});
+    EXPECT_NE(standin::imagePixels(image), nullptr);
+    expectPlace("painted again");
+    EXPECT_FALSE(standin::drawingModified()) << "the next opening finds the same file";
+    ASSERT_EQ(standin::saveDrawing(folder / "painted.dxf"), std::nullopt);
+    for (const char* name : {"never painted.dxf", "painted.dxf"}) {
+        ASSERT_EQ(standin::openDrawing(folder / name), std::nullopt);
+        expectPlace(name);
+        expectRecord({8, 6}, {3.5, 2.5});
+    }
+}
+
+TEST_F(OtherSizeTest, KeepsThePlaceOfAnUnloadedImageThatIsLoaded)
+{
+    const DocumentLock lock;
+    auto* definition = openDefinition(image);
+    definition->unload(true);
+    EXPECT_EQ(definition->size().x, 4) << "as the drawing knows it";
+    EXPECT_EQ(definition->load(), Acad::eOk);
+    EXPECT_EQ(definition->size().x, 8);
+    definition->close();
+    expectPlace("loaded");
+}
+
+TEST_F(OtherSizeTest, ADroppedCommitGivesBackThePixelsAsTheyWere)
+{
+    const DocumentLock lock;
+    auto* definition = openDefinition(image);
+    const Atil::BitonalModel model;
+    const auto commitAndReload = [&](auto between) {
+        Atil::Image* pixels = nullptr;
+        ASSERT_EQ(definition->openImage(pixels), Acad::eOk);
+        *pixels = Atil::Image(Atil::Size(4, 3), &model, Atil::ImagePixel(), Atil::kDefaultTileSize);
+        definition->closeImage();
+        definition->unload(true);
+        between();
+        ASSERT_EQ(definition->load(), Acad::eOk);
+    };
+    commitAndReload([] {});
+    EXPECT_EQ(definition->size().x, 8);
+    expectPlace("the file was left as it is");
+    commitAndReload([&] { writeRaster("other.tif", imaging::Bitmap({4, 3})); });
+    const auto* record = standin::document().find<drawing::Image>(image);
+    EXPECT_EQ(record->pixels, (drawing::Vector2{4, 3})) << "the file took the commit";
+    EXPECT_NEAR(record->u.x, 1, 1e-9);
+    EXPECT_NEAR(record->v.y, 2.0 / 3, 1e-9);
+    definition->close();
+}
+
 } // namespace

@@ -23,7 +23,12 @@ protected:
     }
     std::wstring journal() { return function<const wchar_t* (*)()>("sampleJournal")(); }
     void refuse(AcRx::AppMsgCode message) { function<void (*)(int)>("sampleRefuse")(message); }
-    void keepCommands() { function<void (*)(int)>("sampleKeepCommands")(1); }
+    void leave(const char* what) { function<void (*)(const char*)>("sampleLeave")(what); }
+    void startThread(const char* how, HANDLE end, bool holding)
+    {
+        function<void (*)(const char*, HANDLE, int)>("sampleStartThread")(how, end, holding);
+    }
+    static bool inMemory() { return GetModuleHandleW(L"sample_module.arx") != nullptr; }
     template <class Function> Function function(const char* name)
     {
         return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library, name)));
@@ -98,17 +103,87 @@ TEST_F(ModulesTest, UnloadingLetsTheModuleCleanUp)
     EXPECT_FALSE(standin::hasModuleCommand(L"MUSTER"));
     EXPECT_TRUE(standin::breaches().empty());
     EXPECT_NE(standin::unloadModule(L"sample_module"), std::nullopt) << "unloaded twice";
+    load();
+    EXPECT_EQ(standin::runModuleCommand(L"muster"), standin::CommandOutcome::ended) << "loaded anew";
+    EXPECT_EQ(journal(), L"init loadDwg >SAMPLE run <SAMPLE ");
 }
 
 TEST_F(ModulesTest, LeftoversAreBreachesAndAreTakenAway)
 {
-    load();
-    keepCommands();
-    EXPECT_EQ(standin::unloadModule(L"sample_module.arx"), std::nullopt);
-    EXPECT_EQ(standin::breaches().size(), 2u) << "a command and an editor reactor";
+    addLine();
+    struct
+    {
+        const char* left;
+        const char* breach;
+    } const table[] = {
+        {"command", "1 commands"},
+        {"editor reactor", "1 editor reactors"},
+        {"object reactor", "1 object reactors"},
+        {"timer", "1 timers"},
+        {"hook", "1 hooks"},
+        {"window class", "1 window classes"},
+        {"lock", "1 document locks"},
+        {"open object", "1 open objects"},
+        {"selection set", "1 selection sets"},
+        {"reference", "1 references to its file without a thread to give them back"},
+    };
+    const DocumentLock ofTheTest;
+    for (const auto& row : table) {
+        SCOPED_TRACE(row.left);
+        load();
+        leave(row.left);
+        EXPECT_EQ(standin::unloadModule(L"sample_module"), std::nullopt);
+        EXPECT_EQ(standin::breaches(),
+                  std::vector<std::string>{std::string("sample_module.arx was unloaded and left behind ") + row.breach +
+                                           '.'});
+        standin::clearBreaches();
+        if (inMemory())
+            FreeLibrary(library); // the one that it held itself
+        EXPECT_FALSE(inMemory());
+    }
     EXPECT_FALSE(standin::hasModuleCommand(L"MUSTER"));
+    EXPECT_EQ(standin::documentLocks(), 1) << "the test's own";
+    EXPECT_EQ(standin::selectionSets(), 0);
+    // Reactors that were left would be called now.
     standin::beginDeskCommand(L"line");
     standin::endDeskCommand(L"line", standin::CommandOutcome::ended);
+}
+
+TEST_F(ModulesTest, WhatAModuleTakesBackIsNoBreach)
+{
+    addLine();
+    load();
+    for (const char* each : {"timer", "hook", "window class", "object reactor", "lock", "open object", "selection set"})
+        leave(each);
+    function<void (*)()>("sampleTakeBack")();
+    EXPECT_EQ(standin::unloadModule(L"sample_module"), std::nullopt);
+    EXPECT_EQ(standin::breaches(), std::vector<std::string>{});
+    EXPECT_FALSE(inMemory());
+}
+
+TEST_F(ModulesTest, AThreadThatHoldsTheFileMayOutliveTheUnloading)
+{
+    const HANDLE end = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    for (const char* how : {"CreateThread", "_beginthreadex", "AfxBeginThread"}) {
+        for (const bool holding : {true, false}) {
+            SCOPED_TRACE(std::string(how) + (holding ? ", holding the file" : ""));
+            load();
+            ResetEvent(end);
+            startThread(how, end, holding);
+            EXPECT_EQ(standin::unloadModule(L"sample_module"), std::nullopt);
+            EXPECT_TRUE(inMemory()) << "the thread would run into nothing";
+            EXPECT_EQ(standin::breaches().size(), holding ? 0u : 1u);
+            standin::clearBreaches();
+            const HANDLE thread = function<HANDLE (*)()>("sampleThread")();
+            SetEvent(end);
+            EXPECT_EQ(WaitForSingleObject(thread, 10000), WAIT_OBJECT_0);
+            CloseHandle(thread);
+            if (!holding)
+                FreeLibrary(library);
+            EXPECT_FALSE(inMemory());
+        }
+    }
+    CloseHandle(end);
 }
 
 TEST_F(ModulesTest, AModuleMayRefuseToBeUnloaded)

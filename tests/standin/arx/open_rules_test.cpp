@@ -1,3 +1,5 @@
+#include <functional>
+
 #include "tests/standin/arx/drawing_fixture.h"
 
 namespace {
@@ -145,6 +147,103 @@ TEST_F(OpenRulesTest, ReactorsHearOfChangesAtTheClosing)
     EXPECT_EQ(watcher.heard, "erased modified closed restored modified closed ");
     EXPECT_EQ(image->removeReactor(&watcher), Acad::eOk);
     EXPECT_EQ(image->removeReactor(&watcher), Acad::eKeyNotFound);
+}
+
+TEST_F(OpenRulesTest, AnEntityOnALockedLayerIsOnlyRead)
+{
+    auto layer = std::make_unique<drawing::Layer>();
+    layer->recordName = "Survey";
+    layer->flags = drawing::Layer::kLocked;
+    drawing::Layer& locked = standin::document().addRecord(std::move(layer));
+    const standin::Handle line = addLine();
+    standin::document().find<drawing::Line>(line)->layer = "SURVEY";
+    const AcDbObjectId id = idOf(line);
+    const DocumentLock lock;
+    AcDbEntity* entity = nullptr;
+    EXPECT_EQ(acdbOpenObject(entity, id, AcDb::kForWrite), Acad::eOnLockedLayer);
+    ASSERT_EQ(acdbOpenObject(entity, id, AcDb::kForRead), Acad::eOk);
+    EXPECT_EQ(entity->upgradeOpen(), Acad::eOnLockedLayer);
+    EXPECT_EQ(entity->close(), Acad::eOk) << "still open for read";
+    EXPECT_FALSE(standin::eraseEntity(line));
+    EXPECT_TRUE(standin::eraseEntity(line, standin::LayerLock::overridden));
+    EXPECT_TRUE(standin::restoreEntity(line));
+    EXPECT_TRUE(standin::breaches().empty()) << "to be refused is no breach";
+
+    locked.flags = 0;
+    ASSERT_EQ(acdbOpenObject(entity, id, AcDb::kForWrite), Acad::eOk);
+    entity->close();
+}
+
+TEST_F(OpenRulesTest, OnlyARealChangeIsToBeSaved)
+{
+    const std::filesystem::path raster = writeRaster("sheet.tif", drawn({"#..#", ".##."}));
+    const standin::Handle loaded = addImage(raster.string());
+    const standin::Handle unloaded = addImage(raster.string());
+    auto* record = standin::document().find<drawing::Image>(unloaded);
+    standin::document().find<drawing::ImageDefinition>(record->definition)->loaded = false;
+    const auto withImage = [&](auto call) {
+        return [this, loaded, call] {
+            auto* image = open<AcDbRasterImage>(idOf(loaded), AcDb::kForWrite);
+            call(*image);
+            image->close();
+        };
+    };
+    const auto withDefinition = [&](standin::Handle image, auto call) {
+        return [this, image, call] {
+            auto* definition = openDefinition(image);
+            call(*definition);
+            definition->close();
+        };
+    };
+    using Image = AcDbRasterImage;
+    using Definition = AcDbRasterImageDef;
+    struct
+    {
+        const char* what;
+        std::function<void()> act;
+        bool modified;
+    } const table[] = {
+        {"opened for write", withImage([](Image&) {}), false},
+        {"shown as before", withImage([](Image& image) { image.setDisplayOpt(Image::kShow, true); }), false},
+        {"hidden", withImage([](Image& image) { image.setDisplayOpt(Image::kShow, false); }), true},
+        {"placed as before", withImage([](Image& image) {
+             image.setOrientation({0, 0, 0}, {4, 0, 0}, {0, 2, 0});
+         }),
+         false},
+        {"moved", withImage([](Image& image) {
+             image.setOrientation({1, 0, 0}, {4, 0, 0}, {0, 2, 0});
+         }),
+         true},
+        {"painted", [&] { standin::imagePixels(loaded); }, false},
+        {"copied", withDefinition(loaded, [](Definition& one) { delete one.imageCopy(true); }), false},
+        {"unloaded and loaded again",
+         withDefinition(loaded,
+                        [](Definition& one) {
+                            one.unload(true);
+                            one.load();
+                        }),
+         false},
+        {"unloaded for now", withDefinition(loaded, [](Definition& one) { one.unload(false); }), false},
+        {"loaded and left so", withDefinition(unloaded, [](Definition& one) { one.load(); }), true},
+        {"unloaded", withDefinition(unloaded, [](Definition& one) { one.unload(true); }), true},
+        {"loaded and unloaded again",
+         withDefinition(unloaded,
+                        [](Definition& one) {
+                            one.load();
+                            one.unload(true);
+                        }),
+         false},
+        {"erased", [&] { standin::eraseEntity(loaded); }, true},
+        {"another variable's value", [] { standin::setSystemVariable(L"LUPREC", std::int16_t(7)); }, true},
+        {"the same value", [] { standin::setSystemVariable(L"LUPREC", std::int16_t(7)); }, false},
+    };
+    const DocumentLock lock;
+    for (const auto& row : table) {
+        ASSERT_EQ(standin::saveDrawing(folder / "site.dxf"), std::nullopt);
+        EXPECT_FALSE(standin::drawingModified());
+        row.act();
+        EXPECT_EQ(standin::drawingModified(), row.modified) << row.what;
+    }
 }
 
 } // namespace

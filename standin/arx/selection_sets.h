@@ -1,0 +1,6 @@
+#pragma once
+
+namespace standin {
+/// Frees as many sets, the latest first.
+void dropSelectionSets(int count);
+} // namespace standin
