@@ -48,7 +48,7 @@ Failure openDrawing(const std::filesystem::path& path)
     try {
         document = drawing::readDrawing(file);
     } catch (const drawing::DrawingError& failure) {
-        return file.filename().wstring() + L": " + widen(failure.what());
+        return widen(failure.what());
     }
     auto database = std::make_unique<AcDbDatabase>(false);
     database->state().document = std::move(document);

@@ -130,7 +130,7 @@ void Player::act(const ExpectEntities& expected)
                 const Editor& editor = m_frame.editor();
                 count = 0;
                 if (standin::drawingOpen()) {
-                    for (const auto entity : editor.currentSpace().entities)
+                    for (const auto entity : editor.session().currentSpace().entities)
                         count += standin::entityErased(entity) ? 0 : 1;
                 }
                 return count == static_cast<std::size_t>(expected.count);
@@ -142,8 +142,9 @@ void Player::act(const ExpectEntities& expected)
 void Player::act(const ExpectPicked& expected)
 {
     std::size_t count = 0;
-    if (!comesTrue([&] { return (count = m_frame.editor().selected().size()) == std::size_t(expected.count); },
-                   patience))
+    if (!comesTrue(
+            [&] { return (count = m_frame.editor().selection().entities().size()) == std::size_t(expected.count); },
+            patience))
         throw Miss{std::to_wstring(count) + L" entities are selected"};
 }
 
