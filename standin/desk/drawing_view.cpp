@@ -186,11 +186,10 @@ LRESULT DrawingView::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         m_editor.zoomExtents();
         return 0;
     case WM_MBUTTONUP:
-        if (m_panFrom)
-            ReleaseCapture();
+        m_pan.reset();
         return 0;
     case WM_CAPTURECHANGED:
-        m_panFrom.reset();
+        m_pan.reset();
         break;
     case WM_MOUSEWHEEL: {
         CPoint at(lParam);
@@ -241,23 +240,22 @@ bool DrawingView::onKeyDown(WPARAM key)
 void DrawingView::onMouseMove(Vec2 view)
 {
     ++m_mouseMoves;
-    if (m_panFrom)
-        panTo(view);
-    ::SetCursor(m_panFrom ? m_hand : m_crosshair);
+    ::SetCursor(m_pan ? m_hand : m_crosshair);
     m_hovered(view);
     m_editor.mouseMove(view);
 }
 
 void DrawingView::beginPan(Vec2 view)
 {
-    SetCapture();
     m_panFrom = view;
+    m_pan.reset(); // of a button whose release went to another window
+    m_pan = std::make_unique<HeldPan>(m_hWnd, [this](POINT at) { panTo({double(at.x), double(at.y)}); });
     ::SetCursor(m_hand);
 }
 
 void DrawingView::panTo(Vec2 view)
 {
-    const Vec2 moved = view - *m_panFrom;
+    const Vec2 moved = view - m_panFrom;
     m_panFrom = view;
     m_editor.views().change(
         [&](ViewTransform& transform) { transform.pan(static_cast<int>(moved.x), static_cast<int>(moved.y)); });
