@@ -49,7 +49,7 @@ Failure openDrawing(const std::filesystem::path& path)
     try {
         document = drawing::readDrawing(file, &notes);
     } catch (const drawing::DrawingError& failure) {
-        return file.filename().wstring() + L": " + widen(failure.what());
+        return widen(failure.what());
     }
     auto database = std::make_unique<AcDbDatabase>(false);
     database->state().document = std::move(document);

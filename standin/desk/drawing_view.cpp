@@ -64,7 +64,7 @@ void DrawingView::setPalette(const Palette& palette)
 
 void DrawingView::zoomAt(Vec2 view, double factor)
 {
-    m_editor.changeView([&](ViewTransform& transform) { transform.zoomAbout(view, factor); });
+    m_editor.views().change([&](ViewTransform& transform) { transform.zoomAbout(view, factor); });
 }
 
 // --- Painting ---
@@ -139,8 +139,8 @@ void DrawingView::paintStrips(imaging::Point pan)
 void DrawingView::drawOverlay(Canvas& canvas)
 {
     const ViewTransform& view = m_editor.view();
-    if (!m_editor.selected().empty())
-        m_painter.paintSelected(canvas, m_editor.scene(), view, m_palette, m_editor.selected());
+    if (!m_editor.selection().entities().empty())
+        m_painter.paintSelected(canvas, m_editor.scene(), view, m_palette, m_editor.selection().entities());
     const auto& pending = m_editor.pending();
     for (std::size_t i = 1; i < pending.size(); ++i)
         canvas.line(view.toView(pending[i - 1]), view.toView(pending[i]), m_palette.band);
@@ -156,7 +156,7 @@ LRESULT DrawingView::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_ERASEBKGND:
         return TRUE;
     case WM_SIZE:
-        m_editor.resizeView({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+        m_editor.views().resize({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
         Invalidate(FALSE);
         return 0;
     case WM_SETCURSOR:
@@ -186,11 +186,10 @@ LRESULT DrawingView::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         m_editor.zoomExtents();
         return 0;
     case WM_MBUTTONUP:
-        if (m_panFrom)
-            ReleaseCapture();
+        m_pan.reset();
         return 0;
     case WM_CAPTURECHANGED:
-        m_panFrom.reset();
+        m_pan.reset();
         break;
     case WM_MOUSEWHEEL: {
         CPoint at(lParam);
@@ -214,7 +213,7 @@ bool DrawingView::onKeyDown(WPARAM key)
 {
     const int step = m_editor.view().client().height / arrowShare;
     const auto pan = [&](int dx, int dy) {
-        m_editor.changeView([&](ViewTransform& view) { view.pan(dx, dy); });
+        m_editor.views().change([&](ViewTransform& view) { view.pan(dx, dy); });
         return true;
     };
     switch (key) {
@@ -227,7 +226,7 @@ bool DrawingView::onKeyDown(WPARAM key)
     case VK_DOWN:
         return pan(0, -step);
     case VK_DELETE:
-        if (!m_editor.selected().empty() && !m_editor.commandRunning())
+        if (!m_editor.selection().entities().empty() && !m_editor.commandRunning())
             m_editor.post(L"erase ");
         return true;
     case VK_ESCAPE:
@@ -241,25 +240,24 @@ bool DrawingView::onKeyDown(WPARAM key)
 void DrawingView::onMouseMove(Vec2 view)
 {
     ++m_mouseMoves;
-    if (m_panFrom)
-        panTo(view);
-    ::SetCursor(m_panFrom ? m_hand : m_crosshair);
+    ::SetCursor(m_pan ? m_hand : m_crosshair);
     m_hovered(view);
     m_editor.mouseMove(view);
 }
 
 void DrawingView::beginPan(Vec2 view)
 {
-    SetCapture();
     m_panFrom = view;
+    m_pan.reset(); // of a button whose release went to another window
+    m_pan = std::make_unique<HeldPan>(m_hWnd, [this](POINT at) { panTo({double(at.x), double(at.y)}); });
     ::SetCursor(m_hand);
 }
 
 void DrawingView::panTo(Vec2 view)
 {
-    const Vec2 moved = view - *m_panFrom;
+    const Vec2 moved = view - m_panFrom;
     m_panFrom = view;
-    m_editor.changeView(
+    m_editor.views().change(
         [&](ViewTransform& transform) { transform.pan(static_cast<int>(moved.x), static_cast<int>(moved.y)); });
     UpdateWindow();
 }

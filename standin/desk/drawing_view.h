@@ -1,10 +1,11 @@
 #pragma once
 
 #include <functional>
-#include <optional>
+#include <memory>
 
 #include "standin/afx/afx.h"
 #include "standin/desk/editor.h"
+#include "standin/desk/held_pan.h"
 #include "standin/desk/palette.h"
 #include "standin/desk/pixel_buffer.h"
 #include "standin/desk/scene_painter.h"
@@ -62,7 +63,8 @@ private:
     PixelBuffer m_picture, m_frame;
     bool m_pictureStale = true;
     ViewTransform m_pictureView;
-    std::optional<Vec2> m_panFrom; // view pixels
+    std::unique_ptr<HeldPan> m_pan; // while the middle button is held
+    Vec2 m_panFrom;                 // view pixels
     HCURSOR m_crosshair, m_hand;
     FrameTimes m_times;
     unsigned m_mouseMoves = 0;

@@ -12,8 +12,9 @@ using standin::CommandOutcome;
 // What was selected beforehand, else what the user selects now.
 std::optional<std::vector<drawing::Handle>> chosenEntities(Editor& editor)
 {
-    if (!editor.selected().empty())
-        return std::vector<drawing::Handle>(editor.selected().begin(), editor.selected().end());
+    const auto& selected = editor.selection().entities();
+    if (!selected.empty())
+        return std::vector<drawing::Handle>(selected.begin(), selected.end());
     return editor.askEntities(L"Select objects:");
 }
 

@@ -53,8 +53,11 @@ CommandOutcome openDrawing(Editor& editor)
 
 CommandOutcome openNamed(Editor& editor)
 {
+    // The path comes first: what is typed ahead can't answer for the work that would be lost, as a box asks.
     const auto path = askPath(editor, L"Enter name of drawing to open:");
-    return path ? outcome(editor.openDrawing(*path)) : CommandOutcome::cancelled;
+    if (!path || !editor.mayDiscard())
+        return CommandOutcome::cancelled;
+    return outcome(editor.openDrawing(*path));
 }
 
 CommandOutcome save(Editor& editor)
@@ -77,9 +80,7 @@ CommandOutcome saveNamed(Editor& editor)
 
 CommandOutcome quit(Editor& editor)
 {
-    if (!editor.mayDiscard())
-        return CommandOutcome::cancelled;
-    editor.windows().close();
+    editor.windows().close(); // which asks
     return CommandOutcome::ended;
 }
 

@@ -184,7 +184,7 @@ void MainFrame::onDeskCommand(UINT id)
             m_editor.selectAll();
         return;
     case ID_DESK_SELECT_NONE:
-        m_editor.clearSelection();
+        m_editor.selection().clear();
         return;
     case ID_DESK_DARK_GROUND:
         toggleGround();
@@ -194,7 +194,7 @@ void MainFrame::onDeskCommand(UINT id)
         return;
     case ID_DESK_TOGGLE_SPACE:
         m_editor.post(L"CANCELCMD");
-        m_editor.post(m_editor.inModelSpace() ? L"layout " : L"model ");
+        m_editor.post(m_editor.session().inModelSpace() ? L"layout " : L"model ");
         return;
     }
     if (const auto typed = typedByMenu.find(id); typed != typedByMenu.end()) {
@@ -223,7 +223,7 @@ void MainFrame::onUpdateDeskCommand(CCmdUI* item)
         break;
     case ID_DESK_TOGGLE_SPACE:
         item->Enable(open);
-        item->SetCheck(open && !m_editor.inModelSpace() ? 1 : 0);
+        item->SetCheck(open && !m_editor.session().inModelSpace() ? 1 : 0);
         break;
     default:
         item->Enable(open);

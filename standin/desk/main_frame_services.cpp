@@ -72,8 +72,8 @@ void MainFrame::stateChanged()
     const auto path = standin::drawingPath();
     const std::wstring drawing = path.empty() ? L"Untitled" : path.filename().wstring();
     SetWindowText(standin::drawingOpen() ? (drawing + L" - " + programName).c_str() : programName);
-    m_statusPanel.showSpace(!standin::drawingOpen() ? L"" : m_editor.inModelSpace() ? L"MODEL" : L"LAYOUT");
-    const std::size_t picked = m_editor.selected().size();
+    m_statusPanel.showSpace(!standin::drawingOpen() ? L"" : m_editor.session().inModelSpace() ? L"MODEL" : L"LAYOUT");
+    const std::size_t picked = m_editor.selection().entities().size();
     if (m_editor.commandRunning()) {
         m_statusPanel.showState(m_editor.runningCommand());
     } else if (picked > 0) {
@@ -173,7 +173,7 @@ std::optional<std::vector<standin::Handle>> MainFrame::selectEntities()
 
 std::vector<standin::Handle> MainFrame::currentSelection()
 {
-    return m_editor.latestSelection();
+    return m_editor.selection().latest();
 }
 
 bool MainFrame::runDeskCommand(const std::vector<standin::CommandArgument>& arguments)

@@ -1,18 +1,18 @@
 #include "standin/desk/module_eye.h"
 
+#include <algorithm>
 #include <cmath>
-#include <map>
 
 #include "standin/desk/frame_pattern.h"
+#include "standin/desk/module_resources.h"
 #include "standin/desk/script_windows.h"
 #include "standin/host.h"
 
 namespace desk::script {
 namespace {
 
-// What the module shows to everybody: the numbers of its toolbar's buttons, and the pattern of its selection frame.
+// What the module shows to everybody: the number of its button that saves, and the patterns of its frames.
 constexpr int saveRasterButton = 40009;
-const std::map<int, int> toolButtons = {{1, 32800}, {2, 32795}, {3, 32797}, {4, 32799}, {5, 32798}};
 constexpr int selectionPatternBitmap = 139;
 constexpr int rasterPatternBitmap = 30000;
 // The frame is repainted every 50 ms: after this time every frame that is to be seen is.
@@ -22,25 +22,12 @@ constexpr double enoughOfFrame = 0.9;
 
 std::optional<FramePattern> patternOf(int bitmapNumber)
 {
-    for (const auto& module : standin::loadedModules()) {
-        const HMODULE handle = GetModuleHandleW(module.filename().c_str());
-        const HBITMAP bitmap = LoadBitmapW(handle, MAKEINTRESOURCEW(bitmapNumber));
-        if (bitmap == nullptr)
-            continue;
-        BITMAPINFO format{};
-        format.bmiHeader = {sizeof(BITMAPINFOHEADER), 8, -8, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-        FramePattern pattern{};
-        const HDC screen = GetDC(nullptr);
-        const int rows = GetDIBits(screen, bitmap, 0, 8, pattern.data(), &format, DIB_RGB_COLORS);
-        ReleaseDC(nullptr, screen);
-        DeleteObject(bitmap);
-        if (rows != 8)
-            continue;
-        for (std::uint32_t& pixel : pattern)
-            pixel &= 0xFFFFFF;
-        return pattern;
-    }
-    return std::nullopt;
+    FramePattern pattern{};
+    const auto picture = moduleBitmap(bitmapNumber);
+    if (!picture || picture->pixels.size() != pattern.size())
+        return std::nullopt;
+    std::copy(picture->pixels.begin(), picture->pixels.end(), pattern.begin());
+    return pattern;
 }
 
 ViewPicture pictureOf(DrawingView& view)
@@ -132,30 +119,63 @@ bool ModuleEye::toolHoldsMouse() const
     return after == before;
 }
 
-bool ModuleEye::sees(int tool, std::wstring& seen) const
+bool ModuleEye::seesTool(int tool, std::wstring& seen) const
 {
-    const bool held = toolHoldsMouse();
-    int pressed = 0;
-    bool toolbar = false;
-    const bool current = rasterIsCurrent();
-    m_foothold.ask([&] {
-        for (const auto& [id, number] : toolButtons) {
-            const ToolbarButton button = findToolbarButton(m_foothold.threadId(), number);
-            toolbar = toolbar || button.toolbar != nullptr;
-            if (button.checked && (id != 1 || !current))
-                pressed = id;
+    seen = L"no tool holds the mouse";
+    if (!toolHoldsMouse())
+        return false;
+    const auto found = toolByCursor(seen);
+    if (found)
+        seen = L"tool " + std::to_wstring(*found) + L" holds the mouse, as its cursor tells";
+    return found == tool;
+}
+
+std::optional<int> ModuleEye::toolByCursor(std::wstring& seen) const
+{
+    using Kind = ToolCursor::Kind;
+    const ToolCursor here = cursorAt(m_mouse, m_held);
+    if (here.kind == Kind::own)
+        return here.tool;
+    seen = here.kind == Kind::arrow      ? L"the cursor is the arrow, which tells no tool"
+           : here.kind == Kind::moveSign ? L"the cursor is the one to move by, which several tools show"
+                                         : L"the cursor is none of a tool's";
+    if (here.kind == Kind::other || m_held.leftButton)
+        return std::nullopt;
+    // In the corners of the view the area tool shows a cursor of its own beside the selection, the free rotate tool one
+    // beside its box, with the arrow on its three handles alone; the paste tool shows the arrow beside what floats.
+    int arrows = here.kind == Kind::arrow, moveSigns = here.kind == Kind::moveSign;
+    for (const POINT corner : corners()) {
+        const ToolCursor there = cursorAt(corner, {});
+        if (there.kind == Kind::own) {
+            cursorAt(m_mouse, {});
+            return there.tool;
         }
-    });
-    if (held && !toolbar)
-        return true; // which tool it is shows in the toolbar alone
-    if (!held) {
-        seen = L"no tool holds the mouse";
-    } else if (pressed != 0) {
-        seen = L"the button of tool " + std::to_wstring(pressed) + L" is pressed";
-    } else {
-        seen = L"a tool without a button holds the mouse";
+        arrows += there.kind == Kind::arrow;
+        moveSigns += there.kind == Kind::moveSign;
     }
-    return held && pressed == (toolButtons.contains(tool) ? tool : 0);
+    cursorAt(m_mouse, {});
+    return arrows > 3 && moveSigns > 0 ? std::optional(7) : std::nullopt;
+}
+
+std::vector<POINT> ModuleEye::corners() const
+{
+    imaging::Size size;
+    m_foothold.ask([&] { size = m_frame.editor().view().client(); });
+    const LONG right = size.width - 1, bottom = size.height - 1;
+    return {{0, 0}, {right, 0}, {0, bottom}, {right, bottom}};
+}
+
+ToolCursor ModuleEye::cursorAt(POINT view, Held held) const
+{
+    HWND window = nullptr;
+    m_foothold.ask([&] { window = m_frame.view() != nullptr ? m_frame.view()->m_hWnd : nullptr; });
+    // A tool shows with each move what it has found at the move before.
+    for (int i = 0; i < 2; ++i)
+        m_hand.move(window, view, held);
+    m_foothold.waitForPosted();
+    ToolCursor cursor;
+    m_foothold.ask([&] { cursor = toolCursor(GetCursor()); });
+    return cursor;
 }
 
 bool ModuleEye::seesSelection(const imaging::Rect& pixels, std::wstring& seen) const

@@ -2,17 +2,19 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "imaging/geometry.h"
 #include "standin/desk/main_frame.h"
 #include "standin/desk/script_foothold.h"
 #include "standin/desk/script_hand.h"
+#include "standin/desk/tool_cursors.h"
 
 namespace desk::script {
 
 /// Tells what state the raster module is in from what a draughtsman can see and feel of it, so that the module need not
-/// offer anything for the sake of scripts: which of its buttons are enabled or pressed, whether the mouse still reaches
-/// the drawing view, and where its crawling frames run on the view.
+/// offer anything for the sake of scripts: whether its save button is enabled, whether the mouse still reaches the
+/// drawing view, which cursor is shown there, and where its crawling frames run.
 class ModuleEye
 {
 public:
@@ -35,15 +37,21 @@ public:
 
     /// Moves the mouse where it is already: a tool's hook keeps the message from the view.
     bool toolHoldsMouse() const;
-    /// Tools 1 to 5 show by their pressed buttons. The others have none: any of them is seen when a tool holds the
-    /// mouse and no button is pressed. `seen` says what was seen instead.
-    bool sees(int tool, std::wstring& seen) const;
+    /// A tool holds the mouse and its cursor tells that it is this one; see docs/desk.md for the numbers. `seen` says
+    /// what was seen instead.
+    bool seesTool(int tool, std::wstring& seen) const;
     /// The selection's frame around the box of image pixels, on the image where it fits.
     bool seesSelection(const imaging::Rect& pixels, std::wstring& seen) const;
     bool seesAnySelection() const;
 
 private:
     bool seesRasterFrame() const;
+    /// Nothing if the cursor could be that of several tools; `seen` says why.
+    std::optional<int> toolByCursor(std::wstring& seen) const;
+    /// Moves the mouse there and looks.
+    ToolCursor cursorAt(POINT view, Held held) const;
+    /// Of the view.
+    std::vector<POINT> corners() const;
     /// How much of a box's outline runs along a frame of that pattern, on the image where it fits best: 0 to 1. The box
     /// is in image pixels; without one it is the whole image.
     double bestFrame(int patternBitmap, const std::optional<imaging::Rect>& box) const;

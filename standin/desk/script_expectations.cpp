@@ -43,35 +43,51 @@ std::optional<bool> inkAt(Editor& editor, Vec2 at)
 
 } // namespace
 
-void Player::act(const ExpectRaster& expected)
-{
-    const auto end = GetTickCount64() + patience;
-    while (m_eye.rasterIsCurrent() != expected.current) {
-        if (GetTickCount64() >= end)
-            throw Miss{expected.current ? L"no raster is current" : L"a raster is current"};
-    }
-}
-
-void Player::act(const ExpectTool& expected)
+void Player::expectSeen(const std::function<bool(std::wstring& seen)>& holds) const
 {
     const auto end = GetTickCount64() + patience;
     std::wstring seen;
-    while (!m_eye.sees(expected.id, seen)) {
+    while (!holds(seen)) {
         if (GetTickCount64() >= end)
             throw Miss{seen};
     }
 }
 
-void Player::act(const ExpectNoTool&)
+void Player::expectRasterToBe(bool current)
 {
-    const auto end = GetTickCount64() + patience;
-    while (m_eye.toolHoldsMouse()) {
-        if (GetTickCount64() >= end)
-            throw Miss{L"a tool holds the mouse"};
-    }
+    expectSeen([&](std::wstring& seen) {
+        seen = current ? L"no raster is current" : L"a raster is current";
+        return m_eye.rasterIsCurrent() == current;
+    });
 }
 
-void Player::act(const ExpectBox& expected)
+void Player::expectTool(int number)
+{
+    expectSeen([&](std::wstring& seen) { return m_eye.seesTool(number, seen); });
+}
+
+void Player::expectNoTool()
+{
+    expectSeen([&](std::wstring& seen) {
+        seen = L"a tool holds the mouse";
+        return !m_eye.toolHoldsMouse();
+    });
+}
+
+void Player::expectSelection(const imaging::Rect& pixels)
+{
+    expectSeen([&](std::wstring& seen) { return m_eye.seesSelection(pixels, seen); });
+}
+
+void Player::expectNoSelection()
+{
+    expectSeen([&](std::wstring& seen) {
+        seen = L"a selection's frame is on the view";
+        return !m_eye.seesAnySelection();
+    });
+}
+
+void Player::expectBox(const std::wstring& expected)
 {
     HWND dialog = nullptr;
     std::wstring text;
@@ -79,7 +95,7 @@ void Player::act(const ExpectBox& expected)
             [&] {
                 dialog = openDialog(m_foothold.threadId());
                 text = dialog != nullptr && isMessageBox(dialog) ? messageBoxText(dialog) : L"";
-                return text.find(expected.text) != std::wstring::npos && isMessageBox(dialog);
+                return text.find(expected) != std::wstring::npos && isMessageBox(dialog);
             },
             patience)) {
         throw Miss{!text.empty()       ? L"the box says " + inQuotes(text)
@@ -88,7 +104,7 @@ void Player::act(const ExpectBox& expected)
     }
 }
 
-void Player::act(const ExpectNoBox&)
+void Player::expectNoBox()
 {
     HWND dialog = nullptr;
     if (!comesTrue([&] { return (dialog = openDialog(m_foothold.threadId())) == nullptr; }, patience)) {
@@ -97,7 +113,7 @@ void Player::act(const ExpectNoBox&)
     }
 }
 
-void Player::act(const ExpectText& expected)
+void Player::expectText(const ControlText& expected)
 {
     const HWND dialog = dialogInFront();
     HWND found = nullptr;
@@ -114,15 +130,14 @@ void Player::act(const ExpectText& expected)
     }
 }
 
-void Player::act(const ExpectFile& expected)
+void Player::expectFileToBe(const std::filesystem::path& path, bool present)
 {
     std::error_code ignored;
-    if (!comesTrue([&] { return std::filesystem::is_regular_file(expected.path, ignored) == expected.present; },
-                   patience))
-        throw Miss{expected.path.wstring() + (expected.present ? L" is not there" : L" is there")};
+    if (!comesTrue([&] { return std::filesystem::is_regular_file(path, ignored) == present; }, patience))
+        throw Miss{path.wstring() + (present ? L" is not there" : L" is there")};
 }
 
-void Player::act(const ExpectEntities& expected)
+void Player::expectEntities(int expected)
 {
     std::size_t count = 0;
     if (!comesTrue(
@@ -130,56 +145,37 @@ void Player::act(const ExpectEntities& expected)
                 const Editor& editor = m_frame.editor();
                 count = 0;
                 if (standin::drawingOpen()) {
-                    for (const auto entity : editor.currentSpace().entities)
+                    for (const auto entity : editor.session().currentSpace().entities)
                         count += standin::entityErased(entity) ? 0 : 1;
                 }
-                return count == static_cast<std::size_t>(expected.count);
+                return count == static_cast<std::size_t>(expected);
             },
             patience))
         throw Miss{L"there are " + std::to_wstring(count) + L" entities"};
 }
 
-void Player::act(const ExpectPicked& expected)
+void Player::expectPicked(int expected)
 {
     std::size_t count = 0;
-    if (!comesTrue([&] { return (count = m_frame.editor().selected().size()) == std::size_t(expected.count); },
+    if (!comesTrue([&] { return (count = m_frame.editor().selection().entities().size()) == std::size_t(expected); },
                    patience))
         throw Miss{std::to_wstring(count) + L" entities are selected"};
 }
 
-void Player::act(const ExpectPixel& expected)
+void Player::expectPixel(const PixelInk& expected)
 {
     std::optional<bool> ink;
     if (!comesTrue([&] { return (ink = inkAt(m_frame.editor(), expected.at)) == expected.ink; }, patience))
         throw Miss{!ink ? L"there is no raster at that point" : *ink ? L"the pixel is ink" : L"the pixel is paper"};
 }
 
-void Player::act(const ExpectSelection& expected)
-{
-    const auto end = GetTickCount64() + patience;
-    std::wstring seen;
-    while (!m_eye.seesSelection(expected.pixels, seen)) {
-        if (GetTickCount64() >= end)
-            throw Miss{seen};
-    }
-}
-
-void Player::act(const ExpectNoSelection&)
-{
-    const auto end = GetTickCount64() + patience;
-    while (m_eye.seesAnySelection()) {
-        if (GetTickCount64() >= end)
-            throw Miss{L"a selection's frame is on the view"};
-    }
-}
-
-void Player::act(const ExpectSaid& expected)
+void Player::expectSaid(const std::wstring& text)
 {
     std::wstring transcript;
     if (!comesTrue(
             [&] {
                 transcript = m_frame.commandPanel().transcript();
-                return transcript.find(expected.text) != std::wstring::npos;
+                return transcript.find(text) != std::wstring::npos;
             },
             patience))
         throw Miss{L"the command line last said " + inQuotes(transcript.substr(transcript.rfind(L'\n') + 1))};

@@ -3,9 +3,28 @@
 namespace desk::script {
 namespace {
 
+struct ButtonMessages
+{
+    UINT down, up, twice;
+    WPARAM bit;
+};
+
+constexpr ButtonMessages messagesOf(MouseButton button)
+{
+    switch (button) {
+    case MouseButton::right:
+        return {WM_RBUTTONDOWN, WM_RBUTTONUP, WM_RBUTTONDBLCLK, MK_RBUTTON};
+    case MouseButton::middle:
+        return {WM_MBUTTONDOWN, WM_MBUTTONUP, WM_MBUTTONDBLCLK, MK_MBUTTON};
+    default:
+        return {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, MK_LBUTTON};
+    }
+}
+
 WPARAM keyBits(Held held)
 {
-    return (held.shift ? MK_SHIFT : 0) | (held.control ? MK_CONTROL : 0) | (held.leftButton ? MK_LBUTTON : 0);
+    return (held.shift ? MK_SHIFT : 0) | (held.control ? MK_CONTROL : 0) | (held.leftButton ? MK_LBUTTON : 0) |
+           (held.middleButton ? MK_MBUTTON : 0);
 }
 
 } // namespace
@@ -22,49 +41,56 @@ void Hand::move(HWND window, POINT client, Held held) const
     m_foothold.postHeldKeys(false, false);
 }
 
-void Hand::click(HWND window, POINT client, bool right, bool twice, Held held) const
+void Hand::click(HWND window, POINT client, MouseButton button, bool twice, Held held) const
 {
-    const UINT down = right ? WM_RBUTTONDOWN : WM_LBUTTONDOWN, up = right ? WM_RBUTTONUP : WM_LBUTTONUP;
-    const WPARAM pressed = keyBits(held) | (right ? MK_RBUTTON : MK_LBUTTON);
+    const ButtonMessages messages = messagesOf(button);
+    const WPARAM pressed = keyBits(held) | messages.bit;
     move(window, client, held);
     m_foothold.postHeldKeys(held.shift, held.control);
-    post(window, down, pressed, client);
-    post(window, up, keyBits(held), client);
+    post(window, messages.down, pressed, client);
+    post(window, messages.up, keyBits(held), client);
     if (twice) {
-        post(window, right ? WM_RBUTTONDBLCLK : WM_LBUTTONDBLCLK, pressed, client);
-        post(window, up, keyBits(held), client);
+        post(window, messages.twice, pressed, client);
+        post(window, messages.up, keyBits(held), client);
     }
     m_foothold.postHeldKeys(false, false);
 }
 
-void Hand::drag(HWND window, const std::vector<POINT>& points, Held held) const
+void Hand::drag(HWND window, const std::vector<POINT>& points, MouseButton button, Held held) const
 {
-    press(window, points.front(), held);
+    press(window, points.front(), button, held);
+    Held pressed = held;
+    (button == MouseButton::middle ? pressed.middleButton : pressed.leftButton) = true;
     for (std::size_t i = 1; i < points.size(); ++i)
-        move(window, points[i], {held.shift, held.control, true});
-    release(window, points.back(), held);
+        move(window, points[i], pressed);
+    release(window, points.back(), button, held);
 }
 
-void Hand::press(HWND window, POINT client, Held held) const
+void Hand::press(HWND window, POINT client, MouseButton button, Held held) const
 {
     move(window, client, held);
     m_foothold.postHeldKeys(held.shift, held.control);
-    post(window, WM_LBUTTONDOWN, keyBits(held) | MK_LBUTTON, client);
+    post(window, messagesOf(button).down, keyBits(held) | messagesOf(button).bit, client);
     m_foothold.postHeldKeys(false, false);
 }
 
-void Hand::release(HWND window, POINT client, Held held) const
+void Hand::release(HWND window, POINT client, MouseButton button, Held held) const
 {
     m_foothold.postHeldKeys(held.shift, held.control);
-    post(window, WM_LBUTTONUP, keyBits(held), client);
+    post(window, messagesOf(button).up, keyBits(held), client);
     m_foothold.postHeldKeys(false, false);
+}
+
+void Hand::turnWheel(HWND focus, POINT screen, int notches) const
+{
+    post(focus, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<short>(notches * WHEEL_DELTA)), screen);
 }
 
 void Hand::clickControl(HWND control) const
 {
     RECT client{};
     GetClientRect(control, &client);
-    click(control, {client.right / 2, client.bottom / 2}, false, false);
+    click(control, {client.right / 2, client.bottom / 2});
 }
 
 void Hand::releaseOverMenu(HWND owner, POINT screen) const
@@ -80,11 +106,13 @@ void Hand::clickMenu(HWND owner, POINT screen) const
     post(owner, WM_LBUTTONUP, 0, screen);
 }
 
-void Hand::key(HWND window, unsigned virtualKey) const
+void Hand::key(HWND window, unsigned virtualKey, bool control) const
 {
+    m_foothold.postHeldKeys(false, control);
     const LPARAM scan = static_cast<LPARAM>(MapVirtualKeyW(virtualKey, MAPVK_VK_TO_VSC)) << 16;
     PostMessageW(window, WM_KEYDOWN, virtualKey, scan | 1);
     PostMessageW(window, WM_KEYUP, virtualKey, scan | 0xC0000001);
+    m_foothold.postHeldKeys(false, false);
 }
 
 void Hand::character(HWND window, wchar_t character) const

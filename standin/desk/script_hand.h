@@ -5,13 +5,14 @@
 #include <vector>
 
 #include "standin/desk/script_foothold.h"
+#include "standin/desk/script_steps.h"
 
 namespace desk::script {
 
 /// What is held down while the mouse works.
 struct Held
 {
-    bool shift = false, control = false, leftButton = false;
+    bool shift = false, control = false, leftButton = false, middleButton = false;
 };
 
 /// Works the mouse and the keyboard: puts the messages of a real hand into the windows' queue, where hooks, dialogs and
@@ -22,19 +23,22 @@ public:
     explicit Hand(const Foothold& foothold) : m_foothold(foothold) {}
 
     void move(HWND window, POINT client, Held held = {}) const;
-    void click(HWND window, POINT client, bool right, bool twice, Held held = {}) const;
-    /// Presses at the first point, moves through the others and releases at the last.
-    void drag(HWND window, const std::vector<POINT>& points, Held held) const;
+    void click(HWND window, POINT client, MouseButton button = MouseButton::left, bool twice = false,
+               Held held = {}) const;
+    /// Presses at the first point, moves through the others and releases at the last. The right button is for clicks.
+    void drag(HWND window, const std::vector<POINT>& points, MouseButton button, Held held) const;
     /// Moves there and presses; the button stays down until the release.
-    void press(HWND window, POINT client, Held held = {}) const;
-    void release(HWND window, POINT client, Held held = {}) const;
+    void press(HWND window, POINT client, MouseButton button, Held held = {}) const;
+    void release(HWND window, POINT client, MouseButton button, Held held = {}) const;
+    /// The wheel's messages go to the window that has the focus, wherever the mouse is.
+    void turnWheel(HWND focus, POINT screen, int notches) const;
     /// In the middle of a control.
     void clickControl(HWND control) const;
     /// Over an open menu; screen coordinates.
     void releaseOverMenu(HWND owner, POINT screen) const;
     void clickMenu(HWND owner, POINT screen) const;
 
-    void key(HWND window, unsigned virtualKey) const;
+    void key(HWND window, unsigned virtualKey, bool control = false) const;
     void character(HWND window, wchar_t character) const;
     void type(HWND window, const std::wstring& text) const;
     /// Replaces what an edit control holds.

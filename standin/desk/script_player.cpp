@@ -71,7 +71,7 @@ bool Player::playAll()
         m_present = &step;
         m_console.line(std::to_wstring(step.line) + L": " + step.source);
         try {
-            play(step);
+            step.action(*this);
             showTranscript();
         } catch (const Miss& miss) {
             ++m_misses;
@@ -129,11 +129,6 @@ void Player::watch() const
     m_console.line(L"MISSED: the run was not over after " + std::to_wstring(m_limits.run / 1000) + L" s" +
                    (step != nullptr ? L"; it was at line " + std::to_wstring(step->line) + L": " + step->source : L""));
     TerminateProcess(GetCurrentProcess(), static_cast<UINT>(Outcome::missed));
-}
-
-void Player::play(const Step& step)
-{
-    std::visit([this](const auto& action) { act(action); }, step.action);
 }
 
 bool Player::comesTrue(const std::function<bool()>& condition, int milliseconds) const

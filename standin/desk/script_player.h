@@ -13,6 +13,7 @@
 #include "standin/desk/script_console.h"
 #include "standin/desk/script_foothold.h"
 #include "standin/desk/script_hand.h"
+#include "standin/desk/script_steps.h"
 #include "standin/desk/script_windows.h"
 
 namespace desk::script {
@@ -46,6 +47,51 @@ public:
     void finish();
     Outcome outcome() const { return m_misses == 0 ? Outcome::allHeld : Outcome::missed; }
 
+    // The steps, for the script thread: see docs/desk.md. One that does not come out as it should throws Miss.
+
+    void typeLine(const std::wstring& line);
+    void pressKey(const Key& key);
+
+    void click(const Click& click);
+    void drag(const Drag& drag);
+    void press(const HeldPlace& at);
+    void move(const HeldPlace& at);
+    void release(const HeldPlace& at);
+    void turnWheel(const Wheel& wheel);
+    void resizeView(imaging::Size size);
+
+    void pressToolbarButton(int id);
+    void pressToolbarArrow(int id);
+    void chooseMenuEntry(int id);
+    void waitForDialog(const std::wstring& title);
+    void setText(const ControlText& text);
+    void setCheckMark(const ControlNumber& mark);
+    void chooseEntry(const ControlNumber& entry);
+    void moveSlider(const ControlNumber& slider);
+    void pushButton(int id);
+    void acceptFile(const std::filesystem::path& path);
+    void answerBox(int button);
+
+    void wait(int milliseconds);
+    void waitForRest();
+    void takeShot(const std::filesystem::path& path);
+
+    void expectRaster() { expectRasterToBe(true); }
+    void expectNoRaster() { expectRasterToBe(false); }
+    void expectTool(int number);
+    void expectNoTool();
+    void expectSelection(const imaging::Rect& pixels);
+    void expectNoSelection();
+    void expectPixel(const PixelInk& expected);
+    void expectBox(const std::wstring& text);
+    void expectNoBox();
+    void expectText(const ControlText& expected);
+    void expectSaid(const std::wstring& text);
+    void expectFile(const std::filesystem::path& path) { expectFileToBe(path, true); }
+    void expectNoFile(const std::filesystem::path& path) { expectFileToBe(path, false); }
+    void expectEntities(int count);
+    void expectPicked(int count);
+
 private:
     /// A step that did not come out as it should; the text says what was seen.
     struct Miss
@@ -58,47 +104,14 @@ private:
     void leave() const;
     void showTranscript();
     void watch() const;
-    void play(const Step& step);
 
-    void act(const Type& type);
-    void act(const Click& click);
-    void act(const Drag& drag);
-    void act(const Move& move);
-    void act(const Press& press);
-    void act(const Release& release);
-    void act(const ResizeView& resize);
-    void act(const Key& key);
-    void act(const Button& button);
-    void act(const DropArrow& arrow);
-    void act(const MenuEntry& entry);
-    void act(const WaitForDialog& wait);
-    void act(const SetText& set);
-    void act(const Check& check);
-    void act(const Choose& choose);
-    void act(const Slide& slide);
-    void act(const Push& push);
-    void act(const PickFile& pick);
-    void act(const Answer& answer);
-    void act(const Wait& wait);
-    void act(const Idle& idle);
-    void act(const Shot& shot);
-    void act(const ExpectRaster& expected);
-    void act(const ExpectTool& expected);
-    void act(const ExpectNoTool& expected);
-    void act(const ExpectBox& expected);
-    void act(const ExpectNoBox& expected);
-    void act(const ExpectText& expected);
-    void act(const ExpectFile& expected);
-    void act(const ExpectEntities& expected);
-    void act(const ExpectPicked& expected);
-    void act(const ExpectPixel& expected);
-    void act(const ExpectSelection& expected);
-    void act(const ExpectNoSelection& expected);
-    void act(const ExpectSaid& expected);
-
+    void expectRasterToBe(bool current);
+    void expectFileToBe(const std::filesystem::path& path, bool present);
     /// True once the condition holds; false when the step's time is over. Looked at on the windows' thread.
     bool comesTrue(const std::function<bool()>& condition, int milliseconds) const;
     bool comesTrue(const std::function<bool()>& condition) const { return comesTrue(condition, m_limits.step); }
+    /// The same for what the eye sees; it is looked at on the script thread.
+    void expectSeen(const std::function<bool(std::wstring& seen)>& holds) const;
     void settle() const;
     bool deskWaits() const;
     HWND dialogInFront() const;
@@ -107,7 +120,10 @@ private:
     HWND viewForMouse() const;
     void mouseIsAt(POINT view, Held held);
     std::optional<POINT> pointerOnScreen() const;
+    HWND focusWindow() const;
     void pushControl(HWND button) const;
+    void pickInList(HWND list, int index) const;
+    void pickInComboBox(HWND list, int index) const;
     ToolbarButton usableButton(int id) const;
 
     MainFrame& m_frame;

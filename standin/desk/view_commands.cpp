@@ -13,7 +13,7 @@ void zoomToWindow(Editor& editor, Vec2 a, Vec2 b)
     Box box;
     box.add(a);
     box.add(b);
-    editor.changeView([&](ViewTransform& view) { view.fit(box, 0); });
+    editor.views().change([&](ViewTransform& view) { view.fit(box, 0); });
 }
 
 CommandOutcome zoomToCorner(Editor& editor, Vec2 first)
@@ -40,18 +40,15 @@ bool zoomByFactor(Editor& editor, std::wstring text)
         return false;
     if (!fromPresent)
         editor.zoomExtents();
-    editor.changeView([&](ViewTransform& view) { view.set(view.centre(), view.height() / *factor); });
+    editor.views().change([&](ViewTransform& view) { view.set(view.centre(), view.height() / *factor); });
     return true;
 }
 
 void goToSpace(Editor& editor, bool model)
 {
-    if (editor.inModelSpace() == model)
+    if (editor.session().inModelSpace() == model)
         return;
-    editor.clearSelection();
-    standin::setSystemVariable(L"TILEMODE", std::int16_t(model ? 1 : 0));
-    editor.drawingChanged();
-    editor.zoomExtents();
+    editor.showSpace(model);
     editor.print(model ? L"Model space." : L"Paper space layout.");
 }
 
@@ -70,7 +67,7 @@ CommandOutcome zoom(Editor& editor)
     if (option == L"E" || option == L"EXTENTS" || option == L"A" || option == L"ALL") {
         editor.zoomExtents();
     } else if (option == L"P" || option == L"PREVIOUS") {
-        editor.zoomPrevious();
+        editor.views().previous();
     } else if (option == L"W" || option == L"WINDOW") {
         prompt.text = L"Specify first corner:";
         const Reply first = editor.ask(prompt);
@@ -95,7 +92,7 @@ CommandOutcome pan(Editor& editor)
     const Reply to = editor.ask(prompt);
     if (to.kind != Reply::Kind::point)
         return CommandOutcome::cancelled;
-    editor.changeView([&](ViewTransform& view) { view.set(view.centre() + from.point - to.point, view.height()); });
+    editor.views().change([&](ViewTransform& view) { view.set(view.centre() + from.point - to.point, view.height()); });
     return CommandOutcome::ended;
 }
 

@@ -127,7 +127,7 @@ TEST(Hand, AToolbarButtonIsPressedByItsNumber)
         EXPECT_FALSE(findToolbarButton(stage.thread, greyedButton).enabled);
         EXPECT_TRUE(findToolbarButton(stage.thread, arrowButton).hasArrow);
         EXPECT_EQ(findToolbarButton(stage.thread, 999).toolbar, nullptr);
-        stage.hand.click(button.toolbar, {button.place.left + 8, button.place.top + 5}, false, false);
+        stage.hand.click(button.toolbar, {button.place.left + 8, button.place.top + 5});
         stage.foothold.waitForPosted();
     });
     EXPECT_THAT(stage.bench.commands, testing::ElementsAre(plainButton));
@@ -151,7 +151,7 @@ TEST(Hand, ADragSendsTheMovesThatItNamesAndNoOther)
 {
     constexpr WPARAM moving = MK_SHIFT, pressed = MK_SHIFT | MK_LBUTTON;
     const auto heard = heardOf([](const Stage& stage) {
-        stage.hand.drag(stage.bench.window, {{100, 150}, {140, 151}, {90, 160}}, {true, false});
+        stage.hand.drag(stage.bench.window, {{100, 150}, {140, 151}, {90, 160}}, MouseButton::left, {true, false});
     });
     EXPECT_THAT(heard, testing::ElementsAre(MouseMessage{WM_MOUSEMOVE, moving, 100, 150, true},
                                             MouseMessage{WM_LBUTTONDOWN, pressed, 100, 150, true},
@@ -163,9 +163,9 @@ TEST(Hand, ADragSendsTheMovesThatItNamesAndNoOther)
 TEST(Hand, TheHeldButtonGoesWithTheMoves)
 {
     const auto heard = heardOf([](const Stage& stage) {
-        stage.hand.press(stage.bench.window, {100, 150});
+        stage.hand.press(stage.bench.window, {100, 150}, MouseButton::left);
         stage.hand.move(stage.bench.window, {120, 150}, {false, true, true});
-        stage.hand.release(stage.bench.window, {130, 150});
+        stage.hand.release(stage.bench.window, {130, 150}, MouseButton::left);
     });
     EXPECT_THAT(heard, testing::ElementsAre(MouseMessage{WM_MOUSEMOVE, 0, 100, 150, false},
                                             MouseMessage{WM_LBUTTONDOWN, MK_LBUTTON, 100, 150, false},

@@ -1,0 +1,128 @@
+#include "standin/desk/drawing_session.h"
+
+#include <cstdlib>
+
+#include "drawing/flatten.h"
+
+namespace desk {
+namespace {
+
+bool putIn(drawing::Handle entity, bool present)
+{
+    return present ? standin::restoreEntity(entity)
+                   : standin::eraseEntity(entity, standin::LayerLock::overridden);
+}
+
+// The sheet itself as a drawing file has it: the first of a layout's viewports, which is no object of its user's.
+bool isSheet(const drawing::Entity& entity)
+{
+    constexpr int viewportNumber = 69;
+    if (entity.name() != "VIEWPORT")
+        return false;
+    for (const drawing::KeptGroups& kept : entity.kept) {
+        for (const drawing::Group& group : kept.groups) {
+            if (group.code == viewportNumber)
+                return std::strtol(group.value.c_str(), nullptr, 10) == 1;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+standin::Failure DrawingSession::open(const std::filesystem::path& path)
+{
+    forget();
+    const standin::Failure failure = path.empty() ? standin::newDrawing() : standin::openDrawing(path);
+    m_modified = false;
+    return failure;
+}
+
+standin::Failure DrawingSession::save(const std::filesystem::path& path, const ViewTransform& view)
+{
+    drawing::ViewportRecord& shown = standin::document().activeViewport();
+    shown.center = {view.centre().x, view.centre().y};
+    shown.height = view.height();
+    shown.aspect = double(view.client().width) / view.client().height;
+    const standin::Failure failure = standin::saveDrawing(path);
+    if (!failure)
+        m_modified = false;
+    return failure;
+}
+
+void DrawingSession::close()
+{
+    forget();
+    if (standin::drawingOpen())
+        standin::closeDrawing();
+}
+
+void DrawingSession::forget()
+{
+    m_history.clear();
+    m_modified = false;
+}
+
+bool DrawingSession::modified() const
+{
+    return m_modified || standin::drawingModified();
+}
+
+bool DrawingSession::inModelSpace() const
+{
+    const auto value = standin::systemVariable(L"TILEMODE");
+    const auto* integer = value ? std::get_if<std::int16_t>(&*value) : nullptr;
+    return integer == nullptr || *integer != 0;
+}
+
+const drawing::Block& DrawingSession::currentSpace() const
+{
+    const drawing::Document& document = standin::document();
+    return inModelSpace() ? document.modelSpace() : document.paperSpace();
+}
+
+std::vector<drawing::Handle> DrawingSession::entitiesOfSpace() const
+{
+    const drawing::Document& document = standin::document();
+    std::vector<drawing::Handle> found;
+    for (const drawing::Handle handle : currentSpace().entities) {
+        const auto* entity = document.find<drawing::Entity>(handle);
+        if (entity != nullptr && drawing::isShown(document, *entity) && !isSheet(*entity))
+            found.push_back(handle);
+    }
+    return found;
+}
+
+void DrawingSession::add(std::unique_ptr<drawing::Entity> entity)
+{
+    drawing::Document& document = standin::document();
+    drawing::Block& space = inModelSpace() ? document.modelSpace() : document.paperSpace();
+    entity->layer = document.header.text("$CLAYER", "0");
+    const drawing::Entity& added = document.addEntity(space, std::move(entity));
+    m_history.record({added.handle, true});
+}
+
+bool DrawingSession::erase(const std::vector<drawing::Handle>& entities)
+{
+    bool all = true;
+    for (const drawing::Handle entity : entities) {
+        if (standin::eraseEntity(entity)) {
+            m_history.record({entity, false});
+        } else {
+            all = false;
+        }
+    }
+    return all;
+}
+
+bool DrawingSession::undo()
+{
+    return m_history.undo(putIn);
+}
+
+bool DrawingSession::redo()
+{
+    return m_history.redo(putIn);
+}
+
+} // namespace desk

@@ -1,0 +1,238 @@
+// The steps of a script that work toolbars, menus and dialogs, and those that wait.
+
+#include <commctrl.h>
+
+#include "standin/desk/screenshot.h"
+#include "standin/desk/script_player.h"
+#include "standin/desk/text_encoding.h"
+
+namespace desk::script {
+
+ToolbarButton Player::usableButton(int id) const
+{
+    ToolbarButton button;
+    comesTrue([&] {
+        button = findToolbarButton(m_foothold.threadId(), id);
+        return button.toolbar != nullptr && button.visible && button.enabled;
+    });
+    if (button.toolbar == nullptr)
+        throw Miss{L"no toolbar has that button"};
+    if (!button.visible)
+        throw Miss{L"the toolbar is hidden"};
+    if (!button.enabled)
+        throw Miss{L"the button is greyed"};
+    return button;
+}
+
+void Player::pressToolbarButton(int id)
+{
+    const ToolbarButton found = usableButton(id);
+    // On the left, as the arrow of a button that has one lies at its right.
+    const POINT at{found.place.left + 8, (found.place.top + found.place.bottom) / 2};
+    m_hand.click(found.toolbar, at);
+    settle();
+}
+
+void Player::pressToolbarArrow(int id)
+{
+    const ToolbarButton found = usableButton(id);
+    if (!found.hasArrow)
+        throw Miss{L"the button has no arrow"};
+    POINT at{found.place.right - 5, (found.place.top + found.place.bottom) / 2};
+    m_hand.press(found.toolbar, at, MouseButton::left);
+    if (!comesTrue([this] { return openMenu(m_foothold.threadId()) != nullptr; }))
+        throw Miss{L"no menu popped up"};
+    ClientToScreen(found.toolbar, &at);
+    m_hand.releaseOverMenu(menuOwner(m_foothold.threadId()), at);
+    settle();
+}
+
+void Player::chooseMenuEntry(int id)
+{
+    MenuItem item;
+    if (!comesTrue([&] {
+            const HMENU menu = openMenu(m_foothold.threadId());
+            if (menu != nullptr)
+                item = findMenuItem(menu, id);
+            return menu != nullptr;
+        }))
+        throw Miss{L"no menu is open"};
+    if (!item.found)
+        throw Miss{L"the menu has no such entry"};
+    if (!item.enabled)
+        throw Miss{L"the entry is greyed"};
+    const POINT middle{(item.place.left + item.place.right) / 2, (item.place.top + item.place.bottom) / 2};
+    m_hand.clickMenu(menuOwner(m_foothold.threadId()), middle);
+    if (!comesTrue([this] { return openMenu(m_foothold.threadId()) == nullptr; }))
+        throw Miss{L"the menu stayed open"};
+    settle();
+}
+
+void Player::waitForDialog(const std::wstring& title)
+{
+    HWND dialog = nullptr;
+    if (!comesTrue([&] {
+            dialog = openDialog(m_foothold.threadId());
+            return dialog != nullptr && windowText(dialog) == title;
+        }))
+        throw Miss{dialog != nullptr ? L"the open dialog is \"" + windowText(dialog) + L"\"" : L"no dialog is open"};
+}
+
+void Player::setText(const ControlText& text)
+{
+    const HWND edit = editWithin(control(text.id));
+    m_hand.typeInto(edit, text.text);
+    settle();
+}
+
+void Player::setCheckMark(const ControlNumber& mark)
+{
+    const HWND box = control(mark.id);
+    const auto isRight = [&] { return (SendMessageW(box, BM_GETCHECK, 0, 0) == BST_CHECKED) == (mark.value != 0); };
+    if (!isRight())
+        pushControl(box);
+    if (!comesTrue(isRight))
+        throw Miss{L"the check mark did not change"};
+}
+
+void Player::chooseEntry(const ControlNumber& entry)
+{
+    const HWND list = control(entry.id);
+    const std::wstring kind = classOf(list);
+    const bool combo = kind == L"ComboBox";
+    if (!combo && kind != L"ListBox" && kind != WC_LISTVIEWW)
+        throw Miss{L"control " + std::to_wstring(entry.id) + L" is no list but a " + kind};
+    const UINT countMessage = combo ? CB_GETCOUNT : kind == L"ListBox" ? LB_GETCOUNT : LVM_GETITEMCOUNT;
+    const int count = static_cast<int>(SendMessageW(list, countMessage, 0, 0));
+    if (entry.value < 0 || entry.value >= count)
+        throw Miss{L"the list has " + std::to_wstring(count) + L" entries"};
+    if (combo) {
+        pickInComboBox(list, entry.value);
+    } else {
+        pickInList(list, entry.value);
+    }
+}
+
+// By keys, so that the dialog hears of the choice as it would from a user.
+void Player::pickInComboBox(HWND list, int index) const
+{
+    PostMessageW(list, WM_SETFOCUS, 0, 0);
+    const int present = static_cast<int>(SendMessageW(list, CB_GETCURSEL, 0, 0));
+    for (int i = present; i != index; i += i < index ? 1 : -1)
+        m_hand.key(list, i < index ? VK_DOWN : VK_UP);
+    settle();
+    if (!comesTrue([&] { return SendMessageW(list, CB_GETCURSEL, 0, 0) == index; }))
+        throw Miss{L"the choice did not change"};
+}
+
+void Player::pickInList(HWND list, int index) const
+{
+    const bool plain = classOf(list) == L"ListBox";
+    RECT place{};
+    place.left = plain ? 0 : LVIR_LABEL;
+    SendMessageW(list, plain ? LB_SETTOPINDEX : LVM_ENSUREVISIBLE, static_cast<WPARAM>(index), FALSE);
+    SendMessageW(list, plain ? LB_GETITEMRECT : LVM_GETITEMRECT, static_cast<WPARAM>(index),
+                 reinterpret_cast<LPARAM>(&place));
+    m_hand.click(list, {place.left + 4, (place.top + place.bottom) / 2});
+    settle();
+}
+
+void Player::moveSlider(const ControlNumber& slider)
+{
+    const HWND window = control(slider.id);
+    const auto position = [&] { return static_cast<int>(SendMessageW(window, TBM_GETPOS, 0, 0)); };
+    const int step = std::max(1, static_cast<int>(SendMessageW(window, TBM_GETLINESIZE, 0, 0)));
+    const int start = position();
+    for (int i = 0; i < std::abs(slider.value - start) / step; ++i)
+        m_hand.key(window, slider.value > start ? VK_RIGHT : VK_LEFT);
+    settle();
+    if (!comesTrue([&] { return position() == slider.value; }))
+        throw Miss{L"the slider stands at " + std::to_wstring(position())};
+}
+
+void Player::pushControl(HWND button) const
+{
+    m_hand.clickControl(button);
+    settle();
+}
+
+void Player::pushButton(int id)
+{
+    pushControl(control(id));
+}
+
+void Player::acceptFile(const std::filesystem::path& path)
+{
+    HWND dialog = nullptr, name = nullptr;
+    if (!comesTrue([&] {
+            dialog = openDialog(m_foothold.threadId());
+            name = dialog != nullptr ? fileNameBox(dialog) : nullptr;
+            return name != nullptr;
+        }))
+        throw Miss{L"no file dialog is open"};
+    m_hand.typeInto(name, path.wstring());
+    m_foothold.waitForPosted();
+    pushControl(GetDlgItem(dialog, IDOK));
+    comesTrue([&] { return openDialog(m_foothold.threadId()) != dialog; });
+    if (openDialog(m_foothold.threadId()) == dialog)
+        throw Miss{L"the file dialog did not take the path"};
+    settle();
+}
+
+void Player::answerBox(int id)
+{
+    const HWND box = dialogInFront();
+    if (!isMessageBox(box))
+        throw Miss{L"the open dialog is no message box but \"" + windowText(box) + L"\""};
+    HWND button = GetDlgItem(box, id);
+    if (button == nullptr && id == IDOK)
+        button = GetDlgItem(box, IDCANCEL); // a box with a single button may give it this number
+    if (button == nullptr)
+        throw Miss{L"the message box has no such button"};
+    pushControl(button);
+    if (!comesTrue([&] { return !IsWindow(box) || !IsWindowVisible(box); }))
+        throw Miss{L"the message box stayed open"};
+    settle();
+}
+
+void Player::wait(int milliseconds)
+{
+    Sleep(static_cast<DWORD>(std::max(milliseconds, 0)));
+}
+
+// Nothing queued, nothing running, nothing open, for longer than the shortest one-shot timers of a module.
+void Player::waitForRest()
+{
+    constexpr int quietMilliseconds = 250;
+    ULONGLONG quietSince = 0;
+    const bool quiet = comesTrue([&] {
+        const bool idle = m_frame.editor().idle() && !m_frame.editor().commandRunning() && m_frame.IsWindowEnabled() &&
+                          openMenu(m_foothold.threadId()) == nullptr;
+        if (!idle) {
+            quietSince = 0;
+            return false;
+        }
+        if (quietSince == 0)
+            quietSince = GetTickCount64();
+        return GetTickCount64() - quietSince >= quietMilliseconds;
+    });
+    if (!quiet)
+        throw Miss{L"the desk did not come to rest"};
+}
+
+void Player::takeShot(const std::filesystem::path& path)
+{
+    m_foothold.waitForPosted();
+    std::string failure;
+    m_foothold.ask([&] {
+        try {
+            savePicture(takePicture(m_frame.m_hWnd, m_foothold.threadId(), pointerOnScreen()), path);
+        } catch (const std::exception& error) {
+            failure = error.what();
+        }
+    });
+    if (!failure.empty())
+        throw Miss{fromUtf8(failure)};
+}
+
+} // namespace desk::script
