@@ -3,6 +3,9 @@
 // every run goes well.
 //
 //   well          the real worker, HVV6-real.exe beside it, does the request
+//   holds         first has another process hold the file that a format query asks about; then well
+//   releases      first has that process let go of it; then well
+//   removes       first removes the file that a format query asks about; then well
 //   silent        ends before it says WORKING
 //   dies          ends after WORKING
 //   half-writes   leaves a beginning of the target file, then ends
@@ -13,6 +16,7 @@
 
 #include <windows.h>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -46,21 +50,47 @@ std::string takeFromPlan()
     return first.empty() ? "well" : first;
 }
 
-int runRealWorker(const wchar_t* number)
+// The handle of the process; null if it can't be started.
+HANDLE start(const std::filesystem::path& program, const std::wstring& arguments)
 {
-    const std::filesystem::path real = ownPath().replace_filename("HVV6-real.exe");
-    std::wstring command = L"\"" + real.wstring() + L"\" " + number;
+    std::wstring command = L"\"" + program.wstring() + L"\" " + arguments;
     STARTUPINFOW startup = {};
     startup.cb = sizeof(startup);
     PROCESS_INFORMATION process = {};
-    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process))
-        return 99;
-    WaitForSingleObject(process.hProcess, INFINITE);
-    DWORD code = 0;
-    GetExitCodeProcess(process.hProcess, &code);
+    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process))
+        return nullptr;
     CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
+    return process.hProcess;
+}
+
+int runRealWorker(const wchar_t* number)
+{
+    const HANDLE process = start(ownPath().replace_filename("HVV6-real.exe"), number);
+    WaitForSingleObject(process, INFINITE);
+    DWORD code = 99;
+    GetExitCodeProcess(process, &code);
+    CloseHandle(process);
     return static_cast<int>(code);
+}
+
+constexpr const wchar_t* holdOption = L"hold";
+
+// Signalled by the process that holds a file, when it holds it, and to it, when it is to let go; and the process
+// itself.
+const HANDLE holding = CreateEventW(nullptr, FALSE, FALSE, L"HalvoranFileIsHeld");
+const HANDLE letGo = CreateEventW(nullptr, FALSE, FALSE, L"HalvoranFileLetGo");
+const HANDLE wasLetGo = CreateEventW(nullptr, FALSE, FALSE, L"HalvoranFileWasLetGo");
+
+// For a minute at most, so that no session leaves it behind.
+int hold(const wchar_t* path)
+{
+    constexpr DWORD longest = 60000;
+    const HANDLE file = CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    SetEvent(holding);
+    WaitForSingleObject(letGo, longest);
+    CloseHandle(file);
+    SetEvent(wasLetGo);
+    return 0;
 }
 
 void signal(const wchar_t* name, const wchar_t* number)
@@ -80,6 +110,36 @@ void writeTarget(const WorkerMessage& request, bool whole)
     std::ofstream(std::filesystem::path(request.convertFile.targetFile.GetString()), std::ios::binary) << bytes;
 }
 
+// Looks at the request without taking it from the real worker.
+std::wstring fileOfQuery(const wchar_t* number)
+{
+    const HANDLE mapping = OpenFileMappingW(FILE_MAP_READ, FALSE, (std::wstring(L"CMemMap_M_") + number).c_str());
+    const auto* block = static_cast<const BYTE*>(MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, 0));
+    DWORD size = 0;
+    std::memcpy(&size, block, sizeof(size));
+    WorkerMessage request(0);
+    DeserializeMessage(request, block + sizeof(size), size);
+    UnmapViewOfFile(block);
+    CloseHandle(mapping);
+    return request.formatQuery.file.GetString();
+}
+
+void meddle(const std::string& how, const wchar_t* number)
+{
+    if (how == "releases") {
+        SetEvent(letGo);
+        WaitForSingleObject(wasLetGo, INFINITE);
+        return;
+    }
+    const std::wstring file = fileOfQuery(number);
+    if (how == "removes") {
+        DeleteFileW(file.c_str());
+        return;
+    }
+    CloseHandle(start(ownPath(), std::wstring(holdOption) + L" \"" + file + L"\""));
+    WaitForSingleObject(holding, INFINITE);
+}
+
 void answerWell(const CMemMap& request, const wchar_t* number)
 {
     const CMemMap reply(request.data, request.size, number);
@@ -95,10 +155,16 @@ void answerWell(const CMemMap& request, const wchar_t* number)
 
 int wmain(int argumentCount, wchar_t** arguments)
 {
+    if (argumentCount == 3 && std::wstring(arguments[1]) == holdOption)
+        return hold(arguments[2]);
     if (argumentCount != 2)
         return 99;
     const wchar_t* number = arguments[1];
     const std::string fault = takeFromPlan();
+    if (fault == "holds" || fault == "removes" || fault == "releases") {
+        meddle(fault, number);
+        return runRealWorker(number);
+    }
     if (fault == "well")
         return runRealWorker(number);
     if (fault == "silent")

@@ -108,7 +108,12 @@ void DeskFixture::TearDown()
     standin::setDeskServices(nullptr);
     // A file dialog may have gone to the folder.
     std::filesystem::current_path(std::filesystem::temp_directory_path());
-    std::filesystem::remove_all(m_folder);
+    // A worker that is about to end may still be in it.
+    EXPECT_TRUE(pumpUntil([this] {
+        std::error_code error;
+        std::filesystem::remove_all(m_folder, error);
+        return !error;
+    }));
 }
 
 void DeskFixture::renewView()

@@ -39,7 +39,8 @@ private:
 
 void putImage(DxfText& dxf, int index, const PlacedImage& image)
 {
-    dxf(0, "IMAGE")(5, hex(imageHandle(index)))(100, "AcDbEntity")(8, "0")(100, "AcDbRasterImage")(90, 0);
+    dxf(0, "IMAGE")(5, hex(imageHandle(index)))(100, "AcDbEntity")(67, image.paper ? 1 : 0)(8, "0");
+    dxf(100, "AcDbRasterImage")(90, 0);
     dxf.point(10, image.x, image.y, 0);
     dxf.point(11, image.unitsPerPixel, image.uy, 0);
     dxf.point(12, -image.uy, image.unitsPerPixel, 0);

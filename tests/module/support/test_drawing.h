@@ -33,6 +33,7 @@ struct PlacedImage
     double unitsPerPixel = 1; // drawing units
     double uy = 0;            // the u of a pixel turned: its y, and the v's x the other way
     int display = 7;          // bits: 1 show, 2 show when not aligned, 4 clip, 8 transparent
+    bool paper = false;       // lies in the layout, not in the model space
 };
 
 // The handle of the image entity that stands at `index` in the list that was given to writeDrawing.

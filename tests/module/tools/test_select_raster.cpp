@@ -17,11 +17,15 @@ protected:
     // Ten view pixels to a drawing unit, the origin at (500, 500). In view space:
     //   0  A at 500,480 - 540,500          1  B over A's right half, 520,480 - 560,500
     //   2  gray at 600,480 - 640,500       3  without a file at 700,480 - 740,500
+    //   4  of the layout, where A lies: it is not seen here
     void openImages()
     {
         test::writeGrayBitmap(file("gray.bmp"), 4, 2);
-        openDrawing({blank(4, 2), blank(4, 2), blank(4, 2), blank(4, 2)},
-                    {{.x = 0}, {.x = 2}, {.file = file("gray.bmp"), .x = 10}, {.file = file("missing.tif"), .x = 20}});
+        openDrawing(std::vector<test::Picture>(5, blank(4, 2)), {{.x = 0},
+                                                                 {.x = 2},
+                                                                 {.file = file("gray.bmp"), .x = 10},
+                                                                 {.file = file("missing.tif"), .x = 20},
+                                                                 {.x = 0, .paper = true}});
         m_posted.clear();
     }
 
