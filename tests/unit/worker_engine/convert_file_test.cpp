@@ -21,7 +21,7 @@ protected:
                  std::optional<Region> region = {})
     {
         worker::Request made = request(source, target, format, std::move(region));
-        perform(made, code::convertFile);
+        perform(made, OperationConvertFile);
     }
 
     const Picture sample = {"#........#", ".#......#.", "..######..", "##########"};
@@ -79,13 +79,13 @@ TEST_F(ConvertFileTest, RefusesWhatCannotBeDoneAndLeavesTheTargetWhole)
     put("target", {"#"}, 100);
     putBytes("cut short", contentOf(in("image")).substr(0, contentOf(in("image")).size() / 2));
     putBytes("no image", "nothing of the kind");
-    expectRefused(request("image", "target", 30), code::convertFile);
-    expectRefused(request("image", "target", imaging::formatCode(Format::TiffOther)), code::convertFile);
-    expectRefused(request("missing", "target", 29), code::convertFile);
-    expectRefused(request("cut short", "target", 29), code::convertFile);
-    expectRefused(request("no image", "target", 29), code::convertFile);
-    expectRefused(request("no image", "no image", 0), code::convertFile);
-    expectRefused(request("image", "no such folder/target", 29), code::convertFile);
-    expectRefused(request("image", "target", 29, Region(Rect{10, 0, 20, 4})), code::convertFile);
-    expectRefused(request("image", "target", 29, Region()), code::convertFile);
+    expectRefused(request("image", "target", 30), OperationConvertFile);
+    expectRefused(request("image", "target", imaging::formatCode(Format::TiffOther)), OperationConvertFile);
+    expectRefused(request("missing", "target", 29), OperationConvertFile);
+    expectRefused(request("cut short", "target", 29), OperationConvertFile);
+    expectRefused(request("no image", "target", 29), OperationConvertFile);
+    expectRefused(request("no image", "no image", 0), OperationConvertFile);
+    expectRefused(request("image", "no such folder/target", 29), OperationConvertFile);
+    expectRefused(request("image", "target", 29, Region(Rect{10, 0, 20, 4})), OperationConvertFile);
+    expectRefused(request("image", "target", 29, Region()), OperationConvertFile);
 }
