@@ -52,6 +52,7 @@ TEST_F(ClipboardTest, CopiesTheBoxOfTheRegionWithinTheImageAndPaperOutsideIt)
         worker::Request request;
         request.copyToClipboard = {in("image"), region};
         expectRefused(request, OperationCopyToClipboard);
+        EXPECT_EQ(m_clipboard.dib, dib) << "a refused copy touched the clipboard";
     }
 }
 
