@@ -49,7 +49,7 @@ PathKind kindOf(const fs::path& path)
 // nothing in it to be worked out.
 fs::path ofAnyLength(const fs::path& path)
 {
-    const std::wstring given = path.native();
+    const std::wstring& given = path.native();
     if (given.empty() || given.starts_with(L"\\\\?\\") || given.starts_with(L"\\\\.\\"))
         return path;
     std::wstring full(MAX_PATH, L'\0');

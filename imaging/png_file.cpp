@@ -171,9 +171,9 @@ RowForm chooseForm(PngHandle& handle, const RasterInfo& info)
         png_colorp palette = nullptr;
         int count = 0;
         png_get_PLTE(png, handle.info(), &palette, &count);
-        std::vector<int> luminances;
-        for (int i = 0; i < count; ++i)
-            luminances.push_back(luminance(palette[i].red, palette[i].green, palette[i].blue));
+        std::vector<int> luminances(static_cast<std::size_t>(count));
+        std::transform(palette, palette + count, luminances.begin(),
+                       [](const png_color& colour) { return luminance(colour.red, colour.green, colour.blue); });
         return {true, !oneIsInk(luminances), 0};
     }
     int channels = 0;

@@ -48,7 +48,7 @@ public:
 
 } // namespace
 
-std::vector<std::byte> readClipboardDib()
+std::vector<std::byte> SystemClipboard::readDib()
 {
     const OpenedClipboard clipboard(nullptr);
     const HGLOBAL handle = GetClipboardData(CF_DIB);
@@ -61,7 +61,7 @@ std::vector<std::byte> readClipboardDib()
     return dib;
 }
 
-void putDibOnClipboard(std::span<const std::byte> dib)
+void SystemClipboard::putDib(std::span<const std::byte> dib)
 {
     const OwnerWindow owner;
     const OpenedClipboard clipboard(owner.get());

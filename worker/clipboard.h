@@ -1,17 +1,15 @@
 #pragma once
 
-#include <cstddef>
-#include <span>
-#include <vector>
+#include "worker/engine/clipboard.h"
 
 namespace worker {
 
-/// The clipboard's device-independent bitmap. Throws std::runtime_error when there is none, or when another program
-/// keeps the clipboard to itself.
-std::vector<std::byte> readClipboardDib();
-
-/// Replaces what is on the clipboard by the bitmap, which stays there when the process ends. Throws std::runtime_error
-/// when the clipboard can't be had.
-void putDibOnClipboard(std::span<const std::byte> dib);
+/// The system's clipboard; the bitmap is its CF_DIB.
+class SystemClipboard : public Clipboard
+{
+public:
+    std::vector<std::byte> readDib() override;
+    void putDib(std::span<const std::byte> dib) override;
+};
 
 } // namespace worker

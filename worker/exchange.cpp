@@ -2,40 +2,19 @@
 
 #include <cstdio>
 #include <exception>
-#include <memory>
+#include <string>
 #include <vector>
 
 #include "worker/clipboard.h"
 #include "worker/engine/operations.h"
 #include "worker/record_conversion.h"
 #include "workerlink/CMemMap.h"
-#include "workerlink/CMemMapSemaphore.h"
 #include "workerlink/SerializeMessage.h"
+#include "workerlink/WorkerHandshake.h"
 
 namespace worker {
 
 namespace {
-
-CString numbered(LPCWSTR format, DWORD number)
-{
-    CString text;
-    text.Format(format, number);
-    return text;
-}
-
-// The module's three semaphores, opened and never made: without them nobody waits.
-struct Handshake
-{
-    explicit Handshake(DWORD number)
-        : complete(working.Open(numbered(L"WORKING_%lu", number), false) &&
-                   ready.Open(numbered(L"READY_%lu", number), false) && ok.Open(numbered(L"OK_%lu", number), false))
-    {}
-
-    CMemMapSemaphore working;
-    CMemMapSemaphore ready;
-    CMemMapSemaphore ok;
-    bool complete;
-};
 
 // Does the request that the bytes hold. The reply's bytes, or nothing when it can't be done; the console says why.
 std::vector<BYTE> answer(const CMemMap& requestBlock, CommitGate& gate)
@@ -43,17 +22,14 @@ std::vector<BYTE> answer(const CMemMap& requestBlock, CommitGate& gate)
     try {
         WorkerMessage record(0);
         DeserializeMessage(record, requestBlock.data, requestBlock.size);
-        Request request = requestFromRecord(record);
-        const Operation* operation = findOperation(request.operation);
+        const Operation* operation = findOperation(record.operation);
         if (operation == nullptr) {
             std::fprintf(stderr, "There is no operation number %lu.\n", record.operation);
             return {};
         }
-        if (request.operation == OperationPasteFromClipboard)
-            request.pasteFromClipboard.dib = readClipboardDib();
-        operation->run(request, gate);
-        if (request.operation == OperationCopyToClipboard)
-            putDibOnClipboard(request.copyToClipboard.dib);
+        Request request = requestFromRecord(record);
+        SystemClipboard clipboard;
+        operation->run(request, {gate, clipboard});
         putResults(request, record);
         return SerializeMessage(record);
     } catch (CException* exception) {
@@ -70,7 +46,7 @@ class PublishedReply
 {
 public:
     PublishedReply(const std::vector<BYTE>& bytes, DWORD number)
-        : m_block(bytes.data(), static_cast<DWORD>(bytes.size()), numbered(L"%lu", number))
+        : m_block(bytes.data(), static_cast<DWORD>(bytes.size()), std::to_wstring(number).c_str())
     {
         // The channel's own handle closes with its thread. No reader comes before READY, so the thread still runs.
         const HANDLE process = GetCurrentProcess();
@@ -115,7 +91,7 @@ void waitUntilSeen(CMemMapSemaphore& ready)
 int serveExchange(DWORD transferNumber, CommitGate& gate)
 {
     const CMemMap requestBlock(transferNumber, L"");
-    Handshake handshake(transferNumber);
+    WorkerHandshake handshake(transferNumber, false);
     if (!handshake.complete) {
         std::fprintf(stderr, "No program waits for request %lu.\n", transferNumber);
         return ExitNoModule;

@@ -6,9 +6,6 @@ namespace worker {
 
 namespace {
 
-// Beyond this no coordinate means a pixel, and pixel arithmetic would leave the range of int.
-constexpr int farthest = 1 << 28;
-
 std::filesystem::path pathFrom(const CString& text)
 {
     return std::filesystem::path(static_cast<LPCWSTR>(text));
@@ -28,14 +25,63 @@ std::optional<imaging::Region> regionFrom(const CRgn* region)
     const auto* data = reinterpret_cast<const RGNDATA*>(block.data());
     region->GetRegionData(reinterpret_cast<RGNDATA*>(block.data()), size);
     const auto* rectangles = reinterpret_cast<const RECT*>(data->Buffer);
+    constexpr imaging::Rect everyPixel{-FarthestCoordinate, -FarthestCoordinate, FarthestCoordinate,
+                                       FarthestCoordinate};
     std::vector<imaging::Rect> rects;
     rects.reserve(data->rdh.nCount);
     for (DWORD i = 0; i < data->rdh.nCount; ++i) {
         const imaging::Rect rect{static_cast<int>(rectangles[i].left), static_cast<int>(rectangles[i].top),
                                  static_cast<int>(rectangles[i].right), static_cast<int>(rectangles[i].bottom)};
-        rects.push_back(rect.intersect({-farthest, -farthest, farthest, farthest}));
+        rects.push_back(rect.intersect(everyPixel));
     }
     return imaging::Region::fromRects(rects);
+}
+
+// The record's groups have no types of their own.
+FormatQuery requestFrom(const decltype(WorkerMessage::formatQuery)& record)
+{
+    return {.file = pathFrom(record.file), .filter = {}, .filterIndex = record.filterIndex, .formatCode = 0};
+}
+
+ConvertFile requestFrom(const decltype(WorkerMessage::convertFile)& record)
+{
+    return {.sourceFile = pathFrom(record.sourceFile),
+            .targetFile = pathFrom(record.targetFile),
+            .formatCode = record.formatCode,
+            .region = regionFrom(record.region)};
+}
+
+CopyToClipboard requestFrom(const decltype(WorkerMessage::copyToClipboard)& record)
+{
+    return {.file = pathFrom(record.file), .region = regionFrom(record.region)};
+}
+
+PasteFromClipboard requestFrom(const decltype(WorkerMessage::pasteFromClipboard)& record)
+{
+    return {.file = pathFrom(record.file), .position = pointFrom(record.position), .transparent = record.transparent};
+}
+
+Invert requestFrom(const decltype(WorkerMessage::invert)& record)
+{
+    return {.file = pathFrom(record.file)};
+}
+
+Rotate requestFrom(const decltype(WorkerMessage::rotate)& record)
+{
+    return {.file = pathFrom(record.file),
+            .angle = record.angle,
+            .pivot = pointFrom(record.pivot),
+            .transparent = record.transparent,
+            .region = regionFrom(record.region)};
+}
+
+Filter requestFrom(const decltype(WorkerMessage::filter)& record)
+{
+    return {.file = pathFrom(record.file),
+            .mode = record.mode,
+            .size = record.size,
+            .selectionOnly = record.selectionOnly != 0,
+            .region = regionFrom(record.region)};
 }
 
 } // namespace
@@ -43,26 +89,37 @@ std::optional<imaging::Region> regionFrom(const CRgn* region)
 Request requestFromRecord(const WorkerMessage& record)
 {
     Request request;
-    request.operation = record.operation;
-    request.formatQuery = {pathFrom(record.formatQuery.file), {}, record.formatQuery.filterIndex, 0};
-    request.convertFile = {pathFrom(record.convertFile.sourceFile), pathFrom(record.convertFile.targetFile),
-                           record.convertFile.formatCode, regionFrom(record.convertFile.region)};
-    request.copyToClipboard = {pathFrom(record.copyToClipboard.file), regionFrom(record.copyToClipboard.region), {}};
-    request.pasteFromClipboard = {pathFrom(record.pasteFromClipboard.file),
-                                  pointFrom(record.pasteFromClipboard.position),
-                                  record.pasteFromClipboard.transparent,
-                                  {}};
-    request.invert = {pathFrom(record.invert.file)};
-    request.rotate = {pathFrom(record.rotate.file), record.rotate.angle, pointFrom(record.rotate.pivot),
-                      record.rotate.transparent, regionFrom(record.rotate.region)};
-    request.filter = {pathFrom(record.filter.file), record.filter.mode, record.filter.size,
-                      record.filter.selectionOnly != 0, regionFrom(record.filter.region)};
+    switch (record.operation) {
+    case OperationFormatQuery:
+        request.formatQuery = requestFrom(record.formatQuery);
+        break;
+    case OperationConvertFile:
+        request.convertFile = requestFrom(record.convertFile);
+        break;
+    case OperationCopyToClipboard:
+        request.copyToClipboard = requestFrom(record.copyToClipboard);
+        break;
+    case OperationPasteFromClipboard:
+        request.pasteFromClipboard = requestFrom(record.pasteFromClipboard);
+        break;
+    case OperationInvert:
+        request.invert = requestFrom(record.invert);
+        break;
+    case OperationRotate:
+        request.rotate = requestFrom(record.rotate);
+        break;
+    case OperationFilter:
+        request.filter = requestFrom(record.filter);
+        break;
+    default: // an operation that the worker does not know
+        break;
+    }
     return request;
 }
 
 void putResults(const Request& request, WorkerMessage& record)
 {
-    if (request.operation != OperationFormatQuery)
+    if (record.operation != OperationFormatQuery)
         return;
     const std::u16string& filter = request.formatQuery.filter;
     record.formatQuery.filter = std::wstring(filter.begin(), filter.end()).c_str();

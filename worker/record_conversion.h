@@ -5,7 +5,8 @@
 
 namespace worker {
 
-/// The record's fields as the engine's plain values. Regions are copied; the record keeps its own.
+/// The fields of the record's own operation as the engine's plain values; the other groups stay empty. Regions are
+/// copied, cut to FarthestCoordinate; the record keeps its own.
 Request requestFromRecord(const WorkerMessage& record);
 
 /// Puts into the record what the operation answers besides its success.

@@ -8,10 +8,11 @@ namespace {
 CString ObjectName(LPCWSTR prefix, LPCWSTR kind, DWORD id, const CString& name)
 {
     CString text;
-    if (id != 0)
+    if (id != 0) {
         text.Format(L"%sCMemMap_%s_%lu", prefix, kind, id);
-    else
+    } else {
         text.Format(L"%sCMemMap_%s_%s", prefix, kind, static_cast<LPCWSTR>(name));
+    }
     return text;
 }
 

@@ -1,34 +1,11 @@
 #include "workerlink/RunWorker.h"
 
 #include "workerlink/CMemMap.h"
-#include "workerlink/CMemMapSemaphore.h"
 #include "workerlink/LinkLimits.h"
+#include "workerlink/WorkerHandshake.h"
 #include "workerlink/WorkerProcess.h"
 
 namespace {
-
-// The three semaphores by which the worker tells how far it is.
-struct Handshake
-{
-    explicit Handshake(DWORD transferNumber)
-    {
-        Make(working, L"WORKING_%lu", transferNumber);
-        Make(ready, L"READY_%lu", transferNumber);
-        Make(ok, L"OK_%lu", transferNumber);
-    }
-
-    CMemMapSemaphore working;
-    CMemMapSemaphore ready;
-    CMemMapSemaphore ok;
-
-private:
-    static void Make(CMemMapSemaphore& semaphore, LPCWSTR format, DWORD transferNumber)
-    {
-        CString name;
-        name.Format(format, transferNumber);
-        semaphore.Open(name, true);
-    }
-};
 
 // How a run that began to work came to its end.
 enum class WorkEnd
@@ -69,7 +46,7 @@ WorkerRunResult RunWorker(const CString& workerPath, const BYTE* requestBytes, D
     WorkerRunResult result;
     // A request that can't be published has the number 0; the worker then finds no block and says so.
     const CMemMap request(requestBytes, requestSize, L"");
-    Handshake handshake(request.id);
+    WorkerHandshake handshake(request.id, true);
     WorkerProcess process(result);
     if (!process.Start(workerPath, request.id)) {
         result.errorText.Format(L"Can't start '%s'", static_cast<LPCWSTR>(workerPath));
@@ -89,10 +66,11 @@ WorkerRunResult RunWorker(const CString& workerPath, const BYTE* requestBytes, D
         return result;
 
     LPCWSTR text = L"The process '%s' never started up correctly";
-    if (end == WorkEnd::ProcessEnded)
+    if (end == WorkEnd::ProcessEnded) {
         text = L"The process '%s' ended premature";
-    else if (working)
+    } else if (working) {
         text = L"The process '%s' timed out";
+    }
     result.errorText.Format(text, static_cast<LPCWSTR>(workerPath));
     return result;
 }

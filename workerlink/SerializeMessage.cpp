@@ -43,19 +43,21 @@ static_assert(sizeof(SIZE) == 8 && sizeof(POINT) == 8 && sizeof(WorkerPoint) == 
 
 template <typename Value> void RecordFields::Stream(Value& value)
 {
-    if (m_archive.IsStoring())
+    if (m_archive.IsStoring()) {
         m_archive << value;
-    else
+    } else {
         m_archive >> value;
+    }
 }
 
 // Read whole or not at all.
 void RecordFields::Block(void* bytes, UINT count)
 {
-    if (m_archive.IsStoring())
+    if (m_archive.IsStoring()) {
         m_archive.Write(bytes, count);
-    else if (m_archive.Read(bytes, count) != count)
+    } else if (m_archive.Read(bytes, count) != count) {
         AfxThrowArchiveException(CArchiveException::endOfFile);
+    }
 }
 
 void RecordFields::Transfer(bool& flag)
@@ -73,10 +75,11 @@ void RecordFields::Region(CRgn*& region, CRgn*& clearedByNone)
     }
     DWORD count = 0;
     m_archive >> count;
-    if (count == 0)
+    if (count == 0) {
         clearedByNone = nullptr;
-    else
+    } else {
         region = ReadRegion(count);
+    }
 }
 
 void RecordFields::WriteRegion(const CRgn* region)

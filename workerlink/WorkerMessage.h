@@ -1,21 +1,7 @@
 #pragma once
 
 #include "platform/platform.h"
-
-/// What the module asks of the worker: the first field of every record.
-enum WorkerOperation : DWORD
-{
-    OperationNewRaster = 4,
-    OperationInsertRaster = 5,
-    OperationFormatQuery = 6,
-    OperationConvertFile = 7,
-    OperationCopyToClipboard = 8,
-    OperationPasteFromClipboard = 9,
-    OperationInvert = 10,
-    OperationRotate = 11,
-    OperationFilter = 12,
-    OperationRasterize = 13,
-};
+#include "workerlink/protocol.h"
 
 /// A point of the drawing.
 struct WorkerPoint
@@ -122,11 +108,4 @@ public:
         int result = 0;         // in the reply -1 when no entity lay over the raster
         CRgn* region = nullptr; // the raster's present region
     } rasterize;
-};
-
-/// Values of the filter group's `mode`.
-enum FilterMode : DWORD
-{
-    FilterFill = 0,
-    FilterDespeckle = 1,
 };

@@ -6,6 +6,7 @@
 #include "imaging/paste.h"
 #include "worker/engine/crop_to_region.h"
 #include "worker/engine/edit_file.h"
+#include "workerlink/protocol.h"
 
 namespace worker {
 
@@ -14,29 +15,29 @@ namespace {
 // Brings a far-off position near enough to reckon with; it still lies beyond every image.
 imaging::Point withinReach(imaging::Point position)
 {
-    constexpr int reach = 1 << 29;
-    return {std::clamp(position.x, -reach, reach), std::clamp(position.y, -reach, reach)};
+    const auto near = [](int value) { return std::clamp(value, -FarthestCoordinate, FarthestCoordinate); };
+    return {near(position.x), near(position.y)};
 }
 
 } // namespace
 
-void copyFromFile(CopyToClipboard& request)
+void copyFromFile(const CopyToClipboard& request, Clipboard& clipboard)
 {
     imaging::RasterFile raster = imaging::readRaster(request.file);
     if (request.region)
         cropToRegion(raster.bitmap, *request.region);
-    request.dib = imaging::writeDib(raster.bitmap, raster.info.resolution);
+    const std::vector<std::byte> dib = imaging::writeDib(raster.bitmap, raster.info.resolution);
+    raster.bitmap = imaging::Bitmap(); // the clipboard takes another copy
+    clipboard.putDib(dib);
 }
 
-void pasteIntoFile(const PasteFromClipboard& request, CommitGate& gate)
+void pasteIntoFile(const PasteFromClipboard& request, Clipboard& clipboard, CommitGate& gate)
 {
-    const imaging::Bitmap pasted = imaging::readDib(request.dib);
+    const imaging::Bitmap pasted = imaging::readDib(clipboard.readDib());
     imaging::RasterFile raster = imaging::readRaster(request.file);
     imaging::paste(raster.bitmap, pasted, withinReach(request.position),
                    request.transparent ? imaging::PasteMode::transparent : imaging::PasteMode::opaque);
-    gate.pass([&] {
-        imaging::writeRaster(request.file, raster.bitmap, raster.info.resolution, rewriteFormat(raster.info.format));
-    });
+    writeBack(request.file, raster, gate);
 }
 
 } // namespace worker

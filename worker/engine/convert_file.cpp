@@ -4,6 +4,7 @@
 #include "imaging/raster_file.h"
 #include "worker/engine/crop_to_region.h"
 #include "worker/engine/edit_file.h"
+#include "workerlink/protocol.h"
 
 namespace worker {
 
@@ -11,7 +12,7 @@ namespace {
 
 imaging::Format targetFormat(std::uint32_t code, imaging::Format source)
 {
-    if (code == 0)
+    if (code == SameFormat)
         return rewriteFormat(source);
     const std::optional<imaging::Format> format = imaging::formatFromCode(code);
     if (!format || !imaging::describe(*format).writable)

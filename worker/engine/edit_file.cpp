@@ -7,22 +7,13 @@
 #include "imaging/error.h"
 #include "imaging/invert.h"
 #include "imaging/rotate.h"
+#include "workerlink/protocol.h"
 
 namespace worker {
 
 namespace {
 
-constexpr std::uint32_t modeFill = 0;
-constexpr std::uint32_t modeDespeckle = 1;
 constexpr double tenthsOfMillimetrePerInch = 254;
-// Beyond this no pivot means anything, and pixel arithmetic would leave the range of int.
-constexpr int farthestPivot = 1 << 28;
-
-void writeBack(const std::filesystem::path& file, const imaging::RasterFile& raster, CommitGate& gate)
-{
-    gate.pass(
-        [&] { imaging::writeRaster(file, raster.bitmap, raster.info.resolution, rewriteFormat(raster.info.format)); });
-}
 
 const imaging::Region* pointerTo(const std::optional<imaging::Region>& region)
 {
@@ -31,7 +22,7 @@ const imaging::Region* pointerTo(const std::optional<imaging::Region>& region)
 
 bool inRange(imaging::Point pivot)
 {
-    const auto near = [](int value) { return value >= -farthestPivot && value <= farthestPivot; };
+    const auto near = [](int value) { return value >= -FarthestCoordinate && value <= FarthestCoordinate; };
     return near(pivot.x) && near(pivot.y);
 }
 
@@ -40,6 +31,12 @@ bool inRange(imaging::Point pivot)
 imaging::Format rewriteFormat(imaging::Format format)
 {
     return imaging::describe(format).writable ? format : imaging::Format::TiffGroup4;
+}
+
+void writeBack(const std::filesystem::path& file, const imaging::RasterFile& raster, CommitGate& gate)
+{
+    gate.pass(
+        [&] { imaging::writeRaster(file, raster.bitmap, raster.info.resolution, rewriteFormat(raster.info.format)); });
 }
 
 int filterSide(std::uint32_t size, imaging::Resolution resolution)
@@ -67,14 +64,14 @@ void rotateFile(const Rotate& request, CommitGate& gate)
 
 void filterFile(const Filter& request, CommitGate& gate)
 {
-    if (request.mode != modeFill && request.mode != modeDespeckle)
+    if (request.mode != FilterFill && request.mode != FilterDespeckle)
         throw imaging::ImagingError("There is no filter number " + std::to_string(request.mode) + ".");
     if (request.selectionOnly && !request.region)
         throw imaging::ImagingError("The selection to filter is missing.");
     imaging::RasterFile raster = imaging::readRaster(request.file);
     const int side = filterSide(request.size, raster.info.resolution);
     const imaging::Region* region = request.selectionOnly ? pointerTo(request.region) : nullptr;
-    if (request.mode == modeDespeckle) {
+    if (request.mode == FilterDespeckle) {
         imaging::despeckle(raster.bitmap, side, region);
     } else {
         imaging::fillHoles(raster.bitmap, side, region);

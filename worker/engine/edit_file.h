@@ -23,4 +23,7 @@ int filterSide(std::uint32_t size, imaging::Resolution resolution);
 /// The format in which a file that was read is written back: its own where that can be written, else TIFF group 4.
 imaging::Format rewriteFormat(imaging::Format format);
 
+/// Writes an image that was read from the file back to it, inside the gate.
+void writeBack(const std::filesystem::path& file, const imaging::RasterFile& raster, CommitGate& gate);
+
 } // namespace worker

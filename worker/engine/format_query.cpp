@@ -6,6 +6,7 @@
 
 #include "imaging/error.h"
 #include "imaging/raster_file.h"
+#include "workerlink/protocol.h"
 
 namespace worker {
 
@@ -86,7 +87,7 @@ std::int32_t rowOfFile(const std::vector<FormatDescription>& rows, const std::fi
 void answerFormatQuery(FormatQuery& query)
 {
     const std::vector<FormatDescription> rows = writableFormats();
-    const std::int32_t row = query.filterIndex == -1 ? rowOfFile(rows, query.file) : query.filterIndex;
+    const std::int32_t row = query.filterIndex == OwnFormatRow ? rowOfFile(rows, query.file) : query.filterIndex;
     if (row < 0 || row >= static_cast<std::int32_t>(rows.size()))
         throw imaging::ImagingError("There is no file type number " + std::to_string(row) + ".");
     query.filter = filterText(rows);

@@ -7,20 +7,33 @@
 #include "worker/engine/convert_file.h"
 #include "worker/engine/edit_file.h"
 #include "worker/engine/format_query.h"
+#include "workerlink/protocol.h"
 
 namespace worker {
 
 namespace {
 
+using Context = OperationContext;
+
+// A crop is a conversion of a file onto itself.
 constexpr std::array operations{
-    Operation{6, "FormatQuery", [](Request& request, CommitGate&) { answerFormatQuery(request.formatQuery); }},
-    Operation{7, "ConvertFile", [](Request& request, CommitGate& gate) { convertFile(request.convertFile, gate); }},
-    Operation{8, "CopyToClipboard", [](Request& request, CommitGate&) { copyFromFile(request.copyToClipboard); }},
-    Operation{9, "PasteFromClipboard",
-              [](Request& request, CommitGate& gate) { pasteIntoFile(request.pasteFromClipboard, gate); }},
-    Operation{10, "Invert", [](Request& request, CommitGate& gate) { invertFile(request.invert, gate); }},
-    Operation{11, "Rotate", [](Request& request, CommitGate& gate) { rotateFile(request.rotate, gate); }},
-    Operation{12, "Filter", [](Request& request, CommitGate& gate) { filterFile(request.filter, gate); }},
+    Operation{OperationFormatQuery, "FormatQuery",
+              [](Request& request, const Context&) { answerFormatQuery(request.formatQuery); }},
+    Operation{OperationConvertFile, "ConvertFile",
+              [](Request& request, const Context& context) { convertFile(request.convertFile, context.gate); }},
+    Operation{
+        OperationCopyToClipboard, "CopyToClipboard",
+        [](Request& request, const Context& context) { copyFromFile(request.copyToClipboard, context.clipboard); }},
+    Operation{OperationPasteFromClipboard, "PasteFromClipboard",
+              [](Request& request, const Context& context) {
+                  pasteIntoFile(request.pasteFromClipboard, context.clipboard, context.gate);
+              }},
+    Operation{OperationInvert, "Invert",
+              [](Request& request, const Context& context) { invertFile(request.invert, context.gate); }},
+    Operation{OperationRotate, "Rotate",
+              [](Request& request, const Context& context) { rotateFile(request.rotate, context.gate); }},
+    Operation{OperationFilter, "Filter",
+              [](Request& request, const Context& context) { filterFile(request.filter, context.gate); }},
 };
 
 } // namespace

@@ -3,10 +3,18 @@
 #include <cstdint>
 #include <string_view>
 
+#include "worker/engine/clipboard.h"
 #include "worker/engine/commit_gate.h"
 #include "worker/engine/request.h"
 
 namespace worker {
+
+/// What operations reach besides files. Both outlive the operation.
+struct OperationContext
+{
+    CommitGate& gate;
+    Clipboard& clipboard;
+};
 
 /// One entry of the worker's table.
 struct Operation
@@ -16,7 +24,7 @@ struct Operation
 
     /// Does the request and puts results into its group. Files are replaced whole, inside the gate. Throws
     /// imaging::ImagingError, or another std::exception, with every file as it was, when it can't be done.
-    void (*run)(Request& request, CommitGate& gate);
+    void (*run)(Request& request, const OperationContext& context);
 };
 
 /// Null for a code that the worker does not know.

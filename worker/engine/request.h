@@ -1,11 +1,9 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "imaging/geometry.h"
 #include "imaging/region.h"
@@ -18,7 +16,7 @@ struct FormatQuery
 {
     std::filesystem::path file;
     std::u16string filter;        // out: the file dialog's filter, in its form with |
-    std::int32_t filterIndex = 0; // zero-based; -1 asks for the file's own format
+    std::int32_t filterIndex = 0; // zero-based, or OwnFormatRow
     std::int32_t formatCode = 0;  // out: the format number of filterIndex
 };
 
@@ -26,7 +24,7 @@ struct ConvertFile
 {
     std::filesystem::path sourceFile;
     std::filesystem::path targetFile;      // may be the source itself
-    std::uint32_t formatCode = 0;          // 0 keeps the source's kind of file
+    std::uint32_t formatCode = 0;          // or SameFormat
     std::optional<imaging::Region> region; // what to keep, in pixels; everything when there is none
 };
 
@@ -34,7 +32,6 @@ struct CopyToClipboard
 {
     std::filesystem::path file;
     std::optional<imaging::Region> region; // what to copy, in pixels; everything when there is none
-    std::vector<std::byte> dib;            // out: the device-independent bitmap for the clipboard
 };
 
 struct PasteFromClipboard
@@ -42,7 +39,6 @@ struct PasteFromClipboard
     std::filesystem::path file; // rewritten
     imaging::Point position;    // pixel of the pasted rectangle's top left corner
     bool transparent = false;   // adds ink only
-    std::vector<std::byte> dib; // the clipboard's device-independent bitmap
 };
 
 struct Invert
@@ -62,15 +58,15 @@ struct Rotate
 struct Filter
 {
     std::filesystem::path file; // rewritten
-    std::uint32_t mode = 0;     // 1 removes specks of ink, 0 fills holes
+    std::uint32_t mode = 0;     // FilterDespeckle removes specks of ink, FilterFill fills holes
     std::uint32_t size = 0;     // side of the largest speck or hole, in tenths of a millimetre
     bool selectionOnly = false;
     std::optional<imaging::Region> region; // where to work with selectionOnly
 };
 
+/// Of the groups the one of the operation that is asked for counts.
 struct Request
 {
-    std::uint32_t operation = 0; // says which group counts
     FormatQuery formatQuery;
     ConvertFile convertFile;
     CopyToClipboard copyToClipboard;

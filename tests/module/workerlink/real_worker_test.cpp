@@ -3,6 +3,7 @@
 #include "imaging/invert.h"
 #include "imaging/raster_file.h"
 #include "link_fixture.h"
+#include "tests/support/pictures.h"
 #include "workerlink/CMemMap.h"
 #include "workerlink/CMemMapSemaphore.h"
 #include "workerlink/RunWorker.h"
@@ -12,30 +13,6 @@
 // Whole exchanges with the worker program as it is shipped.
 
 namespace {
-
-using Picture = std::vector<std::string>;
-
-imaging::Bitmap bitmapOf(const Picture& picture)
-{
-    imaging::Bitmap bitmap({static_cast<int>(picture[0].size()), static_cast<int>(picture.size())});
-    for (int y = 0; y < bitmap.height(); ++y) {
-        for (int x = 0; x < bitmap.width(); ++x)
-            bitmap.setInk(x, y, picture[static_cast<size_t>(y)][static_cast<size_t>(x)] == '#');
-    }
-    return bitmap;
-}
-
-Picture pictureOf(const imaging::Bitmap& bitmap)
-{
-    Picture picture;
-    for (int y = 0; y < bitmap.height(); ++y) {
-        std::string row;
-        for (int x = 0; x < bitmap.width(); ++x)
-            row += bitmap.ink(x, y) ? '#' : '.';
-        picture.push_back(row);
-    }
-    return picture;
-}
 
 class RealWorker : public LinkTest
 {
@@ -58,7 +35,7 @@ protected:
 
     void put(const wchar_t* name, const Picture& picture, double dotsPerInch)
     {
-        imaging::writeRaster(in(name), bitmapOf(picture), {dotsPerInch, dotsPerInch}, imaging::Format::TiffGroup4);
+        imaging::writeRaster(in(name), drawn(picture), {dotsPerInch, dotsPerInch}, imaging::Format::TiffGroup4);
     }
 
     // The request to invert this picture, in image.tif.
@@ -70,7 +47,7 @@ protected:
         return message;
     }
 
-    Picture picture(const wchar_t* name) const { return pictureOf(imaging::readRaster(in(name)).bitmap); }
+    Picture picture(const wchar_t* name) const { return rowsOf(imaging::readRaster(in(name)).bitmap); }
 
     size_t fileCount() const
     {

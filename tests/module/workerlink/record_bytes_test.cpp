@@ -1,3 +1,8 @@
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "link_fixture.h"
 #include "record_support.h"
 
 // Every operation's bytes, written down by hand, in both directions. The strings are one letter or two, so that a field
@@ -114,6 +119,25 @@ const Record records[] = {
      }},
 };
 
+// The bytes at the beginning of the lines of the page's block of bytes.
+std::string bytesOfThePage()
+{
+    std::ifstream page(std::filesystem::path(static_cast<LPCWSTR>(programPath(HALVORAN_SOURCE_DIR "/docs/record.md"))));
+    std::string line;
+    while (std::getline(page, line) && line != "```bytes") {
+    }
+    const auto isByte = [](const std::string& word) {
+        return word.size() == 2 && word.find_first_not_of("0123456789ABCDEF") == std::string::npos;
+    };
+    std::string bytes;
+    while (std::getline(page, line) && line != "```") {
+        std::istringstream words(line);
+        for (std::string word; words >> word && isByte(word);)
+            bytes += word + ' ';
+    }
+    return bytes;
+}
+
 class RecordBytes : public testing::Test
 {
 protected:
@@ -142,6 +166,16 @@ TEST_F(RecordBytes, EachOperationsFieldsAreWrittenInTheirOrderAndReadBack)
     WorkerMessage got(0);
     EXPECT_EQ(causeOfReading(got, hex("09 00 00 00 " + a + "FE FF FF FF  07 00 00 00  80")), -1);
     EXPECT_TRUE(got.pasteFromClipboard.transparent) << "any byte but 0 is true";
+}
+
+TEST_F(RecordBytes, TheExampleOfThePageIsWhatIsWritten)
+{
+    WorkerMessage message(OperationConvertFile);
+    message.convertFile.sourceFile = L"a";
+    message.convertFile.targetFile = L"b";
+    message.convertFile.formatCode = 50;
+    message.convertFile.region = &m_region;
+    EXPECT_EQ(shown(SerializeMessage(message)), bytesOfThePage());
 }
 
 TEST_F(RecordBytes, AnUnknownCodeHasNoBodyAndChangesNothingElse)

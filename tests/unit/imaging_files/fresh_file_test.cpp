@@ -40,23 +40,16 @@ protected:
 TEST_F(FreshFiles, AKilledWriterLeavesTheTargetWholeAndItsFileGoesAtTheNextWriting)
 {
     const Bitmap picture = sampleBitmap(300, 200);
-    for (const FormatDescription& format : formatDescriptions()) {
-        if (!format.writable)
-            continue;
-        SCOPED_TRACE(format.name);
-        writeRaster(file("size"), picture, {}, format.format);
-        const rlim_t half = std::filesystem::file_size(file("size")) / 2;
-        std::filesystem::remove(file("size"));
-        saveBytes(file("plan"), {'o', 'l', 'd'});
-        EXPECT_EQ(killedByLimit(half, [&] { writeRaster(file("plan"), picture, {}, format.format); }), SIGXFSZ);
-        EXPECT_EQ(contentOf<Bytes>(file("plan")), (Bytes{'o', 'l', 'd'}));
-        ASSERT_THAT(m_folder.names(), SizeIs(2)) << "the killed writer was to leave a part of its file";
-        EXPECT_EQ(std::filesystem::file_size(m_folder / m_folder.names()[1]), half);
+    writeRaster(file("plan"), picture, {}, Format::TiffGroup4);
+    const Bytes whole = contentOf<Bytes>(file("plan"));
+    const rlim_t half = whole.size() / 2;
+    EXPECT_EQ(killedByLimit(half, [&] { writeRaster(file("plan"), picture, {}, Format::TiffGroup4); }), SIGXFSZ);
+    EXPECT_EQ(contentOf<Bytes>(file("plan")), whole);
+    ASSERT_THAT(m_folder.names(), SizeIs(2)) << "the killed writer was to leave a part of its file";
+    EXPECT_EQ(std::filesystem::file_size(m_folder / m_folder.names()[1]), half);
 
-        writeRaster(file("other"), picture, {}, Format::Png);
-        EXPECT_THAT(m_folder.names(), ElementsAre("other", "plan"));
-        std::filesystem::remove(file("other"));
-    }
+    writeRaster(file("other"), picture, {}, Format::Png);
+    EXPECT_THAT(m_folder.names(), ElementsAre("other", "plan"));
 }
 
 TEST_F(FreshFiles, TheFileOfAWriterThatStillWritesIsLeftAlone)

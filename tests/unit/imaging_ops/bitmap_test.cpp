@@ -5,15 +5,6 @@
 
 using namespace imaging;
 
-TEST(Bitmap, BeginsAsPaperAtEveryWidth)
-{
-    for (const int width : awkwardWidths) {
-        const Bitmap bitmap({width, 3});
-        EXPECT_EQ(bitmap.wordsPerRow(), width / 64 + (width % 64 ? 1 : 0));
-        EXPECT_TRUE(samePicture(made({width, 3}, [](int, int) { return false; }), bitmap));
-    }
-}
-
 TEST(Bitmap, CopiesShareNothingAndMovingLeavesNothing)
 {
     Bitmap bitmap = noise({70, 4}, 0.5, 3);

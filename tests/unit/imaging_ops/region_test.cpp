@@ -106,11 +106,3 @@ TEST(Region, SpanIsInsideOnlyWithoutGaps)
     EXPECT_EQ(region.band(1).size(), 2u);
     EXPECT_TRUE(region.band(2).empty());
 }
-
-TEST(Region, OffsetMovesEveryPixelAndTheBox)
-{
-    Region region = Region::fromRects(std::vector<Rect>{{0, 0, 4, 2}, {6, 1, 9, 5}});
-    region.offset(-10, 3);
-    EXPECT_EQ(region, Region::fromRects(std::vector<Rect>{{-10, 3, -6, 5}, {-4, 4, -1, 8}}));
-    EXPECT_EQ(region.box(), (Rect{-10, 3, -1, 8}));
-}

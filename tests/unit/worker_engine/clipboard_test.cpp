@@ -14,18 +14,19 @@ protected:
     {
         put("image", picture, dotsPerInch);
         worker::Request request;
-        request.copyToClipboard = {in("image"), std::move(region), {}};
-        perform(request, code::copyToClipboard);
+        request.copyToClipboard = {in("image"), std::move(region)};
+        perform(request, OperationCopyToClipboard);
         EXPECT_EQ(this->picture("image"), picture) << "copying changes no file";
-        return request.copyToClipboard.dib;
+        return m_clipboard.dib;
     }
 
     Picture pasted(const Picture& picture, const Bytes& dib, imaging::Point position, bool transparent)
     {
         put("image", picture, 300);
         worker::Request request;
-        request.pasteFromClipboard = {in("image"), position, transparent, dib};
-        perform(request, code::pasteFromClipboard);
+        m_clipboard.dib = dib;
+        request.pasteFromClipboard = {in("image"), position, transparent};
+        perform(request, OperationPasteFromClipboard);
         return this->picture("image");
     }
 };
@@ -49,8 +50,9 @@ TEST_F(ClipboardTest, CopiesTheBoxOfTheRegionWithinTheImageAndPaperOutsideIt)
 
     for (const Region& region : {Region(Rect{6, 0, 9, 4}), Region(Rect{-5, -5, 0, 0}), Region()}) {
         worker::Request request;
-        request.copyToClipboard = {in("image"), region, {}};
-        expectRefused(request, code::copyToClipboard);
+        request.copyToClipboard = {in("image"), region};
+        expectRefused(request, OperationCopyToClipboard);
+        EXPECT_EQ(m_clipboard.dib, dib) << "a refused copy touched the clipboard";
     }
 }
 
@@ -70,6 +72,7 @@ TEST_F(ClipboardTest, ADamagedBitmapOnTheClipboardLeavesTheFileAlone)
     Bytes dib = imaging::writeDib(drawn({"#.#.", ".#.#"}), {});
     dib.resize(dib.size() - 4);
     worker::Request request;
-    request.pasteFromClipboard = {in("image"), {0, 0}, true, dib};
-    expectRefused(request, code::pasteFromClipboard);
+    m_clipboard.dib = dib;
+    request.pasteFromClipboard = {in("image"), {0, 0}, true};
+    expectRefused(request, OperationPasteFromClipboard);
 }

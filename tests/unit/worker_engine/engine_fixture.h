@@ -8,16 +8,17 @@
 #include "tests/support/files.h"
 #include "tests/support/pictures.h"
 #include "worker/engine/operations.h"
+#include "workerlink/protocol.h"
 
-namespace code {
-constexpr std::uint32_t formatQuery = 6;
-constexpr std::uint32_t convertFile = 7;
-constexpr std::uint32_t copyToClipboard = 8;
-constexpr std::uint32_t pasteFromClipboard = 9;
-constexpr std::uint32_t invert = 10;
-constexpr std::uint32_t rotate = 11;
-constexpr std::uint32_t filter = 12;
-} // namespace code
+/// A clipboard of the test's own.
+class TestClipboard : public worker::Clipboard
+{
+public:
+    std::vector<std::byte> readDib() override { return dib; }
+    void putDib(std::span<const std::byte> bytes) override { dib.assign(bytes.begin(), bytes.end()); }
+
+    std::vector<std::byte> dib;
+};
 
 /// A folder of its own for each test, in which requests are done as the worker does them.
 class EngineTest : public testing::Test
@@ -42,7 +43,7 @@ protected:
     {
         const worker::Operation* operation = worker::findOperation(code);
         ASSERT_NE(operation, nullptr) << "the worker has no operation " << code;
-        operation->run(request, m_gate);
+        operation->run(request, {m_gate, m_clipboard});
     }
 
     /// The request is refused with an error for the user, and no file of the folder has changed, come or gone.
@@ -62,5 +63,6 @@ protected:
     }
 
     worker::CommitGate m_gate;
+    TestClipboard m_clipboard;
     TemporaryFolder m_folder;
 };

@@ -31,7 +31,7 @@ protected:
     {
         worker::Request request;
         request.formatQuery = {in(name), {}, index, -1000};
-        perform(request, code::formatQuery);
+        perform(request, OperationFormatQuery);
         return request.formatQuery;
     }
 
@@ -69,7 +69,7 @@ TEST_F(FormatQueryTest, EveryRowsFormatIsWrittenAndKnownAgainByItsContent)
         codes.insert(answer.formatCode);
         worker::Request request;
         request.convertFile = {in("source"), in("saved.dat"), static_cast<std::uint32_t>(answer.formatCode), {}};
-        perform(request, code::convertFile);
+        perform(request, OperationConvertFile);
         EXPECT_EQ(picture("saved.dat"), sample) << "format number " << answer.formatCode;
         const worker::FormatQuery own = ask("saved.dat", -1);
         EXPECT_EQ(own.filterIndex, row) << "format number " << answer.formatCode;
@@ -122,6 +122,6 @@ TEST_F(FormatQueryTest, RefusesARowThatThereIsNot)
     for (const int index : {-2, rowCount(), 1000}) {
         worker::Request request;
         request.formatQuery = {in("any.tif"), {}, index, 0};
-        expectRefused(request, code::formatQuery);
+        expectRefused(request, OperationFormatQuery);
     }
 }
