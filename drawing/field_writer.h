@@ -53,7 +53,7 @@ private:
 
     GroupSink& m_sink;
     const Object* m_object = nullptr;
-    SectionVisits m_visits;             // of the object's kept groups
+    SectionVisits m_visits;               // of the object's kept groups
     std::optional<std::size_t> m_current; // the kept groups to be written behind the present fields
 };
 

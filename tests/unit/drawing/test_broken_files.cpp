@@ -100,7 +100,9 @@ TEST(MendedFile, IsReadWholeAndSaysWhatWasMended)
          {},
          "The number for the next handle was of no use; it was counted anew."},
         {"owner that is no layout",
-         header + "0 ENDSEC\n0 SECTION\n2 TABLES\n0 TABLE\n2 BLOCK_RECORD\n0 BLOCK_RECORD\n5 1F\n2 *U\n0 ENDTAB\n0 ENDSEC\n" +
+         header +
+             "0 ENDSEC\n0 SECTION\n2 TABLES\n0 TABLE\n2 BLOCK_RECORD\n0 BLOCK_RECORD\n5 1F\n2 *U\n0 ENDTAB\n0 "
+             "ENDSEC\n" +
              entities + "0 LINE\n330 1F\n0 ARC\n330 1F\n67 1\n0 ENDSEC\n0 EOF",
          {"LINE"},
          "2 entities named a block that is no layout as their owner; they were put into the space that they lie in."},

@@ -103,11 +103,11 @@ TEST(Reading, ImageWithoutABoundaryIsShownWhole)
 
 TEST(Reading, HeaderVariablesKeepTheirValues)
 {
-    const Document document =
-        readDxf(fromPairs("0 SECTION\n2 HEADER\n9 $ACADVER\n1 AC1009\n9 $EXTMAX\n10 12.5\n20 7\n30 -1\n"
-                          "9 $CLAYER\n8 WALLS\n9 $TILEMODE\n70      1\n9 $LTSCALE\n40 0.5\n"
-                          "9 $OWN\n1 a\n2 b\n9 $CUSTOMPROPERTYTAG\n1 Client\n9 $CUSTOMPROPERTY\n1 A\n"
-                          "9 $CUSTOMPROPERTYTAG\n1 Scale\n9 $CUSTOMPROPERTY\n1 B\n9 $HANDSEED\n5 7000\n0 ENDSEC\n0 EOF"));
+    const Document document = readDxf(
+        fromPairs("0 SECTION\n2 HEADER\n9 $ACADVER\n1 AC1009\n9 $EXTMAX\n10 12.5\n20 7\n30 -1\n"
+                  "9 $CLAYER\n8 WALLS\n9 $TILEMODE\n70      1\n9 $LTSCALE\n40 0.5\n"
+                  "9 $OWN\n1 a\n2 b\n9 $CUSTOMPROPERTYTAG\n1 Client\n9 $CUSTOMPROPERTY\n1 A\n"
+                  "9 $CUSTOMPROPERTYTAG\n1 Scale\n9 $CUSTOMPROPERTY\n1 B\n9 $HANDSEED\n5 7000\n0 ENDSEC\n0 EOF"));
     EXPECT_EQ(document.header.point("$EXTMAX"), (Vector3{12.5, 7, -1}));
     EXPECT_EQ(document.header.text("$CLAYER"), "WALLS");
     EXPECT_EQ(document.header.integer("$TILEMODE"), 1);
@@ -115,9 +115,10 @@ TEST(Reading, HeaderVariablesKeepTheirValues)
     EXPECT_EQ(document.header.integer("$MISSING", -7), -7);
     EXPECT_EQ(document.header.integer("$CLAYER", -7), -7) << "a name is no number";
     EXPECT_GE(document.handleSeed(), 0x7000u);
-    EXPECT_THAT(writeDxf(document),
-                testing::HasSubstr("$OWN\n  1\na\n  2\nb\n  9\n$CUSTOMPROPERTYTAG\n  1\nClient\n  9\n$CUSTOMPROPERTY\n  "
-                                   "1\nA\n  9\n$CUSTOMPROPERTYTAG\n  1\nScale\n  9\n$CUSTOMPROPERTY\n  1\nB\n"));
+    EXPECT_THAT(
+        writeDxf(document),
+        testing::HasSubstr("$OWN\n  1\na\n  2\nb\n  9\n$CUSTOMPROPERTYTAG\n  1\nClient\n  9\n$CUSTOMPROPERTY\n  "
+                           "1\nA\n  9\n$CUSTOMPROPERTYTAG\n  1\nScale\n  9\n$CUSTOMPROPERTY\n  1\nB\n"));
 }
 
 TEST(Reading, TextIsDecodedFromTheFilesCodePage)
