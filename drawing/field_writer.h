@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include "drawing/field_visitor.h"
 #include "drawing/section_visits.h"
@@ -12,7 +13,7 @@ namespace drawing {
 class GroupSink
 {
 public:
-    explicit GroupSink(TextEncoding encoding) : m_encoding(encoding) {}
+    explicit GroupSink(TextEncoding encoding) : m_encoding(std::move(encoding)) {}
 
     void group(int code, std::string_view value);
     void groups(const Groups& groups);

@@ -98,6 +98,7 @@ void addLegacyMarkers(Record& record)
     std::vector<PlacedGroup> head;
     std::vector<PlacedGroup> extended;
     std::vector<std::vector<PlacedGroup>> parts;
+    parts.reserve(subclasses.size() + 1);
     for (const Subclass& each : subclasses) {
         parts.push_back({{{kMarkerCode, std::string(each.marker)}, record.line}});
     }

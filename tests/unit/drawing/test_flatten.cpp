@@ -456,9 +456,10 @@ TEST_F(Flattening, AlignmentPlacesTheText)
     expectPoint(fitted.position, 1, 1);
     EXPECT_NEAR(fitted.fitLength, 5, kNear);
     expectPoint(fitted.direction, 0.6, 0.8);
-    text.generation = 2; // backward: between the same points, but mirrored
-    expectPoint(onlyText().direction, 0.6, 0.8);
-    expectPoint(onlyText().up, 0.8, -0.6);
+    text.generation = 2; // backward: between the same points, mirrored where it stands
+    expectPoint(onlyText().position, 4, 5);
+    expectPoint(onlyText().direction, -0.6, -0.8);
+    expectPoint(onlyText().up, -0.8, 0.6);
 }
 
 TEST_F(Flattening, MultiLineTextHasLinesSpacingAndAttachment)
