@@ -84,12 +84,9 @@ const Known* find(int number)
     return found == std::end(kCodePages) ? nullptr : found;
 }
 
-constexpr std::pair<std::string_view, int> kNamed[] = {{"ascii", kWindowsWest},
-                                                       {"big5", kTraditionalChinese},
-                                                       {"gb2312", kSimplifiedChinese},
-                                                       {"ksc5601", kKorean},
-                                                       {"johab", kJohab},
-                                                       {"mac-roman", kMacintosh}};
+constexpr std::pair<std::string_view, int> kNamed[] = {
+    {"ascii", kWindowsWest}, {"big5", kTraditionalChinese}, {"gb2312", kSimplifiedChinese}, {"ksc5601", kKorean},
+    {"johab", kJohab},       {"mac-roman", kMacintosh}};
 // What stands before a number.
 constexpr std::pair<std::string_view, int> kPrefixes[] = {{"ansi_", 0}, {"dos", 0}, {"cp", 0}, {"iso8859_", kIso8859}};
 

@@ -34,8 +34,8 @@ protected:
         const auto unit = static_cast<wchar_t>(character);
         char bytes[4];
         BOOL replaced = FALSE;
-        const int count = WideCharToMultiByte(m_number, WC_NO_BEST_FIT_CHARS, &unit, 1, bytes, sizeof bytes, nullptr,
-                                              &replaced);
+        const int count =
+            WideCharToMultiByte(m_number, WC_NO_BEST_FIT_CHARS, &unit, 1, bytes, sizeof bytes, nullptr, &replaced);
         return count > 0 && !replaced ? std::string(bytes, static_cast<std::size_t>(count)) : std::string();
     }
 

@@ -68,7 +68,7 @@ private:
     DocumentBuilder m_builder;
     Mendings m_mendings;
     FileGroup m_current;
-    std::set<std::string> m_sections; // that were read
+    std::set<std::string> m_sections;       // that were read
     std::map<std::string, Handle> m_blocks; // by name in lower case
     std::vector<Reference> m_references;
 };

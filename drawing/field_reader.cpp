@@ -156,7 +156,8 @@ std::vector<PlacedGroup> FieldReader::takeStrayProperties()
             if (!m_visits.visited(number) && !isProperty(groups[i])) {
                 break;
             }
-            if (!m_used[i] && isProperty(groups[i]) && std::find(said.begin(), said.end(), groups[i].code) == said.end()) {
+            if (!m_used[i] && isProperty(groups[i]) &&
+                std::find(said.begin(), said.end(), groups[i].code) == said.end()) {
                 m_used[i] = true;
                 said.push_back(groups[i].code);
                 strays.push_back(groups[i]);

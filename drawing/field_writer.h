@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include "drawing/field_visitor.h"
 #include "drawing/section_visits.h"
@@ -12,7 +13,7 @@ namespace drawing {
 class GroupSink
 {
 public:
-    explicit GroupSink(TextEncoding encoding) : m_encoding(encoding) {}
+    explicit GroupSink(TextEncoding encoding) : m_encoding(std::move(encoding)) {}
 
     void group(int code, std::string_view value);
     void groups(const Groups& groups);
@@ -53,7 +54,7 @@ private:
 
     GroupSink& m_sink;
     const Object* m_object = nullptr;
-    SectionVisits m_visits;             // of the object's kept groups
+    SectionVisits m_visits;               // of the object's kept groups
     std::optional<std::size_t> m_current; // the kept groups to be written behind the present fields
 };
 

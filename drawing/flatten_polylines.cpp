@@ -15,6 +15,7 @@ struct Sample
     Vector2 position;
     double widthBefore = 0;
     double widthAfter = 0;
+    bool jumps() const { return widthBefore != widthAfter; }
 };
 
 std::vector<Sample> sampled(const std::vector<PolylinePoint>& points, bool closed, double stretch, double tolerance)
@@ -48,8 +49,8 @@ Vector2 directionOf(const Vector2& from, const Vector2& to)
     return size > 0 ? d * (1 / size) : Vector2{};
 }
 
-// The left-hand side, half a unit wide, of a corner between two directions: mitred, but for sharp corners and line
-// ends.
+// The left-hand side, half a unit wide, of a corner between two directions: mitred, but for sharp corners,
+// line ends and where the width jumps.
 Vector2 sideAt(const Vector2& before, const Vector2& after, const Vector2& own)
 {
     constexpr double kSharpest = 0.25; // cosine of half the turn, below which a mitre would run away
@@ -122,7 +123,8 @@ public:
     /// `closed`: the last strip may run on into the first.
     std::vector<Strip> take(bool closed)
     {
-        if (closed && m_strips.size() > 1 && !m_folded && !m_firstFolded && m_strips.back().endsWhere(m_strips.front())) {
+        if (closed && m_strips.size() > 1 && !m_folded && !m_firstFolded &&
+            m_strips.back().endsWhere(m_strips.front())) {
             m_strips.back().append(m_strips.front());
             m_strips.erase(m_strips.begin());
         }
@@ -157,12 +159,15 @@ void emitWide(const std::vector<Sample>& samples, bool closed, const Transform& 
                                false));
             continue;
         }
-        const Vector2 before = i > 0 ? directions[i - 1] : closed ? directions[edges - 1] : Vector2{};
-        const Vector2 after = i + 1 < edges ? directions[i + 1] : closed ? directions[0] : Vector2{};
+        const bool first = i == 0 && !closed;
+        const bool last = i + 1 == edges && !closed;
+        const Vector2 before = first || from.jumps() ? Vector2{} : directions[(i + edges - 1) % edges];
+        const Vector2 after = last || to.jumps() ? Vector2{} : directions[(i + 1) % edges];
         const Vector2 startSide = sideAt(before, own, own) * from.widthAfter;
         const Vector2 endSide = sideAt(own, after, own) * to.widthBefore;
-        strips.add({{from.position + startSide, to.position + endSide}, {from.position - startSide, to.position - endSide}},
-                   own);
+        strips.add(
+            {{from.position + startSide, to.position + endSide}, {from.position - startSide, to.position - endSide}},
+            own);
     }
     for (const Strip& strip : strips.take(closed)) {
         emit(outlineOf(strip, map));

@@ -40,9 +40,9 @@ void Flattener::reference(const BlockReference& reference, const Place& place)
     inside.inherited = {true, style.layer, style.colorIndex, style.rgb, style.linetype, style.lineweight};
     const Transform turned =
         Transform::fromExtrusion(reference.extrusion) * Transform::rotation(reference.rotation * kRadiansPerDegree);
-    const Transform toPlace = Transform::translation(Transform::fromExtrusion(reference.extrusion).point(reference.position)) *
-                              turned * Transform::scaling(reference.scale) *
-                              Transform::translation((begin ? begin->basePoint : Vector3{}) * -1);
+    const Transform toPlace =
+        Transform::translation(Transform::fromExtrusion(reference.extrusion).point(reference.position)) * turned *
+        Transform::scaling(reference.scale) * Transform::translation((begin ? begin->basePoint : Vector3{}) * -1);
     for (int row = 0; row < std::max(1, reference.rows); ++row) {
         for (int column = 0; column < std::max(1, reference.columns); ++column) {
             // Also an empty block costs something, so that a huge grid of them comes to an end.

@@ -71,8 +71,8 @@ void Flattener::text(const Text& text, const std::string& shown, const Place& pl
         const Vector3 along = *text.alignmentPoint - text.position;
         flat.fitLength = std::hypot(along.x, along.y);
         angle = std::atan2(along.y, along.x);
-        // Text that runs backward still runs from one point to the other.
-        angle += text.generation & kBackward ? std::numbers::pi : 0;
+        // Backward text runs back from the second point to the first.
+        position = text.generation & kBackward ? *text.alignmentPoint : position;
     } else if (text.alignmentPoint &&
                (text.horizontal != HorizontalAlignment::Left || text.vertical != VerticalAlignment::Baseline)) {
         position = *text.alignmentPoint;

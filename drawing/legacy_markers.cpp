@@ -49,10 +49,9 @@ unsigned dimensionKind(const Record& record)
 
 std::vector<Subclass> subclassesOfDimension(const Record& record)
 {
-    constexpr std::string_view kKinds[] = {"AcDbAlignedDimension",       "AcDbAlignedDimension",
-                                           "AcDb2LineAngularDimension",  "AcDbDiametricDimension",
-                                           "AcDbRadialDimension",        "AcDb3PointAngularDimension",
-                                           "AcDbOrdinateDimension",      ""};
+    constexpr std::string_view kKinds[] = {
+        "AcDbAlignedDimension", "AcDbAlignedDimension",       "AcDb2LineAngularDimension", "AcDbDiametricDimension",
+        "AcDbRadialDimension",  "AcDb3PointAngularDimension", "AcDbOrdinateDimension",     ""};
     const unsigned kind = dimensionKind(record);
     std::vector<Subclass> subclasses{
         {kEntityMarker, kPropertyCodes}, {"AcDbDimension", {}, true}, {kKinds[kind], kDimensionKindCodes}};
@@ -80,9 +79,9 @@ std::size_t placeOf(const PlacedGroup& group, const std::vector<Subclass>& subcl
 {
     const auto owner = std::find_if(subclasses.begin(), subclasses.end(),
                                     [&](const Subclass& each) { return contains(each.codes, group.code); });
-    const auto place = owner != subclasses.end()
-                           ? owner
-                           : std::find_if(subclasses.begin(), subclasses.end(), [](const Subclass& each) { return each.takesRest; });
+    const auto place = owner != subclasses.end() ? owner
+                                                 : std::find_if(subclasses.begin(), subclasses.end(),
+                                                                [](const Subclass& each) { return each.takesRest; });
     return static_cast<std::size_t>(place - subclasses.begin());
 }
 
@@ -99,13 +98,14 @@ void addLegacyMarkers(Record& record)
     std::vector<PlacedGroup> head;
     std::vector<PlacedGroup> extended;
     std::vector<std::vector<PlacedGroup>> parts;
+    parts.reserve(subclasses.size() + 1);
     for (const Subclass& each : subclasses) {
         parts.push_back({{{kMarkerCode, std::string(each.marker)}, record.line}});
     }
     for (PlacedGroup& group : record.groups) {
-        auto& part = group.code >= kFirstExtendedCode      ? extended
+        auto& part = group.code >= kFirstExtendedCode   ? extended
                      : contains(kHeadCodes, group.code) ? head
-                                                           : parts[placeOf(group, subclasses)];
+                                                        : parts[placeOf(group, subclasses)];
         part.push_back(std::move(group));
     }
     parts.push_back(std::move(extended));

@@ -50,7 +50,8 @@ TEST(CodePages, AreKnownByTheNamesInDrawingsAndReadAndWritten)
         {"iso8859_1", "Gr\366\337e", "Größe"},
         {"iso8859_2", "\263\363d\274", "łódź"},
         {"iso8859_5", "\307\325\340\342\361\326", "Чертёж"},
-        {"iso8859_9", "\375\376\375k", "ışık"},    };
+        {"iso8859_9", "\375\376\375k", "ışık"},
+    };
     for (const auto& each : cases) {
         SCOPED_TRACE(each.name);
         const TextEncoding encoding(each.name);
@@ -92,7 +93,7 @@ TEST(CodePages, ThoseOfOtherSystemsHaveTheirLikeOnWindows)
     {
         const char* name;
         int windows;
-    } cases[] = {{"dos850", 1252},    {"dos852", 1250},    {"dos866", 1251},   {"johab", 949},
+    } cases[] = {{"dos850", 1252},    {"dos852", 1250},    {"dos866", 1251},  {"johab", 949},
                  {"mac-roman", 1252}, {"iso8859_7", 1253}, {"ANSI_932", 932}, {"ANSI_1258", 1258}};
     for (const auto& each : cases) {
         EXPECT_EQ(windowsCodePage(codePageNumber(each.name).value()), each.windows) << each.name;

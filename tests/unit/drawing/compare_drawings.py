@@ -55,7 +55,8 @@ def content(entity):
     if kind == "SPLINE":
         return [plain(p) for p in entity.control_points], list(entity.knots), [plain(p) for p in entity.fit_points]
     if kind == "HATCH":
-        return [[plain(x) for x in v] for path in entity.paths for v in path.vertices]
+        return [[plain(x) for x in v] for path in entity.paths for v in getattr(path, "vertices", ())], [
+            {key: plain(value) for key, value in vars(edge).items()} for path in entity.paths for edge in getattr(path, "edges", ())]
     if kind == "XRECORD":
         return [(tag.code, plain(tag.value)) for tag in entity.tags]
     if kind == "DICTIONARY":
@@ -94,6 +95,8 @@ def compare_header(before, after):
     for name in before.header.varnames():
         if name not in IGNORED_HEADER and plain(before.header[name]) != plain(after.header.get(name)):
             complain("header", f"{name} was {before.header[name]!r}, is {after.header.get(name)!r}")
+    if before.header.custom_vars.properties != after.header.custom_vars.properties:
+        complain("header", f"the properties were {before.header.custom_vars.properties!r}")
 
 
 def compare_tables(before, after):

@@ -13,6 +13,9 @@ def add_tables(doc):
     layer.off()
     frozen = doc.layers.add("Möbel", color=14)
     frozen.freeze()
+    frozen.lock()
+    doc.header.custom_vars.append("Client", "A")
+    doc.header.custom_vars.append("Scale", "B")
     doc.styles.add("ROMAN", font="romans.shx").dxf.width = 0.8
 
 
@@ -39,6 +42,8 @@ def add_plain(msp):
     )
     msp.add_polyline2d([(0, 0, 0.5), (4, 0, 0), (4, 3, -1)], format="xyb", close=True)
     msp.add_polyline3d([(0, 0, 1), (1, 1, 2), (2, 0, 3)])
+    msp.add_linear_dim(base=(0, 5), p1=(0, 0), p2=(3, 0)).render()
+    msp.add_radius_dim(center=(0, 0), radius=2, angle=30).render()
     mesh = msp.add_polymesh((2, 3))
     mesh.set_mesh_vertex((1, 2), (9, 9, 9))
     msp.add_polyface().append_faces([[(0, 0, 0), (1, 0, 0), (1, 1, 0)]])
@@ -59,7 +64,6 @@ def add_newer(doc, msp):
     msp.add_spline([(0, 0), (1, 2), (3, 1)])
     hatch = msp.add_hatch(color=2)
     hatch.paths.add_polyline_path([(0, 0), (10, 0), (10, 10)], is_closed=True)
-    msp.add_linear_dim(base=(0, 5), p1=(0, 0), p2=(3, 0)).render()
     record = doc.rootdict.add_xrecord("HV_RECORD")
     record.reset([(1, "first"), (100, "not a marker"), (102, "{odd"), (330, "FF"), (90, 4711), (1, "last")])
     custom = doc.rootdict.get_required_dict("HV_CUSTOM")

@@ -51,12 +51,18 @@ TEST(DocumentObjects, WhatIsErasedTakesItsPartsAlongAndComesBackAtItsPlace)
     const Handle attribute = document.addAttribute(reference, std::make_unique<Attribute>()).handle;
     const Handle vertex = polyline.vertices[1];
     const Handle blockHandle = block.handle;
+    auto& extension = document.addObject(std::make_unique<Dictionary>(), polyline.handle);
+    polyline.extensionDictionary = extension.handle;
+    const Handle note = document.addObject(std::make_unique<RawObject>("XRECORD"), extension.handle).handle;
+    extension.set("NOTE", note);
+    document.addObject(std::make_unique<RawObject>("XRECORD"), document.rootDictionary().handle);
     const Handle layer = addLayer(document, "Plan").handle;
     const struct
     {
         const char* what;
         Handle erased, part;
     } cases[] = {{"a polyline with its vertices", polyline.handle, vertex},
+                 {"a polyline with what its extension dictionary holds", polyline.handle, note},
                  {"a vertex", vertex, vertex},
                  {"a layer", layer, 0},
                  {"a block with the attributes of its entities", blockHandle, attribute}};
@@ -68,10 +74,10 @@ TEST(DocumentObjects, WhatIsErasedTakesItsPartsAlongAndComesBackAtItsPlace)
         EXPECT_EQ(document.find(each.part), nullptr);
         EXPECT_EQ(document.findLayer("Plan") == nullptr, each.erased == layer);
         EXPECT_EQ(document.findBlock("DOOR") == nullptr, each.erased == blockHandle);
-        EXPECT_NE(writeDxf(document), whole);
+        EXPECT_FALSE(writeDxf(document) == whole);
         EXPECT_THROW(document.erase(each.erased), DrawingError);
         document.restore(std::move(erased));
-        EXPECT_EQ(writeDxf(document), whole);
+        EXPECT_TRUE(writeDxf(document) == whole);
     }
 }
 

@@ -136,23 +136,47 @@ TEST_F(Flattening, QuarterCircleBulgeHasItsCentreWhereGeometryPutsIt)
     }
 }
 
-TEST_F(Flattening, WidePolylineIsFilledAndMitred)
+TEST_F(Flattening, WidePolylineIsFilledMitredAndOfOnePiece)
 {
     auto& polyline = add<LightPolyline>();
     polyline.constantWidth = 2;
     polyline.points = {{{0, 0}}, {{10, 0}}, {{10, 10}}};
-    const auto all = items();
-    ASSERT_EQ(all.size(), 2u);
-    const auto& first = std::get<FlatPath>(all[0].shape);
-    EXPECT_TRUE(first.filled);
-    expectPoints(first.points, {{0, 1}, {9, 1}, {11, -1}, {0, -1}});
-    expectPoints(std::get<FlatPath>(all[1].shape).points, {{9, 1}, {9, 10}, {11, 10}, {11, -1}});
+    EXPECT_TRUE(onlyPath().filled);
+    expectPoints(onlyPath().points, {{0, 1}, {9, 1}, {9, 10}, {11, 10}, {11, -1}, {0, -1}});
+    polyline.points[1].startWidth = polyline.points[1].endWidth = 4;
+    EXPECT_EQ(items().size(), 2u) << "where the width jumps, a new piece begins";
     document.erase(polyline.handle);
     auto& heavy = add<HeavyPolyline>();
     heavy.startWidth = heavy.endWidth = 2;
     document.addVertex(heavy, std::make_unique<Vertex>());
     document.addVertex(heavy, std::make_unique<Vertex>()).position = {10, 0, 0};
     expectPoints(onlyPath().points, {{0, 1}, {10, 1}, {10, -1}, {0, -1}});
+}
+
+// Twice the area, positive if the outline runs counter-clockwise.
+double doubleArea(const FlatPath& path)
+{
+    double area = 0;
+    for (std::size_t i = 0; i < path.points.size(); ++i) {
+        const Vector2& a = path.points[i];
+        const Vector2& b = path.points[(i + 1) % path.points.size()];
+        area += a.x * b.y - a.y * b.x;
+    }
+    return area;
+}
+
+TEST_F(Flattening, WideRingIsOneOutlineUnlessItIsWiderThanRound)
+{
+    options.tolerance = 1e-4;
+    auto& ring = add<LightPolyline>();
+    ring.closed = true;
+    ring.constantWidth = 2;
+    ring.points = {{{-5, 0}, 0, 0, 1}, {{5, 0}, 0, 0, 1}};
+    EXPECT_NEAR(std::abs(doubleArea(onlyPath())), 2 * std::numbers::pi * (36 - 16), 0.01);
+    ring.constantWidth = 12;
+    for (const FlatItem& item : items()) {
+        EXPECT_EQ(std::get<FlatPath>(item.shape).points.size(), 4u) << "an outline would leave a hole in the middle";
+    }
 }
 
 TEST_F(Flattening, EllipseFollowsItsAxes)
@@ -166,6 +190,25 @@ TEST_F(Flattening, EllipseFollowsItsAxes)
     const FlatPath path = onlyPath();
     expectPoint(path.points.front(), 1, 5);
     expectPoint(path.points.back(), -1, 1);
+}
+
+TEST_F(Flattening, CurveThatTurnsFullButForTheRoundingOfItsDigitsIsClosed)
+{
+    auto& ellipse = add<Ellipse>();
+    for (const double end : {6.283185307179586, 6.28318530717959, 6.2831853071796, 6.28318531, 6.283185, 12.566371}) {
+        ellipse.endParameter = end;
+        EXPECT_TRUE(onlyPath().closed) << end;
+    }
+    ellipse.endParameter = 1e-7;
+    EXPECT_FALSE(onlyPath().closed) << "a short one stays short";
+    document.erase(ellipse.handle);
+    auto& arc = add<Arc>();
+    arc.radius = 5;
+    for (const double start : {0, 2, 10, 11, 90, 180, 270, -180}) {
+        arc.startAngle = start;
+        arc.endAngle = start + 360;
+        EXPECT_TRUE(onlyPath().closed) << start;
+    }
 }
 
 TEST_F(Flattening, SolidGoesAroundItsCorners)
@@ -195,6 +238,25 @@ TEST_F(Flattening, BlockReferenceScalesAboutItsBaseThenTurnsThenMoves)
     expectPoint(std::get<FlatPath>(all[1].shape).points[0], 100, 217);
     expectPoint(std::get<FlatPath>(all[3].shape).points[0], 97, 217);
     EXPECT_EQ(all[3].entity, reference.handle) << "a click on any piece is to select the reference";
+}
+
+TEST_F(Flattening, AttributesComeWithEveryBlockOfAnArray)
+{
+    document.addBlock("FLAG");
+    auto& reference = refer("FLAG");
+    reference.position = {100, 0, 0};
+    reference.scale = {3, 3, 3};
+    reference.rotation = 90;
+    reference.columns = 2;
+    reference.columnSpacing = 7;
+    auto& attribute = document.addAttribute(reference, std::make_unique<Attribute>());
+    attribute.text = "x";
+    attribute.height = 1;
+    attribute.position = {101, 1, 0};
+    const auto all = items();
+    ASSERT_EQ(all.size(), 2u);
+    expectPoint(std::get<FlatText>(all[0].shape).position, 101, 1);
+    expectPoint(std::get<FlatText>(all[1].shape).position, 101, 8);
 }
 
 TEST_F(Flattening, ColoursComeFromEntityLayerOrReference)
@@ -394,6 +456,10 @@ TEST_F(Flattening, AlignmentPlacesTheText)
     expectPoint(fitted.position, 1, 1);
     EXPECT_NEAR(fitted.fitLength, 5, kNear);
     expectPoint(fitted.direction, 0.6, 0.8);
+    text.generation = 2; // backward: between the same points, mirrored where it stands
+    expectPoint(onlyText().position, 4, 5);
+    expectPoint(onlyText().direction, -0.6, -0.8);
+    expectPoint(onlyText().up, -0.8, 0.6);
 }
 
 TEST_F(Flattening, MultiLineTextHasLinesSpacingAndAttachment)
@@ -411,6 +477,9 @@ TEST_F(Flattening, MultiLineTextHasLinesSpacingAndAttachment)
     EXPECT_NEAR(flat.lineSpacing, 5, kNear);
     EXPECT_NEAR(flat.wrapWidth, 40, kNear);
     EXPECT_NEAR(flat.rotation(), std::numbers::pi / 6, kNear);
+    text.extrusion = {0, 0, -1}; // seen from behind: the baseline stays where it is
+    expectPoint(onlyText().direction, std::sqrt(3.0) / 2, 0.5);
+    expectPoint(onlyText().up, 0.5, -std::sqrt(3.0) / 2);
 }
 
 TEST_F(Flattening, ImageHasTheEdgesOfItsPixels)

@@ -113,6 +113,7 @@ TEST_P(OtherMakersFile, BlocksAndTablesHaveTheirValues)
     EXPECT_FALSE(document.findLayer("WALLS")->on);
     EXPECT_EQ(document.findLayer("WALLS")->color, 3);
     EXPECT_TRUE(document.findLayer("Möbel")->frozen());
+    EXPECT_TRUE(document.findLayer("Möbel")->locked());
     EXPECT_EQ(document.findTextStyle("ROMAN")->font, "romans.shx");
     EXPECT_EQ(document.findTextStyle("ROMAN")->widthFactor, 0.8);
     EXPECT_FALSE(document.findLinetype("DASHED")->elements.empty());

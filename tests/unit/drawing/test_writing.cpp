@@ -158,10 +158,10 @@ TEST(Writing, GroupsThatNobodyUnderstandsStayUnderTheirMarkers)
     EXPECT_EQ(writtenRecord(writeDxf(readDxf(file)), "LINE"), entity);
 }
 
-TEST(Writing, TextIsWrittenInTheDrawingsCodePageWithEscapesForTheRest)
+TEST(Writing, TextIsWrittenInTheDrawingsCodePageOnWindowsWithEscapesForTheRest)
 {
     Document document;
-    document.header.setText("$DWGCODEPAGE", "ANSI_1250", 3);
+    document.header.setText("$DWGCODEPAGE", "dos852", 3);
     auto& text = add<Text>(document, document.modelSpace());
     text.text = "łódź Ω 😀";
     const std::string file = writeDxf(document);
