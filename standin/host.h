@@ -129,8 +129,8 @@ HALVORAN_STANDIN_API bool entityErased(Handle entity);
 
 // --- Painting ---
 
-/// The present pixels of the definition behind an image entity, which are read now if nobody asked for them before. Null
-/// if it is unloaded, or the file is missing or no raster. A new pointer after every commit: compare it to know.
+/// The present pixels of the definition behind an image entity, which are read now if nobody asked for them before.
+/// Null if it is unloaded, or the file is missing or no raster. A new pointer after every commit: compare it to know.
 HALVORAN_STANDIN_API std::shared_ptr<const imaging::Bitmap> imagePixels(Handle imageEntity);
 /// Whether the drawing's settings ask for frames around images.
 HALVORAN_STANDIN_API bool imageFramesShown();

@@ -9,8 +9,7 @@ namespace {
 
 bool putIn(drawing::Handle entity, bool present)
 {
-    return present ? standin::restoreEntity(entity)
-                   : standin::eraseEntity(entity, standin::LayerLock::overridden);
+    return present ? standin::restoreEntity(entity) : standin::eraseEntity(entity, standin::LayerLock::overridden);
 }
 
 // The sheet itself as a drawing file has it: the first of a layout's viewports, which is no object of its user's.
