@@ -59,7 +59,7 @@ drawing::ImageDefinition& AcDbRasterImageDef::record() const
 const ACHAR* AcDbRasterImageDef::sourceFileName() const
 {
     assertReadEnabled("sourceFileName");
-    m_state->sourceText = standin::widen(record().path);
+    m_state->sourceText = standin::fromUtf8(record().path);
     return m_state->sourceText.c_str();
 }
 
@@ -70,7 +70,7 @@ Acad::ErrorStatus AcDbRasterImageDef::setSourceFileName(const ACHAR* path)
     const Acad::ErrorStatus status = assertWriteEnabled("setSourceFileName");
     if (status != Acad::eOk)
         return status;
-    record().path = standin::narrow(path);
+    record().path = standin::toUtf8(path);
     m_state->chosenFile.clear();
     if (!m_state->image)
         m_state->info.reset();
@@ -86,7 +86,7 @@ const ACHAR* AcDbRasterImageDef::activeFileName() const
     } else if (!m_state->chosenFile.empty()) {
         m_state->activeText = standin::findImageFile(m_state->chosenFile, drawingFileOf(*this));
     } else {
-        m_state->activeText = standin::findImageFile(standin::widen(record().path), drawingFileOf(*this));
+        m_state->activeText = standin::findImageFile(standin::fromUtf8(record().path), drawingFileOf(*this));
     }
     return m_state->activeText.c_str();
 }

@@ -91,7 +91,7 @@ bool liesIn(const void* address, HMODULE library)
 // What a module must not leave behind: commands and editor reactors whose code goes with it.
 void dropLeftovers(const Module& module)
 {
-    const std::string name = narrow(module.file.filename().wstring());
+    const std::string name = toUtf8(module.file.filename().wstring());
     const std::size_t commands = commandStack().removeIf(
         [&](const Command& command) { return liesIn(reinterpret_cast<const void*>(command.function), module.handle); });
     if (commands > 0)

@@ -29,7 +29,7 @@ bool matches(const drawing::Object& object, const resbuf* filter)
 {
     constexpr short typeName = 0;
     for (const resbuf* item = filter; item; item = item->rbnext) {
-        if (item->restype == typeName && !standin::sameText(standin::widen(object.name()), item->resval.rstring))
+        if (item->restype == typeName && !standin::sameText(standin::fromUtf8(object.name()), item->resval.rstring))
             return false;
     }
     return true;
