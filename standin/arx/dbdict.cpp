@@ -38,7 +38,7 @@ AcDbDictionaryIterator* AcDbDictionary::newIterator() const
     std::vector<AcDbDictionaryIterator::Entry> entries;
     if (const auto* record = standin::recordOf<drawing::Dictionary>(objectId())) {
         for (const auto& entry : record->entries)
-            entries.push_back({standin::widen(entry.key), standin::idOf(*database(), entry.object)});
+            entries.push_back({standin::fromUtf8(entry.key), standin::idOf(*database(), entry.object)});
     }
     return new AcDbDictionaryIterator(std::move(entries));
 }
@@ -57,7 +57,7 @@ Acad::ErrorStatus AcDbDictionary::getAt(const ACHAR* name, AcDbObjectId& id) con
     if (status != Acad::eOk || !name)
         return status == Acad::eOk ? Acad::eInvalidInput : status;
     const auto* record = standin::recordOf<drawing::Dictionary>(objectId());
-    const drawing::Handle handle = record ? record->find(standin::narrow(name)) : 0;
+    const drawing::Handle handle = record ? record->find(standin::toUtf8(name)) : 0;
     if (handle == 0)
         return Acad::eKeyNotFound;
     id = standin::idOf(*database(), handle);

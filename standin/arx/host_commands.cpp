@@ -69,7 +69,7 @@ namespace {
 // itself; any other is a fault of the module.
 CommandOutcome runHandler(const Command& command)
 {
-    const std::string name = narrow(command.global);
+    const std::string name = toUtf8(command.global);
     try {
         const CommandLock lock((command.flags & ACRX_CMD_SESSION) != 0 ? AcAp::kRead : AcAp::kWrite);
         command.function();

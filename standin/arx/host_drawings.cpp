@@ -49,7 +49,7 @@ Failure openDrawing(const std::filesystem::path& path)
     try {
         document = drawing::readDrawing(file, &notes);
     } catch (const drawing::DrawingError& failure) {
-        return widen(failure.what());
+        return fromUtf8(failure.what());
     }
     auto database = std::make_unique<AcDbDatabase>(false);
     database->state().document = std::move(document);
@@ -71,7 +71,7 @@ Failure saveDrawing(const std::filesystem::path& path)
         drawing::writeDrawing(database->state().document, name);
     } catch (const drawing::DrawingError& failure) {
         editor().tell([&](AcEditorReactor& reactor) { reactor.abortSave(database); });
-        return widen(failure.what());
+        return fromUtf8(failure.what());
     }
     database->state().fileName = name;
     database->state().changes.clear();

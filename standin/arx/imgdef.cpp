@@ -64,7 +64,7 @@ drawing::ImageDefinition& AcDbRasterImageDef::record() const
 const ACHAR* AcDbRasterImageDef::sourceFileName() const
 {
     assertReadEnabled("sourceFileName");
-    m_state->sourceText = standin::widen(record().path);
+    m_state->sourceText = standin::fromUtf8(record().path);
     return m_state->sourceText.c_str();
 }
 
@@ -78,7 +78,7 @@ Acad::ErrorStatus AcDbRasterImageDef::setSourceFileName(const ACHAR* path)
     m_state->chosenFile.clear();
     if (!m_state->image)
         m_state->info.reset();
-    std::string stored = standin::narrow(path);
+    std::string stored = standin::toUtf8(path);
     if (record().path != stored) {
         record().path = std::move(stored);
         setModified();
@@ -97,7 +97,7 @@ std::wstring AcDbRasterImageDef::file() const
 {
     if (m_state->image)
         return m_state->loadedFile;
-    const std::wstring name = m_state->chosenFile.empty() ? standin::widen(record().path) : m_state->chosenFile;
+    const std::wstring name = m_state->chosenFile.empty() ? standin::fromUtf8(record().path) : m_state->chosenFile;
     return standin::findImageFile(name, drawingFileOf(*this));
 }
 

@@ -64,7 +64,7 @@ bool known(const resbuf* filter)
 bool matches(const drawing::Document& document, const drawing::Entity& entity, const resbuf& item)
 {
     const auto sameName = [&](std::string_view name) {
-        return standin::sameText(standin::widen(name), item.resval.rstring);
+        return standin::sameText(standin::fromUtf8(name), item.resval.rstring);
     };
     switch (item.restype) {
     case typeName:

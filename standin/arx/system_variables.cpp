@@ -67,7 +67,7 @@ Variable programInteger(int initial)
 
 bool setCurrentLayer(const VariableValue& value)
 {
-    const std::string name = narrow(std::get<std::wstring>(value));
+    const std::string name = toUtf8(std::get<std::wstring>(value));
     AcDbDatabase* database = drawingDatabase();
     const drawing::Layer* layer = database ? database->state().document.findLayer(name) : nullptr;
     if (!layer)
@@ -110,7 +110,8 @@ std::map<std::wstring, Variable> makeVariables()
     variables[L"LUNITS"] = headerInteger("$LUNITS", 2);
     variables[L"LUPREC"] = headerInteger("$LUPREC", 4);
     variables[L"CMDECHO"] = programInteger(1);
-    variables[L"CLAYER"] = {RTSTR, [] { return header() ? widen(header()->text("$CLAYER", "0")) : std::wstring(L"0"); },
+    variables[L"CLAYER"] = {RTSTR,
+                            [] { return header() ? fromUtf8(header()->text("$CLAYER", "0")) : std::wstring(L"0"); },
                             setCurrentLayer};
     variables[L"DWGNAME"] = {RTSTR, drawingName, {}};
     variables[L"DWGPREFIX"] = {RTSTR, drawingFolder, {}};

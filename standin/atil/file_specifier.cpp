@@ -22,8 +22,8 @@ StringBuffer::StringBuffer(int lengthInBytes, const void* text, CharacterType ty
 {
     if (!text || lengthInBytes <= 0)
         return;
-    m_text =
-        type == kUTF_16 ? copyText<wchar_t>(lengthInBytes, text) : standin::widen(copyText<char>(lengthInBytes, text));
+    m_text = type == kUTF_16 ? copyText<wchar_t>(lengthInBytes, text)
+                             : standin::fromUtf8(copyText<char>(lengthInBytes, text));
 }
 
 FileSpecifier::FileSpecifier(const StringBuffer& name, DescriptorType) : m_path(name.text()) {}

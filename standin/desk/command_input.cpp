@@ -73,11 +73,4 @@ std::wstring CommandHistory::newer(const std::wstring& draft)
     return m_position < m_lines.size() ? m_lines[m_position] : m_draft;
 }
 
-std::wstring upperCase(std::wstring text)
-{
-    for (wchar_t& character : text)
-        character = static_cast<wchar_t>(std::towupper(character));
-    return text;
-}
-
 } // namespace desk

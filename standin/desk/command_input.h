@@ -51,7 +51,4 @@ private:
     std::wstring m_draft;
 };
 
-/// Upper case for comparing command names and keywords.
-std::wstring upperCase(std::wstring text);
-
 } // namespace desk

@@ -1,6 +1,6 @@
 #include "standin/desk/commands.h"
 
-#include "standin/desk/command_input.h"
+#include "standin/text.h"
 
 namespace desk {
 namespace {
@@ -46,7 +46,7 @@ const DeskCommand* findDeskCommand(const std::wstring& name)
     const auto start = name.find_first_not_of(L"_.'");
     if (start == std::wstring::npos)
         return nullptr;
-    const std::wstring wanted = upperCase(name.substr(start));
+    const std::wstring wanted = standin::upperCase(name.substr(start));
     for (const DeskCommand& command : table) {
         if (wanted == command.name || (!command.alias.empty() && wanted == command.alias))
             return &command;

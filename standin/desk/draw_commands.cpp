@@ -4,7 +4,7 @@
 
 #include "standin/desk/commands.h"
 #include "standin/desk/coordinate_input.h"
-#include "standin/desk/text_encoding.h"
+#include "standin/text.h"
 
 namespace desk::commands {
 namespace {
@@ -38,7 +38,7 @@ bool askRun(Editor& editor, Vec2 first, const std::function<void(Vec2 from, Vec2
             added(last, reply.point);
             last = reply.point;
         } else if (reply.kind == Reply::Kind::text) {
-            const std::wstring option = upperCase(reply.text);
+            const std::wstring option = standin::upperCase(reply.text);
             if (count > 2 && (option == L"C" || option == L"CLOSE"))
                 return true;
             editor.print(L"Point or option keyword required.");
@@ -157,7 +157,7 @@ CommandOutcome text(Editor& editor)
     auto entity = std::make_unique<drawing::Text>();
     entity->position = toVector(*start);
     entity->height = *height;
-    entity->text = toUtf8(reply.text);
+    entity->text = standin::toUtf8(reply.text);
     standin::document().header.setReal("$TEXTSIZE", *height);
     editor.addEntity(std::move(entity));
     return CommandOutcome::ended;

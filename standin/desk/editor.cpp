@@ -6,6 +6,7 @@
 
 #include "standin/desk/commands.h"
 #include "standin/desk/coordinate_input.h"
+#include "standin/text.h"
 
 namespace desk {
 namespace {
@@ -160,7 +161,7 @@ void Editor::execute(const std::wstring& line)
 
 void Editor::runNamed(const std::wstring& name)
 {
-    const std::wstring upper = upperCase(name);
+    const std::wstring upper = standin::upperCase(name);
     ++m_running;
     const std::wstring outerName = std::exchange(m_runningName, upper);
     m_windows.stateChanged();
@@ -221,7 +222,7 @@ std::optional<std::vector<drawing::Handle>> Editor::askEntities(const std::wstri
 
 bool Editor::selectByText(const std::wstring& text)
 {
-    if (upperCase(text) == L"ALL") {
+    if (standin::upperCase(text) == L"ALL") {
         selectAll();
         return true;
     }

@@ -4,7 +4,7 @@
 #include <cwchar>
 
 #include "standin/desk/coordinate_input.h"
-#include "standin/desk/text_encoding.h"
+#include "standin/text.h"
 
 namespace desk {
 namespace {
@@ -24,7 +24,7 @@ std::wstring colorOf(const drawing::Entity& entity)
 std::wstring imageLine(const drawing::Document& document, const drawing::Image& image)
 {
     const auto* definition = document.find<drawing::ImageDefinition>(image.definition);
-    const std::wstring file = definition != nullptr ? fromUtf8(definition->path) : L"(no definition)";
+    const std::wstring file = definition != nullptr ? standin::fromUtf8(definition->path) : L"(no definition)";
     const double width = std::hypot(image.u.x, image.u.y) * image.pixels.x;
     const double height = std::hypot(image.v.x, image.v.y) * image.pixels.y;
     return L"file " + file + L"  pixels " + formatNumber(image.pixels.x) + L" x " + formatNumber(image.pixels.y) +
@@ -46,17 +46,17 @@ std::wstring geometryOf(const drawing::Document& document, const drawing::Entity
     if (const auto* run = dynamic_cast<const drawing::LightPolyline*>(&entity))
         return std::to_wstring(run->points.size()) + L" points" + (run->closed ? L", closed" : L", open");
     if (const auto* text = dynamic_cast<const drawing::Text*>(&entity)) {
-        return L"\"" + fromUtf8(text->text) + L"\"  height " + formatNumber(text->height) + L"  at " +
+        return L"\"" + standin::fromUtf8(text->text) + L"\"  height " + formatNumber(text->height) + L"  at " +
                at(text->position);
     }
     if (const auto* text = dynamic_cast<const drawing::MText*>(&entity)) {
-        return L"\"" + fromUtf8(text->text) + L"\"  height " + formatNumber(text->height) + L"  at " +
+        return L"\"" + standin::fromUtf8(text->text) + L"\"  height " + formatNumber(text->height) + L"  at " +
                at(text->position);
     }
     if (const auto* point = dynamic_cast<const drawing::Point*>(&entity))
         return L"at " + at(point->position);
     if (const auto* block = dynamic_cast<const drawing::BlockReference*>(&entity))
-        return L"block \"" + fromUtf8(block->block) + L"\"  at " + at(block->position);
+        return L"block \"" + standin::fromUtf8(block->block) + L"\"  at " + at(block->position);
     if (const auto* image = dynamic_cast<const drawing::Image*>(&entity))
         return imageLine(document, *image);
     return {};
@@ -68,8 +68,9 @@ std::vector<std::wstring> describe(const drawing::Document& document, const draw
 {
     wchar_t handle[20];
     std::swprintf(handle, 20, L"%llX", static_cast<unsigned long long>(entity.handle));
-    std::vector<std::wstring> lines = {fromUtf8(entity.name()) + L"  layer \"" + fromUtf8(entity.layer) +
-                                       L"\"  color " + colorOf(entity) + L"  handle " + handle};
+    std::vector<std::wstring> lines = {standin::fromUtf8(entity.name()) + L"  layer \"" +
+                                       standin::fromUtf8(entity.layer) + L"\"  color " + colorOf(entity) +
+                                       L"  handle " + handle};
     if (const std::wstring geometry = geometryOf(document, entity); !geometry.empty())
         lines.push_back(L"    " + geometry);
     return lines;

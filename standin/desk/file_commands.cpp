@@ -1,6 +1,7 @@
 // Commands around drawing files and modules.
 
 #include "standin/desk/commands.h"
+#include "standin/text.h"
 
 namespace desk::commands {
 namespace {
@@ -92,7 +93,7 @@ CommandOutcome arx(Editor& editor)
     const Reply option = editor.ask(ask);
     if (option.kind != Reply::Kind::text)
         return CommandOutcome::cancelled;
-    const std::wstring key = upperCase(option.text);
+    const std::wstring key = standin::upperCase(option.text);
     if (key == L"?") {
         for (const auto& module : standin::loadedModules())
             editor.print(L"  " + module.wstring());

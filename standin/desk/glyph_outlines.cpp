@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "standin/desk/command_input.h"
-#include "standin/desk/text_encoding.h"
+#include "standin/text.h"
 
 namespace desk {
 namespace {
@@ -154,7 +153,7 @@ Typeface& TypefaceCache::forFontFile(const std::string& fontFile)
         {L"DEJAVUSERIF", L"DejaVu Serif"},
         {L"DEJAVUSANSMONO", L"DejaVu Sans Mono"},
     };
-    std::wstring stem = upperCase(fromUtf8(fontFile));
+    std::wstring stem = standin::upperCase(standin::fromUtf8(fontFile));
     stem = stem.substr(stem.find_last_of(L"\\/") + 1);
     stem = stem.substr(0, stem.find(L'.'));
     const auto known = families.find(stem);

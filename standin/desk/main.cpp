@@ -10,7 +10,7 @@
 #include "standin/desk/options.h"
 #include "standin/desk/script_console.h"
 #include "standin/desk/script_player.h"
-#include "standin/desk/text_encoding.h"
+#include "standin/text.h"
 
 namespace {
 
@@ -86,7 +86,7 @@ BOOL DeskApp::InitInstance()
     } catch (const std::exception& error) {
         if (!m_console)
             m_console = std::make_unique<desk::script::Console>(std::filesystem::path());
-        m_console->line(desk::fromUtf8(error.what()));
+        m_console->line(standin::fromUtf8(error.what()));
         m_status = static_cast<int>(Outcome::badScript);
         return FALSE;
     }

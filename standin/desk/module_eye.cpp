@@ -52,9 +52,7 @@ imaging::Rect viewRect(const SceneImage& image, imaging::Size pixels, const imag
                        const ViewTransform& view)
 {
     const auto corner = [&](int x, int y) {
-        const Vec2 drawing = image.position + image.u * (double(x) / pixels.width * image.pixels.width) +
-                             image.v * ((1 - double(y) / pixels.height) * image.pixels.height);
-        const Vec2 at = view.toView(drawing);
+        const Vec2 at = view.toView(image.placement.toDrawing({double(x), double(y)}, pixels));
         return imaging::Point{static_cast<int>(std::lround(at.x)), static_cast<int>(std::lround(at.y))};
     };
     const imaging::Point a = corner(box.left, box.top), b = corner(box.right, box.bottom);

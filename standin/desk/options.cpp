@@ -1,7 +1,7 @@
 #include "standin/desk/options.h"
 
 #include "standin/desk/coordinate_input.h"
-#include "standin/desk/text_encoding.h"
+#include "standin/text.h"
 
 namespace desk {
 namespace {
@@ -10,7 +10,7 @@ int positiveNumber(const std::wstring& text, const char* option)
 {
     const auto value = parseNumber(text);
     if (!value || *value < 1 || *value > 1e6)
-        throw OptionError(std::string(option) + " wants a positive number, not \"" + toUtf8(text) + "\"");
+        throw OptionError(std::string(option) + " wants a positive number, not \"" + standin::toUtf8(text) + "\"");
     return static_cast<int>(*value);
 }
 
@@ -29,7 +29,7 @@ Options parseOptions(const std::vector<std::wstring>& arguments)
     std::size_t next = 0;
     const auto valueOf = [&](const std::wstring& option) {
         if (next >= arguments.size())
-            throw OptionError(toUtf8(option) + " wants a value");
+            throw OptionError(standin::toUtf8(option) + " wants a value");
         return arguments[next++];
     };
     while (next < arguments.size()) {
@@ -52,7 +52,7 @@ Options parseOptions(const std::vector<std::wstring>& arguments)
         } else if (argument == L"--help") {
             options.help = true;
         } else if (argument.starts_with(L"--")) {
-            throw OptionError("there is no option " + toUtf8(argument));
+            throw OptionError("there is no option " + standin::toUtf8(argument));
         } else if (options.drawing.empty()) {
             options.drawing = argument;
         } else {

@@ -9,31 +9,19 @@ namespace desk {
 namespace {
 
 // From the corners of the area's pixels to the image's pixel corners (y down from its top).
-std::optional<imaging::Affine> fromAreaToImage(const SceneImage& image, const imaging::Bitmap& pixels,
+std::optional<imaging::Affine> fromAreaToImage(const ImagePlacement& image, imaging::Size raster,
                                                const ViewTransform& view, imaging::Point area)
 {
-    const Vec2 right = image.u * image.pixels.width, up = image.v * image.pixels.height;
-    const double determinant = right.x * up.y - right.y * up.x;
-    if (!std::isfinite(determinant) || determinant == 0)
-        return std::nullopt;
-    const auto toImage = [&](Vec2 drawing) -> Vec2 {
-        const Vec2 from = drawing - image.position;
-        const double across = (from.x * up.y - from.y * up.x) / determinant;
-        const double upward = (right.x * from.y - right.y * from.x) / determinant;
-        return {across * pixels.width(), (1 - upward) * pixels.height()};
-    };
-    const Vec2 corner{area.x - 0.5, area.y - 0.5};
-    const Vec2 origin = toImage(view.toDrawing(corner));
     // Long arms keep the digits that a step of one pixel would lose.
     const double arm = 1024;
-    const Vec2 x = (toImage(view.toDrawing(corner + Vec2{arm, 0})) - origin) * (1 / arm);
-    const Vec2 y = (toImage(view.toDrawing(corner + Vec2{0, arm})) - origin) * (1 / arm);
-    return imaging::Affine{x.x, y.x, origin.x, x.y, y.y, origin.y};
-}
-
-bool samePlace(const SceneImage& a, const SceneImage& b)
-{
-    return a.position == b.position && a.u == b.u && a.v == b.v && a.pixels == b.pixels;
+    const Vec2 corner{area.x - 0.5, area.y - 0.5};
+    const auto origin = image.toImage(view.toDrawing(corner), raster);
+    const auto across = image.toImage(view.toDrawing(corner + Vec2{arm, 0}), raster);
+    const auto down = image.toImage(view.toDrawing(corner + Vec2{0, arm}), raster);
+    if (!origin || !across || !down)
+        return std::nullopt;
+    const Vec2 x = (*across - *origin) * (1 / arm), y = (*down - *origin) * (1 / arm);
+    return imaging::Affine{x.x, y.x, origin->x, x.y, y.y, origin->y};
 }
 
 } // namespace
@@ -58,7 +46,7 @@ const std::vector<std::uint8_t>& RasterCoverage::update(const SceneImage& image,
     const imaging::Size client = view.client();
     m_sampled = 0;
     std::optional<imaging::Point> pan;
-    if (pixels == m_pixels && samePlace(image, m_image) && !m_coverage.empty())
+    if (pixels == m_pixels && image.placement == m_image.placement && !m_coverage.empty())
         pan = panBetween(m_view, view);
     m_image = image;
     m_pixels = pixels;
@@ -114,7 +102,7 @@ void RasterCoverage::sample(const imaging::Rect& area)
                                                bounded(std::ceil(box.high.x)) + 1, bounded(std::ceil(box.high.y)) + 1});
     if (part.empty())
         return;
-    const auto map = fromAreaToImage(m_image, *m_pixels, m_view, {part.left, part.top});
+    const auto map = fromAreaToImage(m_image.placement, m_pixels->size(), m_view, {part.left, part.top});
     if (!map)
         return;
     imaging::sampleCoverage(*m_pixels, *map, part.size(), &m_coverage[std::size_t(part.top) * width + part.left],

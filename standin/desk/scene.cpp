@@ -30,17 +30,15 @@ ScenePath pathOf(const drawing::FlatPath& flat, const drawing::FlatStyle& style,
 }
 
 // Clip points are pixels, y down from the centre of the top left pixel.
-std::vector<Vec2> clipOf(const drawing::Image& image, const SceneImage& placed)
+std::vector<Vec2> clipOf(const drawing::Image& image, const ImagePlacement& placement)
 {
     std::vector<drawing::Vector2> corners = image.clip;
     if (image.clipType == drawing::Image::ClipType::Rectangle && corners.size() == 2)
         corners = {corners[0], {corners[1].x, corners[0].y}, corners[1], {corners[0].x, corners[1].y}};
     std::vector<Vec2> polygon;
     polygon.reserve(corners.size());
-    for (const auto& corner : corners) {
-        polygon.push_back(placed.position + placed.u * (corner.x + 0.5) +
-                          placed.v * (placed.pixels.height - corner.y - 0.5));
-    }
+    for (const auto& corner : corners)
+        polygon.push_back(placement.toDrawing(toVec2(corner) + Vec2{0.5, 0.5}, placement.pixels));
     return polygon;
 }
 
@@ -49,17 +47,17 @@ SceneImage imageOf(const drawing::FlatImage& flat, const drawing::Document& docu
     const drawing::Image& image = *flat.image;
     SceneImage placed;
     placed.image = image.handle;
-    placed.position = toVec2(flat.position);
-    placed.u = toVec2(flat.u);
-    placed.v = toVec2(flat.v);
-    placed.pixels = {static_cast<int>(image.pixels.x), static_cast<int>(image.pixels.y)};
+    placed.placement = {toVec2(flat.position),
+                        toVec2(flat.u),
+                        toVec2(flat.v),
+                        {static_cast<int>(image.pixels.x), static_cast<int>(image.pixels.y)}};
     placed.shown = (image.display & drawing::Image::kShow) != 0;
     placed.transparent = (image.display & drawing::Image::kTransparent) != 0;
     placed.fade = std::clamp(image.fade, 0, 100);
     if (const auto* definition = document.find<drawing::ImageDefinition>(image.definition))
         placed.file = definition->path;
     if (image.clipped && (image.display & drawing::Image::kClip) != 0)
-        placed.clip = clipOf(image, placed);
+        placed.clip = clipOf(image, placed.placement);
     return placed;
 }
 
@@ -85,8 +83,8 @@ Box boundsOf(const SceneItem& item)
 
 std::vector<Vec2> SceneImage::corners() const
 {
-    const Vec2 right = u * pixels.width, up = v * pixels.height;
-    return {position, position + right, position + right + up, position + up};
+    const Vec2 corner = placement.position, right = placement.right(), up = placement.up();
+    return {corner, corner + right, corner + right + up, corner + up};
 }
 
 PickShape SceneItem::pickShape() const

@@ -8,6 +8,7 @@
 #include "drawing/flatten.h"
 #include "standin/desk/canvas.h"
 #include "standin/desk/dash_pattern.h"
+#include "standin/desk/image_placement.h"
 #include "standin/desk/picking.h"
 #include "standin/desk/text_layout.h"
 #include "standin/desk/vec2.h"
@@ -25,9 +26,7 @@ struct ScenePath
 struct SceneImage
 {
     drawing::Handle image = 0; // of the image entity itself, also inside a block reference
-    Vec2 position;             // lower left corner of the lower left pixel
-    Vec2 u, v;                 // edges of one pixel
-    imaging::Size pixels;      // as the entity tells them
+    ImagePlacement placement;
     bool shown = true;
     bool transparent = false;
     int fade = 0;           // 0 to 100

@@ -174,12 +174,12 @@ void ScenePainter::paintRaster(Canvas& canvas, const SceneImage& image,
 // The path is written across the middle of the image, as large as fits.
 void ScenePainter::paintMissing(Canvas& canvas, const SceneImage& image, const ViewTransform& view, Color color)
 {
-    const Vec2 right = image.u * image.pixels.width, up = image.v * image.pixels.height;
+    const Vec2 right = image.placement.right(), up = image.placement.up();
     const double width = std::hypot(right.x, right.y), height = std::hypot(up.x, up.y);
     if (!(width > 0 && height > 0) || image.file.empty())
         return;
     drawing::FlatText text;
-    const Vec2 middle = image.position + right * 0.5 + up * 0.5;
+    const Vec2 middle = image.placement.position + right * 0.5 + up * 0.5;
     text.position = {middle.x, middle.y};
     text.direction = {right.x / width, right.y / width};
     text.up = {up.x / height, up.y / height};

@@ -6,7 +6,7 @@
 #include "imaging/error.h"
 #include "standin/desk/pixel_buffer.h"
 #include "standin/desk/script_windows.h"
-#include "standin/desk/text_encoding.h"
+#include "standin/text.h"
 
 namespace desk {
 namespace {
@@ -88,7 +88,7 @@ void savePicture(const Picture& picture, const std::filesystem::path& path)
     std::filesystem::create_directories(path.parent_path(), ignored);
     std::FILE* file = _wfopen(path.c_str(), L"wb");
     if (file == nullptr)
-        throw imaging::ImagingError("the picture " + toUtf8(path.wstring()) + " can't be written");
+        throw imaging::ImagingError("the picture " + standin::toUtf8(path.wstring()) + " can't be written");
     png_image description{};
     description.version = PNG_IMAGE_VERSION;
     description.width = static_cast<png_uint_32>(picture.size.width);
@@ -102,7 +102,7 @@ void savePicture(const Picture& picture, const std::filesystem::path& path)
     }
     const bool written = png_image_write_to_stdio(&description, file, 0, bytes.data(), 0, nullptr) != 0;
     if (std::fclose(file) != 0 || !written) {
-        throw imaging::ImagingError("the picture " + toUtf8(path.wstring()) +
+        throw imaging::ImagingError("the picture " + standin::toUtf8(path.wstring()) +
                                     " can't be written: " + description.message);
     }
 }

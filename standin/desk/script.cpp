@@ -6,7 +6,7 @@
 #include <iterator>
 
 #include "standin/desk/script_player.h"
-#include "standin/desk/text_encoding.h"
+#include "standin/text.h"
 
 namespace desk::script {
 namespace {
@@ -42,7 +42,7 @@ std::vector<Step> parse(std::string_view text, const std::filesystem::path& fold
     int number = 0;
     for (std::size_t start = 0; start < text.size();) {
         const auto end = std::min(text.find('\n', start), text.size());
-        const std::wstring line = trimmed(fromUtf8(text.substr(start, end - start)));
+        const std::wstring line = trimmed(standin::fromUtf8(text.substr(start, end - start)));
         start = end + 1;
         ++number;
         if (line.empty() || line.front() == L';')
@@ -61,7 +61,7 @@ std::vector<Step> load(const std::filesystem::path& file)
     std::ifstream stream(file, std::ios::binary);
     const std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
     if (!stream)
-        throw ScriptError("the script " + toUtf8(file.wstring()) + " can't be read");
+        throw ScriptError("the script " + standin::toUtf8(file.wstring()) + " can't be read");
     return parse(text, std::filesystem::absolute(file).parent_path());
 }
 

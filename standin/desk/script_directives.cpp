@@ -2,7 +2,7 @@
 
 #include "standin/desk/script_player.h"
 #include "standin/desk/script_steps.h"
-#include "standin/desk/text_encoding.h"
+#include "standin/text.h"
 
 namespace desk::script {
 namespace {
@@ -103,10 +103,10 @@ Action readDirective(Words& words)
             continue;
         Action action = directive.read(words);
         if (!words.atEnd())
-            throw ScriptError("\"" + toUtf8(words.remainder()) + "\" is too much");
+            throw ScriptError("\"" + standin::toUtf8(words.remainder()) + "\" is too much");
         return action;
     }
-    throw ScriptError("there is no directive \"@" + toUtf8(words.remainder()) + "\"");
+    throw ScriptError("there is no directive \"@" + standin::toUtf8(words.remainder()) + "\"");
 }
 
 } // namespace desk::script

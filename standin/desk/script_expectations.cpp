@@ -27,14 +27,10 @@ std::optional<bool> inkAt(Editor& editor, Vec2 at)
         const auto pixels = image != nullptr ? standin::imagePixels(image->image) : nullptr;
         if (!pixels)
             continue;
-        const Vec2 right = image->u * image->pixels.width, up = image->v * image->pixels.height;
-        const double determinant = right.x * up.y - right.y * up.x;
-        if (determinant == 0)
+        const auto pixel = image->placement.toImage(at, pixels->size());
+        if (!pixel)
             continue;
-        const Vec2 from = at - image->position;
-        const int x = static_cast<int>(std::floor((from.x * up.y - from.y * up.x) / determinant * pixels->width()));
-        const int y =
-            static_cast<int>(std::floor((1 - (right.x * from.y - right.y * from.x) / determinant) * pixels->height()));
+        const int x = static_cast<int>(std::floor(pixel->x)), y = static_cast<int>(std::floor(pixel->y));
         if (imaging::Rect::of(pixels->size()).contains({x, y}))
             return pixels->ink(x, y);
     }

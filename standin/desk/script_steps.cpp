@@ -5,7 +5,7 @@
 #include <map>
 
 #include "standin/desk/coordinate_input.h"
-#include "standin/desk/text_encoding.h"
+#include "standin/text.h"
 
 namespace desk::script {
 namespace {
@@ -88,7 +88,7 @@ Key readKey(Words& words)
     const bool isKey =
         name.size() == 1 && ((name[0] >= L'A' && name[0] <= L'Z') || (name[0] >= L'0' && name[0] <= L'9'));
     if (name.size() != 1 || (control && !isKey))
-        throw ScriptError("there is no key \"" + toUtf8(name) + "\"");
+        throw ScriptError("there is no key \"" + standin::toUtf8(name) + "\"");
     return control ? Key{name[0], 0, true} : Key{0, name[0], false};
 }
 
@@ -100,7 +100,7 @@ imaging::Size readSize(Words& words)
     const auto width = parseNumber(word.substr(0, cross));
     const auto height = parseNumber(word.substr(std::min(cross + 1, word.size())));
     if (!width || !height || *width < 1 || *height < 1 || *width > largest || *height > largest)
-        throw ScriptError("a size should be WIDTHxHEIGHT, not \"" + toUtf8(word) + "\"");
+        throw ScriptError("a size should be WIDTHxHEIGHT, not \"" + standin::toUtf8(word) + "\"");
     return {static_cast<int>(*width), static_cast<int>(*height)};
 }
 

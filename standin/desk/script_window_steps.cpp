@@ -4,7 +4,7 @@
 
 #include "standin/desk/screenshot.h"
 #include "standin/desk/script_player.h"
-#include "standin/desk/text_encoding.h"
+#include "standin/text.h"
 
 namespace desk::script {
 
@@ -232,7 +232,7 @@ void Player::takeShot(const std::filesystem::path& path)
         }
     });
     if (!failure.empty())
-        throw Miss{fromUtf8(failure)};
+        throw Miss{standin::fromUtf8(failure)};
 }
 
 } // namespace desk::script

@@ -5,7 +5,7 @@
 #include <cwctype>
 
 #include "standin/desk/coordinate_input.h"
-#include "standin/desk/text_encoding.h"
+#include "standin/text.h"
 
 namespace desk::script {
 namespace {
@@ -79,7 +79,7 @@ int Words::number(const char* what)
     const std::wstring word = next(what);
     const auto value = parseNumber(word);
     if (!value || std::abs(*value) > 1e9 || *value != static_cast<int>(*value))
-        throw ScriptError(std::string(what) + " should be a whole number, not \"" + toUtf8(word) + "\"");
+        throw ScriptError(std::string(what) + " should be a whole number, not \"" + standin::toUtf8(word) + "\"");
     return static_cast<int>(*value);
 }
 
@@ -96,7 +96,7 @@ std::vector<double> Words::numbers(std::wstring_view word, std::size_t count, co
     }
     if (values.size() != count || static_cast<std::size_t>(std::count(word.begin(), word.end(), L',')) != count - 1) {
         throw ScriptError(std::string(what) + " should be " + std::to_string(count) +
-                          " numbers parted by commas, not \"" + toUtf8(word) + "\"");
+                          " numbers parted by commas, not \"" + standin::toUtf8(word) + "\"");
     }
     return values;
 }

@@ -4,7 +4,7 @@
 #include <numbers>
 #include <string>
 
-#include "standin/desk/text_encoding.h"
+#include "standin/text.h"
 
 namespace desk {
 namespace {
@@ -47,9 +47,9 @@ std::vector<std::wstring> brokenLines(const drawing::FlatText& text, double widt
     std::vector<std::wstring> lines;
     for (const std::string& line : text.lines) {
         if (text.wrapWidth > 0) {
-            wrapInto(lines, fromUtf8(line), text.wrapWidth / widthUnit, typeface);
+            wrapInto(lines, standin::fromUtf8(line), text.wrapWidth / widthUnit, typeface);
         } else {
-            lines.push_back(fromUtf8(line));
+            lines.push_back(standin::fromUtf8(line));
         }
     }
     return lines;

@@ -2,6 +2,7 @@
 
 #include "standin/desk/commands.h"
 #include "standin/desk/coordinate_input.h"
+#include "standin/text.h"
 
 namespace desk::commands {
 namespace {
@@ -63,7 +64,7 @@ CommandOutcome zoom(Editor& editor)
         return zoomToCorner(editor, reply.point);
     if (reply.kind != Reply::Kind::text)
         return CommandOutcome::cancelled;
-    const std::wstring option = upperCase(reply.text);
+    const std::wstring option = standin::upperCase(reply.text);
     if (option == L"E" || option == L"EXTENTS" || option == L"A" || option == L"ALL") {
         editor.zoomExtents();
     } else if (option == L"P" || option == L"PREVIOUS") {

@@ -5,11 +5,13 @@
 #include <commctrl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
 #include <windowsx.h>
 
+#include "standin/desk/held_pan.h"
 #include "standin/desk/screenshot.h"
 #include "standin/desk/script_foothold.h"
 #include "standin/desk/script_hand.h"
@@ -171,6 +173,37 @@ TEST(Hand, TheHeldButtonGoesWithTheMoves)
                                             MouseMessage{WM_LBUTTONDOWN, MK_LBUTTON, 100, 150, false},
                                             MouseMessage{WM_MOUSEMOVE, MK_CONTROL | MK_LBUTTON, 120, 150, false},
                                             MouseMessage{WM_LBUTTONUP, 0, 130, 150, false}));
+}
+
+// As a module's tool keeps the view's moves for itself.
+LRESULT CALLBACK swallowMoves(int code, WPARAM wParam, LPARAM lParam)
+{
+    auto& message = *reinterpret_cast<MSG*>(lParam);
+    if (code >= 0 && wParam == PM_REMOVE && message.message == WM_MOUSEMOVE)
+        message.message = WM_NULL;
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+TEST(HeldPan, HearsTheMovesThatAHookKeepsFromTheView)
+{
+    std::vector<std::pair<long, long>> panned;
+    std::unique_ptr<desk::HeldPan> pan;
+    const HHOOK hook = SetWindowsHookExW(WH_GETMESSAGE, swallowMoves, nullptr, GetCurrentThreadId());
+    const auto heard = heardOf([&](const Stage& stage) {
+        stage.foothold.ask([&] {
+            pan =
+                std::make_unique<desk::HeldPan>(stage.bench.window, [&](POINT at) { panned.emplace_back(at.x, at.y); });
+        });
+        stage.hand.move(stage.bench.window, {110, 150}, {false, false, false, true});
+        stage.hand.move(stage.bench.window, {-20, 160}, {false, false, false, true});
+        stage.foothold.waitForPosted();
+        stage.foothold.ask([&] { pan.reset(); });
+        stage.hand.move(stage.bench.window, {130, 150});
+    });
+    UnhookWindowsHookEx(hook);
+    EXPECT_THAT(panned, testing::ElementsAre(std::pair(110L, 150L), std::pair(-20L, 160L)));
+    EXPECT_THAT(heard, testing::IsEmpty()) << "the view itself hears nothing";
+    EXPECT_EQ(GetCapture(), nullptr);
 }
 
 TEST(Screenshot, ThePointerIsDrawnWithItsHotSpotWhereTheMouseIs)

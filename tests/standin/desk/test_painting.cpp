@@ -46,9 +46,7 @@ std::shared_ptr<imaging::Bitmap> noise(imaging::Size size, unsigned seed)
 SceneImage placed(imaging::Size size)
 {
     SceneImage image;
-    image.u = {1, 0};
-    image.v = {0, 1};
-    image.pixels = size;
+    image.placement = {{0, 0}, {1, 0}, {0, 1}, size};
     return image;
 }
 
@@ -194,9 +192,7 @@ TEST(RasterCoverage, ATurnedImageLiesTurned)
     for (int y = 0; y < 4; ++y)
         pixels->setInk(0, y, true);
     SceneImage image = placed({6, 4});
-    image.position = {4, 0};
-    image.u = {0, 1};
-    image.v = {-1, 0};
+    image.placement = {{4, 0}, {0, 1}, {-1, 0}, {6, 4}};
     ViewTransform view;
     view.resize({4, 6});
     view.set({2.5, 2.5}, 6);
@@ -205,7 +201,7 @@ TEST(RasterCoverage, ATurnedImageLiesTurned)
     for (int y = 0; y < 6; ++y)
         for (int x = 0; x < 4; ++x)
             EXPECT_EQ(shares[std::size_t(y) * 4 + x], y == 5 ? 255 : 0) << x << "," << y;
-    image.v = {0, 1};
+    image.placement.v = {0, 1};
     EXPECT_THAT(coverage.update(image, pixels, view), testing::Each(0)) << "an image without extent shows nothing";
 }
 

@@ -11,7 +11,7 @@
 
 #include "standin/desk/script.h"
 #include "standin/desk/script_steps.h"
-#include "standin/desk/text_encoding.h"
+#include "standin/text.h"
 
 using namespace desk::script;
 
@@ -97,7 +97,7 @@ TEST(Script, PathsCountFromTheScriptsFolder)
 // Both ways, so that neither the guide nor the table can fall behind.
 TEST(Script, TheGuideTellsOfEachDirective)
 {
-    std::ifstream file(DESK_GUIDE);
+    std::ifstream file(HALVORAN_SOURCE_DIR "/docs/desk.md");
     const std::string guide{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     ASSERT_FALSE(guide.empty());
     std::set<std::string> told;
@@ -118,7 +118,7 @@ TEST(Script, TheGuideTellsOfEachDirective)
     }
     std::set<std::string> unknown = told;
     for (const Directive& directive : directives()) {
-        const std::string name = desk::toUtf8(directive.name);
+        const std::string name = standin::toUtf8(directive.name);
         const auto found = std::find_if(told.begin(), told.end(), [&](const std::string& form) {
             return form == name || form.starts_with(name + ' ');
         });

@@ -1,8 +1,8 @@
-#include "standin/desk/text_encoding.h"
+#include "standin/text.h"
 
 #include <windows.h>
 
-namespace desk {
+namespace standin {
 
 std::string toUtf8(std::wstring_view text)
 {
@@ -21,4 +21,11 @@ std::wstring fromUtf8(std::string_view text)
     return wide;
 }
 
-} // namespace desk
+std::wstring upperCase(std::wstring_view text)
+{
+    std::wstring upper(text);
+    CharUpperBuffW(upper.data(), static_cast<DWORD>(upper.size()));
+    return upper;
+}
+
+} // namespace standin

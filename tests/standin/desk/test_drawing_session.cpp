@@ -1,0 +1,55 @@
+// The open drawing behind the desk: what of it can be selected, and whether it is saved.
+
+#include <algorithm>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "standin/desk/drawing_session.h"
+#include "tests/support/files.h"
+
+namespace {
+
+// A drawing whose groups stand one after the other, parted by blanks instead of line ends.
+std::filesystem::path writeDrawing(const std::filesystem::path& file, std::string groups)
+{
+    std::replace(groups.begin(), groups.end(), ' ', '\n');
+    std::ofstream(file, std::ios::binary) << groups << '\n';
+    return file;
+}
+
+} // namespace
+
+TEST(DrawingSession, AllIsWhatIsThereDrawnOrNotButForHiddenLayersAndTheSheetItself)
+{
+    const TemporaryFolder folder;
+    const auto file =
+        writeDrawing(folder / L"kinds.dxf",
+                     "0 SECTION 2 TABLES 0 TABLE 2 LAYER 70 1 0 LAYER 2 COLD 70 1 62 7 6 CONTINUOUS 0 ENDTAB 0 ENDSEC "
+                     "0 SECTION 2 ENTITIES "
+                     "0 LINE 5 A1 8 0 10 0 20 0 11 5 21 5 "
+                     "0 3DFACE 5 A2 8 0 10 0 20 0 11 5 21 0 12 5 22 5 13 0 23 5 " // the desk does not draw it
+                     "0 LINE 5 A3 8 COLD 10 0 20 0 11 5 21 5 "
+                     "0 VIEWPORT 5 A4 8 0 67 1 10 0 20 0 40 10 41 10 68 1 69 1 "
+                     "0 VIEWPORT 5 A5 8 0 67 1 10 0 20 0 40 10 41 10 68 2 69 2 "
+                     "0 ENDSEC 0 EOF");
+    desk::DrawingSession session;
+    ASSERT_EQ(session.open(file), std::nullopt);
+    EXPECT_THAT(session.entitiesOfSpace(), testing::ElementsAre(0xA1, 0xA2));
+    ASSERT_TRUE(session.erase({0xA2}));
+    EXPECT_THAT(session.entitiesOfSpace(), testing::ElementsAre(0xA1));
+    ASSERT_TRUE(standin::setSystemVariable(L"TILEMODE", std::int16_t(0)));
+    EXPECT_THAT(session.entitiesOfSpace(), testing::ElementsAre(0xA5));
+    session.close();
+}
+
+TEST(DrawingSession, AFailedOpeningNamesTheFileOnceAndLeavesNothingOpen)
+{
+    const TemporaryFolder folder;
+    desk::DrawingSession session;
+    ASSERT_EQ(session.open({}), std::nullopt);
+    session.markModified();
+    EXPECT_EQ(session.open(folder / L"missing.dxf"), L"missing.dxf: the file can't be opened");
+    EXPECT_FALSE(standin::drawingOpen());
+    EXPECT_FALSE(session.modified());
+}
