@@ -32,7 +32,6 @@ public:
 
     HCURSOR LoadCursor(LPCWSTR lpszResourceName) const;
     HCURSOR LoadCursor(UINT nIDResource) const;
-    HCURSOR LoadStandardCursor(LPCWSTR lpszCursorName) const;
     HICON LoadIcon(LPCWSTR lpszResourceName) const;
     HICON LoadIcon(UINT nIDResource) const;
 

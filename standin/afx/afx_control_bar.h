@@ -178,38 +178,3 @@ protected:
     friend class CFrameWnd;
     DECLARE_MESSAGE_MAP()
 };
-
-class HALVORAN_STANDIN_API CStatusBar : public CControlBar
-{
-    DECLARE_DYNAMIC(CStatusBar)
-public:
-    CStatusBar() = default;
-
-    using CWnd::Create;
-    virtual BOOL Create(CWnd* pParentWnd, DWORD dwStyle = WS_CHILD | WS_VISIBLE | CBRS_BOTTOM,
-                        UINT nID = AFX_IDW_STATUS_BAR);
-    /// One pane for each command; an id of 0 makes a pane without one. The first pane stretches.
-    BOOL SetIndicators(const UINT* lpIDArray, int nIDCount);
-    void SetPaneInfo(int nIndex, UINT nID, UINT nStyle, int cxWidth);
-    void GetPaneText(int nIndex, CString& rString) const;
-    BOOL SetPaneText(int nIndex, LPCWSTR lpszNewText, BOOL bUpdate = TRUE);
-    CSize CalcFixedLayout(BOOL bStretch, BOOL bHorz) override;
-    void OnUpdateCmdUI(CFrameWnd* pTarget, BOOL bDisableIfNoHndler) override;
-
-protected:
-    afx_msg void OnSize(UINT nType, int cx, int cy);
-    afx_msg void OnPaint();
-    afx_msg LRESULT OnSetText(WPARAM wParam, LPARAM lParam);
-    DECLARE_MESSAGE_MAP()
-
-private:
-    struct Pane
-    {
-        UINT id;
-        int width; // in pixels; 0 for the pane that stretches
-        CString text;
-    };
-    void layOutPanes();
-
-    std::vector<Pane> m_panes;
-};

@@ -80,54 +80,11 @@ public:
     using CWnd::Create;
 };
 
-class HALVORAN_STANDIN_API CListBox : public CWnd
-{
-    DECLARE_DYNAMIC(CListBox)
-public:
-    CListBox() = default;
-    virtual BOOL Create(DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID);
-    int GetCount() const;
-    int GetCurSel() const;
-    int SetCurSel(int nSelect);
-    int GetSel(int nIndex) const;
-    int SetSel(int nIndex, BOOL bSelect = TRUE);
-    int GetSelCount() const;
-    int GetSelItems(int nMaxItems, LPINT rgIndex) const;
-    DWORD_PTR GetItemData(int nIndex) const;
-    int SetItemData(int nIndex, DWORD_PTR dwItemData);
-    int GetText(int nIndex, LPWSTR lpszBuffer) const;
-    void GetText(int nIndex, CString& rString) const;
-    int GetTextLen(int nIndex) const;
-    int GetTopIndex() const;
-    int SetTopIndex(int nIndex);
-    int AddString(LPCWSTR lpszItem);
-    int DeleteString(UINT nIndex);
-    int InsertString(int nIndex, LPCWSTR lpszItem);
-    void ResetContent();
-    int FindString(int nStartAfter, LPCWSTR lpszItem) const;
-    int FindStringExact(int nIndexStart, LPCWSTR lpszFind) const;
-    int SelectString(int nStartAfter, LPCWSTR lpszItem);
-    int GetItemRect(int nIndex, LPRECT lpRect) const;
-    int SetItemHeight(int nIndex, UINT cyItemHeight);
-    BOOL SetTabStops(int nTabStops, LPINT rgTabStops);
-    /// Owner drawing: called for WM_DRAWITEM and WM_MEASUREITEM when the parent leaves them to the control.
-    virtual void DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct);
-    virtual void MeasureItem(LPMEASUREITEMSTRUCT lpMeasureItemStruct);
-    using CWnd::Create;
-
-protected:
-    BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
-};
-
 class HALVORAN_STANDIN_API CScrollBar : public CWnd
 {
     DECLARE_DYNAMIC(CScrollBar)
 public:
     CScrollBar() = default;
-    virtual BOOL Create(DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID);
-    int GetScrollPos() const;
-    int SetScrollPos(int nPos, BOOL bRedraw = TRUE);
-    void SetScrollRange(int nMinPos, int nMaxPos, BOOL bRedraw = TRUE);
     /// The object of the control that sent a scroll message: null for a window's own scroll bar. The object may be
     /// another control's, a slider's for instance; only what CWnd offers may then be asked of it.
     static CScrollBar* FromControl(HWND hWnd);
@@ -155,21 +112,6 @@ public:
     void SetTicFreq(int nFreq);
     void GetThumbRect(LPRECT lprc) const;
     void GetChannelRect(LPRECT lprc) const;
-    using CWnd::Create;
-};
-
-class HALVORAN_STANDIN_API CProgressCtrl : public CWnd
-{
-    DECLARE_DYNAMIC(CProgressCtrl)
-public:
-    CProgressCtrl() = default;
-    virtual BOOL Create(DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID);
-    void SetRange(short nLower, short nUpper);
-    void SetRange32(int nLower, int nUpper);
-    int SetPos(int nPos);
-    int GetPos() const;
-    int SetStep(int nStep);
-    int StepIt();
     using CWnd::Create;
 };
 
@@ -239,17 +181,12 @@ public:
     void UpdateTipText(LPCWSTR lpszText, CWnd* pWnd, UINT_PTR nIDTool = 0);
     void UpdateTipText(UINT nIDText, CWnd* pWnd, UINT_PTR nIDTool = 0);
     void GetText(CString& str, CWnd* pWnd, UINT_PTR nIDTool = 0) const;
-    int GetToolCount() const;
     void SetToolRect(CWnd* pWnd, UINT_PTR nIDTool, LPCRECT lpRect);
     void RelayEvent(LPMSG lpMsg);
     void Activate(BOOL bActivate);
     int SetMaxTipWidth(int iWidth);
-    int GetMaxTipWidth() const;
     void SetDelayTime(UINT nDelay);
     void SetDelayTime(DWORD dwDuration, int iTime);
-    int GetDelayTime(DWORD dwDuration) const;
-    void SetTipBkColor(COLORREF clr);
-    void SetTipTextColor(COLORREF clr);
     void Update();
     void Pop();
     using CWnd::Create;

@@ -22,7 +22,6 @@ public:
     static void DeleteTempMap();
     BOOL Attach(HDC hDC);
     HDC Detach();
-    BOOL CreateDC(LPCWSTR driver, LPCWSTR device, LPCWSTR output, const void* initData);
     BOOL CreateCompatibleDC(CDC* pDC);
     BOOL DeleteDC();
     int SaveDC();
@@ -41,9 +40,6 @@ public:
     CPalette* SelectPalette(CPalette* pPalette, BOOL bForceBackground);
     UINT RealizePalette();
     CPen* GetCurrentPen() const;
-    CBrush* GetCurrentBrush() const;
-    CFont* GetCurrentFont() const;
-    CBitmap* GetCurrentBitmap() const;
 
     int SetROP2(int nDrawMode);
     int GetROP2() const;
@@ -53,22 +49,8 @@ public:
     COLORREF GetBkColor() const;
     COLORREF SetTextColor(COLORREF crColor);
     COLORREF GetTextColor() const;
-    int SetPolyFillMode(int nPolyFillMode);
-    int SetStretchBltMode(int nStretchMode);
-    UINT SetTextAlign(UINT nFlags);
     CPoint SetBrushOrg(int x, int y);
     CPoint SetBrushOrg(POINT point);
-    CPoint GetBrushOrg() const;
-
-    int SetMapMode(int nMapMode);
-    CPoint SetViewportOrg(int x, int y);
-    CPoint SetViewportOrg(POINT point);
-    CSize SetViewportExt(int cx, int cy);
-    CPoint SetWindowOrg(int x, int y);
-    CPoint SetWindowOrg(POINT point);
-    CSize SetWindowExt(int cx, int cy);
-    void DPtoLP(LPPOINT lpPoints, int nCount = 1) const;
-    void LPtoDP(LPPOINT lpPoints, int nCount = 1) const;
 
     int GetClipBox(LPRECT lpRect) const;
     int SelectClipRgn(CRgn* pRgn);
@@ -77,8 +59,6 @@ public:
     int IntersectClipRect(LPCRECT lpRect);
     int ExcludeClipRect(int x1, int y1, int x2, int y2);
     int ExcludeClipRect(LPCRECT lpRect);
-    BOOL RectVisible(LPCRECT lpRect) const;
-    BOOL PtVisible(int x, int y) const;
 
     CPoint GetCurrentPosition() const;
     CPoint MoveTo(int x, int y);
@@ -88,30 +68,16 @@ public:
     BOOL Arc(int x1, int y1, int x2, int y2, int x3, int y3, int x4, int y4);
     BOOL Arc(LPCRECT lpRect, POINT ptStart, POINT ptEnd);
     BOOL Polyline(const POINT* lpPoints, int nCount);
-    BOOL PolyBezier(const POINT* lpPoints, int nCount);
     BOOL Polygon(const POINT* lpPoints, int nCount);
-    BOOL PolyPolygon(const POINT* lpPoints, const INT* lpPolyCounts, int nCount);
     BOOL Rectangle(int x1, int y1, int x2, int y2);
     BOOL Rectangle(LPCRECT lpRect);
-    BOOL RoundRect(int x1, int y1, int x2, int y2, int x3, int y3);
-    BOOL Ellipse(int x1, int y1, int x2, int y2);
-    BOOL Ellipse(LPCRECT lpRect);
-    BOOL Pie(LPCRECT lpRect, POINT ptStart, POINT ptEnd);
 
     void FillRect(LPCRECT lpRect, CBrush* pBrush);
     void FrameRect(LPCRECT lpRect, CBrush* pBrush);
-    void InvertRect(LPCRECT lpRect);
     void FillSolidRect(LPCRECT lpRect, COLORREF clr);
     void FillSolidRect(int x, int y, int cx, int cy, COLORREF clr);
     void Draw3dRect(LPCRECT lpRect, COLORREF clrTopLeft, COLORREF clrBottomRight);
-    BOOL DrawIcon(int x, int y, HICON hIcon);
-    BOOL DrawEdge(LPRECT lpRect, UINT nEdge, UINT nFlags);
-    BOOL DrawFrameControl(LPRECT lpRect, UINT nType, UINT nState);
-    void DrawFocusRect(LPCRECT lpRect);
-    BOOL FillRgn(CRgn* pRgn, CBrush* pBrush);
     BOOL FrameRgn(CRgn* pRgn, CBrush* pBrush, int nWidth, int nHeight);
-    BOOL InvertRgn(CRgn* pRgn);
-    BOOL PaintRgn(CRgn* pRgn);
 
     BOOL PatBlt(int x, int y, int nWidth, int nHeight, DWORD dwRop);
     BOOL BitBlt(int x, int y, int nWidth, int nHeight, CDC* pSrcDC, int xSrc, int ySrc, DWORD dwRop);
@@ -125,18 +91,11 @@ public:
 
     BOOL TextOut(int x, int y, LPCWSTR lpszString, int nCount);
     BOOL TextOut(int x, int y, const CString& str);
-    BOOL ExtTextOut(int x, int y, UINT nOptions, LPCRECT lpRect, LPCWSTR lpszString, UINT nCount, LPINT lpDxWidths);
     int DrawText(LPCWSTR lpszString, int nCount, LPRECT lpRect, UINT nFormat);
     int DrawText(const CString& str, LPRECT lpRect, UINT nFormat);
     CSize GetTextExtent(LPCWSTR lpszString, int nCount) const;
     CSize GetTextExtent(const CString& str) const;
     BOOL GetTextMetrics(LPTEXTMETRICW lpMetrics) const;
-
-    BOOL BeginPath();
-    BOOL EndPath();
-    BOOL CloseFigure();
-    BOOL FillPath();
-    BOOL StrokePath();
 
     HDC m_hDC = nullptr;
 };

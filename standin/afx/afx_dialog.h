@@ -16,8 +16,6 @@ public:
     virtual BOOL Create(LPCWSTR lpszTemplateName, CWnd* pParentWnd = nullptr);
     virtual BOOL Create(UINT nIDTemplate, CWnd* pParentWnd = nullptr);
     virtual BOOL CreateIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd = nullptr);
-    /// For DoModal: the template in memory, which stays the caller's, in place of a resource.
-    BOOL InitModalIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd = nullptr);
 
     /// The result of EndDialog; -1 when the dialog cannot be made.
     virtual INT_PTR DoModal();
@@ -25,11 +23,6 @@ public:
     virtual void OnOK();
     virtual void OnCancel();
     void EndDialog(int nResult);
-    void NextDlgCtrl() const;
-    void PrevDlgCtrl() const;
-    void GotoDlgCtrl(CWnd* pWndCtrl);
-    void SetDefID(UINT nID);
-    DWORD GetDefID() const;
 
     BOOL PreTranslateMessage(MSG* pMsg) override;
     BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo) override;
@@ -80,11 +73,8 @@ HALVORAN_STANDIN_API void DDX_Text(CDataExchange* pDX, int nIDC, CString& value)
 HALVORAN_STANDIN_API void DDX_Check(CDataExchange* pDX, int nIDC, int& value);
 /// The index of the checked button in the group that begins with nIDC; -1 for none.
 HALVORAN_STANDIN_API void DDX_Radio(CDataExchange* pDX, int nIDC, int& value);
-HALVORAN_STANDIN_API void DDX_LBString(CDataExchange* pDX, int nIDC, CString& value);
-HALVORAN_STANDIN_API void DDX_LBIndex(CDataExchange* pDX, int nIDC, int& index);
 HALVORAN_STANDIN_API void DDX_CBString(CDataExchange* pDX, int nIDC, CString& value);
 HALVORAN_STANDIN_API void DDX_CBIndex(CDataExchange* pDX, int nIDC, int& index);
-HALVORAN_STANDIN_API void DDX_Scroll(CDataExchange* pDX, int nIDC, int& value);
 HALVORAN_STANDIN_API void DDX_Slider(CDataExchange* pDX, int nIDC, int& value);
 /// Attaches the control to the object on the first run.
 HALVORAN_STANDIN_API void DDX_Control(CDataExchange* pDX, int nIDC, CWnd& rControl);

@@ -125,9 +125,6 @@ public:
     void MDIActivate(CWnd* pWndActivate);
     void MDIMaximize(CWnd* pWnd);
     void MDIRestore(CWnd* pWnd);
-    void MDINext();
-    void MDITile(int nType);
-    void MDICascade(int nType = 0);
     virtual BOOL CreateClient(LPCREATESTRUCT lpCreateStruct, CMenu* pWindowMenu);
 
     CFrameWnd* GetActiveFrame() override;

@@ -27,7 +27,6 @@ public:
     int GetObject(int nCount, LPVOID lpObject) const;
     UINT GetObjectType() const;
     BOOL CreateStockObject(int nIndex);
-    BOOL UnrealizeObject();
 
     HGDIOBJ m_hObject = nullptr;
 };
@@ -46,7 +45,6 @@ public:
     BOOL CreatePen(int nPenStyle, int nWidth, COLORREF crColor);
     BOOL CreatePen(int nPenStyle, int nWidth, const LOGBRUSH* pLogBrush, int nStyleCount = 0,
                    const DWORD* lpStyle = nullptr);
-    BOOL CreatePenIndirect(LPLOGPEN lpLogPen);
     int GetLogPen(LOGPEN* pLogPen) const;
 };
 
@@ -58,18 +56,13 @@ class HALVORAN_STANDIN_API CBrush : public CGdiObject
 public:
     CBrush() = default;
     explicit CBrush(COLORREF crColor);
-    CBrush(int nIndex, COLORREF crColor);
     /// The bitmap may be deleted after the brush.
     explicit CBrush(CBitmap* pBitmap);
 
     operator HBRUSH() const { return static_cast<HBRUSH>(m_hObject); }
     static CBrush* FromHandle(HBRUSH hBrush);
     BOOL CreateSolidBrush(COLORREF crColor);
-    BOOL CreateHatchBrush(int nIndex, COLORREF crColor);
-    BOOL CreateBrushIndirect(const LOGBRUSH* lpLogBrush);
     BOOL CreatePatternBrush(CBitmap* pBitmap);
-    BOOL CreateSysColorBrush(int nIndex);
-    int GetLogBrush(LOGBRUSH* pLogBrush) const;
 };
 
 class HALVORAN_STANDIN_API CFont : public CGdiObject
@@ -81,11 +74,9 @@ public:
     static CFont* FromHandle(HFONT hFont);
     BOOL CreateFontIndirect(const LOGFONTW* lpLogFont);
     /// In tenths of a point of the given device, or of the screen.
-    BOOL CreatePointFont(int nPointSize, LPCWSTR lpszFaceName, CDC* pDC = nullptr);
     BOOL CreateFont(int nHeight, int nWidth, int nEscapement, int nOrientation, int nWeight, BYTE bItalic,
                     BYTE bUnderline, BYTE cStrikeOut, BYTE nCharSet, BYTE nOutPrecision, BYTE nClipPrecision,
                     BYTE nQuality, BYTE nPitchAndFamily, LPCWSTR lpszFacename);
-    int GetLogFont(LOGFONTW* pLogFont) const;
 };
 
 class HALVORAN_STANDIN_API CBitmap : public CGdiObject
@@ -99,14 +90,9 @@ public:
     /// From the module that AfxFindResourceHandle names.
     BOOL LoadBitmap(LPCWSTR lpszResourceName);
     BOOL LoadBitmap(UINT nIDResource);
-    BOOL LoadOEMBitmap(UINT nIDBitmap);
     BOOL CreateBitmap(int nWidth, int nHeight, UINT nPlanes, UINT nBitcount, const void* lpBits);
-    BOOL CreateBitmapIndirect(LPBITMAP lpBitmap);
     BOOL CreateCompatibleBitmap(CDC* pDC, int nWidth, int nHeight);
-    DWORD SetBitmapBits(DWORD dwCount, const void* lpBits);
     DWORD GetBitmapBits(DWORD dwCount, LPVOID lpBits) const;
-    CSize SetBitmapDimension(int nWidth, int nHeight);
-    CSize GetBitmapDimension() const;
 };
 
 class HALVORAN_STANDIN_API CPalette : public CGdiObject
@@ -117,9 +103,5 @@ public:
     operator HPALETTE() const { return static_cast<HPALETTE>(m_hObject); }
     static CPalette* FromHandle(HPALETTE hPalette);
     BOOL CreatePalette(LPLOGPALETTE lpLogPalette);
-    BOOL CreateHalftonePalette(CDC* pDC);
     int GetEntryCount();
-    UINT GetPaletteEntries(UINT nStartIndex, UINT nNumEntries, LPPALETTEENTRY lpPaletteColors) const;
-    UINT SetPaletteEntries(UINT nStartIndex, UINT nNumEntries, LPPALETTEENTRY lpPaletteColors);
-    BOOL ResizePalette(UINT nNumEntries);
 };

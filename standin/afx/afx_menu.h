@@ -32,13 +32,10 @@ public:
     BOOL InsertMenu(UINT nPosition, UINT nFlags, UINT_PTR nIDNewItem = 0, LPCWSTR lpszNewItem = nullptr);
     BOOL ModifyMenu(UINT nPosition, UINT nFlags, UINT_PTR nIDNewItem = 0, LPCWSTR lpszNewItem = nullptr);
     BOOL DeleteMenu(UINT nPosition, UINT nFlags);
-    BOOL RemoveMenu(UINT nPosition, UINT nFlags);
     /// The former state, or -1 when there is no such item.
     UINT CheckMenuItem(UINT nIDCheckItem, UINT nCheck);
     UINT EnableMenuItem(UINT nIDEnableItem, UINT nEnable);
-    BOOL CheckMenuRadioItem(UINT nIDFirst, UINT nIDLast, UINT nIDItem, UINT nFlags);
     BOOL SetDefaultItem(UINT uItem, BOOL fByPos = FALSE);
-    UINT GetDefaultItem(UINT gmdiFlags, BOOL fByPos = FALSE);
     UINT GetMenuItemCount() const;
     UINT GetMenuItemID(int nPos) const;
     UINT GetMenuState(UINT nID, UINT nFlags) const;

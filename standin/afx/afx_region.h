@@ -14,11 +14,6 @@ public:
     BOOL CreateRectRgn(int x1, int y1, int x2, int y2);
     BOOL CreateRectRgnIndirect(LPCRECT lpRect);
     BOOL CreateEllipticRgn(int x1, int y1, int x2, int y2);
-    BOOL CreateEllipticRgnIndirect(LPCRECT lpRect);
-    BOOL CreatePolygonRgn(const POINT* lpPoints, int nCount, int nMode);
-    BOOL CreatePolyPolygonRgn(const POINT* lpPoints, const INT* lpPolyCounts, int nCount, int nPolyFillMode);
-    BOOL CreateRoundRectRgn(int x1, int y1, int x2, int y2, int x3, int y3);
-    BOOL CreateFromPath(CDC* pDC);
     BOOL CreateFromData(const XFORM* lpXForm, int nCount, const RGNDATA* pRgnData);
 
     void SetRectRgn(int x1, int y1, int x2, int y2);

@@ -62,11 +62,9 @@ public:
     void SetString(LPCWSTR text) { *this = text; }
     void SetString(LPCWSTR text, int length);
     void FreeExtra() { m_text.shrink_to_fit(); }
-    void Preallocate(int length);
 
     int Compare(LPCWSTR other) const;
     int CompareNoCase(LPCWSTR other) const;
-    int Collate(LPCWSTR other) const;
 
     CString Mid(int first) const;
     CString Mid(int first, int count) const;
@@ -74,11 +72,9 @@ public:
     CString Right(int count) const;
     CString SpanIncluding(LPCWSTR characters) const;
     CString SpanExcluding(LPCWSTR characters) const;
-    CString Tokenize(LPCWSTR separators, int& start) const;
 
     CString& MakeUpper();
     CString& MakeLower();
-    CString& MakeReverse();
     CString& Trim();
     CString& Trim(wchar_t character);
     CString& Trim(LPCWSTR characters);

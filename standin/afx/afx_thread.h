@@ -26,8 +26,6 @@ public:
 
     BOOL CreateThread(DWORD dwCreateFlags = 0, UINT nStackSize = 0, LPSECURITY_ATTRIBUTES lpSecurityAttrs = nullptr);
     DWORD ResumeThread();
-    DWORD SuspendThread();
-    int GetThreadPriority();
     BOOL SetThreadPriority(int nPriority);
     BOOL PostThreadMessage(UINT message, WPARAM wParam, LPARAM lParam);
     operator HANDLE() const { return m_hThread; }

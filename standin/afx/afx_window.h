@@ -78,7 +78,6 @@ public:
     CMenu* GetMenu() const;
     BOOL SetMenu(CMenu* pMenu);
     CMenu* GetSystemMenu(BOOL bRevert) const;
-    void DrawMenuBar();
     int GetDlgCtrlID() const;
     HICON SetIcon(HICON hIcon, BOOL bBigIcon);
 
@@ -91,8 +90,6 @@ public:
     void BringWindowToTop();
     void GetWindowRect(LPRECT lpRect) const;
     void GetClientRect(LPRECT lpRect) const;
-    BOOL GetWindowPlacement(WINDOWPLACEMENT* lpwndpl) const;
-    BOOL SetWindowPlacement(const WINDOWPLACEMENT* lpwndpl);
     /// In the middle of the given window, else of the parent or owner, else of the screen; never off the screen.
     void CenterWindow(CWnd* pAlternateOwner = nullptr);
     void ClientToScreen(LPPOINT lpPoint) const;
@@ -100,7 +97,6 @@ public:
     void ScreenToClient(LPPOINT lpPoint) const;
     void ScreenToClient(LPRECT lpRect) const;
     void MapWindowPoints(CWnd* pwndTo, LPPOINT lpPoint, UINT nCount) const;
-    int SetWindowRgn(HRGN hRgn, BOOL bRedraw);
 
     /// --- painting
     CDC* BeginPaint(LPPAINTSTRUCT lpPaint);
@@ -110,17 +106,13 @@ public:
     int ReleaseDC(CDC* pDC);
     void UpdateWindow();
     void SetRedraw(BOOL bRedraw = TRUE);
-    BOOL GetUpdateRect(LPRECT lpRect, BOOL bErase = FALSE);
     void Invalidate(BOOL bErase = TRUE);
     void InvalidateRect(LPCRECT lpRect, BOOL bErase = TRUE);
-    void InvalidateRgn(CRgn* pRgn, BOOL bErase = TRUE);
     void ValidateRect(LPCRECT lpRect);
     BOOL ShowWindow(int nCmdShow);
     BOOL IsWindowVisible() const;
     BOOL RedrawWindow(LPCRECT lpRectUpdate = nullptr, CRgn* prgnUpdate = nullptr,
                       UINT flags = RDW_INVALIDATE | RDW_UPDATENOW | RDW_ERASE);
-    BOOL LockWindowUpdate();
-    void UnlockWindowUpdate();
 
     /// --- timers, state, input
     UINT_PTR SetTimer(UINT_PTR nIDEvent, UINT nElapse, TIMERPROC lpfnTimer);
@@ -136,7 +128,6 @@ public:
     static CWnd* GetFocus();
     CWnd* SetFocus();
     static CWnd* GetDesktopWindow();
-    void DragAcceptFiles(BOOL bAccept = TRUE);
     int MessageBox(LPCWSTR lpszText, LPCWSTR lpszCaption = nullptr, UINT nType = MB_OK);
     BOOL OpenClipboard();
 
@@ -152,7 +143,6 @@ public:
     int GetDlgItemText(int nID, LPWSTR lpStr, int nMaxCount) const;
     int GetDlgItemText(int nID, CString& rString) const;
     void SetDlgItemText(int nID, LPCWSTR lpszString);
-    LRESULT SendDlgItemMessage(int nID, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
     CWnd* GetNextDlgGroupItem(CWnd* pWndCtl, BOOL bPrevious = FALSE) const;
     CWnd* GetNextDlgTabItem(CWnd* pWndCtl, BOOL bPrevious = FALSE) const;
     /// Moves values between the controls and the members; false when a value did not pass and the user was told.
@@ -172,18 +162,7 @@ public:
     CWnd* GetDescendantWindow(int nID, BOOL bOnlyPerm = FALSE) const;
     CFrameWnd* GetParentFrame() const;
     CFrameWnd* GetTopLevelFrame() const;
-    static CWnd* FindWindow(LPCWSTR lpszClassName, LPCWSTR lpszWindowName);
     static CWnd* WindowFromPoint(POINT point);
-    CWnd* ChildWindowFromPoint(POINT point, UINT nFlags) const;
-
-    /// --- scrolling
-    int GetScrollPos(int nBar) const;
-    int SetScrollPos(int nBar, int nPos, BOOL bRedraw = TRUE);
-    void SetScrollRange(int nBar, int nMinPos, int nMaxPos, BOOL bRedraw = TRUE);
-    void ShowScrollBar(UINT nBar, BOOL bShow = TRUE);
-    BOOL SetScrollInfo(int nBar, LPSCROLLINFO lpScrollInfo, BOOL bRedraw = TRUE);
-    BOOL GetScrollInfo(int nBar, LPSCROLLINFO lpScrollInfo, UINT nMask = SIF_ALL);
-    void ScrollWindow(int xAmount, int yAmount, LPCRECT lpRect = nullptr, LPCRECT lpClipRect = nullptr);
 
     /// --- modal loop; the result of EndModalLoop
     int RunModalLoop(DWORD dwFlags = 0);

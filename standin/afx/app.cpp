@@ -58,11 +58,6 @@ HCURSOR CWinApp::LoadCursor(UINT nIDResource) const
     return LoadCursor(MAKEINTRESOURCEW(nIDResource));
 }
 
-HCURSOR CWinApp::LoadStandardCursor(LPCWSTR lpszCursorName) const
-{
-    return ::LoadCursorW(nullptr, lpszCursorName);
-}
-
 HICON CWinApp::LoadIcon(LPCWSTR lpszResourceName) const
 {
     return ::LoadIconW(AfxFindResourceHandle(lpszResourceName, RT_GROUP_ICON), lpszResourceName);

@@ -6,7 +6,6 @@ IMPLEMENT_DYNAMIC(CButton, CWnd)
 IMPLEMENT_DYNAMIC(CEdit, CWnd)
 IMPLEMENT_DYNAMIC(CScrollBar, CWnd)
 IMPLEMENT_DYNAMIC(CSliderCtrl, CWnd)
-IMPLEMENT_DYNAMIC(CProgressCtrl, CWnd)
 IMPLEMENT_DYNAMIC(CSpinButtonCtrl, CWnd)
 
 BOOL CStatic::Create(LPCWSTR lpszText, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID)
@@ -140,26 +139,6 @@ void CEdit::LineScroll(int nLines, int nChars)
     SendMessage(EM_LINESCROLL, static_cast<WPARAM>(nChars), nLines);
 }
 
-BOOL CScrollBar::Create(DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID)
-{
-    return CreateEx(0, WC_SCROLLBARW, nullptr, dwStyle | WS_CHILD, rect, pParentWnd, nID);
-}
-
-int CScrollBar::GetScrollPos() const
-{
-    return ::GetScrollPos(m_hWnd, SB_CTL);
-}
-
-int CScrollBar::SetScrollPos(int nPos, BOOL bRedraw)
-{
-    return ::SetScrollPos(m_hWnd, SB_CTL, nPos, bRedraw);
-}
-
-void CScrollBar::SetScrollRange(int nMinPos, int nMaxPos, BOOL bRedraw)
-{
-    ::SetScrollRange(m_hWnd, SB_CTL, nMinPos, nMaxPos, bRedraw);
-}
-
 CScrollBar* CScrollBar::FromControl(HWND hWnd)
 {
     return static_cast<CScrollBar*>(CWnd::FromHandle(hWnd));
@@ -245,41 +224,6 @@ void CSliderCtrl::GetThumbRect(LPRECT lprc) const
 void CSliderCtrl::GetChannelRect(LPRECT lprc) const
 {
     SendMessage(TBM_GETCHANNELRECT, 0, reinterpret_cast<LPARAM>(lprc));
-}
-
-BOOL CProgressCtrl::Create(DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID)
-{
-    return CreateEx(0, PROGRESS_CLASSW, nullptr, dwStyle | WS_CHILD, rect, pParentWnd, nID);
-}
-
-void CProgressCtrl::SetRange(short nLower, short nUpper)
-{
-    SendMessage(PBM_SETRANGE, 0, MAKELPARAM(nLower, nUpper));
-}
-
-void CProgressCtrl::SetRange32(int nLower, int nUpper)
-{
-    SendMessage(PBM_SETRANGE32, static_cast<WPARAM>(nLower), nUpper);
-}
-
-int CProgressCtrl::SetPos(int nPos)
-{
-    return static_cast<int>(SendMessage(PBM_SETPOS, static_cast<WPARAM>(nPos), 0));
-}
-
-int CProgressCtrl::GetPos() const
-{
-    return static_cast<int>(SendMessage(PBM_GETPOS, 0, 0));
-}
-
-int CProgressCtrl::SetStep(int nStep)
-{
-    return static_cast<int>(SendMessage(PBM_SETSTEP, static_cast<WPARAM>(nStep), 0));
-}
-
-int CProgressCtrl::StepIt()
-{
-    return static_cast<int>(SendMessage(PBM_STEPIT, 0, 0));
 }
 
 BOOL CSpinButtonCtrl::Create(DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID)

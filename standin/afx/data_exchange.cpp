@@ -208,31 +208,9 @@ void exchangeIndex(CDataExchange* exchange, int id, int& index, UINT get, UINT s
 
 } // namespace
 
-void DDX_LBIndex(CDataExchange* pDX, int nIDC, int& index)
-{
-    exchangeIndex(pDX, nIDC, index, LB_GETCURSEL, LB_SETCURSEL);
-}
-
 void DDX_CBIndex(CDataExchange* pDX, int nIDC, int& index)
 {
     exchangeIndex(pDX, nIDC, index, CB_GETCURSEL, CB_SETCURSEL);
-}
-
-void DDX_LBString(CDataExchange* pDX, int nIDC, CString& value)
-{
-    const HWND control = pDX->PrepareCtrl(nIDC);
-    if (!pDX->m_bSaveAndValidate) {
-        ::SendMessageW(control, LB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(value.GetString()));
-        return;
-    }
-    const LRESULT chosen = ::SendMessageW(control, LB_GETCURSEL, 0, 0);
-    value.Empty();
-    if (chosen == LB_ERR)
-        return;
-    const LRESULT length = ::SendMessageW(control, LB_GETTEXTLEN, static_cast<WPARAM>(chosen), 0);
-    ::SendMessageW(control, LB_GETTEXT, static_cast<WPARAM>(chosen),
-                   reinterpret_cast<LPARAM>(value.GetBufferSetLength(static_cast<int>(length))));
-    value.ReleaseBuffer();
 }
 
 void DDX_CBString(CDataExchange* pDX, int nIDC, CString& value)
@@ -243,16 +221,6 @@ void DDX_CBString(CDataExchange* pDX, int nIDC, CString& value)
     } else if (::SendMessageW(control, CB_SELECTSTRING, static_cast<WPARAM>(-1),
                               reinterpret_cast<LPARAM>(value.GetString())) == CB_ERR) {
         ::SetWindowTextW(control, value);
-    }
-}
-
-void DDX_Scroll(CDataExchange* pDX, int nIDC, int& value)
-{
-    const HWND control = pDX->PrepareCtrl(nIDC);
-    if (pDX->m_bSaveAndValidate) {
-        value = ::GetScrollPos(control, SB_CTL);
-    } else {
-        ::SetScrollPos(control, SB_CTL, value, TRUE);
     }
 }
 

@@ -49,11 +49,6 @@ HDC CDC::Detach()
     return handle;
 }
 
-BOOL CDC::CreateDC(LPCWSTR driver, LPCWSTR device, LPCWSTR output, const void* initData)
-{
-    return Attach(::CreateDCW(driver, device, output, static_cast<const DEVMODEW*>(initData)));
-}
-
 BOOL CDC::CreateCompatibleDC(CDC* pDC)
 {
     return Attach(::CreateCompatibleDC(pDC ? pDC->m_hDC : nullptr));
@@ -186,21 +181,6 @@ CPen* CDC::GetCurrentPen() const
     return CPen::FromHandle(static_cast<HPEN>(::GetCurrentObject(m_hDC, OBJ_PEN)));
 }
 
-CBrush* CDC::GetCurrentBrush() const
-{
-    return CBrush::FromHandle(static_cast<HBRUSH>(::GetCurrentObject(m_hDC, OBJ_BRUSH)));
-}
-
-CFont* CDC::GetCurrentFont() const
-{
-    return CFont::FromHandle(static_cast<HFONT>(::GetCurrentObject(m_hDC, OBJ_FONT)));
-}
-
-CBitmap* CDC::GetCurrentBitmap() const
-{
-    return CBitmap::FromHandle(static_cast<HBITMAP>(::GetCurrentObject(m_hDC, OBJ_BITMAP)));
-}
-
 // --- attributes
 
 int CDC::SetROP2(int nDrawMode)
@@ -243,21 +223,6 @@ COLORREF CDC::GetTextColor() const
     return ::GetTextColor(m_hDC);
 }
 
-int CDC::SetPolyFillMode(int nPolyFillMode)
-{
-    return ::SetPolyFillMode(m_hDC, nPolyFillMode);
-}
-
-int CDC::SetStretchBltMode(int nStretchMode)
-{
-    return ::SetStretchBltMode(m_hDC, nStretchMode);
-}
-
-UINT CDC::SetTextAlign(UINT nFlags)
-{
-    return ::SetTextAlign(m_hDC, nFlags);
-}
-
 CPoint CDC::SetBrushOrg(int x, int y)
 {
     POINT former{};
@@ -270,67 +235,7 @@ CPoint CDC::SetBrushOrg(POINT point)
     return SetBrushOrg(point.x, point.y);
 }
 
-CPoint CDC::GetBrushOrg() const
-{
-    POINT origin{};
-    ::GetBrushOrgEx(m_hDC, &origin);
-    return origin;
-}
-
 // --- mapping
-
-int CDC::SetMapMode(int nMapMode)
-{
-    return ::SetMapMode(m_hDC, nMapMode);
-}
-
-CPoint CDC::SetViewportOrg(int x, int y)
-{
-    POINT former{};
-    ::SetViewportOrgEx(m_hDC, x, y, &former);
-    return former;
-}
-
-CPoint CDC::SetViewportOrg(POINT point)
-{
-    return SetViewportOrg(point.x, point.y);
-}
-
-CSize CDC::SetViewportExt(int cx, int cy)
-{
-    SIZE former{};
-    ::SetViewportExtEx(m_hDC, cx, cy, &former);
-    return former;
-}
-
-CPoint CDC::SetWindowOrg(int x, int y)
-{
-    POINT former{};
-    ::SetWindowOrgEx(m_hDC, x, y, &former);
-    return former;
-}
-
-CPoint CDC::SetWindowOrg(POINT point)
-{
-    return SetWindowOrg(point.x, point.y);
-}
-
-CSize CDC::SetWindowExt(int cx, int cy)
-{
-    SIZE former{};
-    ::SetWindowExtEx(m_hDC, cx, cy, &former);
-    return former;
-}
-
-void CDC::DPtoLP(LPPOINT lpPoints, int nCount) const
-{
-    ::DPtoLP(m_hDC, lpPoints, nCount);
-}
-
-void CDC::LPtoDP(LPPOINT lpPoints, int nCount) const
-{
-    ::LPtoDP(m_hDC, lpPoints, nCount);
-}
 
 // --- clipping
 
@@ -367,14 +272,4 @@ int CDC::ExcludeClipRect(int x1, int y1, int x2, int y2)
 int CDC::ExcludeClipRect(LPCRECT lpRect)
 {
     return ::ExcludeClipRect(m_hDC, lpRect->left, lpRect->top, lpRect->right, lpRect->bottom);
-}
-
-BOOL CDC::RectVisible(LPCRECT lpRect) const
-{
-    return ::RectVisible(m_hDC, lpRect);
-}
-
-BOOL CDC::PtVisible(int x, int y) const
-{
-    return ::PtVisible(m_hDC, x, y);
 }

@@ -65,19 +65,9 @@ BOOL CDC::Polyline(const POINT* lpPoints, int nCount)
     return ::Polyline(m_hDC, lpPoints, nCount);
 }
 
-BOOL CDC::PolyBezier(const POINT* lpPoints, int nCount)
-{
-    return ::PolyBezier(m_hDC, lpPoints, static_cast<DWORD>(nCount));
-}
-
 BOOL CDC::Polygon(const POINT* lpPoints, int nCount)
 {
     return ::Polygon(m_hDC, lpPoints, nCount);
-}
-
-BOOL CDC::PolyPolygon(const POINT* lpPoints, const INT* lpPolyCounts, int nCount)
-{
-    return ::PolyPolygon(m_hDC, lpPoints, lpPolyCounts, nCount);
 }
 
 BOOL CDC::Rectangle(int x1, int y1, int x2, int y2)
@@ -90,27 +80,6 @@ BOOL CDC::Rectangle(LPCRECT lpRect)
     return ::Rectangle(m_hDC, lpRect->left, lpRect->top, lpRect->right, lpRect->bottom);
 }
 
-BOOL CDC::RoundRect(int x1, int y1, int x2, int y2, int x3, int y3)
-{
-    return ::RoundRect(m_hDC, x1, y1, x2, y2, x3, y3);
-}
-
-BOOL CDC::Ellipse(int x1, int y1, int x2, int y2)
-{
-    return ::Ellipse(m_hDC, x1, y1, x2, y2);
-}
-
-BOOL CDC::Ellipse(LPCRECT lpRect)
-{
-    return ::Ellipse(m_hDC, lpRect->left, lpRect->top, lpRect->right, lpRect->bottom);
-}
-
-BOOL CDC::Pie(LPCRECT lpRect, POINT ptStart, POINT ptEnd)
-{
-    return ::Pie(m_hDC, lpRect->left, lpRect->top, lpRect->right, lpRect->bottom, ptStart.x, ptStart.y, ptEnd.x,
-                 ptEnd.y);
-}
-
 void CDC::FillRect(LPCRECT lpRect, CBrush* pBrush)
 {
     ::FillRect(m_hDC, lpRect, handleOf(pBrush));
@@ -119,11 +88,6 @@ void CDC::FillRect(LPCRECT lpRect, CBrush* pBrush)
 void CDC::FrameRect(LPCRECT lpRect, CBrush* pBrush)
 {
     ::FrameRect(m_hDC, lpRect, handleOf(pBrush));
-}
-
-void CDC::InvertRect(LPCRECT lpRect)
-{
-    ::InvertRect(m_hDC, lpRect);
 }
 
 void CDC::FillSolidRect(LPCRECT lpRect, COLORREF clr)
@@ -152,44 +116,9 @@ void CDC::Draw3dRect(LPCRECT lpRect, COLORREF clrTopLeft, COLORREF clrBottomRigh
     FillSolidRect(x, y + height, width, -1, clrBottomRight);
 }
 
-BOOL CDC::DrawIcon(int x, int y, HICON hIcon)
-{
-    return ::DrawIcon(m_hDC, x, y, hIcon);
-}
-
-BOOL CDC::DrawEdge(LPRECT lpRect, UINT nEdge, UINT nFlags)
-{
-    return ::DrawEdge(m_hDC, lpRect, nEdge, nFlags);
-}
-
-BOOL CDC::DrawFrameControl(LPRECT lpRect, UINT nType, UINT nState)
-{
-    return ::DrawFrameControl(m_hDC, lpRect, nType, nState);
-}
-
-void CDC::DrawFocusRect(LPCRECT lpRect)
-{
-    ::DrawFocusRect(m_hDC, lpRect);
-}
-
-BOOL CDC::FillRgn(CRgn* pRgn, CBrush* pBrush)
-{
-    return ::FillRgn(m_hDC, handleOf(pRgn), handleOf(pBrush));
-}
-
 BOOL CDC::FrameRgn(CRgn* pRgn, CBrush* pBrush, int nWidth, int nHeight)
 {
     return ::FrameRgn(m_hDC, handleOf(pRgn), handleOf(pBrush), nWidth, nHeight);
-}
-
-BOOL CDC::InvertRgn(CRgn* pRgn)
-{
-    return ::InvertRgn(m_hDC, handleOf(pRgn));
-}
-
-BOOL CDC::PaintRgn(CRgn* pRgn)
-{
-    return ::PaintRgn(m_hDC, handleOf(pRgn));
 }
 
 BOOL CDC::PatBlt(int x, int y, int nWidth, int nHeight, DWORD dwRop)
@@ -243,11 +172,6 @@ BOOL CDC::TextOut(int x, int y, const CString& str)
     return TextOut(x, y, str, str.GetLength());
 }
 
-BOOL CDC::ExtTextOut(int x, int y, UINT nOptions, LPCRECT lpRect, LPCWSTR lpszString, UINT nCount, LPINT lpDxWidths)
-{
-    return ::ExtTextOutW(m_hDC, x, y, nOptions, lpRect, lpszString, nCount, lpDxWidths);
-}
-
 int CDC::DrawText(LPCWSTR lpszString, int nCount, LPRECT lpRect, UINT nFormat)
 {
     return ::DrawTextW(m_hDC, lpszString, nCount, lpRect, nFormat);
@@ -273,29 +197,4 @@ CSize CDC::GetTextExtent(const CString& str) const
 BOOL CDC::GetTextMetrics(LPTEXTMETRICW lpMetrics) const
 {
     return ::GetTextMetricsW(m_hDC, lpMetrics);
-}
-
-BOOL CDC::BeginPath()
-{
-    return ::BeginPath(m_hDC);
-}
-
-BOOL CDC::EndPath()
-{
-    return ::EndPath(m_hDC);
-}
-
-BOOL CDC::CloseFigure()
-{
-    return ::CloseFigure(m_hDC);
-}
-
-BOOL CDC::FillPath()
-{
-    return ::FillPath(m_hDC);
-}
-
-BOOL CDC::StrokePath()
-{
-    return ::StrokePath(m_hDC);
 }

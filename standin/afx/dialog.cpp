@@ -63,13 +63,6 @@ BOOL CDialog::CreateIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd)
     return createFromTemplate(lpDialogTemplate, m_pParentWnd ? m_pParentWnd->m_hWnd : nullptr, AfxGetResourceHandle());
 }
 
-BOOL CDialog::InitModalIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd)
-{
-    m_lpDialogTemplate = lpDialogTemplate;
-    m_pParentWnd = pParentWnd;
-    return TRUE;
-}
-
 BOOL CDialog::createFromTemplate(LPCDLGTEMPLATE dialogTemplate, HWND parent, HINSTANCE instance)
 {
     AfxHookWindowCreate(this);
@@ -168,31 +161,6 @@ void CDialog::EndDialog(int nResult)
     if (m_nFlags & (WF_MODALLOOP | WF_CONTINUEMODAL))
         EndModalLoop(nResult);
     ::EndDialog(m_hWnd, nResult);
-}
-
-void CDialog::NextDlgCtrl() const
-{
-    SendMessage(WM_NEXTDLGCTL, 0, 0);
-}
-
-void CDialog::PrevDlgCtrl() const
-{
-    SendMessage(WM_NEXTDLGCTL, 1, 0);
-}
-
-void CDialog::GotoDlgCtrl(CWnd* pWndCtrl)
-{
-    SendMessage(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(pWndCtrl->m_hWnd), TRUE);
-}
-
-void CDialog::SetDefID(UINT nID)
-{
-    SendMessage(DM_SETDEFID, nID);
-}
-
-DWORD CDialog::GetDefID() const
-{
-    return static_cast<DWORD>(SendMessage(DM_GETDEFID));
 }
 
 BOOL CDialog::PreTranslateMessage(MSG* pMsg)

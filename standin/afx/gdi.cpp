@@ -103,11 +103,6 @@ BOOL CGdiObject::CreateStockObject(int nIndex)
     return Attach(::GetStockObject(nIndex));
 }
 
-BOOL CGdiObject::UnrealizeObject()
-{
-    return ::UnrealizeObject(m_hObject);
-}
-
 CPen::CPen(int nPenStyle, int nWidth, COLORREF crColor)
 {
     requireMade(CreatePen(nPenStyle, nWidth, crColor));
@@ -134,11 +129,6 @@ BOOL CPen::CreatePen(int nPenStyle, int nWidth, const LOGBRUSH* pLogBrush, int n
                                  static_cast<DWORD>(nStyleCount), lpStyle));
 }
 
-BOOL CPen::CreatePenIndirect(LPLOGPEN lpLogPen)
-{
-    return Attach(::CreatePenIndirect(lpLogPen));
-}
-
 int CPen::GetLogPen(LOGPEN* pLogPen) const
 {
     return GetObject(sizeof *pLogPen, pLogPen);
@@ -147,11 +137,6 @@ int CPen::GetLogPen(LOGPEN* pLogPen) const
 CBrush::CBrush(COLORREF crColor)
 {
     requireMade(CreateSolidBrush(crColor));
-}
-
-CBrush::CBrush(int nIndex, COLORREF crColor)
-{
-    requireMade(CreateHatchBrush(nIndex, crColor));
 }
 
 CBrush::CBrush(CBitmap* pBitmap)
@@ -169,29 +154,9 @@ BOOL CBrush::CreateSolidBrush(COLORREF crColor)
     return Attach(::CreateSolidBrush(crColor));
 }
 
-BOOL CBrush::CreateHatchBrush(int nIndex, COLORREF crColor)
-{
-    return Attach(::CreateHatchBrush(nIndex, crColor));
-}
-
-BOOL CBrush::CreateBrushIndirect(const LOGBRUSH* lpLogBrush)
-{
-    return Attach(::CreateBrushIndirect(lpLogBrush));
-}
-
 BOOL CBrush::CreatePatternBrush(CBitmap* pBitmap)
 {
     return Attach(::CreatePatternBrush(*pBitmap));
-}
-
-BOOL CBrush::CreateSysColorBrush(int nIndex)
-{
-    return Attach(::GetSysColorBrush(nIndex));
-}
-
-int CBrush::GetLogBrush(LOGBRUSH* pLogBrush) const
-{
-    return GetObject(sizeof *pLogBrush, pLogBrush);
 }
 
 CFont* CFont::FromHandle(HFONT hFont)
@@ -204,30 +169,12 @@ BOOL CFont::CreateFontIndirect(const LOGFONTW* lpLogFont)
     return Attach(::CreateFontIndirectW(lpLogFont));
 }
 
-BOOL CFont::CreatePointFont(int nPointSize, LPCWSTR lpszFaceName, CDC* pDC)
-{
-    const HDC screen = pDC ? nullptr : ::GetDC(nullptr);
-    const int dotsPerInch = ::GetDeviceCaps(pDC ? pDC->m_hDC : screen, LOGPIXELSY);
-    if (screen)
-        ::ReleaseDC(nullptr, screen);
-    LOGFONTW font{};
-    font.lfHeight = -MulDiv(nPointSize, dotsPerInch, 720);
-    font.lfCharSet = DEFAULT_CHARSET;
-    lstrcpynW(font.lfFaceName, lpszFaceName, LF_FACESIZE);
-    return CreateFontIndirect(&font);
-}
-
 BOOL CFont::CreateFont(int nHeight, int nWidth, int nEscapement, int nOrientation, int nWeight, BYTE bItalic,
                        BYTE bUnderline, BYTE cStrikeOut, BYTE nCharSet, BYTE nOutPrecision, BYTE nClipPrecision,
                        BYTE nQuality, BYTE nPitchAndFamily, LPCWSTR lpszFacename)
 {
     return Attach(::CreateFontW(nHeight, nWidth, nEscapement, nOrientation, nWeight, bItalic, bUnderline, cStrikeOut,
                                 nCharSet, nOutPrecision, nClipPrecision, nQuality, nPitchAndFamily, lpszFacename));
-}
-
-int CFont::GetLogFont(LOGFONTW* pLogFont) const
-{
-    return GetObject(sizeof *pLogFont, pLogFont);
 }
 
 CBitmap* CBitmap::FromHandle(HBITMAP hBitmap)
@@ -250,19 +197,9 @@ BOOL CBitmap::LoadBitmap(UINT nIDResource)
     return LoadBitmap(MAKEINTRESOURCEW(nIDResource));
 }
 
-BOOL CBitmap::LoadOEMBitmap(UINT nIDBitmap)
-{
-    return Attach(::LoadBitmapW(nullptr, MAKEINTRESOURCEW(nIDBitmap)));
-}
-
 BOOL CBitmap::CreateBitmap(int nWidth, int nHeight, UINT nPlanes, UINT nBitcount, const void* lpBits)
 {
     return Attach(::CreateBitmap(nWidth, nHeight, nPlanes, nBitcount, lpBits));
-}
-
-BOOL CBitmap::CreateBitmapIndirect(LPBITMAP lpBitmap)
-{
-    return Attach(::CreateBitmapIndirect(lpBitmap));
 }
 
 BOOL CBitmap::CreateCompatibleBitmap(CDC* pDC, int nWidth, int nHeight)
@@ -270,28 +207,9 @@ BOOL CBitmap::CreateCompatibleBitmap(CDC* pDC, int nWidth, int nHeight)
     return Attach(::CreateCompatibleBitmap(pDC->m_hDC, nWidth, nHeight));
 }
 
-DWORD CBitmap::SetBitmapBits(DWORD dwCount, const void* lpBits)
-{
-    return static_cast<DWORD>(::SetBitmapBits(*this, dwCount, lpBits));
-}
-
 DWORD CBitmap::GetBitmapBits(DWORD dwCount, LPVOID lpBits) const
 {
     return static_cast<DWORD>(::GetBitmapBits(*this, static_cast<LONG>(dwCount), lpBits));
-}
-
-CSize CBitmap::SetBitmapDimension(int nWidth, int nHeight)
-{
-    SIZE former{};
-    ::SetBitmapDimensionEx(*this, nWidth, nHeight, &former);
-    return former;
-}
-
-CSize CBitmap::GetBitmapDimension() const
-{
-    SIZE size{};
-    ::GetBitmapDimensionEx(*this, &size);
-    return size;
 }
 
 CPalette* CPalette::FromHandle(HPALETTE hPalette)
@@ -304,29 +222,9 @@ BOOL CPalette::CreatePalette(LPLOGPALETTE lpLogPalette)
     return Attach(::CreatePalette(lpLogPalette));
 }
 
-BOOL CPalette::CreateHalftonePalette(CDC* pDC)
-{
-    return Attach(::CreateHalftonePalette(pDC->m_hDC));
-}
-
 int CPalette::GetEntryCount()
 {
     WORD count = 0;
     GetObject(sizeof count, &count);
     return count;
-}
-
-UINT CPalette::GetPaletteEntries(UINT nStartIndex, UINT nNumEntries, LPPALETTEENTRY lpPaletteColors) const
-{
-    return ::GetPaletteEntries(*this, nStartIndex, nNumEntries, lpPaletteColors);
-}
-
-UINT CPalette::SetPaletteEntries(UINT nStartIndex, UINT nNumEntries, LPPALETTEENTRY lpPaletteColors)
-{
-    return ::SetPaletteEntries(*this, nStartIndex, nNumEntries, lpPaletteColors);
-}
-
-BOOL CPalette::ResizePalette(UINT nNumEntries)
-{
-    return ::ResizePalette(*this, nNumEntries);
 }

@@ -93,21 +93,6 @@ void CMDIFrameWnd::MDIRestore(CWnd* pWnd)
     ::SendMessageW(m_hWndMDIClient, WM_MDIRESTORE, reinterpret_cast<WPARAM>(pWnd->m_hWnd), 0);
 }
 
-void CMDIFrameWnd::MDINext()
-{
-    ::SendMessageW(m_hWndMDIClient, WM_MDINEXT, 0, 0);
-}
-
-void CMDIFrameWnd::MDITile(int nType)
-{
-    ::SendMessageW(m_hWndMDIClient, WM_MDITILE, static_cast<WPARAM>(nType), 0);
-}
-
-void CMDIFrameWnd::MDICascade(int nType)
-{
-    ::SendMessageW(m_hWndMDIClient, WM_MDICASCADE, static_cast<WPARAM>(nType), 0);
-}
-
 CFrameWnd* CMDIFrameWnd::GetActiveFrame()
 {
     CMDIChildWnd* active = MDIGetActive();

@@ -107,11 +107,6 @@ BOOL CMenu::DeleteMenu(UINT nPosition, UINT nFlags)
     return ::DeleteMenu(m_hMenu, nPosition, nFlags);
 }
 
-BOOL CMenu::RemoveMenu(UINT nPosition, UINT nFlags)
-{
-    return ::RemoveMenu(m_hMenu, nPosition, nFlags);
-}
-
 UINT CMenu::CheckMenuItem(UINT nIDCheckItem, UINT nCheck)
 {
     return ::CheckMenuItem(m_hMenu, nIDCheckItem, nCheck);
@@ -122,19 +117,9 @@ UINT CMenu::EnableMenuItem(UINT nIDEnableItem, UINT nEnable)
     return static_cast<UINT>(::EnableMenuItem(m_hMenu, nIDEnableItem, nEnable));
 }
 
-BOOL CMenu::CheckMenuRadioItem(UINT nIDFirst, UINT nIDLast, UINT nIDItem, UINT nFlags)
-{
-    return ::CheckMenuRadioItem(m_hMenu, nIDFirst, nIDLast, nIDItem, nFlags);
-}
-
 BOOL CMenu::SetDefaultItem(UINT uItem, BOOL fByPos)
 {
     return ::SetMenuDefaultItem(m_hMenu, uItem, static_cast<UINT>(fByPos));
-}
-
-UINT CMenu::GetDefaultItem(UINT gmdiFlags, BOOL fByPos)
-{
-    return ::GetMenuDefaultItem(m_hMenu, static_cast<UINT>(fByPos), gmdiFlags);
 }
 
 UINT CMenu::GetMenuItemCount() const

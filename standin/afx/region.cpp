@@ -23,31 +23,6 @@ BOOL CRgn::CreateEllipticRgn(int x1, int y1, int x2, int y2)
     return Attach(::CreateEllipticRgn(x1, y1, x2, y2));
 }
 
-BOOL CRgn::CreateEllipticRgnIndirect(LPCRECT lpRect)
-{
-    return Attach(::CreateEllipticRgnIndirect(lpRect));
-}
-
-BOOL CRgn::CreatePolygonRgn(const POINT* lpPoints, int nCount, int nMode)
-{
-    return Attach(::CreatePolygonRgn(lpPoints, nCount, nMode));
-}
-
-BOOL CRgn::CreatePolyPolygonRgn(const POINT* lpPoints, const INT* lpPolyCounts, int nCount, int nPolyFillMode)
-{
-    return Attach(::CreatePolyPolygonRgn(lpPoints, lpPolyCounts, nCount, nPolyFillMode));
-}
-
-BOOL CRgn::CreateRoundRectRgn(int x1, int y1, int x2, int y2, int x3, int y3)
-{
-    return Attach(::CreateRoundRectRgn(x1, y1, x2, y2, x3, y3));
-}
-
-BOOL CRgn::CreateFromPath(CDC* pDC)
-{
-    return Attach(::PathToRegion(pDC->m_hDC));
-}
-
 BOOL CRgn::CreateFromData(const XFORM* lpXForm, int nCount, const RGNDATA* pRgnData)
 {
     // Not every version of the operating system checks that the rectangles lie within the block.

@@ -138,11 +138,6 @@ void CString::SetString(LPCWSTR text, int length)
     m_text = text && length > 0 ? std::wstring(text, static_cast<std::size_t>(length)) : std::wstring();
 }
 
-void CString::Preallocate(int length)
-{
-    m_text.reserve(static_cast<std::size_t>(std::max(length, 0)));
-}
-
 int CString::Compare(LPCWSTR other) const
 {
     return std::wcscmp(m_text.c_str(), orEmpty(other));
@@ -151,11 +146,6 @@ int CString::Compare(LPCWSTR other) const
 int CString::CompareNoCase(LPCWSTR other) const
 {
     return _wcsicmp(m_text.c_str(), orEmpty(other));
-}
-
-int CString::Collate(LPCWSTR other) const
-{
-    return std::wcscoll(m_text.c_str(), orEmpty(other));
 }
 
 CString CString::Mid(int first) const
@@ -191,20 +181,6 @@ CString CString::SpanExcluding(LPCWSTR characters) const
     return Left(static_cast<int>(std::wcscspn(m_text.c_str(), characters)));
 }
 
-CString CString::Tokenize(LPCWSTR separators, int& start) const
-{
-    if (start < 0)
-        return {};
-    const auto first = m_text.find_first_not_of(separators, static_cast<std::size_t>(start));
-    if (first == std::wstring::npos) {
-        start = -1;
-        return {};
-    }
-    const auto last = std::min(m_text.find_first_of(separators, first), m_text.size());
-    start = static_cast<int>(last) + 1;
-    return Mid(static_cast<int>(first), static_cast<int>(last - first));
-}
-
 CString& CString::MakeUpper()
 {
     CharUpperBuffW(m_text.data(), static_cast<DWORD>(m_text.size()));
@@ -214,12 +190,6 @@ CString& CString::MakeUpper()
 CString& CString::MakeLower()
 {
     CharLowerBuffW(m_text.data(), static_cast<DWORD>(m_text.size()));
-    return *this;
-}
-
-CString& CString::MakeReverse()
-{
-    std::reverse(m_text.begin(), m_text.end());
     return *this;
 }
 

@@ -58,16 +58,6 @@ DWORD CWinThread::ResumeThread()
     return ::ResumeThread(m_hThread);
 }
 
-DWORD CWinThread::SuspendThread()
-{
-    return ::SuspendThread(m_hThread);
-}
-
-int CWinThread::GetThreadPriority()
-{
-    return ::GetThreadPriority(m_hThread);
-}
-
 BOOL CWinThread::SetThreadPriority(int nPriority)
 {
     return ::SetThreadPriority(m_hThread, nPriority);

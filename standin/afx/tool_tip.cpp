@@ -88,11 +88,6 @@ void CToolTipCtrl::GetText(CString& str, CWnd* pWnd, UINT_PTR nIDTool) const
     str.ReleaseBuffer();
 }
 
-int CToolTipCtrl::GetToolCount() const
-{
-    return static_cast<int>(SendMessage(TTM_GETTOOLCOUNT));
-}
-
 void CToolTipCtrl::SetToolRect(CWnd* pWnd, UINT_PTR nIDTool, LPCRECT lpRect)
 {
     TTTOOLINFOW info = toolInfo(pWnd, nIDTool);
@@ -115,11 +110,6 @@ int CToolTipCtrl::SetMaxTipWidth(int iWidth)
     return static_cast<int>(SendMessage(TTM_SETMAXTIPWIDTH, 0, iWidth));
 }
 
-int CToolTipCtrl::GetMaxTipWidth() const
-{
-    return static_cast<int>(SendMessage(TTM_GETMAXTIPWIDTH));
-}
-
 void CToolTipCtrl::SetDelayTime(UINT nDelay)
 {
     SendMessage(TTM_SETDELAYTIME, TTDT_AUTOMATIC, MAKELPARAM(nDelay, 0));
@@ -128,21 +118,6 @@ void CToolTipCtrl::SetDelayTime(UINT nDelay)
 void CToolTipCtrl::SetDelayTime(DWORD dwDuration, int iTime)
 {
     SendMessage(TTM_SETDELAYTIME, dwDuration, MAKELPARAM(iTime, 0));
-}
-
-int CToolTipCtrl::GetDelayTime(DWORD dwDuration) const
-{
-    return static_cast<int>(SendMessage(TTM_GETDELAYTIME, dwDuration));
-}
-
-void CToolTipCtrl::SetTipBkColor(COLORREF clr)
-{
-    SendMessage(TTM_SETTIPBKCOLOR, clr);
-}
-
-void CToolTipCtrl::SetTipTextColor(COLORREF clr)
-{
-    SendMessage(TTM_SETTIPTEXTCOLOR, clr);
 }
 
 void CToolTipCtrl::Update()

@@ -107,11 +107,6 @@ CMenu* CWnd::GetSystemMenu(BOOL bRevert) const
     return CMenu::FromHandle(::GetSystemMenu(m_hWnd, bRevert));
 }
 
-void CWnd::DrawMenuBar()
-{
-    ::DrawMenuBar(m_hWnd);
-}
-
 int CWnd::GetDlgCtrlID() const
 {
     return ::GetDlgCtrlID(m_hWnd);
@@ -164,19 +159,6 @@ void CWnd::GetClientRect(LPRECT lpRect) const
     ::GetClientRect(m_hWnd, lpRect);
 }
 
-BOOL CWnd::GetWindowPlacement(WINDOWPLACEMENT* lpwndpl) const
-{
-    lpwndpl->length = sizeof *lpwndpl;
-    return ::GetWindowPlacement(m_hWnd, lpwndpl);
-}
-
-BOOL CWnd::SetWindowPlacement(const WINDOWPLACEMENT* lpwndpl)
-{
-    WINDOWPLACEMENT placement = *lpwndpl;
-    placement.length = sizeof placement;
-    return ::SetWindowPlacement(m_hWnd, &placement);
-}
-
 void CWnd::ClientToScreen(LPPOINT lpPoint) const
 {
     ::ClientToScreen(m_hWnd, lpPoint);
@@ -200,11 +182,6 @@ void CWnd::ScreenToClient(LPRECT lpRect) const
 void CWnd::MapWindowPoints(CWnd* pwndTo, LPPOINT lpPoint, UINT nCount) const
 {
     ::MapWindowPoints(m_hWnd, handleOf(pwndTo), lpPoint, nCount);
-}
-
-int CWnd::SetWindowRgn(HRGN hRgn, BOOL bRedraw)
-{
-    return ::SetWindowRgn(m_hWnd, hRgn, bRedraw);
 }
 
 CDC* CWnd::BeginPaint(LPPAINTSTRUCT lpPaint)
@@ -242,11 +219,6 @@ void CWnd::SetRedraw(BOOL bRedraw)
     SendMessage(WM_SETREDRAW, static_cast<WPARAM>(bRedraw));
 }
 
-BOOL CWnd::GetUpdateRect(LPRECT lpRect, BOOL bErase)
-{
-    return ::GetUpdateRect(m_hWnd, lpRect, bErase);
-}
-
 void CWnd::Invalidate(BOOL bErase)
 {
     ::InvalidateRect(m_hWnd, nullptr, bErase);
@@ -255,11 +227,6 @@ void CWnd::Invalidate(BOOL bErase)
 void CWnd::InvalidateRect(LPCRECT lpRect, BOOL bErase)
 {
     ::InvalidateRect(m_hWnd, lpRect, bErase);
-}
-
-void CWnd::InvalidateRgn(CRgn* pRgn, BOOL bErase)
-{
-    ::InvalidateRgn(m_hWnd, pRgn ? static_cast<HRGN>(*pRgn) : nullptr, bErase);
 }
 
 void CWnd::ValidateRect(LPCRECT lpRect)
@@ -280,16 +247,6 @@ BOOL CWnd::IsWindowVisible() const
 BOOL CWnd::RedrawWindow(LPCRECT lpRectUpdate, CRgn* prgnUpdate, UINT flags)
 {
     return ::RedrawWindow(m_hWnd, lpRectUpdate, prgnUpdate ? static_cast<HRGN>(*prgnUpdate) : nullptr, flags);
-}
-
-BOOL CWnd::LockWindowUpdate()
-{
-    return ::LockWindowUpdate(m_hWnd);
-}
-
-void CWnd::UnlockWindowUpdate()
-{
-    ::LockWindowUpdate(nullptr);
 }
 
 UINT_PTR CWnd::SetTimer(UINT_PTR nIDEvent, UINT nElapse, TIMERPROC lpfnTimer)

@@ -66,11 +66,6 @@ CWnd* CWnd::GetDesktopWindow()
     return FromHandle(::GetDesktopWindow());
 }
 
-void CWnd::DragAcceptFiles(BOOL bAccept)
-{
-    ::DragAcceptFiles(m_hWnd, bAccept);
-}
-
 int CWnd::MessageBox(LPCWSTR lpszText, LPCWSTR lpszCaption, UINT nType)
 {
     return ::MessageBoxW(m_hWnd, lpszText, lpszCaption ? lpszCaption : AfxGetAppName(), nType);
@@ -144,11 +139,6 @@ void CWnd::SetDlgItemText(int nID, LPCWSTR lpszString)
     ::SetDlgItemTextW(m_hWnd, nID, lpszString);
 }
 
-LRESULT CWnd::SendDlgItemMessage(int nID, UINT message, WPARAM wParam, LPARAM lParam)
-{
-    return ::SendDlgItemMessageW(m_hWnd, nID, message, wParam, lParam);
-}
-
 CWnd* CWnd::GetNextDlgGroupItem(CWnd* pWndCtl, BOOL bPrevious) const
 {
     return FromHandle(::GetNextDlgGroupItem(m_hWnd, handleOf(pWndCtl), bPrevious));
@@ -189,56 +179,7 @@ CWnd* CWnd::GetLastActivePopup() const
     return FromHandle(::GetLastActivePopup(m_hWnd));
 }
 
-CWnd* CWnd::FindWindow(LPCWSTR lpszClassName, LPCWSTR lpszWindowName)
-{
-    return FromHandle(::FindWindowW(lpszClassName, lpszWindowName));
-}
-
 CWnd* CWnd::WindowFromPoint(POINT point)
 {
     return FromHandle(::WindowFromPoint(point));
-}
-
-CWnd* CWnd::ChildWindowFromPoint(POINT point, UINT nFlags) const
-{
-    return FromHandle(::ChildWindowFromPointEx(m_hWnd, point, nFlags));
-}
-
-int CWnd::GetScrollPos(int nBar) const
-{
-    return ::GetScrollPos(m_hWnd, nBar);
-}
-
-int CWnd::SetScrollPos(int nBar, int nPos, BOOL bRedraw)
-{
-    return ::SetScrollPos(m_hWnd, nBar, nPos, bRedraw);
-}
-
-void CWnd::SetScrollRange(int nBar, int nMinPos, int nMaxPos, BOOL bRedraw)
-{
-    ::SetScrollRange(m_hWnd, nBar, nMinPos, nMaxPos, bRedraw);
-}
-
-void CWnd::ShowScrollBar(UINT nBar, BOOL bShow)
-{
-    ::ShowScrollBar(m_hWnd, static_cast<int>(nBar), bShow);
-}
-
-BOOL CWnd::SetScrollInfo(int nBar, LPSCROLLINFO lpScrollInfo, BOOL bRedraw)
-{
-    lpScrollInfo->cbSize = sizeof *lpScrollInfo;
-    ::SetScrollInfo(m_hWnd, nBar, lpScrollInfo, bRedraw);
-    return TRUE;
-}
-
-BOOL CWnd::GetScrollInfo(int nBar, LPSCROLLINFO lpScrollInfo, UINT nMask)
-{
-    lpScrollInfo->cbSize = sizeof *lpScrollInfo;
-    lpScrollInfo->fMask = nMask;
-    return ::GetScrollInfo(m_hWnd, nBar, lpScrollInfo);
-}
-
-void CWnd::ScrollWindow(int xAmount, int yAmount, LPCRECT lpRect, LPCRECT lpClipRect)
-{
-    ::ScrollWindow(m_hWnd, xAmount, yAmount, lpRect, lpClipRect);
 }

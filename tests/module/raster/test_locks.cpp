@@ -199,6 +199,10 @@ TEST_F(RasterLocks, ADeletedRasterGivesBackAllItsLocks)
 TEST_F(RasterLocks, AnImageThatWasLoadedForTheRasterGoesWithItUnlessItIsKept)
 {
     openDrawing({threeDots, threeDots});
+    for (const int index : {0, 1}) {
+        const auto* image = standin::document().find<drawing::Image>(imageHandle(index));
+        standin::document().find<drawing::ImageDefinition>(image->definition)->loaded = false;
+    }
     ASSERT_FALSE(loaded(0));
     makeCurrent(0);
     EXPECT_TRUE(loaded(0));

@@ -82,9 +82,6 @@ protected:
         ASSERT_TRUE(frame->Create(nullptr, L"desk", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CRect(20, 20, 620, 420)));
         app.m_pMainWnd = frame;
         frame->ShowWindow(SW_SHOWNA);
-        ASSERT_TRUE(status.Create(frame));
-        const UINT panes[] = {0, 17723};
-        status.SetIndicators(panes, 2);
         frame->EnableDocking(CBRS_ALIGN_ANY);
         frame->RecalcLayout();
     }
@@ -118,7 +115,6 @@ protected:
     CWinApp app{L"Test"};
     ExtensionInChain extension;
     Desk* frame = nullptr;
-    CStatusBar status;
     Tools tools;
 };
 
@@ -151,18 +147,15 @@ TEST_F(Frame, BarsTakeTheEdgesAndTheDocumentsTheRest)
     frame->DockControlBar(&tools, AFX_IDW_DOCKBAR_BOTTOM);
     CRect client;
     frame->GetClientRect(&client);
-    const CRect statusPlace = placeIn(*frame, status);
     CRect toolsPlace = placeIn(*frame, tools);
     CWnd* inside = CWnd::FromHandle(frame->m_hWndMDIClient);
-    EXPECT_EQ(statusPlace.bottom, client.bottom);
-    EXPECT_EQ(statusPlace.Width(), client.Width());
-    EXPECT_EQ(toolsPlace.bottom, statusPlace.top);
+    EXPECT_EQ(toolsPlace.bottom, client.bottom);
     EXPECT_EQ(placeIn(*frame, *inside), CRect(0, 0, client.right, toolsPlace.top));
     EXPECT_EQ(tools.GetBarStyle() & CBRS_ALIGN_ANY, static_cast<DWORD>(CBRS_ALIGN_BOTTOM));
     EXPECT_GE(toolsPlace.Height(), 22);
 
     frame->ShowControlBar(&tools, FALSE, FALSE);
-    EXPECT_EQ(placeIn(*frame, *inside).bottom, statusPlace.top);
+    EXPECT_EQ(placeIn(*frame, *inside).bottom, client.bottom);
     frame->ShowControlBar(&tools, TRUE, FALSE);
     EXPECT_EQ(placeIn(*frame, tools), toolsPlace);
 
@@ -173,7 +166,7 @@ TEST_F(Frame, BarsTakeTheEdgesAndTheDocumentsTheRest)
     EXPECT_EQ(placeIn(*frame, *inside).left, toolsPlace.right);
     frame->SetWindowPos(nullptr, 0, 0, 500, 300, SWP_NOMOVE | SWP_NOZORDER);
     frame->GetClientRect(&client);
-    EXPECT_EQ(placeIn(*frame, status).bottom, client.bottom) << "the layout follows the frame's size";
+    EXPECT_EQ(placeIn(*frame, *inside).bottom, client.bottom) << "the layout follows the frame's size";
 }
 
 TEST_F(Frame, TheToolbarComesFromItsTemplate)
@@ -293,24 +286,6 @@ TEST_F(Frame, ABarIsDraggedByItsGripper)
     ::SendInput(1, &press, sizeof press);
     EXPECT_TRUE(pumpUntil([&] { return (tools.GetBarStyle() & CBRS_ALIGN_ANY) == CBRS_ALIGN_LEFT; }))
         << "dropped at the left edge, the bar docks there";
-}
-
-TEST_F(Frame, TheStatusLineShowsMessagesAndPanes)
-{
-    frame->SetMessageText(L"Select current raster");
-    CString text;
-    status.GetPaneText(0, text);
-    EXPECT_TRUE(text == L"Select current raster");
-    frame->SetMessageText(32800u);
-    status.GetPaneText(0, text);
-    EXPECT_TRUE(text == L"Select current raster") << "the part before the newline";
-    status.GetPaneText(1, text);
-    EXPECT_TRUE(text == L"Current raster");
-    EXPECT_TRUE(status.SetPaneText(1, L"12.5, 8.0"));
-    wchar_t shown[64]{};
-    ::SendMessageW(status, SB_GETTEXTW, 1, reinterpret_cast<LPARAM>(shown));
-    EXPECT_STREQ(shown, L"12.5, 8.0");
-    EXPECT_FALSE(status.SetPaneText(2, L""));
 }
 
 } // namespace
