@@ -114,7 +114,7 @@ std::vector<std::wstring> drawingNotes()
     std::vector<std::wstring> notes;
     if (current()) {
         for (const std::string& note : current()->database()->state().notes)
-            notes.push_back(widen(note));
+            notes.push_back(fromUtf8(note));
     }
     return notes;
 }

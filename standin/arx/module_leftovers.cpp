@@ -16,7 +16,7 @@ namespace {
 
 std::string nameOf(const Module& module)
 {
-    return narrow(module.file.filename().wstring());
+    return toUtf8(module.file.filename().wstring());
 }
 
 void noteLeft(const Module& module, int count, const char* what)

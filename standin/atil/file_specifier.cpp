@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "standin/arx/text.h"
+#include "standin/text.h"
 
 namespace Atil {
 
