@@ -1,11 +1,11 @@
 #include "drawing/drawing_file.h"
 
 #include <fstream>
-#include <random>
 #include <system_error>
 
 #include "drawing/dxf_reader.h"
 #include "drawing/dxf_writer.h"
+#include "files/fresh_file.h"
 
 namespace drawing {
 
@@ -23,14 +23,14 @@ std::string shownName(const std::filesystem::path& path)
 std::string readBytes(const std::filesystem::path& path)
 {
     std::error_code error;
-    const auto size = std::filesystem::file_size(path, error);
+    const auto size = std::filesystem::file_size(files::ofAnyLength(path), error);
     if (error) {
         throw DrawingError("the file can't be opened");
     }
     if (size > kLargestFile) {
         throw DrawingError("the file is larger than a drawing may be");
     }
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(files::ofAnyLength(path), std::ios::binary);
     std::string bytes(static_cast<std::size_t>(size), '\0');
     file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     if (!file) {
@@ -38,55 +38,6 @@ std::string readBytes(const std::filesystem::path& path)
     }
     return bytes;
 }
-
-// A file that is removed again unless it has been kept.
-class FreshFile
-{
-public:
-    // Beside `target`, with a name that no other file has.
-    explicit FreshFile(const std::filesystem::path& target)
-    {
-        std::random_device random;
-        do {
-            m_path = target;
-            m_path += ".saving" + std::to_string(random());
-        } while (std::filesystem::exists(m_path));
-        m_file.open(m_path, std::ios::binary);
-    }
-    ~FreshFile()
-    {
-        if (!m_kept) {
-            m_file.close();
-            std::error_code ignored;
-            std::filesystem::remove(m_path, ignored);
-        }
-    }
-    FreshFile(const FreshFile&) = delete;
-    FreshFile& operator=(const FreshFile&) = delete;
-
-    void write(std::string_view bytes)
-    {
-        m_file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        m_file.close();
-        if (m_file.fail()) {
-            throw DrawingError("the drawing can't be written there");
-        }
-    }
-    void renameOver(const std::filesystem::path& target)
-    {
-        std::error_code error;
-        std::filesystem::rename(m_path, target, error);
-        if (error) {
-            throw DrawingError("the file can't be replaced");
-        }
-        m_kept = true;
-    }
-
-private:
-    std::filesystem::path m_path;
-    std::ofstream m_file;
-    bool m_kept = false;
-};
 
 } // namespace
 
@@ -124,11 +75,13 @@ void writeDrawing(const Document& document, const std::filesystem::path& path)
 {
     try {
         const std::string bytes = writeDxf(document);
-        FreshFile file(path);
-        file.write(bytes);
-        file.renameOver(path);
+        files::FreshFile file(path);
+        file.write(0, bytes.data(), bytes.size());
+        file.commit();
     } catch (const DrawingError& error) {
         throw error.inFile(shownName(path));
+    } catch (const files::FileError& error) {
+        throw DrawingError(error.what()).inFile(shownName(path));
     }
 }
 

@@ -6,7 +6,7 @@
 #include <system_error>
 
 #include "imaging/error.h"
-#include "imaging/file_system.h"
+#include "files/file_system.h"
 
 namespace imaging {
 
@@ -18,13 +18,13 @@ void ByteSource::readExactly(std::uint64_t offset, void* target, std::size_t cou
 
 FileSource::FileSource(const std::filesystem::path& path)
 {
-    const PathKind kind = kindOf(path);
-    if (kind == PathKind::nothing)
+    const files::PathKind kind = files::kindOf(path);
+    if (kind == files::PathKind::nothing)
         throw ImagingError("There is no such file.");
-    if (kind == PathKind::other)
+    if (kind == files::PathKind::other)
         throw ImagingError("This is not a file.");
     errno = 0;
-    m_stream.open(ofAnyLength(path), std::ios::binary | std::ios::ate);
+    m_stream.open(files::ofAnyLength(path), std::ios::binary | std::ios::ate);
     const std::streamoff size = m_stream ? std::streamoff(m_stream.tellg()) : -1;
     if (size < 0)
         throw ImagingError("The file can't be opened: " + std::generic_category().message(errno) + ".");

@@ -2,37 +2,44 @@
 
 #include <filesystem>
 #include <optional>
-#include <vector>
 
+#include "files/fresh_file.h"
 #include "imaging/byte_stream.h"
-#include "imaging/file_system.h"
+#include "imaging/error.h"
 
 namespace imaging {
 
-/// A file that takes its target's place only when it is complete: written beside the target under a name of its own,
-/// whose length does not depend on the target's, and renamed over it. Without commit(), whatever was written is removed
-/// and the target stays as it was. What a process that was killed left beside some target goes when the next fresh file
-/// is made in that folder.
+/// A raster file that takes its target's place only when it is complete: a files::FreshFile for the formats to write
+/// to. Its errors are ImagingErrors with the same words.
 class FreshFile : public ByteSink
 {
 public:
-    /// Throws ImagingError when the target is write-protected or its folder takes no new file.
-    explicit FreshFile(std::filesystem::path target);
+    explicit FreshFile(const std::filesystem::path& target)
+    {
+        orFail([&] { m_file.emplace(target); });
+    }
 
-    std::uint64_t size() const override { return m_size; }
-    void write(std::uint64_t offset, const void* bytes, std::size_t count) override;
-
-    /// Throws ImagingError when the last bytes can't be written or the target can't be replaced.
-    void commit();
+    std::uint64_t size() const override { return m_file->size(); }
+    void write(std::uint64_t offset, const void* bytes, std::size_t count) override
+    {
+        orFail([&] { m_file->write(offset, bytes, count); });
+    }
+    void commit()
+    {
+        orFail([&] { m_file->commit(); });
+    }
 
 private:
-    void flush();
+    template <typename Work> static void orFail(Work work)
+    {
+        try {
+            work();
+        } catch (const files::FileError& error) {
+            throw ImagingError(error.what());
+        }
+    }
 
-    std::filesystem::path m_target;
-    std::optional<HeldFile> m_file;
-    std::vector<char> m_waiting; // bytes that go to the file together
-    std::uint64_t m_waitingAt = 0;
-    std::uint64_t m_size = 0;
+    std::optional<files::FreshFile> m_file;
 };
 
 } // namespace imaging

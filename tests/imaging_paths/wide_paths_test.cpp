@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "imaging/error.h"
+#include "files/file_system.h"
 #include "imaging/fresh_file.h"
 #include "imaging/raster_file.h"
 #include "tests/support/files.h"
@@ -146,7 +147,7 @@ TEST_F(WidePaths, ATargetsPathMayBeOfAnyLength)
             EXPECT_TRUE(readRaster(path).bitmap == stripes(width, 30));
         }
         EXPECT_THAT(m_folder.names(), testing::ElementsAre(path.filename()));
-        ASSERT_TRUE(DeleteFileW(ofAnyLength(path).c_str()));
+        ASSERT_TRUE(DeleteFileW(files::ofAnyLength(path).c_str()));
     }
 }
 

@@ -1,3 +1,4 @@
+#include "drawing/document.h"
 #include "module/base/CArxApp.h"
 #include "module/raster/CCurentRaster.h"
 #include "tests/module/support/desk_fixture.h"
@@ -200,7 +201,7 @@ TEST_F(RasterLocks, AnImageThatWasLoadedForTheRasterGoesWithItUnlessItIsKept)
 {
     openDrawing({threeDots, threeDots});
     for (const int index : {0, 1}) {
-        const auto* image = standin::document().find<drawing::Image>(imageHandle(index));
+        const auto* image = standin::document().find<drawing::Image>(test::imageHandle(index));
         standin::document().find<drawing::ImageDefinition>(image->definition)->loaded = false;
     }
     ASSERT_FALSE(loaded(0));

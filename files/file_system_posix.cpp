@@ -5,9 +5,9 @@
 #include <system_error>
 #include <unistd.h>
 
-#include "imaging/file_system.h"
+#include "files/file_system.h"
 
-namespace imaging {
+namespace files {
 
 namespace {
 
@@ -117,4 +117,4 @@ void removeAbandoned(const fs::path& path) noexcept
     close(descriptor);
 }
 
-} // namespace imaging
+} // namespace files

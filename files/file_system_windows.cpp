@@ -2,9 +2,9 @@
 #include <cstring>
 #include <system_error>
 
-#include "imaging/file_system.h"
+#include "files/file_system.h"
 
-namespace imaging {
+namespace files {
 
 namespace {
 
@@ -143,4 +143,4 @@ void removeAbandoned(const fs::path& path) noexcept
     }
 }
 
-} // namespace imaging
+} // namespace files

@@ -6,10 +6,10 @@
 #include <string_view>
 #include <vector>
 
-// What the raster files need of the system beyond the standard library. Paths may be of any length that the system's
+// What files need of the system beyond the standard library. Paths may be of any length that the system's
 // file names can have. Errors are thrown as std::system_error, with the system's reason.
 
-namespace imaging {
+namespace files {
 
 enum class PathKind
 {
@@ -54,4 +54,4 @@ std::vector<std::filesystem::path> namesIn(const std::filesystem::path& folder, 
 /// Removes a file that no process holds. What can't be removed stays.
 void removeAbandoned(const std::filesystem::path& path) noexcept;
 
-} // namespace imaging
+} // namespace files

@@ -1,4 +1,4 @@
-#include "imaging/fresh_file.h"
+#include "files/fresh_file.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -7,9 +7,9 @@
 #include <system_error>
 #include <utility>
 
-#include "imaging/error.h"
+#include "files/file_error.h"
 
-namespace imaging {
+namespace files {
 
 namespace {
 
@@ -48,10 +48,10 @@ void refuseProtectedTarget(const fs::path& target)
 {
     const PathKind kind = kindOf(target);
     if (kind == PathKind::other)
-        throw ImagingError("This is not a file that can be written.");
+        throw FileError("This is not a file that can be written.");
     // Renaming over a write-protected file succeeds on some systems; the user's protection holds on all.
     if (kind == PathKind::protectedFile)
-        throw ImagingError("The file is write-protected.");
+        throw FileError("The file is write-protected.");
 }
 
 // Runs the work and says what could not be done, with the system's reason, when it fails.
@@ -60,7 +60,7 @@ template <typename Work> void orFail(const char* what, Work work)
     try {
         work();
     } catch (const std::system_error& error) {
-        throw ImagingError(std::string(what) + ": " + error.code().default_error_condition().message() + ".");
+        throw FileError(std::string(what) + ": " + error.code().default_error_condition().message() + ".");
     }
 }
 
@@ -117,4 +117,4 @@ void FreshFile::commit()
     m_file.reset();
 }
 
-} // namespace imaging
+} // namespace files
