@@ -11,103 +11,103 @@ namespace drawing {
 
 namespace {
 
-constexpr int kWindowsThai = 874;
-constexpr int kWindowsCentralEurope = 1250;
-constexpr int kWindowsCyrillic = 1251;
-constexpr int kWindowsWest = 1252;
-constexpr int kWindowsGreek = 1253;
-constexpr int kWindowsTurkish = 1254;
-constexpr int kWindowsHebrew = 1255;
-constexpr int kWindowsArabic = 1256;
-constexpr int kWindowsBaltic = 1257;
-constexpr int kWindowsVietnamese = 1258;
-constexpr int kJapanese = 932;
-constexpr int kSimplifiedChinese = 936;
-constexpr int kKorean = 949;
-constexpr int kTraditionalChinese = 950;
-constexpr int kJohab = 1361;
-constexpr int kMacintosh = 10000;
-constexpr int kIso8859 = 28590; // and the part's number
+constexpr int windowsThai = 874;
+constexpr int windowsCentralEurope = 1250;
+constexpr int windowsCyrillic = 1251;
+constexpr int windowsWest = 1252;
+constexpr int windowsGreek = 1253;
+constexpr int windowsTurkish = 1254;
+constexpr int windowsHebrew = 1255;
+constexpr int windowsArabic = 1256;
+constexpr int windowsBaltic = 1257;
+constexpr int windowsVietnamese = 1258;
+constexpr int japanese = 932;
+constexpr int simplifiedChinese = 936;
+constexpr int korean = 949;
+constexpr int traditionalChinese = 950;
+constexpr int johab = 1361;
+constexpr int macintosh = 10000;
+constexpr int iso8859 = 28590; // and the part's number
 
 struct Known
 {
     int number;
     int windows;
 };
-constexpr Known kCodePages[] = {
-    {437, kWindowsWest},
-    {737, kWindowsGreek},
-    {775, kWindowsBaltic},
-    {850, kWindowsWest},
-    {852, kWindowsCentralEurope},
-    {855, kWindowsCyrillic},
-    {857, kWindowsTurkish},
-    {860, kWindowsWest},
-    {861, kWindowsWest},
-    {862, kWindowsHebrew},
-    {863, kWindowsWest},
-    {864, kWindowsArabic},
-    {865, kWindowsWest},
-    {866, kWindowsCyrillic},
-    {869, kWindowsGreek},
-    {kWindowsThai, kWindowsThai},
-    {kJapanese, kJapanese},
-    {kSimplifiedChinese, kSimplifiedChinese},
-    {kKorean, kKorean},
-    {kTraditionalChinese, kTraditionalChinese},
-    {kWindowsCentralEurope, kWindowsCentralEurope},
-    {kWindowsCyrillic, kWindowsCyrillic},
-    {kWindowsWest, kWindowsWest},
-    {kWindowsGreek, kWindowsGreek},
-    {kWindowsTurkish, kWindowsTurkish},
-    {kWindowsHebrew, kWindowsHebrew},
-    {kWindowsArabic, kWindowsArabic},
-    {kWindowsBaltic, kWindowsBaltic},
-    {kWindowsVietnamese, kWindowsVietnamese},
-    {kJohab, kKorean},
-    {kMacintosh, kWindowsWest},
-    {kIso8859 + 1, kWindowsWest},
-    {kIso8859 + 2, kWindowsCentralEurope},
-    {kIso8859 + 3, kWindowsWest},
-    {kIso8859 + 4, kWindowsBaltic},
-    {kIso8859 + 5, kWindowsCyrillic},
-    {kIso8859 + 6, kWindowsArabic},
-    {kIso8859 + 7, kWindowsGreek},
-    {kIso8859 + 8, kWindowsHebrew},
-    {kIso8859 + 9, kWindowsTurkish},
+constexpr Known codePages[] = {
+    {437, windowsWest},
+    {737, windowsGreek},
+    {775, windowsBaltic},
+    {850, windowsWest},
+    {852, windowsCentralEurope},
+    {855, windowsCyrillic},
+    {857, windowsTurkish},
+    {860, windowsWest},
+    {861, windowsWest},
+    {862, windowsHebrew},
+    {863, windowsWest},
+    {864, windowsArabic},
+    {865, windowsWest},
+    {866, windowsCyrillic},
+    {869, windowsGreek},
+    {windowsThai, windowsThai},
+    {japanese, japanese},
+    {simplifiedChinese, simplifiedChinese},
+    {korean, korean},
+    {traditionalChinese, traditionalChinese},
+    {windowsCentralEurope, windowsCentralEurope},
+    {windowsCyrillic, windowsCyrillic},
+    {windowsWest, windowsWest},
+    {windowsGreek, windowsGreek},
+    {windowsTurkish, windowsTurkish},
+    {windowsHebrew, windowsHebrew},
+    {windowsArabic, windowsArabic},
+    {windowsBaltic, windowsBaltic},
+    {windowsVietnamese, windowsVietnamese},
+    {johab, korean},
+    {macintosh, windowsWest},
+    {iso8859 + 1, windowsWest},
+    {iso8859 + 2, windowsCentralEurope},
+    {iso8859 + 3, windowsWest},
+    {iso8859 + 4, windowsBaltic},
+    {iso8859 + 5, windowsCyrillic},
+    {iso8859 + 6, windowsArabic},
+    {iso8859 + 7, windowsGreek},
+    {iso8859 + 8, windowsHebrew},
+    {iso8859 + 9, windowsTurkish},
 };
 
 const Known* find(int number)
 {
-    const auto* found = std::find_if(std::begin(kCodePages), std::end(kCodePages),
+    const auto* found = std::find_if(std::begin(codePages), std::end(codePages),
                                      [&](const Known& known) { return known.number == number; });
-    return found == std::end(kCodePages) ? nullptr : found;
+    return found == std::end(codePages) ? nullptr : found;
 }
 
-constexpr std::pair<std::string_view, int> kNamed[] = {
-    {"ascii", kWindowsWest}, {"big5", kTraditionalChinese}, {"gb2312", kSimplifiedChinese}, {"ksc5601", kKorean},
-    {"johab", kJohab},       {"mac-roman", kMacintosh}};
+constexpr std::pair<std::string_view, int> named[] = {
+    {"ascii", windowsWest}, {"big5", traditionalChinese}, {"gb2312", simplifiedChinese}, {"ksc5601", korean},
+    {"johab", johab},       {"mac-roman", macintosh}};
 // What stands before a number.
-constexpr std::pair<std::string_view, int> kPrefixes[] = {{"ansi_", 0}, {"dos", 0}, {"cp", 0}, {"iso8859_", kIso8859}};
+constexpr std::pair<std::string_view, int> prefixes[] = {{"ansi_", 0}, {"dos", 0}, {"cp", 0}, {"iso8859_", iso8859}};
 
 // Characters of the lower half are never converted.
-constexpr char32_t kFirstConverted = 0x80;
+constexpr char32_t firstConverted = 0x80;
 // Of a character, in any of these code pages.
-constexpr std::size_t kLongestCharacter = 2;
+constexpr std::size_t longestCharacter = 2;
 
 } // namespace
 
 std::optional<int> codePageNumber(std::string_view name)
 {
-    for (const auto& [known, number] : kNamed) {
+    for (const auto& [known, number] : named) {
         if (sameName(name, known)) {
             return number;
         }
     }
-    for (const auto& [prefix, base] : kPrefixes) {
+    for (const auto& [prefix, base] : prefixes) {
         if (sameName(name.substr(0, prefix.size()), prefix)) {
             const auto number = parseInteger(name.substr(prefix.size()));
-            const Known* known = number && *number > 0 && *number < kMacintosh ? find(base + *number) : nullptr;
+            const Known* known = number && *number > 0 && *number < macintosh ? find(base + *number) : nullptr;
             return known ? std::optional(known->number) : std::nullopt;
         }
     }
@@ -117,13 +117,13 @@ std::optional<int> codePageNumber(std::string_view name)
 int windowsCodePage(int number)
 {
     const Known* known = find(number);
-    return known ? known->windows : kWindowsWest;
+    return known ? known->windows : windowsWest;
 }
 
 char32_t CodePage::take(std::string_view& bytes) const
 {
     const auto lead = static_cast<unsigned char>(bytes[0]);
-    for (std::size_t size = 1; lead >= kFirstConverted && size <= std::min(kLongestCharacter, bytes.size()); ++size) {
+    for (std::size_t size = 1; lead >= firstConverted && size <= std::min(longestCharacter, bytes.size()); ++size) {
         if (const auto character = decodeOne(bytes.substr(0, size))) {
             bytes.remove_prefix(size);
             return *character;
@@ -135,7 +135,7 @@ char32_t CodePage::take(std::string_view& bytes) const
 
 std::optional<std::string> CodePage::bytesOf(char32_t character) const
 {
-    if (character < kFirstConverted) {
+    if (character < firstConverted) {
         return std::string(1, static_cast<char>(character));
     }
     // A system may offer what only looks like the character; then it does not come back.

@@ -36,10 +36,10 @@ public:
         char* out = output;
         std::size_t inLeft = input.size();
         std::size_t outLeft = sizeof output;
-        constexpr auto kFailed = static_cast<std::size_t>(-1);
+        constexpr auto failed = static_cast<std::size_t>(-1);
         // Some conversions hold a character back until they know what follows it.
-        if (iconv(m_handle, &in, &inLeft, &out, &outLeft) == kFailed ||
-            iconv(m_handle, nullptr, nullptr, &out, &outLeft) == kFailed) {
+        if (iconv(m_handle, &in, &inLeft, &out, &outLeft) == failed ||
+            iconv(m_handle, nullptr, nullptr, &out, &outLeft) == failed) {
             return {};
         }
         return {output, out};
@@ -52,12 +52,12 @@ private:
 
 std::string nameOf(int number)
 {
-    constexpr int kMacintosh = 10000;
-    constexpr int kIso8859 = 28590;
-    if (number > kIso8859) {
-        return "ISO-8859-" + std::to_string(number - kIso8859);
+    constexpr int macintosh = 10000;
+    constexpr int iso8859 = 28590;
+    if (number > iso8859) {
+        return "ISO-8859-" + std::to_string(number - iso8859);
     }
-    return number == kMacintosh ? "MACINTOSH" : "CP" + std::to_string(number);
+    return number == macintosh ? "MACINTOSH" : "CP" + std::to_string(number);
 }
 
 class IconvCodePage final : public CodePage

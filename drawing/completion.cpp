@@ -12,10 +12,10 @@ namespace drawing {
 
 namespace {
 
-constexpr std::array<std::string_view, 9> kTableKinds{"VPORT", "LTYPE", "LAYER",    "STYLE",       "VIEW",
+constexpr std::array<std::string_view, 9> tableKinds{"VPORT", "LTYPE", "LAYER",    "STYLE",       "VIEW",
                                                       "UCS",   "APPID", "DIMSTYLE", "BLOCK_RECORD"};
-constexpr std::string_view kModelSpace = "*Model_Space";
-constexpr std::string_view kPaperSpace = "*Paper_Space";
+constexpr std::string_view modelSpaceName = "*Model_Space";
+constexpr std::string_view paperSpaceName = "*Paper_Space";
 
 std::unique_ptr<RawObject> makeRaw(std::string name, std::vector<KeptGroups> kept)
 {
@@ -56,7 +56,7 @@ Block& DocumentBuilder::addBlock(std::string_view name)
 
 void DocumentBuilder::completeTables()
 {
-    for (const std::string_view kind : kTableKinds) {
+    for (const std::string_view kind : tableKinds) {
         if (!findTable(kind)) {
             addTable(std::make_unique<Table>(std::string(kind)));
         }
@@ -108,12 +108,12 @@ void DocumentBuilder::completeRecords()
 
 void DocumentBuilder::completeBlocks()
 {
-    for (const std::string_view name : {kModelSpace, kPaperSpace}) {
+    for (const std::string_view name : {modelSpaceName, paperSpaceName}) {
         Block* block = m_document.findBlock(name);
         if (!block) {
             block = &addBlock(name);
         }
-        (name == kModelSpace ? m_document.m_modelSpace : m_document.m_paperSpace) = block->handle;
+        (name == modelSpaceName ? m_document.m_modelSpace : m_document.m_paperSpace) = block->handle;
     }
     for (const Handle handle : m_document.table("BLOCK_RECORD").records) {
         auto& block = *m_document.find<Block>(handle);
@@ -210,8 +210,8 @@ void DocumentBuilder::completeLayout(Block& block, Dictionary& layouts)
     const bool model = block.handle == m_document.m_modelSpace;
     const std::string name = model ? "Model" : freeLayoutName(layouts);
     Groups plot = defaultPlotGroups();
-    constexpr int kModelPlot = 1024;
-    plot.push_back({70, std::to_string(model ? kModelPlot : 0)});
+    constexpr int modelPlot = 1024;
+    plot.push_back({70, std::to_string(model ? modelPlot : 0)});
     Groups groups{{1, name}, {70, "1"}, {71, std::to_string(model ? 0 : layouts.entries.size() + 1)}};
     groups.insert(groups.end(), defaultLayoutGroups().begin(), defaultLayoutGroups().end());
     groups.push_back({330, formatHandle(block.handle)});
@@ -229,7 +229,7 @@ void DocumentBuilder::completeLayouts()
     for (const Handle handle : m_document.table("BLOCK_RECORD").records) {
         auto& block = *m_document.find<Block>(handle);
         const std::string_view name = block.recordName;
-        if (block.handle == m_document.m_modelSpace || sameName(name.substr(0, kPaperSpace.size()), kPaperSpace)) {
+        if (block.handle == m_document.m_modelSpace || sameName(name.substr(0, paperSpaceName.size()), paperSpaceName)) {
             completeLayout(block, layouts);
         }
     }

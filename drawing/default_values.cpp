@@ -4,7 +4,7 @@ namespace drawing {
 
 std::span<const DefaultVariable> defaultHeader()
 {
-    static const DefaultVariable kVariables[] = {
+    static const DefaultVariable variables[] = {
         {"$INSBASE", {{10, "0.0"}, {20, "0.0"}, {30, "0.0"}}},
         {"$ORTHOMODE", {{70, "0"}}},
         {"$REGENMODE", {{70, "1"}}},
@@ -195,23 +195,23 @@ std::span<const DefaultVariable> defaultHeader()
         {"$LIMMIN", {{10, "0.0"}, {20, "0.0"}}},
         {"$LIMMAX", {{10, "420.0"}, {20, "297.0"}}},
     };
-    return kVariables;
+    return variables;
 }
 
 const Groups& defaultViewportGroups()
 {
-    static const Groups kGroups = {
+    static const Groups groups = {
         {13, "0.0"}, {23, "0.0"}, {14, "0.5"}, {24, "0.5"}, {15, "0.5"},  {25, "0.5"},  {16, "0.0"},
         {26, "0.0"}, {36, "1.0"}, {17, "0.0"}, {27, "0.0"}, {37, "0.0"},  {42, "50.0"}, {43, "0.0"},
         {44, "0.0"}, {50, "0.0"}, {51, "0.0"}, {71, "0"},   {72, "1000"}, {73, "1"},    {74, "3"},
         {75, "0"},   {76, "0"},   {77, "0"},   {78, "0"},   {281, "0"},   {65, "0"},    {146, "0.0"},
     };
-    return kGroups;
+    return groups;
 }
 
 const Groups& defaultDimensionGroups()
 {
-    static const Groups kGroups = {
+    static const Groups groups = {
         {3, ""},      {4, ""},      {40, "1.0"},  {41, "2.5"},    {42, "0.625"},
         {43, "3.75"}, {44, "1.25"}, {45, "0.0"},  {46, "0.0"},    {47, "0.0"},
         {48, "0.0"},  {140, "2.5"}, {141, "2.5"}, {142, "0.0"},   {143, "0.03937007874"},
@@ -225,12 +225,12 @@ const Groups& defaultDimensionGroups()
         {282, "0"},   {283, "0"},   {284, "8"},   {285, "0"},     {286, "0"},
         {288, "0"},   {289, "3"},   {371, "-2"},  {372, "-2"},
     };
-    return kGroups;
+    return groups;
 }
 
 const Groups& defaultPlotGroups()
 {
-    static const Groups kGroups = {
+    static const Groups groups = {
         {1, ""},       {2, "none_device"}, {4, "ISO_A3_(420.00_x_297.00_MM)"},
         {6, ""},       {40, "7.5"},        {41, "20.0"},
         {42, "7.5"},   {43, "20.0"},       {44, "420.0"},
@@ -242,27 +242,27 @@ const Groups& defaultPlotGroups()
         {77, "2"},     {78, "300"},        {147, "1.0"},
         {148, "0.0"},  {149, "0.0"},
     };
-    return kGroups;
+    return groups;
 }
 
 const Groups& defaultLayoutGroups()
 {
-    static const Groups kGroups = {
+    static const Groups groups = {
         {10, "0.0"},      {20, "0.0"},     {11, "420.0"},   {21, "297.0"},   {12, "0.0"},      {22, "0.0"},
         {32, "0.0"},      {14, "1.0E+20"}, {24, "1.0E+20"}, {34, "1.0E+20"}, {15, "-1.0E+20"}, {25, "-1.0E+20"},
         {35, "-1.0E+20"}, {146, "0.0"},    {13, "0.0"},     {23, "0.0"},     {33, "0.0"},      {16, "1.0"},
         {26, "0.0"},      {36, "0.0"},     {17, "0.0"},     {27, "1.0"},     {37, "0.0"},      {76, "1"},
     };
-    return kGroups;
+    return groups;
 }
 
 const Groups& defaultMultilineGroups()
 {
-    static const Groups kGroups = {
+    static const Groups groups = {
         {70, "0"},   {3, ""},     {62, "256"},    {51, "90.0"}, {52, "90.0"}, {71, "2"},
         {49, "0.5"}, {62, "256"}, {6, "BYLAYER"}, {49, "-0.5"}, {62, "256"},  {6, "BYLAYER"},
     };
-    return kGroups;
+    return groups;
 }
 
 } // namespace drawing

@@ -30,8 +30,8 @@ bool sameName(std::string_view a, std::string_view b)
 Document::Document(Bare) {}
 Document::Document() : Document(DocumentBuilder().complete())
 {
-    constexpr int kMillimetres = 4;
-    header.setInteger("$INSUNITS", kMillimetres);
+    constexpr int millimetres = 4;
+    header.setInteger("$INSUNITS", millimetres);
     header.setInteger("$MEASUREMENT", 1);
 }
 Document::Document(Document&&) noexcept = default;

@@ -23,7 +23,7 @@ namespace drawing {
 class Document
 {
 public:
-    static constexpr std::size_t kAtEnd = std::numeric_limits<std::size_t>::max();
+    static constexpr std::size_t atEnd = std::numeric_limits<std::size_t>::max();
 
     /// An empty drawing, metric, complete: layer 0, model and paper space with their layouts, standard styles.
     Document();
@@ -55,7 +55,7 @@ public:
     }
 
     /// Adds an entity to a block's list: at the end (drawn last, on top) or before `position`.
-    template <class T> T& addEntity(Block& block, std::unique_ptr<T> entity, std::size_t position = kAtEnd)
+    template <class T> T& addEntity(Block& block, std::unique_ptr<T> entity, std::size_t position = atEnd)
     {
         T& added = *entity;
         insertEntity(block, std::move(entity), position);

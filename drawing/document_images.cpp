@@ -8,19 +8,19 @@ namespace drawing {
 
 namespace {
 
-constexpr std::string_view kImageDictionary = "ACAD_IMAGE_DICT";
-constexpr std::string_view kImageVariables = "ACAD_IMAGE_VARS";
+constexpr std::string_view imageDictionaryName = "ACAD_IMAGE_DICT";
+constexpr std::string_view imageVariables = "ACAD_IMAGE_VARS";
 
 } // namespace
 
 const Dictionary* Document::imageDictionary() const
 {
-    return find<Dictionary>(rootDictionary().find(kImageDictionary));
+    return find<Dictionary>(rootDictionary().find(imageDictionaryName));
 }
 
 Dictionary* Document::imageDictionary()
 {
-    return find<Dictionary>(rootDictionary().find(kImageDictionary));
+    return find<Dictionary>(rootDictionary().find(imageDictionaryName));
 }
 
 Dictionary& Document::obtainImageDictionary()
@@ -31,18 +31,18 @@ Dictionary& Document::obtainImageDictionary()
     Dictionary& root = rootDictionary();
     Dictionary& made = addObject(std::make_unique<Dictionary>(), root.handle);
     made.reactors.push_back(root.handle);
-    root.set(kImageDictionary, made.handle);
+    root.set(imageDictionaryName, made.handle);
     return made;
 }
 
 const RasterVariables* Document::rasterVariables() const
 {
-    return find<RasterVariables>(rootDictionary().find(kImageVariables));
+    return find<RasterVariables>(rootDictionary().find(imageVariables));
 }
 
 RasterVariables* Document::rasterVariables()
 {
-    return find<RasterVariables>(rootDictionary().find(kImageVariables));
+    return find<RasterVariables>(rootDictionary().find(imageVariables));
 }
 
 RasterVariables& Document::obtainRasterVariables()
@@ -53,7 +53,7 @@ RasterVariables& Document::obtainRasterVariables()
     Dictionary& root = rootDictionary();
     RasterVariables& made = addObject(std::make_unique<RasterVariables>(), root.handle);
     made.reactors.push_back(root.handle);
-    root.set(kImageVariables, made.handle);
+    root.set(imageVariables, made.handle);
     return made;
 }
 

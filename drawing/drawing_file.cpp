@@ -11,8 +11,8 @@ namespace drawing {
 
 namespace {
 
-constexpr std::uintmax_t kLargestFile = std::uintmax_t(512) << 20;
-constexpr std::string_view kBinarySentinel = "AutoCAD Binary DXF";
+constexpr std::uintmax_t largestFile = std::uintmax_t(512) << 20;
+constexpr std::string_view binarySentinel = "AutoCAD Binary DXF";
 
 std::string shownName(const std::filesystem::path& path)
 {
@@ -27,7 +27,7 @@ std::string readBytes(const std::filesystem::path& path)
     if (error) {
         throw DrawingError("the file can't be opened");
     }
-    if (size > kLargestFile) {
+    if (size > largestFile) {
         throw DrawingError("the file is larger than a drawing may be");
     }
     std::ifstream file(files::ofAnyLength(path), std::ios::binary);
@@ -43,7 +43,7 @@ std::string readBytes(const std::filesystem::path& path)
 
 Document readDxf(std::string_view bytes, Notes* notes)
 {
-    if (bytes.starts_with(kBinarySentinel)) {
+    if (bytes.starts_with(binarySentinel)) {
         throw DrawingError("this is a DXF file in binary form; only the text form can be read");
     }
     if (bytes.starts_with("AC1") && bytes.find('\0') != std::string_view::npos) {

@@ -12,15 +12,15 @@ namespace drawing {
 
 namespace {
 
-constexpr std::string_view kOldestRelease = "AC1009"; // release 12
-constexpr std::string_view kFirstUtf8Release = "AC1021";
-constexpr std::string_view kNewestRelease = "AC1032"; // release 2018
-constexpr std::string_view kModelSpace = "*Model_Space";
-constexpr std::string_view kPaperSpace = "*Paper_Space"; // further ones have a number behind
+constexpr std::string_view oldestRelease = "AC1009"; // release 12
+constexpr std::string_view firstUtf8Release = "AC1021";
+constexpr std::string_view newestRelease = "AC1032"; // release 2018
+constexpr std::string_view modelSpaceName = "*Model_Space";
+constexpr std::string_view paperSpaceName = "*Paper_Space"; // further ones have a number behind
 
 TextEncoding encodingOf(const FileSurvey& survey)
 {
-    if (survey.byteOrderMark || survey.release >= kFirstUtf8Release) {
+    if (survey.byteOrderMark || survey.release >= firstUtf8Release) {
         return TextEncoding();
     }
     return TextEncoding(survey.codePage);
@@ -39,14 +39,14 @@ std::string lowerCase(std::string_view text)
 std::string presentBlockName(const std::string& name)
 {
     if (sameName(name, "$MODEL_SPACE")) {
-        return std::string(kModelSpace);
+        return std::string(modelSpaceName);
     }
-    return sameName(name, "$PAPER_SPACE") ? std::string(kPaperSpace) : name;
+    return sameName(name, "$PAPER_SPACE") ? std::string(paperSpaceName) : name;
 }
 
 bool isSpace(std::string_view blockName)
 {
-    return sameName(blockName, kModelSpace) || sameName(blockName.substr(0, kPaperSpace.size()), kPaperSpace);
+    return sameName(blockName, modelSpaceName) || sameName(blockName.substr(0, paperSpaceName.size()), paperSpaceName);
 }
 
 std::string valueOf(const Record& record, int code)
@@ -70,8 +70,8 @@ DxfReader::DxfReader(std::string_view bytes)
 Document DxfReader::read()
 {
     const std::string& release = m_survey.release;
-    const bool wellFormed = release.size() == kOldestRelease.size() && release.starts_with("AC1");
-    if (!release.empty() && (!wellFormed || release < kOldestRelease || release > kNewestRelease)) {
+    const bool wellFormed = release.size() == oldestRelease.size() && release.starts_with("AC1");
+    if (!release.empty() && (!wellFormed || release < oldestRelease || release > newestRelease)) {
         throw DrawingError("the drawing is of the release \"" + release +
                            "\"; 12 (AC1009) to 2018 (AC1032) can be read");
     }
@@ -106,7 +106,7 @@ void DxfReader::advance()
 bool DxfReader::mayEndHere() const
 {
     return atRecord("ENDSEC") && m_sections.contains("ENTITIES") &&
-           (m_survey.release <= kOldestRelease || m_sections.contains("OBJECTS"));
+           (m_survey.release <= oldestRelease || m_sections.contains("OBJECTS"));
 }
 
 bool DxfReader::atRecord(std::string_view name) const
@@ -177,7 +177,7 @@ void DxfReader::readSection()
 
 void DxfReader::readHeader()
 {
-    constexpr std::size_t kMostVariables = 10'000;
+    constexpr std::size_t mostVariables = 10'000;
     HeaderVariables& header = m_builder.document().header;
     while (!atRecord("ENDSEC")) {
         if (m_current.code != 9) {
@@ -195,7 +195,7 @@ void DxfReader::readHeader()
             raiseSeed(groups[0].value);
         }
         header.append({std::move(name), std::move(groups)});
-        if (header.all().size() > kMostVariables) {
+        if (header.all().size() > mostVariables) {
             throw DrawingError(line, "there are more header variables than any drawing has");
         }
     }
@@ -204,7 +204,7 @@ void DxfReader::readHeader()
 void DxfReader::raiseSeed(const std::string& value)
 {
     const auto seed = parseHandle(value);
-    if (seed && *seed <= kHighestHandle) {
+    if (seed && *seed <= highestHandleTaken) {
         m_builder.document().raiseHandleSeed(*seed);
     } else {
         m_mendings.add(Mending::HandleSeed);
@@ -327,7 +327,7 @@ Block& DxfReader::blockOf(const Entity& entity, bool paperSpace)
     if (owner) {
         m_mendings.add(Mending::ForeignBlock);
     }
-    return obtainBlock(std::string(paperSpace ? kPaperSpace : kModelSpace));
+    return obtainBlock(std::string(paperSpace ? paperSpaceName : modelSpaceName));
 }
 
 Entity& DxfReader::readEntity(Block* block)
@@ -424,7 +424,7 @@ Object& DxfReader::store(std::unique_ptr<Object> object)
 // An object that can't keep its handle is given a new one; what refers to that handle means the object that has it.
 void DxfReader::mendHandle(Object& object)
 {
-    if (object.handle > kHighestHandle) {
+    if (object.handle > highestHandleTaken) {
         m_mendings.add(Mending::UselessHandle);
         object.handle = 0;
     } else if (m_builder.document().find(object.handle)) {

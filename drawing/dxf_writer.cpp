@@ -10,16 +10,16 @@ namespace drawing {
 
 namespace {
 
-constexpr std::string_view kRelease = "AC1015";
-constexpr std::string_view kMaintenanceRelease = "6";
+constexpr std::string_view releaseWritten = "AC1015";
+constexpr std::string_view maintenanceRelease = "6";
 
 // The code page that the file is to be in: the drawing's own, or its like on Windows, which other programs know.
 std::string codePageOf(const Document& document)
 {
-    constexpr int kFallback = 1252;
+    constexpr int fallbackPage = 1252;
     const auto own = codePageNumber(document.header.text("$DWGCODEPAGE"));
-    const int number = windowsCodePage(own.value_or(kFallback));
-    return "ANSI_" + std::to_string(openCodePage(number) ? number : kFallback);
+    const int number = windowsCodePage(own.value_or(fallbackPage));
+    return "ANSI_" + std::to_string(openCodePage(number) ? number : fallbackPage);
 }
 
 struct KnownClass
@@ -32,7 +32,7 @@ struct KnownClass
 };
 
 // Kinds that a reader knows by the file's list of classes only.
-constexpr KnownClass kClasses[] = {
+constexpr KnownClass knownClasses[] = {
     {"ACDBDICTIONARYWDFLT", "AcDbDictionaryWithDefault", "ObjectDBX Classes", "0", false},
     {"ACDBPLACEHOLDER", "AcDbPlaceHolder", "ObjectDBX Classes", "0", false},
     {"LAYOUT", "AcDbLayout", "ObjectDBX Classes", "0", false},
@@ -80,8 +80,8 @@ void DxfWriter::writeHeader()
 {
     beginSection("HEADER");
     const HeaderVariables::Variable ours[] = {
-        {"$ACADVER", {{1, std::string(kRelease)}}},
-        {"$ACADMAINTVER", {{70, std::string(kMaintenanceRelease)}}},
+        {"$ACADVER", {{1, std::string(releaseWritten)}}},
+        {"$ACADMAINTVER", {{70, std::string(maintenanceRelease)}}},
         {"$DWGCODEPAGE", {{3, m_codePage}}},
         {"$HANDSEED", {{5, formatHandle(m_document.handleSeed())}}},
     };
@@ -118,7 +118,7 @@ void DxfWriter::writeClasses()
             }
         }
     }
-    for (const KnownClass& known : kClasses) {
+    for (const KnownClass& known : knownClasses) {
         if (!present.contains(std::string(known.name))) {
             m_sink.group(0, "CLASS");
             m_sink.groups({{1, std::string(known.name)},

@@ -13,12 +13,12 @@
 
 namespace drawing {
 
-inline constexpr int kColorByBlock = 0;
-inline constexpr int kColorByLayer = 256;
+inline constexpr int colorByBlock = 0;
+inline constexpr int colorByLayer = 256;
 
 /// The marker of what all entities have, and the group codes of their properties.
-inline constexpr std::string_view kEntityMarker = "AcDbEntity";
-inline constexpr std::array kPropertyCodes{6, 8, 48, 60, 62, 67, 370, 420};
+inline constexpr std::string_view entityMarker = "AcDbEntity";
+inline constexpr std::array propertyCodes{6, 8, 48, 60, 62, 67, 370, 420};
 
 /// What can be seen in a drawing. The owner is the block (tables.h) whose entity list holds it, or, for vertices and
 /// attributes, the entity that they are part of.
@@ -33,7 +33,7 @@ struct Entity : Object
 
     std::string layer = "0";
     std::string linetype = "ByLayer";
-    int color = kColorByLayer;              // index 1 to 255, or kColorByBlock, kColorByLayer
+    int color = colorByLayer;              // index 1 to 255, or colorByBlock, colorByLayer
     std::optional<std::uint32_t> trueColor; // 0x00RRGGBB
     double linetypeScale = 1;
     int lineweight = -1; // 1/100 mm; -1 ByLayer, -2 ByBlock, -3 default
@@ -48,7 +48,7 @@ struct Line : Entity
     double thickness = 0;
     Vector3 start;
     Vector3 end;
-    Vector3 extrusion = kZAxis;
+    Vector3 extrusion = worldZAxis;
 };
 
 struct Point : Entity
@@ -58,7 +58,7 @@ struct Point : Entity
 
     double thickness = 0;
     Vector3 position;
-    Vector3 extrusion = kZAxis;
+    Vector3 extrusion = worldZAxis;
 };
 
 struct Circle : Entity
@@ -69,7 +69,7 @@ struct Circle : Entity
     double thickness = 0;
     Vector3 center;
     double radius = 0;
-    Vector3 extrusion = kZAxis;
+    Vector3 extrusion = worldZAxis;
 };
 
 /// Runs counter-clockwise from the start angle to the end angle.
@@ -81,7 +81,7 @@ struct Arc : Entity
     double thickness = 0;
     Vector3 center;
     double radius = 0;
-    Vector3 extrusion = kZAxis;
+    Vector3 extrusion = worldZAxis;
     double startAngle = 0;
     double endAngle = 360;
 };
@@ -96,7 +96,7 @@ struct Ellipse : Entity
     double ratio = 1;           // minor to major
     double startParameter = 0;  // radians; 0 lies at the end of the major axis
     double endParameter = 6.283185307179586;
-    Vector3 extrusion = kZAxis;
+    Vector3 extrusion = worldZAxis;
 };
 
 /// A corner of a light polyline, with what the segment that begins there looks like.
@@ -121,7 +121,7 @@ struct LightPolyline : Entity
     double elevation = 0;
     double thickness = 0;
     std::vector<PolylinePoint> points;
-    Vector3 extrusion = kZAxis;
+    Vector3 extrusion = worldZAxis;
 };
 
 /// The old POLYLINE, with its corners as entities of their own: a polyline in the plane or in space, a mesh.
@@ -129,14 +129,14 @@ struct HeavyPolyline : Entity
 {
     enum Flag
     {
-        kClosed = 1,
-        kCurveFit = 2,
-        kSplineFit = 4,
-        kInSpace = 8,
-        kMesh = 16,
-        kMeshClosedInN = 32,
-        kPolyfaceMesh = 64,
-        kGenerateLinetype = 128,
+        closedFlag = 1,
+        curveFit = 2,
+        splineFit = 4,
+        inSpace = 8,
+        meshFlag = 16,
+        meshClosedInN = 32,
+        polyfaceMesh = 64,
+        generateLinetypeFlag = 128,
     };
 
     std::string_view name() const override { return "POLYLINE"; }
@@ -152,7 +152,7 @@ struct HeavyPolyline : Entity
     int smoothCountM = 0;
     int smoothCountN = 0;
     int surfaceType = 0;
-    Vector3 extrusion = kZAxis;
+    Vector3 extrusion = worldZAxis;
     std::vector<Handle> vertices; // Vertex
     Handle sequenceEnd = 0;       // SequenceEnd
 };
@@ -161,13 +161,13 @@ struct Vertex : Entity
 {
     enum Flag
     {
-        kExtraOfCurveFit = 1,
-        kHasTangent = 2,
-        kOfSplineFit = 8,
-        kSplineFrame = 16,
-        kInSpace = 32,
-        kOfMesh = 64,
-        kOfPolyfaceMesh = 128,
+        extraOfCurveFit = 1,
+        hasTangent = 2,
+        ofSplineFit = 8,
+        splineFrame = 16,
+        inSpace = 32,
+        ofMesh = 64,
+        ofPolyfaceMesh = 128,
     };
 
     std::string_view name() const override { return "VERTEX"; }
@@ -197,7 +197,7 @@ struct Solid : Entity
     bool isTrace = false;
     std::array<Vector3, 4> corners; // the last two are equal in a triangle
     double thickness = 0;
-    Vector3 extrusion = kZAxis;
+    Vector3 extrusion = worldZAxis;
 };
 
 enum class HorizontalAlignment
@@ -236,7 +236,7 @@ struct Text : Entity
     VerticalAlignment vertical = VerticalAlignment::Baseline;
     std::optional<Vector3> alignmentPoint;
     double thickness = 0;
-    Vector3 extrusion = kZAxis;
+    Vector3 extrusion = worldZAxis;
 
 protected:
     void textFields(FieldVisitor& visitor);
@@ -247,10 +247,10 @@ struct Attribute : Text
 {
     enum Flag
     {
-        kInvisible = 1,
-        kConstant = 2,
-        kVerify = 4,
-        kPreset = 8,
+        invisibleFlag = 1,
+        constantFlag = 2,
+        verify = 4,
+        preset = 8,
     };
 
     std::string_view name() const override { return "ATTRIB"; }
@@ -293,7 +293,7 @@ struct MText : Entity
     double rotation = 0;              // about the drawing's z axis
     int spacingStyle = 1;
     double spacingFactor = 1;
-    Vector3 extrusion = kZAxis;
+    Vector3 extrusion = worldZAxis;
 };
 
 /// INSERT: a block drawn at a place, once or in rows and columns.
@@ -310,7 +310,7 @@ struct BlockReference : Entity
     int rows = 1;
     double columnSpacing = 0;
     double rowSpacing = 0;
-    Vector3 extrusion = kZAxis;
+    Vector3 extrusion = worldZAxis;
     std::vector<Handle> attributes; // Attribute
     Handle sequenceEnd = 0;         // SequenceEnd; 0 without attributes
 };
@@ -321,10 +321,10 @@ struct Image : Entity
 {
     enum Display
     {
-        kShow = 1,
-        kShowUnaligned = 2,
-        kClip = 4,
-        kTransparent = 8,
+        showFlag = 1,
+        showUnaligned = 2,
+        clipFlag = 4,
+        transparent = 8,
     };
 
     enum class ClipType
@@ -345,7 +345,7 @@ struct Image : Entity
     Vector3 v{0, 1, 0};
     Vector2 pixels; // width and height in pixels
     Handle definition = 0;
-    int display = kShow | kShowUnaligned;
+    int display = showFlag | showUnaligned;
     bool clipped = false;
     int brightness = 50; // 0 to 100
     int contrast = 50;   // 0 to 100

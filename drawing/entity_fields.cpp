@@ -7,7 +7,7 @@ namespace drawing {
 
 void Entity::fields(FieldVisitor& v)
 {
-    v.subclass(kEntityMarker);
+    v.subclass(entityMarker);
     properties(v);
 }
 
@@ -16,7 +16,7 @@ void Entity::properties(FieldVisitor& v)
     v.boolean(67, v.context.paperSpace, false);
     v.string(8, layer);
     v.string(6, linetype, "ByLayer");
-    v.integer(62, color, kColorByLayer);
+    v.integer(62, color, colorByLayer);
     std::optional<int> rgb;
     if (trueColor) {
         rgb = static_cast<int>(*trueColor);
@@ -39,7 +39,7 @@ void Line::fields(FieldVisitor& v)
     v.real(39, thickness, 0.0);
     v.point(10, start, {});
     v.point(11, end, {});
-    v.point(210, extrusion, kZAxis);
+    v.point(210, extrusion, worldZAxis);
 }
 
 void Point::fields(FieldVisitor& v)
@@ -48,7 +48,7 @@ void Point::fields(FieldVisitor& v)
     v.subclass("AcDbPoint");
     v.point(10, position, {});
     v.real(39, thickness, 0.0);
-    v.point(210, extrusion, kZAxis);
+    v.point(210, extrusion, worldZAxis);
 }
 
 void Circle::fields(FieldVisitor& v)
@@ -58,7 +58,7 @@ void Circle::fields(FieldVisitor& v)
     v.real(39, thickness, 0.0);
     v.point(10, center, {});
     v.real(40, radius);
-    v.point(210, extrusion, kZAxis);
+    v.point(210, extrusion, worldZAxis);
 }
 
 void Arc::fields(FieldVisitor& v)
@@ -68,7 +68,7 @@ void Arc::fields(FieldVisitor& v)
     v.real(39, thickness, 0.0);
     v.point(10, center, {});
     v.real(40, radius);
-    v.point(210, extrusion, kZAxis);
+    v.point(210, extrusion, worldZAxis);
     v.subclass("AcDbArc");
     v.real(50, startAngle);
     v.real(51, endAngle);
@@ -80,7 +80,7 @@ void Ellipse::fields(FieldVisitor& v)
     v.subclass("AcDbEllipse");
     v.point(10, center, {});
     v.point(11, majorAxis, {});
-    v.point(210, extrusion, kZAxis);
+    v.point(210, extrusion, worldZAxis);
     v.real(40, ratio);
     v.real(41, startParameter);
     v.real(42, endParameter);
@@ -97,7 +97,7 @@ void Solid::fields(FieldVisitor& v)
     v.maybe(13, fourth);
     corners[3] = fourth.value_or(corners[2]);
     v.real(39, thickness, 0.0);
-    v.point(210, extrusion, kZAxis);
+    v.point(210, extrusion, worldZAxis);
 }
 
 void BlockReference::fields(FieldVisitor& v)
@@ -116,7 +116,7 @@ void BlockReference::fields(FieldVisitor& v)
     v.integer(71, rows, 1);
     v.real(44, columnSpacing, 0.0);
     v.real(45, rowSpacing, 0.0);
-    v.point(210, extrusion, kZAxis);
+    v.point(210, extrusion, worldZAxis);
 }
 
 namespace {

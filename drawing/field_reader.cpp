@@ -8,12 +8,12 @@ namespace drawing {
 
 namespace {
 
-constexpr int kMarkerCode = 100;
-constexpr int kEmbeddedCode = 101;
-constexpr int kApplicationCode = 102;
-constexpr int kOwnerCode = 330;
-constexpr int kFirstExtendedCode = 1000;
-constexpr int kApplicationNameCode = 1001;
+constexpr int markerCode = 100;
+constexpr int embeddedCode = 101;
+constexpr int applicationCode = 102;
+constexpr int ownerCode = 330;
+constexpr int firstExtendedCode = 1000;
+constexpr int applicationNameCode = 1001;
 
 int handleCode(const Record& record)
 {
@@ -42,10 +42,10 @@ void FieldReader::splitTail(Object& object)
 {
     const auto& groups = m_record.groups;
     std::size_t extended = groups.size();
-    while (extended > 0 && groups[extended - 1].code >= kFirstExtendedCode) {
+    while (extended > 0 && groups[extended - 1].code >= firstExtendedCode) {
         --extended;
     }
-    while (extended < groups.size() && groups[extended].code != kApplicationNameCode) {
+    while (extended < groups.size() && groups[extended].code != applicationNameCode) {
         ++extended;
     }
     object.extendedData.assign(groups.begin() + static_cast<std::ptrdiff_t>(extended), groups.end());
@@ -53,7 +53,7 @@ void FieldReader::splitTail(Object& object)
     const auto first = groups.begin();
     const auto last = first + static_cast<std::ptrdiff_t>(extended);
     const auto embedded = std::find_if(
-        first, last, [](const PlacedGroup& g) { return g.code == kEmbeddedCode && g.value == "Embedded Object"; });
+        first, last, [](const PlacedGroup& g) { return g.code == embeddedCode && g.value == "Embedded Object"; });
     object.embedded.assign(embedded, last);
     m_end = static_cast<std::size_t>(embedded - first);
 }
@@ -62,7 +62,7 @@ void FieldReader::splitSections()
 {
     m_sections.push_back({"", 0, m_end});
     for (std::size_t i = 0; i < m_end; ++i) {
-        if (m_record.groups[i].code == kMarkerCode) {
+        if (m_record.groups[i].code == markerCode) {
             m_sections.back().end = i;
             m_sections.push_back({m_record.groups[i].value, i + 1, m_end});
         }
@@ -85,10 +85,10 @@ void FieldReader::readHead(Object& object)
         if (code == handleCode(m_record) && !handleSeen) {
             object.handle = groups[i].handleValue();
             handleSeen = m_used[i] = true;
-        } else if (code == kOwnerCode && !ownerSeen) {
+        } else if (code == ownerCode && !ownerSeen) {
             object.owner = groups[i].handleValue();
             ownerSeen = m_used[i] = true;
-        } else if (code == kApplicationCode && groups[i].value.starts_with('{')) {
+        } else if (code == applicationCode && groups[i].value.starts_with('{')) {
             readApplicationGroup(object, i);
         }
     }
@@ -99,14 +99,14 @@ void FieldReader::readApplicationGroup(Object& object, std::size_t& index)
     auto& groups = m_record.groups;
     const std::size_t begin = index;
     std::size_t end = begin + 1;
-    while (end < m_sections[0].end && !(groups[end].code == kApplicationCode && groups[end].value == "}")) {
+    while (end < m_sections[0].end && !(groups[end].code == applicationCode && groups[end].value == "}")) {
         ++end;
     }
     if (end == m_sections[0].end) {
         throw DrawingError(groups[begin].line, "the application group " + groups[begin].value + " is not closed");
     }
     for (std::size_t i = begin + 1; i < end; ++i) {
-        if (groups[begin].value == "{ACAD_REACTORS" && groups[i].code == kOwnerCode) {
+        if (groups[begin].value == "{ACAD_REACTORS" && groups[i].code == ownerCode) {
             object.reactors.push_back(groups[i].handleValue());
         } else if (groups[begin].value == "{ACAD_XDICTIONARY") {
             object.extensionDictionary = groups[i].handleValue();
@@ -140,13 +140,13 @@ void FieldReader::readStrayProperties(Entity& entity)
 std::vector<PlacedGroup> FieldReader::takeStrayProperties()
 {
     const auto isProperty = [](const PlacedGroup& group) {
-        return std::find(kPropertyCodes.begin(), kPropertyCodes.end(), group.code) != kPropertyCodes.end();
+        return std::find(propertyCodes.begin(), propertyCodes.end(), group.code) != propertyCodes.end();
     };
     const auto& groups = m_record.groups;
     std::vector<PlacedGroup> strays;
     std::vector<int> said;
     for (const Section& section : m_sections) {
-        for (std::size_t i = section.begin; i < section.end && section.marker == kEntityMarker; ++i) {
+        for (std::size_t i = section.begin; i < section.end && section.marker == entityMarker; ++i) {
             said.push_back(groups[i].code);
         }
     }
@@ -185,9 +185,9 @@ void FieldReader::keepRest(Object& object)
 
 void FieldReader::subclass(std::string_view marker, std::initializer_list<std::string_view> alsoRead)
 {
-    constexpr std::size_t kHead = 0;
+    constexpr std::size_t headPart = 0;
     m_lastMarker = marker;
-    m_current = m_visits.visit(marker, alsoRead).value_or(kHead);
+    m_current = m_visits.visit(marker, alsoRead).value_or(headPart);
 }
 
 PlacedGroup* FieldReader::next(int code)

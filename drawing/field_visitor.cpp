@@ -12,8 +12,8 @@ namespace {
 template <class Value> Value checked(const PlacedGroup& group, std::optional<Value> value, const char* kind)
 {
     if (!value) {
-        constexpr std::size_t kShown = 40;
-        throw DrawingError(group.line, "\"" + group.value.substr(0, kShown) + "\" is no " + kind + " (group " +
+        constexpr std::size_t shownFlag = 40;
+        throw DrawingError(group.line, "\"" + group.value.substr(0, shownFlag) + "\" is no " + kind + " (group " +
                                            std::to_string(group.code) + ")");
     }
     return *value;

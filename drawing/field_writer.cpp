@@ -9,8 +9,8 @@ namespace drawing {
 void GroupSink::group(int code, std::string_view value)
 {
     const std::string number = std::to_string(code);
-    constexpr std::size_t kCodeWidth = 3;
-    m_bytes.append(kCodeWidth - std::min(kCodeWidth, number.size()), ' ');
+    constexpr std::size_t codeWidth = 3;
+    m_bytes.append(codeWidth - std::min(codeWidth, number.size()), ' ');
     m_bytes += number;
     m_bytes += '\n';
     for (const char c : m_encoding.encode(value)) {

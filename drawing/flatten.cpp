@@ -54,12 +54,12 @@ void includeShape(std::optional<Extents>& extents, const FlatImage& image)
 
 void includeShape(std::optional<Extents>& extents, const FlatText& text)
 {
-    constexpr double kCharacterWidth = 0.9;
+    constexpr double characterWidth = 0.9;
     std::size_t longest = 0;
     for (const std::string& line : text.lines) {
         longest = std::max(longest, characters(line));
     }
-    double width = static_cast<double>(longest) * text.height * text.widthFactor * kCharacterWidth;
+    double width = static_cast<double>(longest) * text.height * text.widthFactor * characterWidth;
     width = text.wrapWidth > 0 ? std::min(width, text.wrapWidth) : width;
     width = text.fitLength > 0 ? text.fitLength : width;
     const double height = text.height + text.lineSpacing * static_cast<double>(text.lines.size() - 1);

@@ -16,22 +16,22 @@ double largestStretch(const Transform& map)
 
 int arcSteps(double radius, double sweep, double tolerance)
 {
-    constexpr double kTurn = 2 * std::numbers::pi;
-    constexpr int kFixedSteps = 128;
-    constexpr int kFewestSteps = 8;
-    constexpr int kMostSteps = 20'000;
-    double perTurn = kFixedSteps;
+    constexpr double wholeTurn = 2 * std::numbers::pi;
+    constexpr int fixedSteps = 128;
+    constexpr int fewestSteps = 8;
+    constexpr int mostSteps = 20'000;
+    double perTurn = fixedSteps;
     if (tolerance > 0) {
         // A line over the angle a strays from the circle by r (1 - cos(a / 2)).
         const double stray = std::min(1.0, tolerance / std::max(radius, tolerance));
-        perTurn = std::clamp(kTurn / (2 * std::acos(1 - stray)), double(kFewestSteps), double(kMostSteps));
+        perTurn = std::clamp(wholeTurn / (2 * std::acos(1 - stray)), double(fewestSteps), double(mostSteps));
     }
     // Whole quarters, so that the outermost points of a circle are among its points.
-    constexpr double kQuarters = 4;
-    perTurn = std::ceil(perTurn / kQuarters) * kQuarters;
-    constexpr double kRoundingSlack = 1e-9;
+    constexpr double quarters = 4;
+    perTurn = std::ceil(perTurn / quarters) * quarters;
+    constexpr double roundingSlack = 1e-9;
     return std::max(1,
-                    static_cast<int>(std::ceil(std::min(std::abs(sweep), kTurn) / kTurn * perTurn - kRoundingSlack)));
+                    static_cast<int>(std::ceil(std::min(std::abs(sweep), wholeTurn) / wholeTurn * perTurn - roundingSlack)));
 }
 
 std::vector<Vector2> arcPoints(const Vector2& center, double radius, double start, double sweep, int steps)
@@ -49,8 +49,8 @@ std::vector<Vector2> bulgePoints(const Vector2& from, const Vector2& to, double 
 {
     const Vector2 chord = to - from;
     const double half = length(chord) / 2;
-    constexpr double kStraight = 1e-9;
-    if (std::abs(bulge) < kStraight || half == 0) {
+    constexpr double straightBulge = 1e-9;
+    if (std::abs(bulge) < straightBulge || half == 0) {
         return {to};
     }
     const double sweep = 4 * std::atan(bulge);

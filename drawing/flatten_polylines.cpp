@@ -53,11 +53,11 @@ Vector2 directionOf(const Vector2& from, const Vector2& to)
 // line ends and where the width jumps.
 Vector2 sideAt(const Vector2& before, const Vector2& after, const Vector2& own)
 {
-    constexpr double kSharpest = 0.25; // cosine of half the turn, below which a mitre would run away
+    constexpr double sharpest = 0.25; // cosine of half the turn, below which a mitre would run away
     const Vector2 square{-own.y / 2, own.x / 2};
     const Vector2 sum = before + after;
     const double halfCosine = length(sum) / 2;
-    if (before == Vector2{} || after == Vector2{} || halfCosine < kSharpest) {
+    if (before == Vector2{} || after == Vector2{} || halfCosine < sharpest) {
         return square;
     }
     const double scale = 1 / (2 * halfCosine * halfCosine) / 2;

@@ -11,8 +11,8 @@ namespace drawing {
 
 namespace {
 
-constexpr double kRadiansPerDegree = std::numbers::pi / 180;
-constexpr double kTurn = 2 * std::numbers::pi;
+constexpr double radiansPerDegree = std::numbers::pi / 180;
+constexpr double wholeTurn = 2 * std::numbers::pi;
 
 std::string lowerCase(const std::string& text)
 {
@@ -27,13 +27,13 @@ std::string lowerCase(const std::string& text)
 // turns above the start but for the rounding of the digits in a file.
 double sweepBetween(double start, double end)
 {
-    constexpr double kRounding = 1e-6;
-    if (end - start > kTurn - kRounding && std::abs(std::remainder(end - start, kTurn)) < kRounding) {
-        return kTurn;
+    constexpr double rounding = 1e-6;
+    if (end - start > wholeTurn - rounding && std::abs(std::remainder(end - start, wholeTurn)) < rounding) {
+        return wholeTurn;
     }
-    double sweep = std::fmod(end - start, kTurn);
+    double sweep = std::fmod(end - start, wholeTurn);
     if (sweep <= 0) {
-        sweep += kTurn;
+        sweep += wholeTurn;
     }
     return sweep;
 }
@@ -52,7 +52,7 @@ FlatPath curve(const Vector3& center, double radius, double start, double sweep,
     for (const Vector2& p : arcPoints({center.x, center.y}, radius, start, sweep, steps)) {
         points.push_back({p.x, p.y, center.z});
     }
-    const bool whole = sweep == kTurn;
+    const bool whole = sweep == wholeTurn;
     if (whole) {
         points.pop_back();
     }
@@ -152,10 +152,10 @@ FlatStyle Flattener::styleOf(const Entity& entity, const Inherited& inherited) c
         rgb = rgbOf(*entity.trueColor);
     }
     style.colorIndex = entity.color;
-    if (entity.color == kColorByBlock) {
+    if (entity.color == colorByBlock) {
         style.colorIndex = inherited.color;
         rgb = rgb ? rgb : inherited.rgb;
-    } else if (entity.color < 0 || entity.color >= kColorByLayer) {
+    } else if (entity.color < 0 || entity.color >= colorByLayer) {
         style.colorIndex = layer ? layer->color : 7;
         if (!rgb && layer && layer->trueColor) {
             rgb = rgbOf(*layer->trueColor);
@@ -169,12 +169,12 @@ FlatStyle Flattener::styleOf(const Entity& entity, const Inherited& inherited) c
     } else if (sameName(entity.linetype, "ByLayer")) {
         style.linetype = layer ? layer->linetype : "Continuous";
     }
-    constexpr int kByLayer = -1;
-    constexpr int kByBlock = -2;
+    constexpr int byLayer = -1;
+    constexpr int byBlock = -2;
     style.lineweight = entity.lineweight;
-    if (entity.lineweight == kByBlock) {
+    if (entity.lineweight == byBlock) {
         style.lineweight = inherited.lineweight;
-    } else if (entity.lineweight == kByLayer) {
+    } else if (entity.lineweight == byLayer) {
         style.lineweight = layer ? layer->lineweight : -3;
     }
     return style;
@@ -246,7 +246,7 @@ void Flattener::shape(const Entity& entity, const Place& place)
     } else if (const auto* definition = dynamic_cast<const AttributeDefinition*>(&entity)) {
         if (!place.inherited.nested) {
             text(*definition, definition->tag, place);
-        } else if (definition->flags & Attribute::kConstant) {
+        } else if (definition->flags & Attribute::constantFlag) {
             text(*definition, definition->text, place);
         }
     } else if (const auto* single = dynamic_cast<const Text*>(&entity)) {
@@ -269,16 +269,16 @@ void Flattener::round(const Entity& entity, const Place& place)
         emitPath(entity, curve(center, radius, start, sweep, place.map * plane, m_options.tolerance), place);
     };
     if (const auto* circle = dynamic_cast<const Circle*>(&entity)) {
-        draw(circle->center, circle->radius, 0, kTurn, Transform::fromExtrusion(circle->extrusion));
+        draw(circle->center, circle->radius, 0, wholeTurn, Transform::fromExtrusion(circle->extrusion));
     } else if (const auto* arc = dynamic_cast<const Arc*>(&entity)) {
-        const double start = arc->startAngle * kRadiansPerDegree;
-        draw(arc->center, arc->radius, start, sweepBetween(start, arc->endAngle * kRadiansPerDegree),
+        const double start = arc->startAngle * radiansPerDegree;
+        draw(arc->center, arc->radius, start, sweepBetween(start, arc->endAngle * radiansPerDegree),
              Transform::fromExtrusion(arc->extrusion));
     } else if (const auto* ellipse = dynamic_cast<const Ellipse*>(&entity)) {
         // The unit circle, stretched to both axes.
         const Vector3 minor = cross(normalized(ellipse->extrusion), ellipse->majorAxis) * ellipse->ratio;
         draw({}, 1, ellipse->startParameter, sweepBetween(ellipse->startParameter, ellipse->endParameter),
-             {ellipse->majorAxis, minor, kZAxis, ellipse->center});
+             {ellipse->majorAxis, minor, worldZAxis, ellipse->center});
     }
 }
 

@@ -12,7 +12,7 @@ namespace drawing {
 
 namespace {
 
-constexpr double kRadiansPerDegree = std::numbers::pi / 180;
+constexpr double radiansPerDegree = std::numbers::pi / 180;
 
 } // namespace
 
@@ -39,7 +39,7 @@ void Flattener::reference(const BlockReference& reference, const Place& place)
     Place inside;
     inside.inherited = {true, style.layer, style.colorIndex, style.rgb, style.linetype, style.lineweight};
     const Transform turned =
-        Transform::fromExtrusion(reference.extrusion) * Transform::rotation(reference.rotation * kRadiansPerDegree);
+        Transform::fromExtrusion(reference.extrusion) * Transform::rotation(reference.rotation * radiansPerDegree);
     const Transform toPlace =
         Transform::translation(Transform::fromExtrusion(reference.extrusion).point(reference.position)) * turned *
         Transform::scaling(reference.scale) * Transform::translation((begin ? begin->basePoint : Vector3{}) * -1);
@@ -64,7 +64,7 @@ void Flattener::attributes(const BlockReference& reference, const Place& place)
 {
     for (const Handle handle : reference.attributes) {
         const auto* attribute = m_document.find<Attribute>(handle);
-        if (attribute && (m_options.hiddenToo || !(attribute->flags & Attribute::kInvisible)) &&
+        if (attribute && (m_options.hiddenToo || !(attribute->flags & Attribute::invisibleFlag)) &&
             shown(*attribute, place.inherited)) {
             text(*attribute, attribute->text, place);
         }
@@ -94,23 +94,23 @@ void Flattener::heavyPolyline(const HeavyPolyline& polyline, const Place& place)
     std::vector<const Vertex*> vertices;
     for (const Handle handle : polyline.vertices) {
         const auto* vertex = m_document.find<Vertex>(handle);
-        if (vertex && !(vertex->flags & Vertex::kSplineFrame)) {
+        if (vertex && !(vertex->flags & Vertex::splineFrame)) {
             vertices.push_back(vertex);
         }
     }
     const auto emitEach = [&](FlatPath&& path) { emitPath(polyline, std::move(path), place); };
-    if (polyline.flags & HeavyPolyline::kPolyfaceMesh) {
+    if (polyline.flags & HeavyPolyline::polyfaceMesh) {
         faces(vertices, polyline, place);
-    } else if (polyline.flags & HeavyPolyline::kMesh) {
+    } else if (polyline.flags & HeavyPolyline::meshFlag) {
         mesh(polyline, vertices, place);
-    } else if (polyline.flags & HeavyPolyline::kInSpace) {
+    } else if (polyline.flags & HeavyPolyline::inSpace) {
         std::vector<Vector3> points;
         points.reserve(vertices.size());
         for (const Vertex* vertex : vertices) {
             points.push_back(vertex->position);
         }
         if (!points.empty()) {
-            emitEach(projectedPath(points, place.map, (polyline.flags & HeavyPolyline::kClosed) != 0, false));
+            emitEach(projectedPath(points, place.map, (polyline.flags & HeavyPolyline::closedFlag) != 0, false));
         }
     } else {
         std::vector<PolylinePoint> points;
@@ -123,7 +123,7 @@ void Flattener::heavyPolyline(const HeavyPolyline& polyline, const Place& place)
         }
         const Transform map = place.map * Transform::fromExtrusion(polyline.extrusion) *
                               Transform::translation({0, 0, polyline.elevation});
-        flattenPolyline(points, (polyline.flags & HeavyPolyline::kClosed) != 0, map, m_options.tolerance, emitEach);
+        flattenPolyline(points, (polyline.flags & HeavyPolyline::closedFlag) != 0, map, m_options.tolerance, emitEach);
     }
 }
 
@@ -144,10 +144,10 @@ void Flattener::mesh(const HeavyPolyline& polyline, const std::vector<const Vert
         emitPath(polyline, projectedPath(points, place.map, closed, false), place);
     };
     for (std::size_t m = 0; m < countM; ++m) {
-        line(m * countN, 1, countN, (polyline.flags & HeavyPolyline::kMeshClosedInN) != 0);
+        line(m * countN, 1, countN, (polyline.flags & HeavyPolyline::meshClosedInN) != 0);
     }
     for (std::size_t n = 0; n < countN; ++n) {
-        line(n, countN, countM, (polyline.flags & HeavyPolyline::kClosed) != 0);
+        line(n, countN, countM, (polyline.flags & HeavyPolyline::closedFlag) != 0);
     }
 }
 
@@ -156,7 +156,7 @@ void Flattener::faces(const std::vector<const Vertex*>& vertices, const HeavyPol
 {
     std::vector<const Vertex*> corners;
     for (const Vertex* vertex : vertices) {
-        if (vertex->flags & Vertex::kOfMesh) {
+        if (vertex->flags & Vertex::ofMesh) {
             corners.push_back(vertex);
         }
     }
@@ -167,7 +167,7 @@ void Flattener::faces(const std::vector<const Vertex*>& vertices, const HeavyPol
     for (const Vertex* face : vertices) {
         const auto count =
             static_cast<std::size_t>(std::count_if(face->face.begin(), face->face.end(), [](int i) { return i != 0; }));
-        for (std::size_t i = 0; i < count && !(face->flags & Vertex::kOfMesh); ++i) {
+        for (std::size_t i = 0; i < count && !(face->flags & Vertex::ofMesh); ++i) {
             const Vertex* from = corner(face->face[i]);
             const Vertex* to = corner(face->face[(i + 1) % count]);
             if (from && to && face->face[i] > 0) {

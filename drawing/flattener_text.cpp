@@ -10,9 +10,9 @@ namespace drawing {
 
 namespace {
 
-constexpr double kRadiansPerDegree = std::numbers::pi / 180;
-constexpr int kBackward = 2;
-constexpr int kUpsideDown = 4;
+constexpr double radiansPerDegree = std::numbers::pi / 180;
+constexpr int backwardFlag = 2;
+constexpr int upsideDown = 4;
 
 } // namespace
 
@@ -43,7 +43,7 @@ void Flattener::emitText(const Entity& entity, FlatText text, const Vector3& pos
     text.position = {seenPosition.x, seenPosition.y};
     text.direction = axis;
     text.up = across > 0 ? Vector2{-axis.y, axis.x} : Vector2{axis.y, -axis.x};
-    text.oblique = std::atan((along * std::tan(text.oblique * kRadiansPerDegree) + shear) / rise) / kRadiansPerDegree;
+    text.oblique = std::atan((along * std::tan(text.oblique * radiansPerDegree) + shear) / rise) / radiansPerDegree;
     text.height *= rise;
     text.lineSpacing *= rise;
     text.widthFactor *= along / rise;
@@ -65,39 +65,39 @@ void Flattener::text(const Text& text, const std::string& shown, const Place& pl
         flat.font = style->font;
     }
     Vector3 position = text.position;
-    double angle = text.rotation * kRadiansPerDegree;
+    double angle = text.rotation * radiansPerDegree;
     const bool fitted = text.horizontal == HorizontalAlignment::Aligned || text.horizontal == HorizontalAlignment::Fit;
     if (text.alignmentPoint && fitted) {
         const Vector3 along = *text.alignmentPoint - text.position;
         flat.fitLength = std::hypot(along.x, along.y);
         angle = std::atan2(along.y, along.x);
         // Backward text runs back from the second point to the first.
-        position = text.generation & kBackward ? *text.alignmentPoint : position;
+        position = text.generation & backwardFlag ? *text.alignmentPoint : position;
     } else if (text.alignmentPoint &&
                (text.horizontal != HorizontalAlignment::Left || text.vertical != VerticalAlignment::Baseline)) {
         position = *text.alignmentPoint;
     }
     const Transform plane = Transform::fromExtrusion(text.extrusion) * Transform::rotation(angle);
-    const Vector3 direction = text.generation & kBackward ? plane.xAxis * -1 : plane.xAxis;
-    const Vector3 up = text.generation & kUpsideDown ? plane.yAxis * -1 : plane.yAxis;
+    const Vector3 direction = text.generation & backwardFlag ? plane.xAxis * -1 : plane.xAxis;
+    const Vector3 up = text.generation & upsideDown ? plane.yAxis * -1 : plane.yAxis;
     emitText(text, std::move(flat), Transform::fromExtrusion(text.extrusion).point(position), direction, up, place);
 }
 
 void Flattener::mtext(const MText& text, const Place& place)
 {
-    constexpr double kLineDistance = 5.0 / 3; // of the text's height, at the factor 1
-    constexpr VerticalAlignment kVertical[] = {VerticalAlignment::Top, VerticalAlignment::Middle,
+    constexpr double lineDistance = 5.0 / 3; // of the text's height, at the factor 1
+    constexpr VerticalAlignment verticalCode[] = {VerticalAlignment::Top, VerticalAlignment::Middle,
                                                VerticalAlignment::Bottom};
-    constexpr HorizontalAlignment kHorizontal[] = {HorizontalAlignment::Left, HorizontalAlignment::Center,
+    constexpr HorizontalAlignment horizontalCode[] = {HorizontalAlignment::Left, HorizontalAlignment::Center,
                                                    HorizontalAlignment::Right};
     FlatText flat;
     flat.lines = plainLines(text.text);
     flat.height = text.height;
     flat.wrapWidth = text.width;
-    flat.lineSpacing = text.height * text.spacingFactor * kLineDistance;
+    flat.lineSpacing = text.height * text.spacingFactor * lineDistance;
     const int attachment = text.attachment >= 1 && text.attachment <= 9 ? text.attachment - 1 : 0;
-    flat.horizontal = kHorizontal[attachment % 3];
-    flat.vertical = kVertical[attachment / 3];
+    flat.horizontal = horizontalCode[attachment % 3];
+    flat.vertical = verticalCode[attachment / 3];
     if (const TextStyle* style = findStyle(text.style)) {
         flat.font = style->font;
         flat.widthFactor = style->widthFactor;

@@ -83,14 +83,14 @@ Transform Transform::rotation(double radians)
 Transform Transform::fromExtrusion(const Vector3& extrusion)
 {
     const Vector3 z = normalized(extrusion);
-    if (z == kZAxis || z == Vector3{}) {
+    if (z == worldZAxis || z == Vector3{}) {
         return {};
     }
     // Drawing files leave the plane's x axis to this rule: across the world's y axis when the extrusion is within 1/64
     // of the z axis, across the world's z axis otherwise.
-    constexpr double kNearZ = 1.0 / 64;
-    const bool nearZ = std::abs(z.x) < kNearZ && std::abs(z.y) < kNearZ;
-    const Vector3 x = normalized(cross(nearZ ? Vector3{0, 1, 0} : kZAxis, z));
+    constexpr double nearness = 1.0 / 64;
+    const bool nearZ = std::abs(z.x) < nearness && std::abs(z.y) < nearness;
+    const Vector3 x = normalized(cross(nearZ ? Vector3{0, 1, 0} : worldZAxis, z));
     return {x, normalized(cross(z, x)), z, {0, 0, 0}};
 }
 

@@ -32,7 +32,7 @@ double length(const Vector2& a);
 /// The vector of length 1 in the same direction; the zero vector stays zero.
 Vector3 normalized(const Vector3& a);
 
-inline constexpr Vector3 kZAxis{0, 0, 1};
+inline constexpr Vector3 worldZAxis{0, 0, 1};
 
 /// An affine map: a point p goes to xAxis p.x + yAxis p.y + zAxis p.z + origin.
 struct Transform

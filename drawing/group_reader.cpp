@@ -9,19 +9,19 @@ namespace drawing {
 
 namespace {
 
-constexpr std::size_t kLongestLine = 1u << 20;
-constexpr int kLowestCode = -5;
-constexpr int kHighestCode = 1071;
-constexpr int kCommentCode = 999;
-constexpr std::size_t kMostGroups = 50'000'000;
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::size_t longestLine = 1u << 20;
+constexpr int lowestCode = -5;
+constexpr int highestCode = 1071;
+constexpr int commentCode = 999;
+constexpr std::size_t mostGroups = 50'000'000;
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 } // namespace
 
 GroupReader::GroupReader(std::string_view bytes) : m_rest(bytes)
 {
-    if (m_rest.starts_with(kByteOrderMark)) {
-        m_rest.remove_prefix(kByteOrderMark.size());
+    if (m_rest.starts_with(byteOrderMark)) {
+        m_rest.remove_prefix(byteOrderMark.size());
     }
 }
 
@@ -37,7 +37,7 @@ std::optional<std::string_view> GroupReader::nextLine()
     if (line.ends_with('\r')) {
         line.remove_suffix(1);
     }
-    if (line.size() > kLongestLine) {
+    if (line.size() > longestLine) {
         throw DrawingError(m_line, "a line is longer than any drawing has");
     }
     return line;
@@ -46,19 +46,19 @@ std::optional<std::string_view> GroupReader::nextLine()
 std::optional<FileGroup> GroupReader::next()
 {
     while (const auto codeLine = nextLine()) {
-        if (++m_groups > kMostGroups) {
+        if (++m_groups > mostGroups) {
             throw DrawingError(m_line, "the file has more groups than can be held");
         }
         const auto code = parseInteger(*codeLine);
-        if (!code || *code < kLowestCode || *code > kHighestCode) {
-            constexpr std::size_t kShown = 40;
-            throw DrawingError(m_line, "\"" + std::string(codeLine->substr(0, kShown)) + "\" is no group code");
+        if (!code || *code < lowestCode || *code > highestCode) {
+            constexpr std::size_t shownFlag = 40;
+            throw DrawingError(m_line, "\"" + std::string(codeLine->substr(0, shownFlag)) + "\" is no group code");
         }
         const auto value = nextLine();
         if (!value) {
             throw DrawingError(m_line, "the file ends in the middle of a group");
         }
-        if (*code != kCommentCode) {
+        if (*code != commentCode) {
             return FileGroup{*code, *value, m_line};
         }
     }
@@ -68,7 +68,7 @@ std::optional<FileGroup> GroupReader::next()
 FileSurvey surveyFile(std::string_view bytes)
 {
     FileSurvey survey;
-    survey.byteOrderMark = bytes.starts_with(kByteOrderMark);
+    survey.byteOrderMark = bytes.starts_with(byteOrderMark);
     GroupReader reader(bytes);
     std::string_view variable;
     while (const auto group = reader.next()) {
@@ -89,7 +89,7 @@ FileSurvey surveyFile(std::string_view bytes)
             // Some fives are names in old files, and data in new ones. An object with a handle above the bound is
             // given a new one.
             const Handle handle = parseHandle(group->value).value_or(0);
-            survey.highestHandle = std::max(survey.highestHandle, handle <= kHighestHandle ? handle : 0);
+            survey.highestHandle = std::max(survey.highestHandle, handle <= highestHandleTaken ? handle : 0);
         }
     }
     return survey;

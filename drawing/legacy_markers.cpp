@@ -15,9 +15,9 @@ namespace {
 
 using Codes = std::span<const int>;
 
-constexpr int kMarkerCode = 100;
-constexpr int kApplicationCode = 102;
-constexpr int kFirstExtendedCode = 1000;
+constexpr int markerCode = 100;
+constexpr int applicationCode = 102;
+constexpr int firstExtendedCode = 1000;
 
 // A subclass of an entity and the groups that belong under its marker.
 struct Subclass
@@ -27,8 +27,8 @@ struct Subclass
     bool takesRest = false; // also the groups that belong to no other subclass
 };
 
-constexpr std::array kHeadCodes{5, kApplicationCode, 330};
-constexpr std::array kDimensionKindCodes{12, 22, 32, 13, 23, 33, 14, 24, 34, 15, 25, 35, 16, 26, 36, 40, 50, 52};
+constexpr std::array headCodes{5, applicationCode, 330};
+constexpr std::array dimensionKindCodes{12, 22, 32, 13, 23, 33, 14, 24, 34, 15, 25, 35, 16, 26, 36, 40, 50, 52};
 
 bool contains(Codes codes, int code)
 {
@@ -38,10 +38,10 @@ bool contains(Codes codes, int code)
 // The low bits of a dimension's group 70 say its kind.
 unsigned dimensionKind(const Record& record)
 {
-    constexpr unsigned kKindBits = 7;
+    constexpr unsigned kindBits = 7;
     for (const PlacedGroup& group : record.groups) {
         if (group.code == 70) {
-            return static_cast<unsigned>(parseInteger(group.value).value_or(0)) & kKindBits;
+            return static_cast<unsigned>(parseInteger(group.value).value_or(0)) & kindBits;
         }
     }
     return 0;
@@ -49,12 +49,12 @@ unsigned dimensionKind(const Record& record)
 
 std::vector<Subclass> subclassesOfDimension(const Record& record)
 {
-    constexpr std::string_view kKinds[] = {
+    constexpr std::string_view kinds[] = {
         "AcDbAlignedDimension", "AcDbAlignedDimension",       "AcDb2LineAngularDimension", "AcDbDiametricDimension",
         "AcDbRadialDimension",  "AcDb3PointAngularDimension", "AcDbOrdinateDimension",     ""};
     const unsigned kind = dimensionKind(record);
     std::vector<Subclass> subclasses{
-        {kEntityMarker, kPropertyCodes}, {"AcDbDimension", {}, true}, {kKinds[kind], kDimensionKindCodes}};
+        {entityMarker, propertyCodes}, {"AcDbDimension", {}, true}, {kinds[kind], dimensionKindCodes}};
     if (kind == 0) {
         subclasses.push_back({"AcDbRotatedDimension", {}}); // an aligned one that is turned
     }
@@ -64,11 +64,11 @@ std::vector<Subclass> subclassesOfDimension(const Record& record)
 // Empty for entities that need no markers here: their own fields say them when they are written.
 std::vector<Subclass> subclassesOf(const Record& record)
 {
-    constexpr std::pair<std::string_view, std::string_view> kSimple[] = {
+    constexpr std::pair<std::string_view, std::string_view> simple[] = {
         {"3DFACE", "AcDbFace"}, {"SHAPE", "AcDbShape"}, {"VIEWPORT", "AcDbViewport"}};
-    for (const auto& [name, marker] : kSimple) {
+    for (const auto& [name, marker] : simple) {
         if (record.name == name) {
-            return {{kEntityMarker, kPropertyCodes}, {marker, {}, true}};
+            return {{entityMarker, propertyCodes}, {marker, {}, true}};
         }
     }
     return record.name == "DIMENSION" ? subclassesOfDimension(record) : std::vector<Subclass>();
@@ -91,7 +91,7 @@ void addLegacyMarkers(Record& record)
 {
     const std::vector<Subclass> subclasses = subclassesOf(record);
     const bool marked = std::any_of(record.groups.begin(), record.groups.end(),
-                                    [](const PlacedGroup& group) { return group.code == kMarkerCode; });
+                                    [](const PlacedGroup& group) { return group.code == markerCode; });
     if (subclasses.empty() || marked) {
         return;
     }
@@ -100,11 +100,11 @@ void addLegacyMarkers(Record& record)
     std::vector<std::vector<PlacedGroup>> parts;
     parts.reserve(subclasses.size() + 1);
     for (const Subclass& each : subclasses) {
-        parts.push_back({{{kMarkerCode, std::string(each.marker)}, record.line}});
+        parts.push_back({{{markerCode, std::string(each.marker)}, record.line}});
     }
     for (PlacedGroup& group : record.groups) {
-        auto& part = group.code >= kFirstExtendedCode   ? extended
-                     : contains(kHeadCodes, group.code) ? head
+        auto& part = group.code >= firstExtendedCode   ? extended
+                     : contains(headCodes, group.code) ? head
                                                         : parts[placeOf(group, subclasses)];
         part.push_back(std::move(group));
     }

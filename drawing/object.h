@@ -12,7 +12,7 @@ class FieldVisitor;
 /// Identifies an object within its drawing and through every save; 0 means none.
 using Handle = std::uint64_t;
 /// The highest that an object of a file may have: above it there is room for more new ones than a drawing can hold.
-inline constexpr Handle kHighestHandle = ~Handle(0) - (Handle(1) << 32);
+inline constexpr Handle highestHandleTaken = ~Handle(0) - (Handle(1) << 32);
 
 /// One group of a DXF file: a code that says what the value means, and the value's text (UTF-8, as in the file but for
 /// the file's encoding and \U+ escapes).

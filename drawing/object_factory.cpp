@@ -22,7 +22,7 @@ std::unique_ptr<Entity> makeTrace()
     return trace;
 }
 
-constexpr Maker<Entity> kEntities[] = {
+constexpr Maker<Entity> entityMakers[] = {
     {"LINE", make<Entity, Line>},
     {"POINT", make<Entity, Point>},
     {"CIRCLE", make<Entity, Circle>},
@@ -42,13 +42,13 @@ constexpr Maker<Entity> kEntities[] = {
     {"IMAGE", make<Entity, Image>},
 };
 
-constexpr Maker<TableRecord> kTableRecords[] = {
+constexpr Maker<TableRecord> tableRecords[] = {
     {"LAYER", make<TableRecord, Layer>},        {"LTYPE", make<TableRecord, Linetype>},
     {"STYLE", make<TableRecord, TextStyle>},    {"VPORT", make<TableRecord, ViewportRecord>},
     {"BLOCK_RECORD", make<TableRecord, Block>},
 };
 
-constexpr Maker<Object> kObjects[] = {
+constexpr Maker<Object> objectMakers[] = {
     {"DICTIONARY", make<Object, Dictionary>},
     {"IMAGEDEF", make<Object, ImageDefinition>},
     {"IMAGEDEF_REACTOR", make<Object, ImageDefinitionReactor>},
@@ -70,17 +70,17 @@ std::unique_ptr<Base> makeByName(const Maker<Base> (&makers)[Count], std::string
 
 std::unique_ptr<Entity> makeEntity(std::string_view name)
 {
-    return makeByName<RawEntity>(kEntities, name);
+    return makeByName<RawEntity>(entityMakers, name);
 }
 
 std::unique_ptr<TableRecord> makeTableRecord(std::string_view name)
 {
-    return makeByName<RawTableRecord>(kTableRecords, name);
+    return makeByName<RawTableRecord>(tableRecords, name);
 }
 
 std::unique_ptr<Object> makeObject(std::string_view name)
 {
-    return makeByName<RawObject>(kObjects, name);
+    return makeByName<RawObject>(objectMakers, name);
 }
 
 } // namespace drawing

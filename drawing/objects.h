@@ -70,17 +70,17 @@ struct RasterVariables : Object
 {
     enum Frame
     {
-        kFrameOff = 0,
-        kFrameAbove = 1,
-        kFrameBelow = 2,
-        kFrameOnNoPlot = 3,
+        frameOff = 0,
+        frameAbove = 1,
+        frameBelow = 2,
+        frameOnNoPlot = 3,
     };
 
     std::string_view name() const override { return "RASTERVARIABLES"; }
     void fields(FieldVisitor& visitor) override;
 
     int classVersion = 0;
-    int frame = kFrameAbove;
+    int frame = frameAbove;
     int quality = 1; // 0 draft, 1 high
     int units = 0;   // 0 none, 1 mm, 2 cm, 3 m, 4 km, 5 in, 6 ft, 7 yd, 8 mi
 };

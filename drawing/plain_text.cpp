@@ -7,10 +7,10 @@ namespace drawing {
 
 namespace {
 
-constexpr char32_t kDegree = 0xB0;
-constexpr char32_t kPlusMinus = 0xB1;
-constexpr char32_t kDiameter = 0x2205;
-constexpr char32_t kNoBreakSpace = 0xA0;
+constexpr char32_t degree = 0xB0;
+constexpr char32_t plusMinus = 0xB1;
+constexpr char32_t diameter = 0x2205;
+constexpr char32_t noBreakSpace = 0xA0;
 
 bool isDigit(char c)
 {
@@ -32,15 +32,15 @@ void takePercentCode(std::string_view& text, std::string& result)
     switch (code) {
     case 'd':
     case 'D':
-        appendUtf8(result, kDegree);
+        appendUtf8(result, degree);
         break;
     case 'p':
     case 'P':
-        appendUtf8(result, kPlusMinus);
+        appendUtf8(result, plusMinus);
         break;
     case 'c':
     case 'C':
-        appendUtf8(result, kDiameter);
+        appendUtf8(result, diameter);
         break;
     case '%':
         result += '%';
@@ -120,7 +120,7 @@ void LineCollector::takeBackslash(std::string_view& text)
         breakLine();
         break;
     case '~':
-        appendUtf8(m_lines.back(), kNoBreakSpace);
+        appendUtf8(m_lines.back(), noBreakSpace);
         break;
     case '\\':
     case '{':

@@ -7,8 +7,8 @@ namespace drawing {
 
 namespace {
 
-constexpr int kClosedBit = 1;
-constexpr int kGenerateLinetypeBit = 128;
+constexpr int closedBit = 1;
+constexpr int generateLinetypeBit = 128;
 
 void readPoints(FieldVisitor& v, std::vector<PolylinePoint>& points)
 {
@@ -62,10 +62,10 @@ void LightPolyline::fields(FieldVisitor& v)
     v.subclass("AcDbPolyline");
     int count = static_cast<int>(points.size());
     v.integer(90, count);
-    int flags = (closed ? kClosedBit : 0) | (generateLinetype ? kGenerateLinetypeBit : 0);
+    int flags = (closed ? closedBit : 0) | (generateLinetype ? generateLinetypeBit : 0);
     v.integer(70, flags);
-    closed = (flags & kClosedBit) != 0;
-    generateLinetype = (flags & kGenerateLinetypeBit) != 0;
+    closed = (flags & closedBit) != 0;
+    generateLinetype = (flags & generateLinetypeBit) != 0;
     v.real(43, constantWidth, 0.0);
     v.real(38, elevation, 0.0);
     v.real(39, thickness, 0.0);
@@ -74,37 +74,37 @@ void LightPolyline::fields(FieldVisitor& v)
     } else {
         writePoints(v, points);
     }
-    v.point(210, extrusion, kZAxis);
+    v.point(210, extrusion, worldZAxis);
 }
 
 namespace {
 
 std::string_view polylineMarker(int flags)
 {
-    if (flags & HeavyPolyline::kPolyfaceMesh) {
+    if (flags & HeavyPolyline::polyfaceMesh) {
         return "AcDbPolyFaceMesh";
     }
-    if (flags & HeavyPolyline::kMesh) {
+    if (flags & HeavyPolyline::meshFlag) {
         return "AcDbPolygonMesh";
     }
-    return flags & HeavyPolyline::kInSpace ? "AcDb3dPolyline" : "AcDb2dPolyline";
+    return flags & HeavyPolyline::inSpace ? "AcDb3dPolyline" : "AcDb2dPolyline";
 }
 
 // A polyface mesh's face stands among the vertices, but is none.
 bool isFace(int flags)
 {
-    return (flags & Vertex::kOfPolyfaceMesh) != 0 && (flags & Vertex::kOfMesh) == 0;
+    return (flags & Vertex::ofPolyfaceMesh) != 0 && (flags & Vertex::ofMesh) == 0;
 }
 
 std::string_view vertexMarker(int flags)
 {
-    if (flags & Vertex::kOfPolyfaceMesh) {
+    if (flags & Vertex::ofPolyfaceMesh) {
         return isFace(flags) ? "AcDbFaceRecord" : "AcDbPolyFaceMeshVertex";
     }
-    if (flags & Vertex::kOfMesh) {
+    if (flags & Vertex::ofMesh) {
         return "AcDbPolygonMeshVertex";
     }
-    return flags & Vertex::kInSpace ? "AcDb3dPolylineVertex" : "AcDb2dVertex";
+    return flags & Vertex::inSpace ? "AcDb3dPolylineVertex" : "AcDb2dVertex";
 }
 
 } // namespace
@@ -127,7 +127,7 @@ void HeavyPolyline::fields(FieldVisitor& v)
     v.integer(73, smoothCountM, 0);
     v.integer(74, smoothCountN, 0);
     v.integer(75, surfaceType, 0);
-    v.point(210, extrusion, kZAxis);
+    v.point(210, extrusion, worldZAxis);
 }
 
 void Vertex::fields(FieldVisitor& v)

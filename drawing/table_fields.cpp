@@ -39,7 +39,7 @@ void Layer::fields(FieldVisitor& v)
     int signedColor = on ? color : -color;
     v.integer(62, signedColor);
     on = signedColor >= 0;
-    color = signedColor > -kColorByLayer && signedColor < kColorByLayer ? std::abs(signedColor) : 7;
+    color = signedColor > -colorByLayer && signedColor < colorByLayer ? std::abs(signedColor) : 7;
     std::optional<int> rgb;
     if (trueColor) {
         rgb = static_cast<int>(*trueColor);
@@ -123,11 +123,11 @@ void RawTableRecord::fields(FieldVisitor& v)
         std::string_view kind;
         std::string_view marker;
     };
-    static constexpr std::array<Marker, 4> kMarkers{{{"VIEW", "AcDbViewTableRecord"},
+    static constexpr std::array<Marker, 4> markers{{{"VIEW", "AcDbViewTableRecord"},
                                                      {"UCS", "AcDbUCSTableRecord"},
                                                      {"APPID", "AcDbRegAppTableRecord"},
                                                      {"DIMSTYLE", "AcDbDimStyleTableRecord"}}};
-    for (const Marker& known : kMarkers) {
+    for (const Marker& known : markers) {
         if (known.kind == kind) {
             recordFields(v, known.marker);
         }

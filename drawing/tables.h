@@ -37,16 +37,16 @@ struct Layer : TableRecord
 {
     enum Flag
     {
-        kFrozen = 1,
-        kFrozenInNewViewports = 2,
-        kLocked = 4,
+        frozenFlag = 1,
+        frozenInNewViewports = 2,
+        lockedFlag = 4,
     };
 
     std::string_view name() const override { return "LAYER"; }
     void fields(FieldVisitor& visitor) override;
 
-    bool frozen() const { return (flags & kFrozen) != 0; }
-    bool locked() const { return (flags & kLocked) != 0; }
+    bool frozen() const { return (flags & frozenFlag) != 0; }
+    bool locked() const { return (flags & lockedFlag) != 0; }
 
     bool on = true;
     int color = 7; // 1 to 255
@@ -132,10 +132,10 @@ struct Block : TableRecord
 {
     enum Flag
     {
-        kAnonymous = 1,
-        kHasAttributes = 2,
-        kExternalReference = 4,
-        kExternalOverlay = 8,
+        anonymous = 1,
+        hasAttributes = 2,
+        externalReference = 4,
+        externalOverlay = 8,
     };
 
     std::string_view name() const override { return "BLOCK_RECORD"; }

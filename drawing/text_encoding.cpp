@@ -11,27 +11,27 @@ namespace drawing {
 
 namespace {
 
-constexpr char32_t kFirstSurrogate = 0xD800;
-constexpr char32_t kFirstLowSurrogate = 0xDC00;
-constexpr char32_t kLastSurrogate = 0xDFFF;
-constexpr std::string_view kEscape = "\\U+";
-constexpr std::size_t kEscapeSize = 7;
-constexpr int kWindowsWest = 1252;
+constexpr char32_t firstSurrogate = 0xD800;
+constexpr char32_t firstLowSurrogate = 0xDC00;
+constexpr char32_t lastSurrogate = 0xDFFF;
+constexpr std::string_view escapeBegin = "\\U+";
+constexpr std::size_t escapeSize = 7;
+constexpr int windowsWest = 1252;
 
 bool isSurrogate(char32_t c)
 {
-    return c >= kFirstSurrogate && c <= kLastSurrogate;
+    return c >= firstSurrogate && c <= lastSurrogate;
 }
 
 // The UTF-16 unit of an escape at the start of the text; nothing if there is no escape.
 std::optional<char32_t> escapeAt(std::string_view text)
 {
-    if (text.size() < kEscapeSize || !text.starts_with(kEscape)) {
+    if (text.size() < escapeSize || !text.starts_with(escapeBegin)) {
         return std::nullopt;
     }
     unsigned unit = 0;
-    const char* last = text.data() + kEscapeSize;
-    const auto [end, error] = std::from_chars(text.data() + kEscape.size(), last, unit, 16);
+    const char* last = text.data() + escapeSize;
+    const auto [end, error] = std::from_chars(text.data() + escapeBegin.size(), last, unit, 16);
     return error == std::errc() && end == last ? std::optional<char32_t>(unit) : std::nullopt;
 }
 
@@ -63,9 +63,9 @@ std::optional<char32_t> utf8At(std::string_view text, std::size_t length)
     if (length == 0 || length > text.size()) {
         return std::nullopt;
     }
-    static constexpr unsigned char kLeadMask[] = {0, 0x7F, 0x1F, 0x0F, 0x07};
-    static constexpr char32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
-    char32_t character = static_cast<unsigned char>(text[0]) & kLeadMask[length];
+    static constexpr unsigned char leadMask[] = {0, 0x7F, 0x1F, 0x0F, 0x07};
+    static constexpr char32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
+    char32_t character = static_cast<unsigned char>(text[0]) & leadMask[length];
     for (std::size_t i = 1; i < length; ++i) {
         const auto next = static_cast<unsigned char>(text[i]);
         if ((next & 0xC0) != 0x80) {
@@ -73,7 +73,7 @@ std::optional<char32_t> utf8At(std::string_view text, std::size_t length)
         }
         character = character << 6 | (next & 0x3F);
     }
-    if (character < kSmallest[length] || character > 0x10FFFF || isSurrogate(character)) {
+    if (character < smallest[length] || character > 0x10FFFF || isSurrogate(character)) {
         return std::nullopt;
     }
     return character;
@@ -103,8 +103,8 @@ char32_t takeCharacter(std::string_view& text)
         text.remove_prefix(length);
         return *character;
     }
-    static const std::shared_ptr<const CodePage> kWest = requireCodePage(kWindowsWest);
-    return kWest->take(text);
+    static const std::shared_ptr<const CodePage> west = requireCodePage(windowsWest);
+    return west->take(text);
 }
 
 void appendUtf8(std::string& text, char32_t c)
@@ -131,7 +131,7 @@ std::string decodeEscapes(std::string_view text)
 {
     std::string result;
     while (!text.empty()) {
-        const auto next = std::min(text.find(kEscape), text.size());
+        const auto next = std::min(text.find(escapeBegin), text.size());
         result += text.substr(0, next);
         text.remove_prefix(next);
         const auto unit = escapeAt(text);
@@ -140,12 +140,12 @@ std::string decodeEscapes(std::string_view text)
             text.remove_prefix(std::min<std::size_t>(1, text.size()));
             continue;
         }
-        const auto low = escapeAt(text.substr(kEscapeSize));
-        const bool pair = *unit >= kFirstSurrogate && *unit < kFirstLowSurrogate && low && *low >= kFirstLowSurrogate &&
-                          *low <= kLastSurrogate;
-        const std::size_t length = pair ? 2 * kEscapeSize : kEscapeSize;
+        const auto low = escapeAt(text.substr(escapeSize));
+        const bool pair = *unit >= firstSurrogate && *unit < firstLowSurrogate && low && *low >= firstLowSurrogate &&
+                          *low <= lastSurrogate;
+        const std::size_t length = pair ? 2 * escapeSize : escapeSize;
         if (pair) {
-            appendUtf8(result, 0x10000 + ((*unit - kFirstSurrogate) << 10) + (*low - kFirstLowSurrogate));
+            appendUtf8(result, 0x10000 + ((*unit - firstSurrogate) << 10) + (*low - firstLowSurrogate));
         } else if (*unit < 0x20 || isSurrogate(*unit)) {
             result += text.substr(0, length);
         } else {
@@ -158,11 +158,11 @@ std::string decodeEscapes(std::string_view text)
 
 TextEncoding::TextEncoding(std::string_view codePageName)
 {
-    const std::optional<int> number = codePageName.empty() ? kWindowsWest : codePageNumber(codePageName);
+    const std::optional<int> number = codePageName.empty() ? windowsWest : codePageNumber(codePageName);
     m_page = number ? openCodePage(*number) : nullptr;
     m_known = m_page != nullptr;
     if (!m_page) {
-        m_page = requireCodePage(kWindowsWest);
+        m_page = requireCodePage(windowsWest);
     }
 }
 
@@ -176,7 +176,7 @@ std::string TextEncoding::decode(std::string_view bytes) const
             appendUtf8(text, m_page ? m_page->take(bytes) : takeCharacter(bytes));
         }
     }
-    return text.find(kEscape) == std::string::npos ? text : decodeEscapes(text);
+    return text.find(escapeBegin) == std::string::npos ? text : decodeEscapes(text);
 }
 
 std::string TextEncoding::encode(std::string_view text) const
@@ -192,8 +192,8 @@ std::string TextEncoding::encode(std::string_view text) const
         } else if (character < 0x10000) {
             appendEscape(bytes, character);
         } else {
-            appendEscape(bytes, kFirstSurrogate + ((character - 0x10000) >> 10));
-            appendEscape(bytes, kFirstLowSurrogate + ((character - 0x10000) & 0x3FF));
+            appendEscape(bytes, firstSurrogate + ((character - 0x10000) >> 10));
+            appendEscape(bytes, firstLowSurrogate + ((character - 0x10000) & 0x3FF));
         }
     }
     return bytes;

@@ -27,7 +27,7 @@ void Text::textFields(FieldVisitor& v)
     horizontal =
         alignment >= 0 && alignment <= 5 ? static_cast<HorizontalAlignment>(alignment) : HorizontalAlignment::Left;
     v.maybe(11, alignmentPoint);
-    v.point(210, extrusion, kZAxis);
+    v.point(210, extrusion, worldZAxis);
 }
 
 namespace {
@@ -76,15 +76,15 @@ namespace {
 // longest form that a character may take in the file, so that none of them exceeds what readers expect.
 void putPieces(FieldVisitor& v, std::string_view text)
 {
-    constexpr std::size_t kPieceBytes = 250;
-    constexpr std::size_t kEscapeBytes = 14;
+    constexpr std::size_t pieceBytes = 250;
+    constexpr std::size_t escapeBytes = 14;
     std::string_view rest = text;
     const char* begin = text.data();
     std::size_t bytes = 0;
     while (!rest.empty()) {
         const char* here = rest.data();
-        const std::size_t size = takeCharacter(rest) < 0x80 ? 1 : kEscapeBytes;
-        if (bytes + size > kPieceBytes) {
+        const std::size_t size = takeCharacter(rest) < 0x80 ? 1 : escapeBytes;
+        if (bytes + size > pieceBytes) {
             v.put(3, std::string(begin, here));
             begin = here;
             bytes = 0;
@@ -115,7 +115,7 @@ void MText::fields(FieldVisitor& v)
         putPieces(v, text);
     }
     v.string(7, style, "Standard");
-    v.point(210, extrusion, kZAxis);
+    v.point(210, extrusion, worldZAxis);
     v.maybe(11, direction);
     v.real(50, rotation, 0.0);
     v.integer(73, spacingStyle, 1);

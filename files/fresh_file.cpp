@@ -7,7 +7,6 @@
 #include <system_error>
 #include <utility>
 
-#include "files/file_error.h"
 
 namespace files {
 

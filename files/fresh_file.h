@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "files/file_error.h"
 #include "files/file_system.h"
 
 namespace files {

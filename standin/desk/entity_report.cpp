@@ -16,9 +16,9 @@ std::wstring at(const drawing::Vector3& point)
 
 std::wstring colorOf(const drawing::Entity& entity)
 {
-    if (entity.color == drawing::kColorByLayer)
+    if (entity.color == drawing::colorByLayer)
         return L"ByLayer";
-    return entity.color == drawing::kColorByBlock ? L"ByBlock" : std::to_wstring(entity.color);
+    return entity.color == drawing::colorByBlock ? L"ByBlock" : std::to_wstring(entity.color);
 }
 
 std::wstring imageLine(const drawing::Document& document, const drawing::Image& image)

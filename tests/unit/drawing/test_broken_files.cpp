@@ -9,7 +9,7 @@ namespace drawing::test {
 
 using testing::HasSubstr;
 
-const char* const kCyclicBlocks = "0 SECTION\n2 BLOCKS\n"
+const char* const cyclicBlocks = "0 SECTION\n2 BLOCKS\n"
                                   "0 BLOCK\n8 0\n2 A\n10 0\n20 0\n0 INSERT\n8 0\n2 B\n10 0\n20 0\n0 ENDBLK\n"
                                   "0 BLOCK\n8 0\n2 B\n10 0\n20 0\n0 INSERT\n8 0\n2 a\n10 0\n20 0\n0 ENDBLK\n"
                                   "0 ENDSEC\n0 EOF";
@@ -48,7 +48,7 @@ TEST(BrokenFile, IsRefusedWithLineAndReason)
          fromPairs("0 SECTION\n2 BLOCKS\n0 BLOCK\n2 A\n0 ENDBLK\n0 BLOCK\n2 a\n0 ENDBLK\n0 ENDSEC\n0 EOF"), 12,
          "is there twice"},
         {"block without end", fromPairs("0 SECTION\n2 BLOCKS\n0 BLOCK\n2 A\n0 ENDSEC\n0 EOF"), 10, "out of place"},
-        {"blocks that hold each other", fromPairs(kCyclicBlocks), 38, "a block holds itself"},
+        {"blocks that hold each other", fromPairs(cyclicBlocks), 38, "a block holds itself"},
         {"release too old", fromPairs("0 SECTION\n2 HEADER\n9 $ACADVER\n1 AC1006\n0 ENDSEC\n0 EOF"), 0, "AC1006"},
         {"release not yet known", fromPairs("0 SECTION\n2 HEADER\n9 $ACADVER\n1 AC1099\n0 ENDSEC\n0 EOF"), 0, "AC1099"},
         {"binary form", std::string("AutoCAD Binary DXF\r\n\x1a\0\0\0", 24), 0, "binary form"},

@@ -9,7 +9,7 @@
 
 namespace drawing::test {
 
-constexpr double kNear = 1e-9;
+constexpr double near = 1e-9;
 
 // A drawing to be filled, and the pieces that it flattens to.
 class Flattening : public testing::Test
@@ -58,8 +58,8 @@ protected:
 
 void expectPoint(const Vector2& found, double x, double y)
 {
-    EXPECT_NEAR(found.x, x, kNear);
-    EXPECT_NEAR(found.y, y, kNear);
+    EXPECT_NEAR(found.x, x, near);
+    EXPECT_NEAR(found.y, y, near);
 }
 
 void expectPoints(const std::vector<Vector2>& found, const std::vector<Vector2>& wanted)
@@ -132,7 +132,7 @@ TEST_F(Flattening, QuarterCircleBulgeHasItsCentreWhereGeometryPutsIt)
     expectPoint(path.points.back(), 0, 0);
     EXPECT_GT(path.points.size(), 4u);
     for (std::size_t i = 0; i + 1 < path.points.size(); ++i) {
-        EXPECT_NEAR(length(path.points[i]), 1, kNear);
+        EXPECT_NEAR(length(path.points[i]), 1, near);
     }
 }
 
@@ -269,7 +269,7 @@ TEST_F(Flattening, ColoursComeFromEntityLayerOrReference)
         const char* layer;
         int color;
         int expected;
-    } cases[] = {{"RED", kColorByLayer, 1}, {"0", kColorByLayer, 3}, {"RED", kColorByBlock, 5}, {"RED", 140, 140}};
+    } cases[] = {{"RED", colorByLayer, 1}, {"0", colorByLayer, 3}, {"RED", colorByBlock, 5}, {"RED", 140, 140}};
     for (const auto& each : cases) {
         auto& point = addTo<Point>(block);
         point.layer = each.layer;
@@ -306,7 +306,7 @@ TEST_F(Flattening, HiddenPiecesAreLeftOut)
 {
     Layer& off = addLayer("OFF", 1);
     off.on = false;
-    addLayer("FROZEN", 1).flags = Layer::kFrozen;
+    addLayer("FROZEN", 1).flags = Layer::frozenFlag;
     Block& block = document.addBlock("B");
     addTo<Point>(block).layer = "0";
     addTo<Point>(block).layer = "OFF";
@@ -359,7 +359,7 @@ TEST_F(Flattening, ReferenceToAMissingBlockShowsItsAttributesOnly)
 {
     auto& reference = refer("NOWHERE");
     document.addAttribute(reference, std::make_unique<Attribute>()).text = "shown";
-    document.addAttribute(reference, std::make_unique<Attribute>()).flags = Attribute::kInvisible;
+    document.addAttribute(reference, std::make_unique<Attribute>()).flags = Attribute::invisibleFlag;
     const auto all = items();
     ASSERT_EQ(all.size(), 0u) << "text without a height can't be seen";
     for (const Handle attribute : reference.attributes) {
@@ -380,7 +380,7 @@ TEST_F(Flattening, DimensionIsDrawnByItsBlock)
 TEST_F(Flattening, MeshesShowTheirEdges)
 {
     auto& mesh = add<HeavyPolyline>();
-    mesh.flags = HeavyPolyline::kMesh;
+    mesh.flags = HeavyPolyline::meshFlag;
     mesh.meshCountM = 2;
     mesh.meshCountN = 3;
     for (int i = 0; i < 6; ++i) {
@@ -392,12 +392,12 @@ TEST_F(Flattening, MeshesShowTheirEdges)
     mesh.meshCountM = 2'000'000'000;
     EXPECT_TRUE(items().empty()) << "a mesh that promises more than it has is not drawn";
 
-    mesh.flags = HeavyPolyline::kPolyfaceMesh;
+    mesh.flags = HeavyPolyline::polyfaceMesh;
     for (const Handle vertex : mesh.vertices) {
-        document.find<Vertex>(vertex)->flags = Vertex::kOfPolyfaceMesh | Vertex::kOfMesh;
+        document.find<Vertex>(vertex)->flags = Vertex::ofPolyfaceMesh | Vertex::ofMesh;
     }
     auto& face = document.addVertex(mesh, std::make_unique<Vertex>());
-    face.flags = Vertex::kOfPolyfaceMesh;
+    face.flags = Vertex::ofPolyfaceMesh;
     face.face = {1, -2, 5, 99};
     all = items();
     ASSERT_EQ(all.size(), 1u) << "one edge is invisible, two lead to a corner that isn't there";
@@ -418,10 +418,10 @@ TEST_F(Flattening, TextKeepsItsFrameWhenTurnedScaledAndMirrored)
     expectPoint(flat.position, 0, -3);
     expectPoint(flat.direction, 0, -1);
     expectPoint(flat.up, -1, 0);
-    EXPECT_NEAR(flat.height, 2, kNear);
-    EXPECT_NEAR(flat.widthFactor, 3, kNear);
-    EXPECT_NEAR(flat.oblique, 0, kNear);
-    EXPECT_NEAR(flat.rotation(), -std::numbers::pi / 2, kNear);
+    EXPECT_NEAR(flat.height, 2, near);
+    EXPECT_NEAR(flat.widthFactor, 3, near);
+    EXPECT_NEAR(flat.oblique, 0, near);
+    EXPECT_NEAR(flat.rotation(), -std::numbers::pi / 2, near);
 }
 
 TEST_F(Flattening, StretchedAcrossTurnedTextLeans)
@@ -436,7 +436,7 @@ TEST_F(Flattening, StretchedAcrossTurnedTextLeans)
     refer("T").scale = {2, 1, 1};
     const FlatText flat = onlyText();
     expectPoint(flat.direction, 2 / std::sqrt(5.0), 1 / std::sqrt(5.0));
-    EXPECT_NEAR(flat.height, 4 / std::sqrt(5.0), kNear) << "distance of (-2, 1) from the baseline";
+    EXPECT_NEAR(flat.height, 4 / std::sqrt(5.0), near) << "distance of (-2, 1) from the baseline";
     const double lean = std::atan2(-3.0, 4.0) * 180 / std::numbers::pi;
     EXPECT_NEAR(flat.oblique, lean, 1e-6);
 }
@@ -454,7 +454,7 @@ TEST_F(Flattening, AlignmentPlacesTheText)
     text.horizontal = HorizontalAlignment::Fit;
     const FlatText fitted = onlyText();
     expectPoint(fitted.position, 1, 1);
-    EXPECT_NEAR(fitted.fitLength, 5, kNear);
+    EXPECT_NEAR(fitted.fitLength, 5, near);
     expectPoint(fitted.direction, 0.6, 0.8);
     text.generation = 2; // backward: between the same points, mirrored where it stands
     expectPoint(onlyText().position, 4, 5);
@@ -474,9 +474,9 @@ TEST_F(Flattening, MultiLineTextHasLinesSpacingAndAttachment)
     EXPECT_EQ(flat.lines, (std::vector<std::string>{"bold one", "two"}));
     EXPECT_EQ(flat.horizontal, HorizontalAlignment::Right);
     EXPECT_EQ(flat.vertical, VerticalAlignment::Middle);
-    EXPECT_NEAR(flat.lineSpacing, 5, kNear);
-    EXPECT_NEAR(flat.wrapWidth, 40, kNear);
-    EXPECT_NEAR(flat.rotation(), std::numbers::pi / 6, kNear);
+    EXPECT_NEAR(flat.lineSpacing, 5, near);
+    EXPECT_NEAR(flat.wrapWidth, 40, near);
+    EXPECT_NEAR(flat.rotation(), std::numbers::pi / 6, near);
     text.extrusion = {0, 0, -1}; // seen from behind: the baseline stays where it is
     expectPoint(onlyText().direction, std::sqrt(3.0) / 2, 0.5);
     expectPoint(onlyText().up, 0.5, -std::sqrt(3.0) / 2);

@@ -80,12 +80,12 @@ TEST_P(OtherMakersFile, OldPolylinesHaveTheirVertices)
 {
     const Document document = readDrawing(path());
     const auto& flat = entity<HeavyPolyline>(document, 0);
-    EXPECT_EQ(flat.flags & HeavyPolyline::kClosed, 1);
+    EXPECT_EQ(flat.flags & HeavyPolyline::closedFlag, 1);
     ASSERT_EQ(flat.vertices.size(), 3u);
     EXPECT_EQ(document.find<Vertex>(flat.vertices[0])->bulge, 0.5);
     EXPECT_EQ(document.find<Vertex>(flat.vertices[2])->bulge, -1);
     const auto& spatial = entity<HeavyPolyline>(document, 1);
-    EXPECT_TRUE(spatial.flags & HeavyPolyline::kInSpace);
+    EXPECT_TRUE(spatial.flags & HeavyPolyline::inSpace);
     EXPECT_EQ(document.find<Vertex>(spatial.vertices[1])->position, (Vector3{1, 1, 2}));
     const auto& mesh = entity<HeavyPolyline>(document, 2);
     EXPECT_EQ(mesh.meshCountM, 2);
@@ -108,7 +108,7 @@ TEST_P(OtherMakersFile, BlocksAndTablesHaveTheirValues)
     const Block& door = *document.findBlock("DOOR");
     EXPECT_EQ(document.find<BlockBracket>(door.begin)->basePoint, (Vector3{1, 1, 0}));
     ASSERT_EQ(door.entities.size(), 3u);
-    EXPECT_EQ(document.find<Line>(door.entities[0])->color, kColorByBlock);
+    EXPECT_EQ(document.find<Line>(door.entities[0])->color, colorByBlock);
     EXPECT_EQ(document.find<AttributeDefinition>(door.entities[2])->prompt, "Door number");
     EXPECT_FALSE(document.findLayer("WALLS")->on);
     EXPECT_EQ(document.findLayer("WALLS")->color, 3);

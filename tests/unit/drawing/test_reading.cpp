@@ -39,7 +39,7 @@ TEST(Reading, OldPolylineKeepsItsVerticesWithBulgesAndWidths)
                                                    "0 VERTEX\n8 0\n10 1\n20 2\n42 -0.5\n"
                                                    "0 VERTEX\n8 0\n10 3\n20 4\n40 0.7\n41 0.8\n0 SEQEND\n8 0"));
     const auto& polyline = onlyEntity<HeavyPolyline>(document);
-    EXPECT_EQ(polyline.flags, HeavyPolyline::kClosed);
+    EXPECT_EQ(polyline.flags, HeavyPolyline::closedFlag);
     EXPECT_EQ(polyline.elevation, 2.5);
     EXPECT_EQ(polyline.startWidth, 0.3);
     EXPECT_EQ(polyline.endWidth, 0.4);
@@ -80,7 +80,7 @@ TEST(Reading, PropertiesOfAllEntitiesAreFoundWhereverTheyStand)
         readDxf(entitiesFile("0 ODD\n5 30\n100 AcDbEntity\n100 AcDbOdd\n8 WALLS\n70 0\n62 1\n6 X"));
     const auto& odd = onlyEntity<RawEntity>(document);
     EXPECT_EQ(odd.layer, "WALLS");
-    EXPECT_EQ(odd.color, kColorByLayer);
+    EXPECT_EQ(odd.color, colorByLayer);
     EXPECT_EQ(odd.kept, (std::vector<KeptGroups>{{"AcDbOdd", {{70, "0"}, {62, "1"}, {6, "X"}}}}));
 }
 

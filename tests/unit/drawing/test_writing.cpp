@@ -43,7 +43,7 @@ void addCurves(Document& document, Block& model)
     light.closed = true;
     light.points = {{{0, 0}, 0.5, 0.25, 1}, {{10, 0}, 0, 0, 0}, {{10, 10}, 0, 0, -0.3}};
     auto& heavy = add<HeavyPolyline>(document, model);
-    heavy.flags = HeavyPolyline::kClosed;
+    heavy.flags = HeavyPolyline::closedFlag;
     document.addVertex(heavy, std::make_unique<Vertex>()).position = {1, 2, 0};
     document.addVertex(heavy, std::make_unique<Vertex>()).position = {3, 4, 0};
     document.find<Vertex>(heavy.vertices[0])->bulge = 0.5;
@@ -96,7 +96,7 @@ void addImage(Document& document, Block& model)
     image.u = {0.0635, 0, 0};
     image.v = {0, 0.0635, 0};
     image.pixels = {20000, 14000};
-    image.display = Image::kShow | Image::kShowUnaligned | Image::kClip | Image::kTransparent;
+    image.display = Image::showFlag | Image::showUnaligned | Image::clipFlag | Image::transparent;
     image.clipped = true;
     image.clipType = Image::ClipType::Polygon;
     image.clip = {{-0.5, -0.5}, {99.5, -0.5}, {50, 80}, {-0.5, -0.5}};
@@ -105,7 +105,7 @@ void addImage(Document& document, Block& model)
     image.fade = 5;
     document.attachDefinition(image, definition);
     RasterVariables& variables = document.obtainRasterVariables();
-    variables.frame = RasterVariables::kFrameOff;
+    variables.frame = RasterVariables::frameOff;
     variables.units = 1;
 }
 
