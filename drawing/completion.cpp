@@ -13,7 +13,7 @@ namespace drawing {
 namespace {
 
 constexpr std::array<std::string_view, 9> tableKinds{"VPORT", "LTYPE", "LAYER",    "STYLE",       "VIEW",
-                                                      "UCS",   "APPID", "DIMSTYLE", "BLOCK_RECORD"};
+                                                     "UCS",   "APPID", "DIMSTYLE", "BLOCK_RECORD"};
 constexpr std::string_view modelSpaceName = "*Model_Space";
 constexpr std::string_view paperSpaceName = "*Paper_Space";
 
@@ -229,7 +229,8 @@ void DocumentBuilder::completeLayouts()
     for (const Handle handle : m_document.table("BLOCK_RECORD").records) {
         auto& block = *m_document.find<Block>(handle);
         const std::string_view name = block.recordName;
-        if (block.handle == m_document.m_modelSpace || sameName(name.substr(0, paperSpaceName.size()), paperSpaceName)) {
+        if (block.handle == m_document.m_modelSpace ||
+            sameName(name.substr(0, paperSpaceName.size()), paperSpaceName)) {
             completeLayout(block, layouts);
         }
     }

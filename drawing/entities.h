@@ -33,7 +33,7 @@ struct Entity : Object
 
     std::string layer = "0";
     std::string linetype = "ByLayer";
-    int color = colorByLayer;              // index 1 to 255, or colorByBlock, colorByLayer
+    int color = colorByLayer;               // index 1 to 255, or colorByBlock, colorByLayer
     std::optional<std::uint32_t> trueColor; // 0x00RRGGBB
     double linetypeScale = 1;
     int lineweight = -1; // 1/100 mm; -1 ByLayer, -2 ByBlock, -3 default

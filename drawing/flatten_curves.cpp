@@ -30,8 +30,8 @@ int arcSteps(double radius, double sweep, double tolerance)
     constexpr double quarters = 4;
     perTurn = std::ceil(perTurn / quarters) * quarters;
     constexpr double roundingSlack = 1e-9;
-    return std::max(1,
-                    static_cast<int>(std::ceil(std::min(std::abs(sweep), wholeTurn) / wholeTurn * perTurn - roundingSlack)));
+    return std::max(
+        1, static_cast<int>(std::ceil(std::min(std::abs(sweep), wholeTurn) / wholeTurn * perTurn - roundingSlack)));
 }
 
 std::vector<Vector2> arcPoints(const Vector2& center, double radius, double start, double sweep, int steps)

@@ -87,9 +87,9 @@ void Flattener::mtext(const MText& text, const Place& place)
 {
     constexpr double lineDistance = 5.0 / 3; // of the text's height, at the factor 1
     constexpr VerticalAlignment verticalCode[] = {VerticalAlignment::Top, VerticalAlignment::Middle,
-                                               VerticalAlignment::Bottom};
+                                                  VerticalAlignment::Bottom};
     constexpr HorizontalAlignment horizontalCode[] = {HorizontalAlignment::Left, HorizontalAlignment::Center,
-                                                   HorizontalAlignment::Right};
+                                                      HorizontalAlignment::Right};
     FlatText flat;
     flat.lines = plainLines(text.text);
     flat.height = text.height;

@@ -105,7 +105,7 @@ void addLegacyMarkers(Record& record)
     for (PlacedGroup& group : record.groups) {
         auto& part = group.code >= firstExtendedCode   ? extended
                      : contains(headCodes, group.code) ? head
-                                                        : parts[placeOf(group, subclasses)];
+                                                       : parts[placeOf(group, subclasses)];
         part.push_back(std::move(group));
     }
     parts.push_back(std::move(extended));

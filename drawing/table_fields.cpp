@@ -124,9 +124,9 @@ void RawTableRecord::fields(FieldVisitor& v)
         std::string_view marker;
     };
     static constexpr std::array<Marker, 4> markers{{{"VIEW", "AcDbViewTableRecord"},
-                                                     {"UCS", "AcDbUCSTableRecord"},
-                                                     {"APPID", "AcDbRegAppTableRecord"},
-                                                     {"DIMSTYLE", "AcDbDimStyleTableRecord"}}};
+                                                    {"UCS", "AcDbUCSTableRecord"},
+                                                    {"APPID", "AcDbRegAppTableRecord"},
+                                                    {"DIMSTYLE", "AcDbDimStyleTableRecord"}}};
     for (const Marker& known : markers) {
         if (known.kind == kind) {
             recordFields(v, known.marker);

@@ -7,7 +7,6 @@
 #include <system_error>
 #include <utility>
 
-
 namespace files {
 
 namespace {

@@ -5,8 +5,8 @@
 #include <cstring>
 #include <system_error>
 
-#include "imaging/error.h"
 #include "files/file_system.h"
+#include "imaging/error.h"
 
 namespace imaging {
 

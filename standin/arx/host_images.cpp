@@ -61,7 +61,7 @@ bool imageFramesShown()
 {
     const AcDbDatabase* database = drawingDatabase();
     const auto* variables = database ? std::as_const(database->state().document).rasterVariables() : nullptr;
-    return !variables || variables->frame != drawing::RasterVariables::kFrameOff;
+    return !variables || variables->frame != drawing::RasterVariables::frameOff;
 }
 
 } // namespace standin

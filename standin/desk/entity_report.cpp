@@ -29,8 +29,8 @@ std::wstring imageLine(const drawing::Document& document, const drawing::Image& 
     const double height = std::hypot(image.v.x, image.v.y) * image.pixels.y;
     return L"file " + file + L"  pixels " + formatNumber(image.pixels.x) + L" x " + formatNumber(image.pixels.y) +
            L"  size " + formatNumber(width) + L" x " + formatNumber(height) + L"  at " + at(image.position) +
-           ((image.display & drawing::Image::kShow) != 0 ? L"  shown" : L"  hidden") +
-           ((image.display & drawing::Image::kTransparent) != 0 ? L"  transparent" : L"");
+           ((image.display & drawing::Image::showFlag) != 0 ? L"  shown" : L"  hidden") +
+           ((image.display & drawing::Image::transparent) != 0 ? L"  transparent" : L"");
 }
 
 std::wstring geometryOf(const drawing::Document& document, const drawing::Entity& entity)

@@ -51,12 +51,12 @@ SceneImage imageOf(const drawing::FlatImage& flat, const drawing::Document& docu
                         toVec2(flat.u),
                         toVec2(flat.v),
                         {static_cast<int>(image.pixels.x), static_cast<int>(image.pixels.y)}};
-    placed.shown = (image.display & drawing::Image::kShow) != 0;
-    placed.transparent = (image.display & drawing::Image::kTransparent) != 0;
+    placed.shown = (image.display & drawing::Image::showFlag) != 0;
+    placed.transparent = (image.display & drawing::Image::transparent) != 0;
     placed.fade = std::clamp(image.fade, 0, 100);
     if (const auto* definition = document.find<drawing::ImageDefinition>(image.definition))
         placed.file = definition->path;
-    if (image.clipped && (image.display & drawing::Image::kClip) != 0)
+    if (image.clipped && (image.display & drawing::Image::clipFlag) != 0)
         placed.clip = clipOf(image, placed.placement);
     return placed;
 }

@@ -2,8 +2,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "imaging/error.h"
 #include "files/file_system.h"
+#include "imaging/error.h"
 #include "imaging/fresh_file.h"
 #include "imaging/raster_file.h"
 #include "tests/support/files.h"

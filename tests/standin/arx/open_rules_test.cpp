@@ -153,7 +153,7 @@ TEST_F(OpenRulesTest, AnEntityOnALockedLayerIsOnlyRead)
 {
     auto layer = std::make_unique<drawing::Layer>();
     layer->recordName = "Survey";
-    layer->flags = drawing::Layer::kLocked;
+    layer->flags = drawing::Layer::lockedFlag;
     drawing::Layer& locked = standin::document().addRecord(std::move(layer));
     const standin::Handle line = addLine();
     standin::document().find<drawing::Line>(line)->layer = "SURVEY";

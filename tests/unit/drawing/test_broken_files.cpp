@@ -10,9 +10,9 @@ namespace drawing::test {
 using testing::HasSubstr;
 
 const char* const cyclicBlocks = "0 SECTION\n2 BLOCKS\n"
-                                  "0 BLOCK\n8 0\n2 A\n10 0\n20 0\n0 INSERT\n8 0\n2 B\n10 0\n20 0\n0 ENDBLK\n"
-                                  "0 BLOCK\n8 0\n2 B\n10 0\n20 0\n0 INSERT\n8 0\n2 a\n10 0\n20 0\n0 ENDBLK\n"
-                                  "0 ENDSEC\n0 EOF";
+                                 "0 BLOCK\n8 0\n2 A\n10 0\n20 0\n0 INSERT\n8 0\n2 B\n10 0\n20 0\n0 ENDBLK\n"
+                                 "0 BLOCK\n8 0\n2 B\n10 0\n20 0\n0 INSERT\n8 0\n2 a\n10 0\n20 0\n0 ENDBLK\n"
+                                 "0 ENDSEC\n0 EOF";
 
 TEST(BrokenFile, IsRefusedWithLineAndReason)
 {
