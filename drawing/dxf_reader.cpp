@@ -5,6 +5,7 @@
 
 #include "drawing/block_cycles.h"
 #include "drawing/legacy_markers.h"
+#include "drawing/lower_case.h"
 #include "drawing/numbers.h"
 #include "drawing/object_factory.h"
 
@@ -24,15 +25,6 @@ TextEncoding encodingOf(const FileSurvey& survey)
         return TextEncoding();
     }
     return TextEncoding(survey.codePage);
-}
-
-std::string lowerCase(std::string_view text)
-{
-    std::string result(text);
-    for (char& c : result) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    }
-    return result;
 }
 
 // The release 12 has other names for the blocks of the two spaces.

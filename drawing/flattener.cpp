@@ -6,6 +6,7 @@
 
 #include "drawing/flatten_curves.h"
 #include "drawing/flatten_polylines.h"
+#include "drawing/lower_case.h"
 
 namespace drawing {
 
@@ -13,15 +14,6 @@ namespace {
 
 constexpr double radiansPerDegree = std::numbers::pi / 180;
 constexpr double wholeTurn = 2 * std::numbers::pi;
-
-std::string lowerCase(const std::string& text)
-{
-    std::string result = text;
-    for (char& c : result) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    }
-    return result;
-}
 
 // Counter-clockwise from start to end, in radians. Equal angles make a full turn, and so does an end that lies whole
 // turns above the start but for the rounding of the digits in a file.

@@ -20,21 +20,6 @@ Vector3 operator*(const Vector3& a, double factor)
     return {a.x * factor, a.y * factor, a.z * factor};
 }
 
-Vector2 operator+(const Vector2& a, const Vector2& b)
-{
-    return {a.x + b.x, a.y + b.y};
-}
-
-Vector2 operator-(const Vector2& a, const Vector2& b)
-{
-    return {a.x - b.x, a.y - b.y};
-}
-
-Vector2 operator*(const Vector2& a, double factor)
-{
-    return {a.x * factor, a.y * factor};
-}
-
 double dot(const Vector3& a, const Vector3& b)
 {
     return a.x * b.x + a.y * b.y + a.z * b.z;

@@ -8,6 +8,9 @@ struct Vector2
 {
     double x = 0;
     double y = 0;
+    friend Vector2 operator+(const Vector2& a, const Vector2& b) { return {a.x + b.x, a.y + b.y}; }
+    friend Vector2 operator-(const Vector2& a, const Vector2& b) { return {a.x - b.x, a.y - b.y}; }
+    friend Vector2 operator*(const Vector2& a, double factor) { return {a.x * factor, a.y * factor}; }
     bool operator==(const Vector2&) const = default;
 };
 
@@ -22,9 +25,6 @@ struct Vector3
 Vector3 operator+(const Vector3& a, const Vector3& b);
 Vector3 operator-(const Vector3& a, const Vector3& b);
 Vector3 operator*(const Vector3& a, double factor);
-Vector2 operator+(const Vector2& a, const Vector2& b);
-Vector2 operator-(const Vector2& a, const Vector2& b);
-Vector2 operator*(const Vector2& a, double factor);
 double dot(const Vector3& a, const Vector3& b);
 Vector3 cross(const Vector3& a, const Vector3& b);
 double length(const Vector3& a);

@@ -310,18 +310,13 @@ LeftInSystem endCallsInto(HMODULE file)
     return left;
 }
 
-int threadsIn(HMODULE file)
+StillRunning stillRunningIn(HMODULE file)
 {
     const std::lock_guard guard(notes().mutex);
     forgetEndedThreads();
     const auto& threads = notes().threads;
-    return int(std::count_if(threads.begin(), threads.end(), [&](const Thread& t) { return liesIn(t.code, file); }));
-}
-
-int ownReferences(HMODULE file)
-{
-    const std::lock_guard guard(notes().mutex);
-    return std::max(notes().references[file], 0);
+    const auto runs = [&](const Thread& thread) { return liesIn(thread.code, file); };
+    return {int(std::count_if(threads.begin(), threads.end(), runs)), std::max(notes().references[file], 0)};
 }
 
 } // namespace standin

@@ -23,9 +23,12 @@ struct LeftInSystem
 /// Ends what calls into the file, and how much of it there was.
 LeftInSystem endCallsInto(HMODULE file);
 
-/// Threads that run the file's code now.
-int threadsIn(HMODULE file);
-/// References to the file that its own code took and has not given back, so that it stays in memory.
-int ownReferences(HMODULE file);
+struct StillRunning
+{
+    int threads = 0;    // that run the file's code
+    int references = 0; // to the file that its own code took and has not given back, so that it stays in memory
+};
+/// As of one moment: a thread's end takes one of both.
+StillRunning stillRunningIn(HMODULE file);
 
 } // namespace standin

@@ -106,8 +106,7 @@ void dropLeftovers(const Module& module)
 // A thread that holds the file itself may outlive the unloading: the file goes when the thread lets go of it.
 void freeFile(const Module& module)
 {
-    const int threads = threadsIn(module.handle);
-    const int references = ownReferences(module.handle);
+    const auto [threads, references] = stillRunningIn(module.handle);
     noteLeft(module, threads - references, "threads that do not hold its file");
     noteLeft(module, references - threads, "references to its file without a thread to give them back");
     if (threads <= references)

@@ -83,6 +83,7 @@ const Directive table[] = {
     row(L"expect no box", &Player::expectNoBox),
     row(L"expect text", readControlText, &Player::expectText),
     row(L"expect said", text, &Player::expectSaid),
+    row(L"expect breach", text, &Player::expectBreach),
     row(L"expect file", path, &Player::expectFile),
     row(L"expect no file", path, &Player::expectNoFile),
     row(L"expect entities", number("the number of entities"), &Player::expectEntities),

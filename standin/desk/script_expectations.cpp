@@ -177,4 +177,9 @@ void Player::expectSaid(const std::wstring& text)
         throw Miss{L"the command line last said " + inQuotes(transcript.substr(transcript.rfind(L'\n') + 1))};
 }
 
+void Player::expectBreach(const std::wstring& text)
+{
+    m_expectedBreaches.push_back(text);
+}
+
 } // namespace desk::script

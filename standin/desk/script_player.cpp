@@ -1,7 +1,11 @@
 #include "standin/desk/script_player.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
+
+#include "standin/host.h"
+#include "standin/text.h"
 
 namespace desk::script {
 namespace {
@@ -29,10 +33,29 @@ void Player::finish()
         MSG message;
         PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
     }
-    if (m_player.joinable())
-        m_player.join();
-    if (m_watchdog.joinable())
-        m_watchdog.join();
+    if (!m_player.joinable())
+        return;
+    m_player.join();
+    m_watchdog.join();
+    judgeBreaches();
+}
+
+void Player::judgeBreaches()
+{
+    std::vector<std::wstring> missing = m_expectedBreaches;
+    for (const std::string& breach : standin::breaches()) {
+        const std::wstring text = standin::fromUtf8(breach);
+        const auto expected = [&](const std::wstring& words) { return text.find(words) != std::wstring::npos; };
+        if (std::ranges::none_of(m_expectedBreaches, expected)) {
+            ++m_misses;
+            m_console.line(L"MISSED: a rule of the host's was broken: " + text);
+        }
+        std::erase_if(missing, expected);
+    }
+    for (const std::wstring& words : missing) {
+        ++m_misses;
+        m_console.line(L"MISSED: no rule of the host's was broken in the words \"" + words + L"\"");
+    }
 }
 
 void Player::start(std::vector<Step> steps)

@@ -43,7 +43,8 @@ public:
 
     /// When the last step has been played, or one was missed, the desk is closed.
     void start(std::vector<Step> steps);
-    /// Waits for the run's end; what the script thread asks meanwhile is answered.
+    /// Waits for the run's end; what the script thread asks meanwhile is answered. A breach of the host's rules that no
+    /// step expected, or one that was expected and did not come, is a miss.
     void finish();
     Outcome outcome() const { return m_misses == 0 ? Outcome::allHeld : Outcome::missed; }
 
@@ -87,6 +88,8 @@ public:
     void expectNoBox();
     void expectText(const ControlText& expected);
     void expectSaid(const std::wstring& text);
+    /// The host will note a breach of its rules by a module, in these words among others, by the end of the run.
+    void expectBreach(const std::wstring& text);
     void expectFile(const std::filesystem::path& path) { expectFileToBe(path, true); }
     void expectNoFile(const std::filesystem::path& path) { expectFileToBe(path, false); }
     void expectEntities(int count);
@@ -102,6 +105,7 @@ private:
     void run();
     bool playAll();
     void leave() const;
+    void judgeBreaches();
     void showTranscript();
     void watch() const;
 
@@ -136,6 +140,7 @@ private:
     std::optional<POINT> m_pointer; // where the script's mouse was last, in view pixels
     std::vector<Step> m_steps;
     std::size_t m_transcriptShown = 0; // characters
+    std::vector<std::wstring> m_expectedBreaches;
     std::atomic<int> m_misses = 0;
     std::atomic<const Step*> m_present = nullptr;
     HANDLE m_over; // an event

@@ -1,18 +1,11 @@
 #pragma once
 
+#include "drawing/geometry.h"
+
 namespace desk {
 
 /// A point or a displacement: in drawing units (y up) or in view pixels (y down), as the name beside it says.
-struct Vec2
-{
-    double x = 0;
-    double y = 0;
-
-    friend Vec2 operator+(Vec2 a, Vec2 b) { return {a.x + b.x, a.y + b.y}; }
-    friend Vec2 operator-(Vec2 a, Vec2 b) { return {a.x - b.x, a.y - b.y}; }
-    friend Vec2 operator*(Vec2 a, double factor) { return {a.x * factor, a.y * factor}; }
-    friend bool operator==(const Vec2&, const Vec2&) = default;
-};
+using Vec2 = drawing::Vector2;
 
 /// An upright box. Empty until a point has been put into it.
 struct Box

@@ -1,6 +1,7 @@
 // The module's own file, loaded by the host as it would be at a draughtsman's desk.
 
 #include <windows.h>
+#include <gmock/gmock.h>
 #include <tlhelp32.h>
 
 #include "tests/module/support/desk_fixture.h"
@@ -98,6 +99,45 @@ TEST_F(LoadedModule, LoadingTwiceOverLeavesNothingBehind)
         EXPECT_EQ(standin::selectionSets(), 0);
         PostMessageW(view().m_hWnd, WM_MOUSEMOVE, 0, 0);
         test::pumpAll(); // a hook that was left would call into code that has gone
+    }
+}
+
+TEST_F(LoadedModule, UnloadedInAnyStateItLeavesNothingBehind)
+{
+    // A picture of 100 by 100 drawing units, with the middle of the view in it.
+    const auto post = [this](UINT message, int x, int y) {
+        PostMessageW(view().m_hWnd, message, 0, MAKELPARAM(x, y));
+        test::pumpAll();
+    };
+    enum class Until
+    {
+        Started,
+        Pressed,
+        Released
+    };
+    for (const wchar_t* command : {L"ORVO_SELAREA", L"ORVO_RASPEN", L"ORVO_RASLINE", L"ORVO_RASERAS", L"ORVO_FLIPH"}) {
+        for (const Until until : {Until::Started, Until::Pressed, Until::Released}) {
+            SCOPED_TRACE(std::filesystem::path(command).string() + ", " + std::to_string(static_cast<int>(until)));
+            openDrawing({test::blank(100, 100)}, {{.x = -50, .y = -50}});
+            load();
+            run(L"ORVO_SELRAS");
+            post(WM_LBUTTONDOWN, 505, 495);
+            post(WM_LBUTTONUP, 505, 495);
+            run(command);
+            if (until != Until::Started) {
+                post(WM_LBUTTONDOWN, 400, 400);
+                post(WM_MOUSEMOVE, 600, 500);
+            }
+            if (until == Until::Released)
+                post(WM_LBUTTONUP, 600, 500);
+            ASSERT_FALSE(standin::unloadModule(L"HVA6"));
+            EXPECT_EQ(GetModuleHandleW(L"HVA6_13_64.arx"), nullptr);
+            EXPECT_EQ(standin::openObjects(), 0);
+            EXPECT_EQ(GetCapture(), nullptr);
+            EXPECT_THAT(standin::breaches(), testing::IsEmpty());
+            post(WM_MOUSEMOVE, 300, 300);
+            standin::closeDrawing();
+        }
     }
 }
 
