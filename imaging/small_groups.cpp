@@ -119,9 +119,10 @@ private:
             Run& run = m_runs[i];
             while (previous < current && m_runs[previous].end + reach <= run.begin)
                 ++previous;
-            for (std::size_t j = previous; j < current && m_runs[j].begin < run.end + reach; ++j)
+            for (std::size_t j = previous; j < current && m_runs[j].begin < run.end + reach; ++j) {
                 run.group =
                     run.group == unlabelled ? extend(m_runs[j].group, run) : join(run.group, m_runs[j].group, y);
+            }
             if (run.group == unlabelled) {
                 run.group = std::uint32_t(m_groups.size());
                 m_groups.push_back({run.group, run.begin, run.end, y});
