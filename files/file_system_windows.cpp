@@ -1,4 +1,5 @@
 #include <windows.h>
+#include <algorithm>
 #include <cstring>
 #include <system_error>
 

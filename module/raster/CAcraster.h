@@ -140,8 +140,8 @@ public:
     // Requests to the worker. A request that fails leaves the image as it was and says nothing. One whose reply can't
     // be read back has failed.
 
-    /// Puts the region's pixels on the clipboard, as a device-independent bitmap.
-    void CopyToClipboard();
+    /// Puts the region's pixels on the clipboard, as a device-independent bitmap. False if they did not come there.
+    bool CopyToClipboard();
     /// Lays the clipboard's bitmap down with its top left corner at a pixel; only its ink if `transparent` is set.
     void PasteFromClipboard(CPoint position, bool transparent);
     void Invert();
@@ -185,7 +185,9 @@ private:
     bool SendSave(const CString& source, const CString& target, DWORD formatCode, CRgn* region) const;
     bool SaveOntoOwnFile(CTempFile& source, const CString& path, DWORD formatCode, CRgn* region);
     void LetGoOfFile();
-    void ShowEditedImage(CTempFile& source, const CString& path);
+    std::unique_ptr<Atil::Image> Load();
+    std::unique_ptr<Atil::Image> LoadFrom(const CString& file, const CString& name);
+    void ShowEditedImage(CTempFile& source, const CString& name);
 
     const unsigned m_nSerial;
     Life m_life = Life::Failed;

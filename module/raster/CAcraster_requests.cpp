@@ -35,7 +35,7 @@ bool CAcraster::ReadBack(const CString& path)
     return true;
 }
 
-void CAcraster::CopyToClipboard()
+bool CAcraster::CopyToClipboard()
 {
     const CTempFile file;
     WriteTiff(file.m_strPath);
@@ -43,7 +43,7 @@ void CAcraster::CopyToClipboard()
     message.copyToClipboard.file = file.m_strPath;
     const LentRegion region(message.copyToClipboard.region, m_pRegion.get());
     ReleaseClipboardOfThisThread();
-    SendToWorker(message);
+    return SendToWorker(message);
 }
 
 void CAcraster::PasteFromClipboard(CPoint position, bool transparent)

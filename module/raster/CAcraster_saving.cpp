@@ -1,5 +1,6 @@
 // The working image in files: written as TIFF for the worker, read back from it, saved under a name of the user's.
 
+#include "module/base/CScopeGuard.h"
 #include "module/base/CTempFile.h"
 #include "module/base/SayOnCommandLine.h"
 #include "module/raster/CAcraster.h"
@@ -117,37 +118,48 @@ bool CAcraster::SendSave(const CString& source, const CString& target, DWORD for
     return SendToWorker(message);
 }
 
-// The order: the host lets go of the file; the file is set aside; the worker writes its successor; the old file goes
-// and the host loads the new one. If the file is held all the same, the successor waits in the temporary folder for a
-// later swap. If a step fails, the old file comes back and the edited image stays in the drawing.
+// The order: the host lets go of the file; the file is set aside; the worker writes its successor; the host loads it
+// and the old file goes. If the file is held all the same, the successor is shown from the temporary folder and waits
+// there for a later swap. If a step fails, the old file comes back and the edited image stays in the drawing.
 bool CAcraster::SaveOntoOwnFile(CTempFile& source, const CString& path, DWORD formatCode, CRgn* region)
 {
     if (IsMarkedReadOnly(path)) {
         SayOnCommandLine(L"The raster was not saved: its file is write-protected.");
         return false;
     }
+    const CString name(m_objects.m_pDefinition->activeFileName());
     LetGoOfFile();
+    CScopeGuard showEdited([&] { ShowEditedImage(source, name); });
     CSetAsideFile former;
     const FileRelease release = former.SetAside(path);
-    // Only the name: the file that the worker puts there has to outlast this object.
-    const CString target = release == FileRelease::Held ? CTempFile().m_strPath : path;
-    const bool saved = release != FileRelease::WriteProtected && SendSave(source.m_strPath, target, formatCode, region);
+    if (release == FileRelease::WriteProtected) {
+        SayOnCommandLine(L"The raster was not saved: its file can't be replaced.");
+        return false;
+    }
+    // What failed for now leaves nothing in the temporary folder; what waits there for its swap has to outlast this.
+    CTempFile waiting;
+    const bool held = release == FileRelease::Held;
+    const CString target = held ? waiting.m_strPath : path;
+    if (!SendSave(source.m_strPath, target, formatCode, region)) {
+        SayOnCommandLine(workerFailed);
+        return false;
+    }
+    std::unique_ptr<Atil::Image> saved = held ? LoadFrom(target, name) : Load();
     if (!saved) {
-        SayOnCommandLine(release == FileRelease::WriteProtected
-                             ? L"The raster was not saved: its file can't be replaced."
-                             : workerFailed);
-        if (!former.PutBack())
-            SayOnCommandLine(L"The raster's former file lies in " + former.AsidePath());
-        ShowEditedImage(source, path);
+        SayOnCommandLine(L"The raster was not saved: what was written can't be read.");
         return false;
     }
 
+    showEdited.Dismiss();
     former.Remove();
-    if (release == FileRelease::Held)
+    // A successor from an earlier saving has come too late.
+    DropPendingFileSwap(path);
+    if (held) {
+        waiting.m_nKeep = 1;
         PostponeFileSwap({target, path, m_objects.m_pDefinition->objectId()});
-    m_objects.m_pDefinition->load();
+    }
     if (m_life == Life::Managed)
-        TakeWorkingImage();
+        m_pImage = saved.release();
     // What was a part of the image is the whole of it now.
     if (region)
         ResetRegion();
@@ -163,27 +175,40 @@ void CAcraster::LetGoOfFile()
     m_objects.m_pDefinition->unload(true);
 }
 
-// Puts the edited image back into the drawing, from the file that it was written to. It is loaded from there in place
-// of the raster's own file, whose image may be of another size, and assigned to itself, so that it counts as edited.
-void CAcraster::ShowEditedImage(CTempFile& source, const CString& path)
+// Loads the definition's image; a copy of it, or null if it can't be read.
+std::unique_ptr<Atil::Image> CAcraster::Load()
 {
+    m_objects.m_pDefinition->load();
+    return std::unique_ptr<Atil::Image>(m_objects.m_pDefinition->imageCopy(true));
+}
+
+// The same from another file, under whose name it does not go on.
+std::unique_ptr<Atil::Image> CAcraster::LoadFrom(const CString& file, const CString& name)
+{
+    m_objects.m_pDefinition->setActiveFileName(file);
+    std::unique_ptr<Atil::Image> image = Load();
+    m_objects.m_pDefinition->setActiveFileName(name);
+    return image;
+}
+
+// Puts the edited image back into the drawing, from the file that it was written to. It is loaded from there in place
+// of the raster's own file, whose image may be of another size, and assigned to itself, so that it counts as edited. An
+// image that the host is about to delete, or that did not come back, lives on in its file alone.
+void CAcraster::ShowEditedImage(CTempFile& source, const CString& name)
+{
+    source.m_nKeep = 1;
     AcDbRasterImageDef& definition = *m_objects.m_pDefinition;
-    definition.setActiveFileName(source.m_strPath);
-    definition.load();
+    std::unique_ptr<Atil::Image> edited = LoadFrom(source.m_strPath, name);
     Atil::Image* shown = nullptr;
-    const std::unique_ptr<Atil::Image> edited(definition.imageCopy(true));
-    const bool back = edited && definition.openImage(shown) == Acad::eOk;
-    if (back) {
+    if (edited && definition.openImage(shown) == Acad::eOk) {
         *shown = *edited;
         definition.closeImage();
         definition.setImageModified(true);
+        if (m_life == Life::Managed) {
+            m_pImage = edited.release();
+            source.m_nKeep = 0;
+        }
     }
-    definition.setActiveFileName(path);
-    if (m_life == Life::Managed)
-        TakeWorkingImage();
-    // An image that the host is about to delete, or that did not come back, lives on in its file alone.
-    if (!back || m_life == Life::Borrowed) {
-        source.m_nKeep = 1;
+    if (source.m_nKeep)
         SayOnCommandLine(L"The edited raster lies in " + source.m_strPath);
-    }
 }

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "module/base/CScopeGuard.h"
 #include "module/base/SayOnCommandLine.h"
 #include "module/raster/CDocumentLock.h"
 #include "module/raster/SetAsideFile.h"
@@ -18,11 +19,19 @@ bool IsFile(const CString& path)
     return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
+// By way of a name beside the target: from another drive the file is copied, which may break off.
 bool ReplaceFile(const PendingFileSwap& swap)
 {
     CSetAsideFile former;
-    if (former.SetAside(swap.targetPath) != FileRelease::Freed || !MoveFileW(swap.sourcePath, swap.targetPath))
+    if (former.SetAside(swap.targetPath) != FileRelease::Freed)
         return false;
+    const CString fresh = FreeNameBeside(swap.targetPath);
+    if (!MoveFileW(swap.sourcePath, fresh))
+        return false;
+    if (!MoveFileW(fresh, swap.targetPath)) {
+        MoveFileW(fresh, swap.sourcePath);
+        return false;
+    }
     former.Remove();
     return true;
 }
@@ -35,14 +44,22 @@ void PostponeFileSwap(const PendingFileSwap& swap)
     g_pPendingFileSwap = std::make_unique<PendingFileSwap>(swap);
 }
 
+void DropPendingFileSwap(const CString& target)
+{
+    if (!g_pPendingFileSwap || !IsSameFile(g_pPendingFileSwap->targetPath, target))
+        return;
+    DeleteFileW(g_pPendingFileSwap->sourcePath);
+    g_pPendingFileSwap.reset();
+}
+
 void RunPendingFileSwap()
 {
     // A tick that comes by while the host loads the image leaves the next one alone.
     if (!g_pPendingFileSwap || std::exchange(replacing, true))
         return;
+    const CScopeGuard over([] { replacing = false; });
     const std::unique_ptr<PendingFileSwap> swap = std::move(g_pPendingFileSwap);
     RunFileSwap(*swap);
-    replacing = false;
 }
 
 void RunFileSwap(const PendingFileSwap& swap)
@@ -54,14 +71,16 @@ void RunFileSwap(const PendingFileSwap& swap)
     AcDbRasterImageDef* definition = nullptr;
     if (swap.definitionId.isValid())
         acdbOpenObject(definition, swap.definitionId, AcDb::kForWrite);
+    const CScopeGuard close([definition] {
+        if (definition)
+            definition->close();
+    });
     // An image that the user had unloaded stays so, and one that was edited since the saving is not thrown away.
     const bool loadAgain = definition && definition->isLoaded() && !definition->imageModified();
     if (loadAgain)
         definition->unload(false);
     if (!ReplaceFile(swap))
-        SayOnCommandLine(L"The raster's file is still in use. The saved raster lies in " + swap.sourcePath);
+        SayOnCommandLine(L"The raster's file could not be replaced. The saved raster lies in " + swap.sourcePath);
     if (loadAgain)
         definition->load();
-    if (definition)
-        definition->close();
 }

@@ -18,6 +18,9 @@ extern std::unique_ptr<PendingFileSwap> g_pPendingFileSwap;
 /// Leaves the replacement for later. One that waits already has its turn now.
 void PostponeFileSwap(const PendingFileSwap& swap);
 
+/// Gives up the one that waits for that target, with its saved file: the target has been saved anew.
+void DropPendingFileSwap(const CString& target);
+
 /// Takes the postponed replacement out of its slot and carries it out, whether it works or not.
 void RunPendingFileSwap();
 

@@ -2,21 +2,11 @@
 
 #include <vector>
 
+#include "module/base/SayOnCommandLine.h"
+
 namespace {
 
 constexpr DWORD longestPath = 32768;
-
-// A free name beside the file, short, so that it does not become too long where the file's own is just short enough.
-CString FreeNameBeside(const CString& path)
-{
-    const CString folder = path.Left(path.ReverseFind(L'\\') + 1);
-    CString free;
-    for (DWORD number = GetTickCount();; ++number) {
-        free.Format(L"%sHV%08lx.old", static_cast<LPCWSTR>(folder), number);
-        if (GetFileAttributesW(free) == INVALID_FILE_ATTRIBUTES)
-            return free;
-    }
-}
 
 FileRelease ReleaseOfError(DWORD error)
 {
@@ -65,10 +55,12 @@ FileRelease CSetAsideFile::SetAside(const CString& path)
     if (IsMarkedReadOnly(path))
         return FileRelease::WriteProtected;
     const CString free = FreeNameBeside(path);
-    if (!MoveFileW(path, free))
-        return ReleaseOfError(GetLastError());
+    if (MoveFileW(path, free)) {
+        m_strAside = free;
+    } else if (const FileRelease release = ReleaseOfError(GetLastError()); release != FileRelease::Freed) {
+        return release;
+    }
     m_strPath = path;
-    m_strAside = free;
     return FileRelease::Freed;
 }
 
@@ -76,17 +68,29 @@ void CSetAsideFile::Remove()
 {
     if (!m_strAside.IsEmpty())
         DeleteFileW(m_strAside);
-    m_strAside.Empty();
+    m_strPath.Empty();
 }
 
-bool CSetAsideFile::PutBack()
+void CSetAsideFile::PutBack()
 {
-    if (m_strAside.IsEmpty())
-        return true;
-    if (!MoveFileExW(m_strAside, m_strPath, MOVEFILE_REPLACE_EXISTING))
-        return false;
-    m_strAside.Empty();
-    return true;
+    if (m_strPath.IsEmpty())
+        return;
+    if (m_strAside.IsEmpty()) {
+        DeleteFileW(m_strPath);
+    } else if (!MoveFileExW(m_strAside, m_strPath, MOVEFILE_REPLACE_EXISTING)) {
+        SayOnCommandLine(L"The raster's former file lies in " + m_strAside);
+    }
+}
+
+CString FreeNameBeside(const CString& path)
+{
+    const CString folder = path.Left(path.ReverseFind(L'\\') + 1);
+    CString free;
+    for (DWORD number = GetTickCount();; ++number) {
+        free.Format(L"%sHV%08lx.old", static_cast<LPCWSTR>(folder), number);
+        if (GetFileAttributesW(free) == INVALID_FILE_ATTRIBUTES)
+            return free;
+    }
 }
 
 bool IsMarkedReadOnly(const CString& path)

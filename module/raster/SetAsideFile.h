@@ -11,7 +11,8 @@ enum class FileRelease
 };
 
 /// A file that is about to be replaced, renamed within its own folder instead of deleted. Unless its successor has
-/// come, it comes back under its name at the end.
+/// come, it comes back under its name at the end, over whatever stands in its place; where there was none, none is
+/// left. If it can't come back, the command line says where it lies.
 class CSetAsideFile
 {
 public:
@@ -25,16 +26,17 @@ public:
     FileRelease SetAside(const CString& path);
     /// The successor is in place: the old file goes.
     void Remove();
-    /// Puts the old file back over whatever stands in its place. False if it could not: AsidePath tells where it lies.
-    bool PutBack();
-
-    /// Empty if nothing is set aside.
-    const CString& AsidePath() const { return m_strAside; }
 
 private:
-    CString m_strPath;
-    CString m_strAside;
+    void PutBack();
+
+    CString m_strPath;  // empty if there is nothing to put back
+    CString m_strAside; // empty if there was no file
 };
+
+/// A free name in the folder of the file; short, so that it does not become too long where the file's own is just short
+/// enough.
+CString FreeNameBeside(const CString& path);
 
 /// Whether the file, if there is one, is marked as not to be written.
 bool IsMarkedReadOnly(const CString& path);

@@ -172,6 +172,10 @@ int CFreeRotateTool::OnLButtonDown(CPoint point, UINT /*flags*/)
     if (!m_bReady)
         return 1;
     RestoreScreen();
+    // Of a press whose release never came.
+    if (m_pDrag)
+        ReplacePen(restColor);
+    m_pDrag.reset();
     m_draggedPart = HitAt(point);
     if (m_draggedPart == CRotateHandles::None)
         return 1;

@@ -1,5 +1,6 @@
 #include "module/tools/CRasArrowTool.h"
 
+#include "module/base/SayOnCommandLine.h"
 #include "module/raster/CAcraster.h"
 #include "module/raster/CCurentRaster.h"
 #include "module/resources/resource.h"
@@ -18,6 +19,16 @@ void DeleteSelectedPixels(CAcraster& raster)
     raster.SetColor(0xFFFFFF);
     raster.FillRegion();
     raster.Reload();
+}
+
+// What could not be copied stays: nothing would bring it back.
+void CutSelectedPixels(CAcraster& raster)
+{
+    if (raster.CopyToClipboard()) {
+        DeleteSelectedPixels(raster);
+    } else {
+        SayOnCommandLine(L"The area was not cut: it could not be copied.");
+    }
 }
 
 void InvertSelection(CAcraster& raster)
@@ -215,9 +226,11 @@ int CRasArrowTool::OnCommand(UINT id)
     const CCurentRaster current;
     if (!current.m_pRaster)
         return 1;
-    if (id == ID_AREA_COPY || id == ID_AREA_CUT)
+    if (id == ID_AREA_COPY)
         current.m_pRaster->CopyToClipboard();
-    if (id == ID_AREA_DELETE || id == ID_AREA_CUT)
+    if (id == ID_AREA_CUT)
+        CutSelectedPixels(*current.m_pRaster);
+    if (id == ID_AREA_DELETE)
         DeleteSelectedPixels(*current.m_pRaster);
     if (id == ID_AREA_INVERT) {
         InvertSelection(*current.m_pRaster);

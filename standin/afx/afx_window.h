@@ -1,6 +1,7 @@
 // CWnd: a window of the operating system with a C++ object attached to it.
 #pragma once
 
+#include <windows.h>
 #include <shellapi.h>
 
 #include "standin/afx/afx_command.h"

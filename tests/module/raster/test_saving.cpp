@@ -132,7 +132,9 @@ TEST_F(Saving, NothingIsLostWhateverFails)
         std::vector<std::string> worker; // what its runs do; each request has two tries when they fail fast
         bool vanished = false;           // the file had gone before
         bool held = false;               // somebody else has it open
+        const char* said = "The raster was not saved: the file could not be written.";
     };
+    const auto temporaryBefore = test::temporaryFiles();
     const Fault faults[] = {
         {"ends before WORKING", {"silent", "silent"}},
         {"ends after WORKING", {"dies", "dies"}},
@@ -143,6 +145,12 @@ TEST_F(Saving, NothingIsLostWhateverFails)
         {"ends, and the file had vanished", {"dies", "dies"}, true},
         {"leaves half a file where there was none", {"half-writes", "half-writes"}, true},
         {"ends, and the file is held", {"dies", "dies"}, false, true},
+        {"ends after it wrote, and the file is held", {"writes", "writes"}, false, true},
+        {"says that all went well, but did not do it",
+         {"spoils"},
+         false,
+         false,
+         "The raster was not saved: what was written can't be read."},
     };
     for (const Fault& fault : faults) {
         for (const bool relative : {false, true}) {
@@ -157,9 +165,14 @@ TEST_F(Saving, NothingIsLostWhateverFails)
             EXPECT_FALSE(raster.SaveAs(ownFile().c_str(), group4, nullptr));
             EXPECT_FALSE(g_pPendingFileSwap);
             held.reset();
-            EXPECT_TRUE(fault.vanished || readPicture(ownFile()) == steps);
+            if (fault.vanished) {
+                EXPECT_FALSE(std::filesystem::exists(ownFile())) << "a file that was not whole was left";
+            } else {
+                EXPECT_EQ(readPicture(ownFile()), steps);
+            }
+            EXPECT_EQ(test::temporaryFiles(), temporaryBefore);
             EXPECT_EQ(pictureInDrawing(0), flippedSteps);
-            EXPECT_THAT(m_said, testing::ElementsAre(L"The raster was not saved: the file could not be written."));
+            EXPECT_THAT(m_said, testing::ElementsAre(std::wstring(fault.said, fault.said + strlen(fault.said))));
             // The edits live on: the next try has them.
             EXPECT_TRUE(raster.SaveAs(ownFile().c_str(), group4, nullptr));
             EXPECT_EQ(readPicture(ownFile()), flippedSteps);
@@ -320,6 +333,45 @@ TEST_F(Saving, ASwapOntoAFileThatIsStillHeldLeavesBothFilesAndSaysWhereTheSavedO
     EXPECT_THAT(m_said, testing::ElementsAre(testing::EndsWith(file("new.tif").wstring())));
 }
 
+TEST_F(Saving, ASwapThatWaitsGivesWayToALaterSaving)
+{
+    CAcraster& raster = openEdited(false);
+    for (const bool heldAgain : {false, true}) {
+        {
+            const HeldFile held(ownFile());
+            ASSERT_TRUE(raster.SaveAs(ownFile().c_str(), group4, nullptr));
+        }
+        ASSERT_TRUE(g_pPendingFileSwap);
+        raster.FlipHorizontal();
+        raster.Reload();
+        const Picture later = pictureInDrawing(0);
+        {
+            std::optional<HeldFile> held;
+            if (heldAgain)
+                held.emplace(ownFile());
+            ASSERT_TRUE(raster.SaveAs(ownFile().c_str(), group4, nullptr));
+        }
+        raster.Unlock();
+        RunPendingFileSwap();
+        raster.Lock(1);
+        EXPECT_EQ(readPicture(ownFile()), later);
+        EXPECT_EQ(pictureInDrawing(0), later);
+    }
+    raster.Unlock();
+}
+
+TEST_F(Saving, WhatWaitsForItsSwapIsShownMeanwhile)
+{
+    CAcraster& raster = openEdited(false);
+    const HeldFile held(ownFile());
+    ASSERT_TRUE(raster.SaveAs(ownFile().c_str(), group4, nullptr));
+    EXPECT_EQ(pictureInDrawing(0), flippedSteps);
+    EXPECT_EQ(raster.GetFileName(), ownFile().c_str());
+    raster.Unlock();
+    DropPendingFileSwap(ownFile().c_str());
+    EXPECT_FALSE(g_pPendingFileSwap);
+}
+
 TEST_F(Saving, AnImageEditedSinceIsNotThrownAwayByALateSwap)
 {
     CAcraster& raster = openEdited(false);
@@ -327,13 +379,16 @@ TEST_F(Saving, AnImageEditedSinceIsNotThrownAwayByALateSwap)
         const HeldFile held(ownFile());
         ASSERT_TRUE(raster.SaveAs(ownFile().c_str(), group4, nullptr));
     }
-    raster.FillRegion();
+    raster.SetColor(0);
+    raster.Stamp(CPoint(7, 0));
     raster.Reload();
-    const Picture filled = pictureInDrawing(0);
+    Picture stamped = flippedSteps;
+    stamped[0][7] = '#';
+    EXPECT_EQ(pictureInDrawing(0), stamped);
     raster.Unlock();
     RunPendingFileSwap();
     EXPECT_EQ(readPicture(ownFile()), flippedSteps);
-    EXPECT_EQ(pictureInDrawing(0), filled);
+    EXPECT_EQ(pictureInDrawing(0), stamped);
 }
 
 TEST_F(Saving, AWaitingSwapIsCarriedOutWhenTheNextOneComesAndWhenTheModuleStops)
