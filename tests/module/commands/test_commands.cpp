@@ -62,15 +62,6 @@ TEST_F(Commands, WithoutARasterNothingHappensNorDoesACropWithoutASelection)
     EXPECT_TRUE(m_posted.empty());
 }
 
-TEST_F(Commands, AnInversionThatFailsIsCommittedAllTheSame)
-{
-    openCurrent(steps);
-    SetWorkerPath(file("no worker.exe").c_str());
-    InvertCommand();
-    EXPECT_EQ(pictureInDrawing(0), steps);
-    EXPECT_EQ(m_posted, oneCommit);
-}
-
 TEST_F(Commands, SaveAsOffersTheRastersOwnNameAndLeavesTheDrawing)
 {
     openCurrent(steps);

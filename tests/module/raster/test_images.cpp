@@ -28,16 +28,6 @@ protected:
     }
 };
 
-TEST_F(RasterImages, AStampOffTheImageChangesNothing)
-{
-    CAcraster& raster = openPicture(blank(4, 3));
-    raster.SetStampSize(3);
-    for (const CPoint& at : {CPoint(-2, 1), CPoint(6, 1), CPoint(1, -2), CPoint(1, 5)})
-        raster.Stamp(at);
-    EXPECT_FALSE(raster.IsDirty());
-    EXPECT_EQ(committed(raster), blank(4, 3));
-}
-
 TEST_F(RasterImages, ResamplingKeepsTheProportions)
 {
     struct Case

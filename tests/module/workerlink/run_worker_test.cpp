@@ -221,14 +221,6 @@ TEST_F(Exchange, ASlowFailureIsNotRepeated)
     expectNothingLeftOfAnyRun();
 }
 
-TEST_F(Exchange, AMissingProgramFailsSilently)
-{
-    SetWorkerPath(childPath() + L".missing.exe");
-    EXPECT_FALSE(send(L""));
-    expectUntouched();
-    EXPECT_EQ(starts(), 0);
-}
-
 TEST_F(Exchange, AReplyThatIsCutShortRaisesEndOfFile)
 {
     int cause = -1;

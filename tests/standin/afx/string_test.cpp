@@ -22,65 +22,6 @@ TEST(String, FormatFollowsTheWideRuntimeOfWindows)
     EXPECT_EQ(text.GetLength(), 5000) << "a long text is not cut";
 }
 
-TEST(String, PartsStayInsideTheText)
-{
-    const CString text(L"drawing.tif");
-    const struct
-    {
-        CString part;
-        const wchar_t* expected;
-    } cases[] = {
-        {text.Left(7), L"drawing"},
-        {text.Left(99), L"drawing.tif"},
-        {text.Left(-1), L""},
-        {text.Right(3), L"tif"},
-        {text.Right(99), L"drawing.tif"},
-        {text.Mid(8), L"tif"},
-        {text.Mid(4, 3), L"ing"},
-        {text.Mid(9, 99), L"if"},
-        {text.Mid(99, 1), L""},
-        {text.Mid(-3, 4), L"draw"},
-        {text.SpanExcluding(L"."), L"drawing"},
-        {text.SpanIncluding(L"ward"), L"draw"},
-    };
-    for (const auto& one : cases)
-        EXPECT_EQ(plain(one.part), one.expected);
-}
-
-TEST(String, SearchGivesIndicesOrMinusOne)
-{
-    const CString path(L"C:\\scans\\a.b.tif");
-    EXPECT_EQ(path.Find(L'\\', 3), 8);
-    EXPECT_EQ(path.Find(L"scans"), 3);
-    EXPECT_EQ(path.Find(L"SCANS"), -1);
-    EXPECT_EQ(path.ReverseFind(L'.'), 12);
-    EXPECT_EQ(path.ReverseFind(L'?'), -1);
-    EXPECT_EQ(path.FindOneOf(L".\\"), 2);
-    EXPECT_EQ(path.Find(L'C', 99), -1);
-}
-
-TEST(String, EditingChangesTheTextInPlace)
-{
-    CString text(L"  a,b,c \t");
-    EXPECT_EQ(plain(text.Trim()), L"a,b,c");
-    EXPECT_EQ(text.Replace(L",", L", "), 2);
-    EXPECT_EQ(plain(text), L"a, b, c");
-    EXPECT_EQ(text.Replace(L"a", L"aa"), 1) << "the replacement is not searched again";
-    EXPECT_EQ(text.Replace(L"a", L"x"), 2);
-    EXPECT_EQ(text.Replace(L"xx", L"aa"), 1);
-    EXPECT_EQ(text.Remove(L' '), 2);
-    EXPECT_EQ(text.Delete(0, 1), 5);
-    EXPECT_EQ(text.Insert(1, L"-"), 6);
-    EXPECT_EQ(plain(text), L"a-,b,c");
-    EXPECT_EQ(plain(text.MakeUpper()), L"A-,B,C");
-    EXPECT_EQ(plain(CString(L"\u00e4\u03b1").MakeUpper()), L"\u00c4\u0391");
-    EXPECT_EQ(text.CompareNoCase(L"a-,b,C"), 0);
-    EXPECT_NE(text.Compare(L"a-,b,C"), 0);
-    text = text.Mid(1);
-    text = text.GetString() + 1; // a part of itself
-    EXPECT_EQ(plain(text), L",B,C");
-}
-
 TEST(String, BufferIsWrittenAndReleased)
 {
     CString text(L"abc");

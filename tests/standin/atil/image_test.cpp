@@ -28,39 +28,6 @@ Rows whole(const Atil::Image& from, int rotation = 0)
     return Rows(from.read(from.size(), Atil::Offset(0, 0), rotation));
 }
 
-TEST(AtilImage, ReadsMirroredAndTurned)
-{
-    const Atil::Image source = image({"##..", //
-                                      "#...", //
-                                      "...#"});
-    const struct
-    {
-        int code;
-        Picture expected;
-    } table[] = {
-        {0, {"##..", "#...", "...#"}},     // as it is
-        {1, {"...#", "#...", "##.."}},     // top and bottom changed places
-        {2, {"..##", "...#", "#..."}},     // left and right changed places
-        {5, {"..#", "...", "#..", "##."}}, // the right edge is on top now: counter-clockwise
-        {6, {".##", "..#", "...", "#.."}}, // the left edge is on top now: clockwise
-    };
-    for (const auto& row : table) {
-        const Rows rows = whole(source, row.code);
-        ASSERT_NE(rows, nullptr) << row.code;
-        const Atil::Image result(rows.get(), Atil::kDefaultTileSize);
-        EXPECT_EQ(pictureOf(result), row.expected) << "code " << row.code;
-        EXPECT_EQ(result.size().width, row.code >= 5 ? 3 : 4);
-        EXPECT_EQ(result.dataModel().dataModelType(), Atil::DataModelAttributes::kBitonalModel);
-    }
-    for (const int code : {-1, 3, 4, 7})
-        EXPECT_EQ(whole(source, code), nullptr) << code;
-    const Rows part(source.read(Atil::Size(3, 2), Atil::Offset(1, 1), 6));
-    EXPECT_EQ(rowsOf(*part->rows()), (Picture{"..", "..", "#."}));
-    EXPECT_EQ(source.read(Atil::Size(3, 2), Atil::Offset(2, 1)), nullptr) << "reaches over the right edge";
-    EXPECT_EQ(source.read(Atil::Size(3, 2), Atil::Offset(-1, 0)), nullptr);
-    EXPECT_EQ(source.read(Atil::Size(0, 2), Atil::Offset(0, 0)), nullptr);
-}
-
 TEST(AtilImage, CopiesShareUntilOneSideWrites)
 {
     Atil::Image first = image({"....", "...."});
@@ -131,14 +98,6 @@ TEST(AtilImage, AbsurdSizesAreRefused)
                  Atil::ATILException);
     EXPECT_THROW(Atil::newResampleFilter(whole(image({"#"})).release(), Atil::Size(0, 1), 0, 0, 0, 0, 0),
                  Atil::ATILException);
-}
-
-TEST(AtilImage, ResamplingKeepsThePicture)
-{
-    const Atil::Image source = image({"##..", "##..", "..##", "..##"});
-    const Rows half(Atil::newResampleFilter(whole(source).release(), Atil::Size(2, 2), 0, 0, 0, 0, 0));
-    EXPECT_EQ(half->size().width, 2);
-    EXPECT_EQ(rowsOf(*half->rows()), (Picture{"#.", ".#"}));
 }
 
 } // namespace

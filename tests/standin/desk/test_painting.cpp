@@ -84,19 +84,6 @@ TEST(Canvas, LevelAndUprightLinesAreSharp)
     EXPECT_EQ(sheet.total(), 15 * 255);
 }
 
-TEST(Canvas, ASlantedLineSpreadsOneInkPerColumnOverTwoRows)
-{
-    Sheet sheet({12, 12});
-    sheet.canvas().line({1, 1}, {9, 5}, ink);
-    for (int x = 1; x <= 9; ++x) {
-        int column = 0;
-        for (int y = 0; y < 12; ++y)
-            column += sheet.darkness(x, y);
-        EXPECT_NEAR(column, 255, 4) << "column " << x;
-    }
-    EXPECT_EQ(sheet.darkness(3, 2), 255) << "where the line meets a pixel's centre";
-}
-
 TEST(Canvas, LinesFromFarOutsideCrossTheClipOnly)
 {
     Sheet sheet({30, 30});
@@ -129,20 +116,6 @@ TEST(Canvas, AFillCoversTheShareOfEachPixelThatLiesInside)
     EXPECT_EQ(sheet.darkness(11, 5), 0);
     EXPECT_EQ(sheet.darkness(5, 0), 0);
     EXPECT_EQ(sheet.darkness(5, 1), 255);
-}
-
-TEST(Canvas, CoverageIsBlendedWithinTheClip)
-{
-    Sheet sheet({6, 4});
-    Canvas canvas = sheet.canvas();
-    canvas.setClip({2, 1, 6, 4});
-    const std::vector<std::uint8_t> coverage = {255, 255, 128, 0, 255, 255, 255, 128};
-    canvas.blend({1, 1, 5, 3}, coverage, ink);
-    EXPECT_EQ(sheet.darkness(1, 1), 0) << "left of the clip";
-    EXPECT_EQ(sheet.darkness(2, 1), 255);
-    EXPECT_NEAR(sheet.darkness(3, 1), 128, 2);
-    EXPECT_EQ(sheet.darkness(4, 1), 0);
-    EXPECT_NEAR(sheet.darkness(4, 2), 128, 2);
 }
 
 TEST(RasterCoverage, AtOneToOneShowsEachPixelWhereItsCentreLies)

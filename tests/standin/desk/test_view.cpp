@@ -51,40 +51,6 @@ TEST(View, ZoomHoldsThePointUnderTheMouse)
     EXPECT_NEAR(view.height(), 12, 1e-9);
 }
 
-TEST(View, PanMovesByWholePixels)
-{
-    ViewTransform view = viewOf(800, 600, {50, 70}, 30);
-    const Vec2 before = view.toView({50, 70});
-    view.pan(13, -7);
-    expectNear(view.toView({50, 70}), before + Vec2{13, -7}, "the drawing follows the mouse");
-}
-
-TEST(View, FitShowsAllOfAWideOrATallBox)
-{
-    ViewTransform view = viewOf(400, 200, {0, 0}, 1);
-    Box wide;
-    wide.add(Vec2{0, 0});
-    wide.add(Vec2{1000, 10});
-    view.fit(wide, 0);
-    EXPECT_NEAR(view.height(), 500, 1e-9);
-    Box tall;
-    tall.add(Vec2{0, 0});
-    tall.add(Vec2{10, 1000});
-    view.fit(tall, 0.25);
-    EXPECT_NEAR(view.height(), 2000, 1e-9) << "a margin of a quarter on each side halves the room";
-    expectNear(view.centre(), {5, 500}, "in the middle");
-}
-
-TEST(View, ResizeKeepsTheScale)
-{
-    ViewTransform view = viewOf(400, 200, {1, 2}, 100);
-    view.resize({400, 300});
-    EXPECT_NEAR(view.unitsPerPixel(), 0.5, 1e-12);
-    EXPECT_NEAR(view.height(), 150, 1e-12);
-    view.resize({0, 0});
-    EXPECT_TRUE(std::isfinite(view.toView({0, 0}).x)) << "a minimised window has no client area";
-}
-
 TEST(View, AbsurdZoomsAreRefused)
 {
     ViewTransform view = viewOf(400, 200, {1e6, 0}, 100);
@@ -146,14 +112,6 @@ TEST(Coordinates, AreTypedAbsoluteRelativeAndPolar)
     for (const wchar_t* text :
          {L"", L"5", L"1,", L",1", L"1,2,3,4", L"1;2", L"a,b", L"1,2 ", L"5<", L"nan,1", L"1e999,1"})
         EXPECT_FALSE(parsePoint(text, last)) << text;
-}
-
-TEST(Coordinates, NumbersAreShownShort)
-{
-    EXPECT_EQ(formatNumber(12.50001), L"12.5");
-    EXPECT_EQ(formatNumber(100), L"100");
-    EXPECT_EQ(formatNumber(-0.00001), L"0");
-    EXPECT_EQ(formatNumber(0.12345), L"0.1235");
 }
 
 TEST(Dashes, RunOnOverCorners)

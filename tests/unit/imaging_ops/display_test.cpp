@@ -112,21 +112,6 @@ TEST(Display, ReductionIsTheAreasAverage)
     }
 }
 
-TEST(Display, ReductionAtAnyScaleComesCloseToTheAverage)
-{
-    const Bitmap bitmap = scanLike({150, 131}, 6);
-    for (const double scale : {1.01, 1.37, 2.71, 4.4, 9.9, 12.3, 31.7}) {
-        const Affine map{scale, 0, 0.337, 0, scale, -1.77};
-        const Size output{int(150 / scale) + 1, int(131 / scale) + 1};
-        const Gray found = sampled(bitmap, map, output);
-        const Gray exact = plainlyAveraged(bitmap, map, output);
-        // Beyond twelve pixels to one the edges are whole pixels; below, sixteenths.
-        const double tolerance = 255 * (scale < 12 ? 4.0 / 32 : 4.0 / 2) / scale + 1;
-        for (std::size_t i = 0; i < exact.size(); ++i)
-            EXPECT_NEAR(found[i], exact[i], tolerance) << "at scale " << scale << ", pixel " << i;
-    }
-}
-
 TEST(Display, TurnedReductionKeepsTheShareOfInk)
 {
     const Bitmap stripes = made({400, 400}, [](int x, int) { return x % 4 == 0; });
