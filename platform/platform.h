@@ -8,3 +8,6 @@
 #include "standin/arx/arx.h"
 #include "standin/atil/atil.h"
 #endif
+
+// The control toolkit's slider, of which the module needs no more than the class library's own has.
+using CBCGPSliderCtrl = CSliderCtrl;

@@ -19,6 +19,8 @@
 #include <afxwin.h>
 #include <appinfo.h>
 #include <dbapserv.h>
+#include <dbcolor.h>
+#include <dbdict.h>
 #include <dbidar.h>
 #include <dbmain.h>
 #include <gemat3d.h>

@@ -29,7 +29,7 @@ public:
     {
         const int result = CRasPenTool::OnMouseMove(point, flags);
         const CCurentRaster current;
-        current.m_pRaster->Reload();
+        current.m_pRaster->Reload(true);
         return result;
     }
 };

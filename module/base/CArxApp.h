@@ -4,6 +4,7 @@
 
 class CAcraster;
 class CCheckDef;
+class CSaveRaster;
 class CTool;
 
 /// What lives as long as the module is loaded, for all floors of it to meet at. There is one, made and deleted by the
@@ -24,6 +25,9 @@ public:
     UINT m_nClipFormat;              // clipboard format of the module's own
     CString m_strTempFile;           // a name in the temporary folder; what stands under it at the end is deleted
     bool m_bSuspended = false;       // the raster's objects are closed for a host call
+    CSaveRaster* m_pSaveList = nullptr; // the newest reactor on an edited definition; see CSaveRaster
+    double m_dLastScale = 1;            // last confirmed for a raster that was placed, in drawing units per millimetre
+    int m_nLastUnit = 0;                // likewise, the row of the list of drawing units
     CCheckDef* m_pReactor = nullptr; // owned; made at the first drawing
     void* m_pAppId = nullptr;        // the host's id for the module
 };

@@ -24,7 +24,7 @@ void CropCommand()
             return;
         const CWaitCursor wait;
         raster.Crop();
-        raster.Reload();
+        raster.Reload(true);
         // Once more, now that the drawing has the new size.
         raster.ResetRegion();
     });

@@ -12,7 +12,7 @@ void TurnWhole(CAcraster& raster, int mode)
     raster.Turn(mode != CDrotate::QuarterCounterClockwise);
     if (mode == CDrotate::HalfTurn)
         raster.Turn(true);
-    raster.Reload();
+    raster.Reload(true);
     // Once more, now that the drawing has the new size.
     raster.ResetRegion();
 }

@@ -6,6 +6,7 @@
 #include "module/base/CArxApp.h"
 #include "module/base/PostCommandText.h"
 #include "module/raster/CDocumentLock.h"
+#include "module/raster/CSaveRaster.h"
 #include "module/raster/Coordinates.h"
 
 namespace {
@@ -104,7 +105,7 @@ void CAcraster::Suspend(bool close)
     g_pArxApp->m_bSuspended = close;
 }
 
-void CAcraster::Reload()
+void CAcraster::Reload(bool attachReactor)
 {
     // An image that was erased while it was suspended has nothing to commit to; the next first Lock finds that out.
     if (!m_objects.m_pDefinition)
@@ -124,6 +125,8 @@ void CAcraster::Reload()
     m_objects.Open(AcDb::kForWrite);
     TakeWorkingImage();
     m_bDirty = false;
+    if (attachReactor && m_objects.m_pDefinition)
+        AttachSaveReactor(m_objects.m_pDefinition);
 }
 
 void CAcraster::KeepLoaded()

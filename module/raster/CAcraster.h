@@ -7,6 +7,7 @@
 #include "module/raster/CRasterObjects.h"
 #include "platform/platform.h"
 
+class CPenList;
 class CTempFile;
 class WorkerMessage;
 
@@ -52,8 +53,9 @@ public:
     int GetLockCount() const { return m_life == Life::Managed ? m_nLockCount : -1; }
     /// Closes the objects for a host call (`close`) and reopens them for write; the working image stays.
     void Suspend(bool close);
-    /// Commits the working image. The caller holds a lock, which stays as it is. There is no way back.
-    void Reload();
+    /// Commits the working image. The caller holds a lock, which stays as it is. There is no way back. With
+    /// `attachReactor` the definition gets a reactor that asks before the edited image goes, unless it has one.
+    void Reload(bool attachReactor);
     /// Makes an image that this object had to load stay loaded when the object goes.
     void KeepLoaded();
     /// Gives up the working image without freeing it.
@@ -61,6 +63,8 @@ public:
 
     // Questions.
 
+    /// False of an image that could not be opened again after a Suspend: then no more than this may be asked.
+    bool IsOpen() const { return m_objects.m_pDefinition != nullptr; }
     /// Another number for every object: tells a raster from a later one that lies at the same address.
     unsigned GetSerial() const { return m_nSerial; }
     CSize GetSize() const; // 0 by 0 of an image that has gone under its lock
@@ -131,8 +135,9 @@ public:
     void FlipVertical();
     /// A quarter turn, clockwise as seen, or the other way.
     void Turn(bool clockwise);
-    /// To a new size in pixels, of which the lesser side is worked out anew to keep the proportions, and a new
-    /// resolution, which the image's size in the drawing follows.
+    /// The size with the image's proportions that fits into `pixelSize` and has one side with it in common.
+    CSize KeepProportions(CSize pixelSize) const;
+    /// To the size of KeepProportions, and to a new resolution, which the image's size in the drawing follows.
     void Resample(CSize pixelSize, int dpi);
     /// The working image as a TIFF file with the raster's resolution. False, with no file there, if it was not written.
     bool WriteTiff(const CString& path) const;
@@ -153,6 +158,9 @@ public:
     /// Cuts the image down to the box of what the selection has of it, and moves the entity, so that what is kept stays
     /// where it was. A selection beside the image changes nothing.
     void Crop();
+    /// Burns entities of the drawing into the image, within the region, each colour with its own pen. Says so if none
+    /// of them lies over it. False if nothing was changed.
+    bool Rasterize(const AcDbObjectIdArray& entities, CPenList& pens);
 
     // Saving.
 
@@ -181,6 +189,7 @@ private:
     void ReplaceImage(int rotation);
     bool RewriteByWorker(WorkerMessage& message, std::initializer_list<CString*> fileFields);
     bool ReadBack(const CString& path);
+    bool ExportEntities(const AcDbObjectIdArray& entities, const CString& path);
     bool IsOwnFile(const CString& path) const;
     bool SendSave(const CString& source, const CString& target, DWORD formatCode, CRgn* region) const;
     bool SaveOntoOwnFile(CTempFile& source, const CString& path, DWORD formatCode, CRgn* region);

@@ -115,30 +115,36 @@ void CAcraster::Turn(bool clockwise)
     ResetRegion();
 }
 
+CSize CAcraster::KeepProportions(CSize pixelSize) const
+{
+    const CSize present = GetSize();
+    if (pixelSize == present)
+        return present;
+    const double oldWidth = present.cx;
+    const double oldHeight = present.cy;
+    const double width = pixelSize.cx;
+    const double height = pixelSize.cy;
+    if (oldWidth / oldHeight > width / height) {
+        pixelSize.cy = TruncateToInt(width / oldWidth * oldHeight + 0.5);
+    } else {
+        pixelSize.cx = TruncateToInt(height / oldHeight * oldWidth + 0.5);
+    }
+    return pixelSize;
+}
+
 void CAcraster::Resample(CSize pixelSize, int dpi)
 {
     if (!m_pImage)
         return;
     const CSize oldSize = GetSize();
-    if (!(pixelSize == oldSize)) {
-        const double oldWidth = oldSize.cx;
-        const double oldHeight = oldSize.cy;
-        const double width = pixelSize.cx;
-        const double height = pixelSize.cy;
-        if (oldWidth / oldHeight > width / height) {
-            pixelSize.cy = TruncateToInt(width / oldWidth * oldHeight + 0.5);
-        } else {
-            pixelSize.cx = TruncateToInt(height / oldHeight * oldWidth + 0.5);
-        }
-    }
-
+    pixelSize = KeepProportions(pixelSize);
     Atil::RowProviderInterface* source = m_pImage->read(m_pImage->size(), Atil::Offset(0, 0));
     if (!(pixelSize == oldSize))
         source = Atil::newResampleFilter(source, Atil::Size(pixelSize.cx, pixelSize.cy), 0, 0, 0, 0, 0);
     const std::unique_ptr<Atil::RowProviderInterface> rows(source);
     *m_pImage = Atil::Image(rows.get(), Atil::kDefaultTileSize);
 
-    if (dpi != m_nDpi) {
+    if (dpi != m_nDpi && m_nDpi > 0) {
         const double ratio = static_cast<double>(dpi) / m_nDpi;
         m_nDpi = dpi;
         AcGePoint3d origin;

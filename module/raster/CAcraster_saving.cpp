@@ -4,6 +4,7 @@
 #include "module/base/CTempFile.h"
 #include "module/base/SayOnCommandLine.h"
 #include "module/raster/CAcraster.h"
+#include "module/raster/CSaveRaster.h"
 #include "module/raster/LentRegion.h"
 #include "module/raster/PendingFileSwap.h"
 #include "module/raster/SetAsideFile.h"
@@ -205,6 +206,8 @@ void CAcraster::ShowEditedImage(CTempFile& source, const CString& name)
         definition.closeImage();
         definition.setImageModified(true);
         if (m_life == Life::Managed) {
+            // The one that it had went with the image.
+            AttachSaveReactor(&definition);
             m_pImage = edited.release();
             source.m_nKeep = 0;
         }

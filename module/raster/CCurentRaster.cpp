@@ -1,5 +1,7 @@
 #include "module/raster/CCurentRaster.h"
 
+#include <utility>
+
 #include "module/base/CArxApp.h"
 #include "module/raster/CAcraster.h"
 
@@ -22,8 +24,8 @@ CCurentRaster::~CCurentRaster()
 
 void DropCurrentRaster()
 {
-    delete g_pArxApp->m_pRaster;
-    g_pArxApp->m_pRaster = nullptr;
+    // What the raster's end sets off must not find it any more.
+    delete std::exchange(g_pArxApp->m_pRaster, nullptr);
 }
 
 CAcraster* CCurentRaster::GetIfCurrent() const

@@ -17,11 +17,12 @@ template <typename Work> void WithCurrentRaster(Work&& work)
 }
 
 /// Changes the current raster by `work(CAcraster&)` under the wait cursor and commits it, whatever came of the work.
-template <typename Work> void EditCurrentRaster(Work&& work)
+/// What changes only how the raster is shown commits without a `saveReactor`: there is nothing to save.
+template <typename Work> void EditCurrentRaster(Work&& work, bool saveReactor = true)
 {
-    WithCurrentRaster([&work](CAcraster& raster) {
+    WithCurrentRaster([&](CAcraster& raster) {
         const CWaitCursor wait;
         work(raster);
-        raster.Reload();
+        raster.Reload(saveReactor);
     });
 }

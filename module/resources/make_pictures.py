@@ -10,7 +10,7 @@ import struct
 
 SIDE = 32
 BLACK, WHITE, CLEAR = "#", "o", "."
-BLUE, GREY = "b", "g"  # in the dialogs' pictures alone
+BLUE, GREY, YELLOW = "b", "g", "y"  # in the dialogs' pictures alone
 KEY_COLOUR = (0, 255, 255)  # see-through pixels of the bitmaps that become cursors at run time
 
 # An arrow that points at a framed picture.
@@ -253,6 +253,65 @@ def with_badge(drawing, badge, left, top):
     return rows
 
 
+# Beside the rows of the properties, 16 by 16.
+TREE_ROOT = """
+................
+.##########.....
+.#yyyyyyyy##....
+.#yyyyyyyy#y#...
+.#yyyyyyyy####..
+.#yyyyyyyyyyy#..
+.#ybyyyyyyyyy#..
+.#ybbyyyyybyy#..
+.#ybybyyybbyy#..
+.#ybyybybybyy#..
+.#ybyyybyybyy#..
+.#ybbbbbbbbyy#..
+.#yyyyyyyyyyy#..
+.#############..
+................
+................
+"""
+
+TREE_LEAF = """
+................
+................
+................
+................
+................
+......bbbb......
+.....bbbbbb.....
+.....bbbbbb.....
+.....bbbbbb.....
+.....bbbbbb.....
+......bbbb......
+................
+................
+................
+................
+................
+"""
+
+TREE_GROUP = """
+................
+..b.........b...
+.bb.........bb..
+bbbbbbbbbbbbbbb.
+.bb.........bb..
+..b.........b...
+................
+.#############..
+.#yyyyyyyyyyy#..
+.#yyyyyyyyyyy#..
+.#yyyyyyyyyyy#..
+.#yyyyyyyyyyy#..
+.#yyyyyyyyyyy#..
+.#############..
+................
+................
+"""
+
+
 def grid(drawing):
     lines = drawing.strip("\n").split("\n")
     rows = [list(line.ljust(SIDE, CLEAR)) for line in lines]
@@ -307,11 +366,14 @@ def stripes_file(colour):
     return struct.pack("<2sIHHI", b"BM", offset + len(pixels), 0, 0, offset) + header + palette + pixels
 
 
-def bitmap_file(rows):
-    """A square 24-bit .bmp file with the key colour for see-through pixels. Its side is a multiple of four."""
-    colours = {BLACK: (0, 0, 0), WHITE: (255, 255, 255), CLEAR: KEY_COLOUR, BLUE: (0, 70, 190), GREY: (160, 160, 160)}
+def bitmap_file(rows, clear=KEY_COLOUR):
+    """A 24-bit .bmp file with a colour for see-through pixels. Its width is a multiple of four."""
+    colours = {
+        BLACK: (0, 0, 0), WHITE: (255, 255, 255), CLEAR: clear,
+        BLUE: (0, 70, 190), GREY: (160, 160, 160), YELLOW: (255, 236, 160),
+    }
     pixels = b"".join(bytes(reversed(colours[pixel])) for row in reversed(rows) for pixel in row)
-    header = struct.pack("<IiiHHIIiiII", 40, len(rows), len(rows), 1, 24, 0, len(pixels), 0, 0, 0, 0)
+    header = struct.pack("<IiiHHIIiiII", 40, len(rows[0]), len(rows), 1, 24, 0, len(pixels), 0, 0, 0, 0)
     return struct.pack("<2sIHHI", b"BM", 14 + len(header) + len(pixels), 0, 0, 14 + len(header)) + header + pixels
 
 
@@ -355,6 +417,22 @@ def turn_picture(middle, radius, start, end, arms=False):
     return [[pixel(x, y) for x in range(side)] for y in range(side)]
 
 
+def tree_pictures():
+    """Three pictures of 16 by 16 in a row: a sheet with a drawing, a bullet, a sheet with arrows along two sides."""
+    drawings = [drawing.strip("\n").split("\n") for drawing in (TREE_ROOT, TREE_LEAF, TREE_GROUP)]
+    return [[pixel for drawing in drawings for pixel in drawing[y].ljust(16, CLEAR)] for y in range(16)]
+
+
+def swatch_picture(inside, border, outside):
+    """16 by 16: a square of 12 with a border around it."""
+
+    def pixel(x, y):
+        distance = min(x, y, 15 - x, 15 - y)
+        return outside if distance < 1 else border if distance == 1 else inside
+
+    return [[pixel(x, y) for x in range(16)] for y in range(16)]
+
+
 def main():
     folder = pathlib.Path(__file__).parent
     folder.joinpath("select_raster.cur").write_bytes(cursor_file(with_rim(grid(SELECT_RASTER)), (0, 0)))
@@ -372,6 +450,10 @@ def main():
         folder.joinpath(name + ".bmp").write_bytes(stripes_file(colour))
     for name, drawing in (("cursor_pen", PEN), ("cursor_line", LINE), ("cursor_eraser", ERASER)):
         folder.joinpath(name + ".bmp").write_bytes(bitmap_file(with_rim(grid(drawing))))
+    # White is see-through in the tree.
+    folder.joinpath("properties.bmp").write_bytes(bitmap_file(tree_pictures(), clear=(255, 255, 255)))
+    folder.joinpath("swatch_paint.bmp").write_bytes(bitmap_file(swatch_picture(WHITE, BLACK, BLACK)))
+    folder.joinpath("swatch_and.bmp").write_bytes(bitmap_file(swatch_picture(BLACK, BLACK, WHITE)))
     for name, picture in (
         ("clockwise", turn_picture((11.5, 17), 11, -140, -30)),
         ("counter_clockwise", turn_picture((11.5, 17), 11, -40, -150)),

@@ -26,15 +26,95 @@
 #define IDB_ROTATE_HALF 147
 #define IDB_ROTATE_FREE 149
 
+// Beside the rows of the properties: root, row and group, 16 by 16 each.
+#define IDB_PROPERTIES 213
+
+// 16 by 16, for a pen's colour: the square is white in the first and black in the second.
+#define IDB_SWATCH_PAINT 195
+#define IDB_SWATCH_AND 196
+
 #define IDS_ROTATE_BASE_POINT 4910
 #define IDS_ROTATE_CANCEL 4911
+#define IDS_CURRENT_RASTER 17723
+#define IDS_FILE_NAME 17724
+#define IDS_FILE_SIZE 17725
+#define IDS_DOCUMENT_SIZE 17726
+#define IDS_SIZE_IN_DRAWING 17727
+#define IDS_WIDTH 17730
+#define IDS_HEIGHT 17731
+#define IDS_FILE_TYPE 17734
+#define IDS_RESOLUTION 17735
+#define IDS_COLORS 17736
+#define IDS_RASTER_SIZE 17737
+#define IDS_INSERTION_POINT 17738
+#define IDS_INSERT_FILTER 17802
 #define IDS_SAVE_RASTER_AS 17818
 #define IDS_SAVE_SELECTION 17824
+#define IDS_COLOR 17854
+#define IDS_PAGE_ALTERED 17873
+#define IDS_LINE_WIDTH 40016
+#define IDS_SAVE_CHANGES 57606
 
 // The rotate dialog. The modes are a group of four buttons with numbers in a row.
 #define IDD_ROTATE 148
 #define IDC_ROTATE_MODE 1030
 #define IDC_ROTATE_ONLY_SELECTION 1034
+
+// "Pen attributes" and "Eraser size".
+#define IDD_PEN 115
+#define IDD_ERASER 259
+#define IDC_BRUSH_WIDTH 1016
+#define IDC_PEN_COLOR 1023
+#define IDC_BRUSH_SPIN 1024
+#define IDC_BRUSH_LENGTH 1026
+
+// Size and resolution of the raster.
+#define IDD_CHANGE_RASTER 143
+#define IDC_CHANGE_WIDTH 1000
+#define IDC_CHANGE_HEIGHT 1002
+#define IDC_CHANGE_DPI 1005
+#define IDC_CHANGE_CURRENT_WIDTH 1017
+#define IDC_CHANGE_CURRENT_PAGE 1018
+#define IDC_CHANGE_CURRENT_HEIGHT 1019
+#define IDC_CHANGE_CURRENT_DPI 1020
+#define IDC_CHANGE_PAGE 1066
+
+// "Despeckles" and "Fill".
+#define IDD_DESPECKLE 261
+#define IDD_FILL 262
+#define IDC_FILTER_LABEL 1013
+#define IDC_FILTER_SIZE 1016
+#define IDC_FILTER_ONLY_SELECTION 1088
+
+// "Properties".
+#define IDD_PROPERTIES 214
+#define IDC_PROPERTIES_TREE 1110
+
+// "Insert new raster" and "Insert raster".
+#define IDD_NEW_RASTER 194
+#define IDD_INSERT_RASTER 272
+#define IDC_NEW_WIDTH 1000
+#define IDC_NEW_HEIGHT 1002
+#define IDC_NEW_DPI 1005
+#define IDC_NEW_BROWSE 1046
+#define IDC_PLACE_ZOOM 1057
+#define IDC_PLACE_SAVE_PATH 1066
+#define IDC_NEW_PAGE 1098
+#define IDC_NEW_FILE 1140
+#define IDC_PLACE_UNIT 1210
+#define IDC_PLACE_SCALE 1211
+#define IDC_PLACE_X 1212
+#define IDC_PLACE_Y 1213
+#define IDC_PLACE_SIZE 1214
+#define IDC_PLACE_Z 1215
+
+// "Rasterizing".
+#define IDD_RASTERIZE 212
+#define IDC_RASTERIZE_TO_FILE 3
+#define IDC_RASTERIZE_FROM_FILE 4
+#define IDC_RASTERIZE_PENS 1023
+#define IDC_RASTERIZE_ONLY_SELECTION 1034
+#define IDC_RASTERIZE_SAVE 1193
 
 // The area tool's menu.
 #define IDM_AREA 142

@@ -3,9 +3,10 @@
 #include "module/base/CTempMFC.h"
 #include "module/base/ExtensionModule.h"
 #include "module/commands/CommandTable.h"
+#include "module/raster/CCheckDef.h"
 #include "module/raster/CCurentRaster.h"
+#include "module/raster/CSaveRaster.h"
 #include "module/raster/PendingFileSwap.h"
-#include "module/start/CCheckDef.h"
 #include "module/start/MonitorTimer.h"
 #include "module/tools/CTool.h"
 #include "module/tools/RotateStart.h"
@@ -34,10 +35,12 @@ CModuleApp::~CModuleApp()
     {
         const CTempMFC resources;
         RemoveCommands();
+        FlushSaveReactors();
         RunPendingFileSwap();
         delete m_pReactor;
         delete m_pToolbar;
         DropCurrentRaster();
+        CSaveRaster::ForgetAll();
         delete m_pTool;
         ButtonClickTimer.reset();
         CancelRotateStart();

@@ -1,8 +1,8 @@
 // The one function through which the host enters the module.
 
 #include "module/raster/CAcraster.h"
+#include "module/raster/CCheckDef.h"
 #include "module/raster/CCurentRaster.h"
-#include "module/start/CCheckDef.h"
 #include "module/start/CModuleApp.h"
 #include "module/start/ModuleStartup.h"
 

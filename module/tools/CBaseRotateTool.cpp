@@ -47,7 +47,7 @@ int CBaseRotateTool::OnLButtonDown(CPoint point, UINT /*flags*/)
     const CCurentRaster current;
     if (current.m_pRaster) {
         current.m_pRaster->Rotate(angles[m_nAngleIndex], current.m_pRaster->ViewToPixel(point), true, false);
-        current.m_pRaster->Reload();
+        current.m_pRaster->Reload(true);
     }
     m_bDone = true;
     return 1;

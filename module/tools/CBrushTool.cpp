@@ -1,8 +1,10 @@
 #include "module/tools/CBrushTool.h"
 
+#include "module/base/CArxApp.h"
 #include "module/raster/CAcraster.h"
 #include "module/raster/CCurentRaster.h"
 #include "module/tools/Stroke.h"
+#include "module/tools/ToolMessageHook.h"
 
 IMPLEMENT_DYNAMIC(CBrushTool, CTool)
 
@@ -36,6 +38,24 @@ void CBrushTool::UpdateCursor()
             RebuildCursor(*current.m_pRaster);
     }
     m_cursor.Set();
+}
+
+int CBrushTool::OnRButtonDown(CPoint point, UINT /*flags*/)
+{
+    const CCurentRaster current;
+    // While the left button is held, the view has the mouse, and a dialog would get none of it.
+    if (!current.m_pRaster || GetCapture() == m_pView->m_hWnd)
+        return 1;
+    m_pView->ClientToScreen(&point);
+    const unsigned made = MadeSoFar();
+    ToolInputEnabled = 0;
+    const bool confirmed = AskAttributes(*current.m_pRaster, point);
+    ToolInputEnabled = 1;
+    // The dialog takes messages, and one of them may have ended the tool.
+    const bool lives = g_pArxApp->m_pTool && MadeSoFar() == made;
+    if (confirmed && lives && current.GetIfCurrent())
+        RebuildCursor(*current.m_pRaster);
+    return 1;
 }
 
 void CBrushTool::RebuildCursor(const CAcraster& raster)

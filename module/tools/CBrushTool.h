@@ -14,6 +14,8 @@ public:
     ~CBrushTool() override;
     int Start() override;
     void UpdateCursor() override;
+    /// Asks for the brush's attributes by a dialog.
+    int OnRButtonDown(CPoint point, UINT flags) override;
 
 protected:
     /// `lastViewKey` outlives the tool: the view at which any tool of the kind last built its cursor.
@@ -22,6 +24,8 @@ protected:
     /// In image pixels.
     virtual int BrushWidth() const = 0;
     virtual COLORREF BrushColor() const = 0;
+    /// Runs the dialog at a point of the screen and takes over what was confirmed. False if the user gave up.
+    virtual bool AskAttributes(CAcraster& raster, CPoint screenPoint) = 0;
 
 private:
     void RebuildCursor(const CAcraster& raster);

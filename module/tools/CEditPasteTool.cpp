@@ -3,6 +3,7 @@
 #include "module/base/CArxApp.h"
 #include "module/base/COneShotTimer.h"
 #include "module/base/PostCommandText.h"
+#include "module/base/RedrawView.h"
 #include "module/raster/CAcraster.h"
 #include "module/raster/CCurentRaster.h"
 #include "module/resources/resource.h"
@@ -174,7 +175,7 @@ void CEditPasteTool::Commit(CAcraster& raster)
 {
     const CWaitCursor wait;
     raster.PasteFromClipboard(m_floating.TopLeft(), PasteTransparent);
-    raster.Reload();
+    raster.Reload(true);
     PostAreaCommand();
 }
 

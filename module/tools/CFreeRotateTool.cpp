@@ -3,12 +3,12 @@
 #include <cstdlib>
 
 #include "module/base/CArxApp.h"
+#include "module/base/RedrawView.h"
 #include "module/raster/CAcraster.h"
 #include "module/raster/CCurentRaster.h"
 #include "module/resources/resource.h"
 #include "module/tools/Stroke.h"
 #include "module/tools/ToolMenu.h"
-#include "module/tools/ViewDrawing.h"
 
 IMPLEMENT_DYNAMIC(CFreeRotateTool, CTool)
 
@@ -233,6 +233,6 @@ void CFreeRotateTool::StartRotation()
     if (!current.m_pRaster)
         return;
     current.m_pRaster->Rotate(m_handles.SweptAngle(), m_handles.BasePoint(), m_bSelectedArea, m_bTransparent);
-    current.m_pRaster->Reload();
+    current.m_pRaster->Reload(true);
     current.m_pRaster->ResetRegion();
 }

@@ -1,5 +1,6 @@
 #include "module/tools/CRasArrowTool.h"
 
+#include "module/base/RedrawView.h"
 #include "module/base/SayOnCommandLine.h"
 #include "module/raster/CAcraster.h"
 #include "module/raster/CCurentRaster.h"
@@ -18,7 +19,7 @@ void DeleteSelectedPixels(CAcraster& raster)
 {
     raster.SetColor(0xFFFFFF);
     raster.FillRegion();
-    raster.Reload();
+    raster.Reload(true);
 }
 
 // What could not be copied stays: nothing would bring it back.

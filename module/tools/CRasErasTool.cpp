@@ -1,5 +1,7 @@
 #include "module/tools/CRasErasTool.h"
 
+#include "module/base/CTempMFC.h"
+#include "module/dialogs/CDErasPen.h"
 #include "module/resources/resource.h"
 #include "module/tools/Stroke.h"
 
@@ -21,4 +23,16 @@ int CRasErasTool::OnLButtonDown(CPoint point, UINT /*flags*/)
 int CRasErasTool::BrushWidth() const
 {
     return EraserWidth;
+}
+
+bool CRasErasTool::AskAttributes(CAcraster& /*raster*/, CPoint screenPoint)
+{
+    const CTempMFC resources;
+    CDErasPen dialog;
+    dialog.m_position = screenPoint;
+    dialog.m_nWidth = EraserWidth;
+    if (dialog.DoModal() != IDOK)
+        return false;
+    EraserWidth = dialog.m_nWidth;
+    return true;
 }

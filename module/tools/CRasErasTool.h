@@ -15,4 +15,5 @@ public:
 protected:
     int BrushWidth() const override;
     COLORREF BrushColor() const override { return 0xFFFFFF; }
+    bool AskAttributes(CAcraster& raster, CPoint screenPoint) override;
 };

@@ -3,6 +3,7 @@
 #include "module/raster/CAcraster.h"
 #include "module/raster/CCurentRaster.h"
 #include "module/resources/resource.h"
+#include "module/tools/PenAttributes.h"
 #include "module/tools/Stroke.h"
 
 IMPLEMENT_DYNAMIC(CRasLineTool, CBrushTool)
@@ -63,7 +64,7 @@ void CRasLineTool::DrawLine(CPoint from, CPoint to)
     const CRect reach = StrokeReach(raster, PrepareStamp(raster, BrushWidth(), BrushColor()), nullptr);
     ForEachStrokePixel(raster.ViewToPixel(from), raster.ViewToPixel(to), reach,
                        [&raster](CPoint pixel) { raster.Stamp(pixel); });
-    raster.Reload();
+    raster.Reload(true);
 }
 
 int CRasLineTool::BrushWidth() const
@@ -74,4 +75,9 @@ int CRasLineTool::BrushWidth() const
 COLORREF CRasLineTool::BrushColor() const
 {
     return LineColor;
+}
+
+bool CRasLineTool::AskAttributes(CAcraster& raster, CPoint screenPoint)
+{
+    return AskPenAttributes(raster, screenPoint, LineWidth, LineColor);
 }

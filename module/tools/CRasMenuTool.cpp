@@ -59,9 +59,9 @@ int CRasMenuTool::OnCommand(UINT id)
     if (posted != std::end(postedCommands)) {
         PostCommandAfterCancel(posted->text);
     } else if (id == ID_RASTER_SHOW) {
-        EditCurrentRaster([](CAcraster& raster) { raster.SetShown(!raster.IsShown()); });
+        EditCurrentRaster([](CAcraster& raster) { raster.SetShown(!raster.IsShown()); }, false);
     } else if (id == ID_RASTER_TRANSPARENT) {
-        EditCurrentRaster([](CAcraster& raster) { raster.SetTransparent(!raster.IsTransparent()); });
+        EditCurrentRaster([](CAcraster& raster) { raster.SetTransparent(!raster.IsTransparent()); }, false);
     } else if (id == ID_RASTER_FRAMES) {
         ToggleFrames();
     }

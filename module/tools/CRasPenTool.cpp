@@ -1,6 +1,7 @@
 #include "module/tools/CRasPenTool.h"
 
 #include "module/resources/resource.h"
+#include "module/tools/PenAttributes.h"
 #include "module/tools/Stroke.h"
 
 IMPLEMENT_DYNAMIC(CRasPenTool, CRasStrokeTool)
@@ -26,4 +27,9 @@ int CRasPenTool::BrushWidth() const
 COLORREF CRasPenTool::BrushColor() const
 {
     return PenColor;
+}
+
+bool CRasPenTool::AskAttributes(CAcraster& raster, CPoint screenPoint)
+{
+    return AskPenAttributes(raster, screenPoint, PenWidth, PenColor);
 }

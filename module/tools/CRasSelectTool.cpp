@@ -4,10 +4,10 @@
 
 #include "module/base/CArxApp.h"
 #include "module/base/CTempMFC.h"
+#include "module/base/RedrawView.h"
 #include "module/raster/CAcraster.h"
 #include "module/raster/CCurentRaster.h"
 #include "module/resources/resource.h"
-#include "module/tools/ViewDrawing.h"
 
 IMPLEMENT_DYNAMIC(CRasSelectTool, CTool)
 

@@ -77,6 +77,6 @@ int CRasStrokeTool::OnLButtonUp(CPoint /*point*/, UINT /*flags*/)
     m_bStroke = false;
     const std::unique_ptr<CCurentRaster> guard(std::exchange(m_pStrokeGuard, nullptr));
     if (CAcraster* raster = guard ? guard->GetIfCurrent() : nullptr)
-        raster->Reload();
+        raster->Reload(true);
     return 1;
 }

@@ -1,10 +1,5 @@
 #include "module/tools/ViewDrawing.h"
 
-void RedrawView(CWnd* view)
-{
-    view->RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
-}
-
 bool FrameRegionWithPattern(CDC& view, CRgn& region, UINT bitmapId, CPoint brushOrigin, int thickness)
 {
     CBitmap pattern;

@@ -3,9 +3,6 @@
 
 #include "platform/platform.h"
 
-/// What all tools redraw the view with: at once, and with its background.
-void RedrawView(CWnd* view);
-
 /// Frames a region of the view with a pattern bitmap of the module's as brush, `thickness` pixels wide, in the
 /// context's drawing mode. False if the bitmap can't be loaded.
 bool FrameRegionWithPattern(CDC& view, CRgn& region, UINT bitmapId, CPoint brushOrigin, int thickness);

@@ -130,6 +130,25 @@ public:
     using CWnd::Create;
 };
 
+class HALVORAN_STANDIN_API CListCtrl : public CWnd
+{
+    DECLARE_DYNAMIC(CListCtrl)
+public:
+    CListCtrl() = default;
+    virtual BOOL Create(DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID);
+    int GetItemCount() const;
+    /// The list stays the caller's and must outlive the control.
+    void SetImageList(CImageList* pImageList, int nImageListType);
+    int InsertColumn(int nCol, LPCWSTR lpszColumnHeading, int nFormat = LVCFMT_LEFT, int nWidth = -1,
+                     int nSubItem = -1);
+    int InsertItem(int nItem, LPCWSTR lpszItem, int nImage);
+    BOOL SetItemText(int nItem, int nSubItem, LPCWSTR lpszText);
+    int GetNextItem(int nItem, int nFlags) const;
+    /// The edit control, whose object is temporary.
+    CEdit* EditLabel(int nItem);
+    using CWnd::Create;
+};
+
 class HALVORAN_STANDIN_API CTreeCtrl : public CWnd
 {
     DECLARE_DYNAMIC(CTreeCtrl)

@@ -8,6 +8,7 @@
 #include "standin/arx/acutads.h"
 #include "standin/arx/appinfo.h"
 #include "standin/arx/dbapserv.h"
+#include "standin/arx/dbcolor.h"
 #include "standin/arx/dbdict.h"
 #include "standin/arx/dbidar.h"
 #include "standin/arx/dbmain.h"

@@ -4,7 +4,7 @@
 #include "module/base/CTempMFC.h"
 #include "module/base/ExtensionModule.h"
 #include "module/commands/CommandTable.h"
-#include "module/start/CCheckDef.h"
+#include "module/raster/CCheckDef.h"
 #include "tests/module/support/desk_fixture.h"
 
 namespace {

@@ -23,7 +23,7 @@ protected:
     // What the drawing shows once the raster's work is committed.
     Picture committed(CAcraster& raster)
     {
-        raster.Reload();
+        raster.Reload(true);
         return pictureInDrawing(0);
     }
 };
@@ -72,10 +72,10 @@ TEST_F(RasterImages, TheSizeInTheDrawingFollowsTheResolution)
     raster.Resample(CSize(40, 20), 600);
     EXPECT_EQ(raster.GetDpi(), 600);
     EXPECT_TRUE(raster.IsDirty());
-    raster.Reload();
+    raster.Reload(true);
     expectPlacement(10, 5, "the same pixels at twice the resolution are half as large");
     raster.Resample(CSize(80, 40), 1200);
-    raster.Reload();
+    raster.Reload(true);
     expectPlacement(10, 5, "twice the pixels at twice the resolution are as large");
     raster.Unlock();
 }

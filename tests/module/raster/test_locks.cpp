@@ -87,7 +87,7 @@ TEST_F(RasterLocks, PaintingIsLostWithoutACommit)
     raster.Unlock();
     EXPECT_EQ(pictureInDrawing(0), threeDots);
     raster.Lock(1);
-    raster.Reload();
+    raster.Reload(true);
     raster.Unlock();
     EXPECT_EQ(pictureInDrawing(0), threeDots) << "the next lock began with the pixels of the drawing";
 }
@@ -99,7 +99,7 @@ TEST_F(RasterLocks, ACommitReachesTheDrawingAndKeepsTheLock)
     raster.Lock(1);
     raster.SetColor(0);
     raster.Stamp(CPoint(3, 0));
-    raster.Reload();
+    raster.Reload(true);
     EXPECT_EQ(pictureInDrawing(0), (Picture{"#..#", ".#..", "...#"}));
     EXPECT_EQ(m_posted, std::vector<std::wstring>{L"\t"}) << "a tab makes the host refresh";
     EXPECT_EQ(raster.GetLockCount(), 2);
@@ -107,7 +107,7 @@ TEST_F(RasterLocks, ACommitReachesTheDrawingAndKeepsTheLock)
     // The work goes on with the committed pixels.
     raster.SetColor(0xFFFFFF);
     raster.Stamp(CPoint(0, 0));
-    raster.Reload();
+    raster.Reload(true);
     EXPECT_EQ(pictureInDrawing(0), (Picture{"...#", ".#..", "...#"}));
     raster.Unlock();
     raster.Unlock();
@@ -128,7 +128,7 @@ TEST_F(RasterLocks, SuspendClosesTheObjectsAndKeepsTheWork)
     raster.Suspend(0);
     EXPECT_FALSE(g_pArxApp->m_bSuspended);
     EXPECT_EQ(standin::openObjects(), 2);
-    raster.Reload();
+    raster.Reload(true);
     raster.Unlock();
     EXPECT_EQ(pictureInDrawing(0), (Picture{"#...", ".#..", "..##"}));
 }
@@ -142,7 +142,7 @@ TEST_F(RasterLocks, ARasterErasedWhileSuspendedHasNothingToCommitTo)
         guard.m_pRaster->Suspend(1);
         ASSERT_TRUE(standin::eraseEntity(test::imageHandle(0)));
         guard.m_pRaster->Suspend(0);
-        guard.m_pRaster->Reload();
+        guard.m_pRaster->Reload(true);
         guard.m_pRaster->ResetRegion();
         EXPECT_TRUE(guard.m_pRaster->GetSize() == CSize(0, 0));
     }

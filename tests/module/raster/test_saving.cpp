@@ -91,7 +91,7 @@ protected:
         CAcraster& raster = makeCurrent(0);
         raster.Lock(1);
         raster.FlipVertical();
-        raster.Reload();
+        raster.Reload(true);
         m_said.clear();
         return raster;
     }
@@ -118,7 +118,7 @@ TEST_F(Saving, ReplacesTheRastersOwnFileAndTheDrawingLoadsItAgain)
         EXPECT_EQ(filesOfTheFolder(), (std::vector<std::string>{"drawing.dxf", "image0.tif"}));
         // The raster goes on with an image of its own.
         raster.FlipVertical();
-        raster.Reload();
+        raster.Reload(true);
         EXPECT_EQ(pictureInDrawing(0), steps);
         raster.Unlock();
     }
@@ -229,7 +229,7 @@ TEST_F(Saving, ACroppedRasterThatCouldNotBeSavedStaysInItsPlace)
     CAcraster& raster = openEdited(false);
     raster.GetRegion().SetRectRgn(3, 0, 6, 2);
     raster.Crop();
-    raster.Reload();
+    raster.Reload(true);
     const Picture cropped = {"..#", "##."};
     ASSERT_EQ(pictureInDrawing(0), cropped);
     test::planWorker({"dies", "dies"});
@@ -343,7 +343,7 @@ TEST_F(Saving, ASwapThatWaitsGivesWayToALaterSaving)
         }
         ASSERT_TRUE(g_pPendingFileSwap);
         raster.FlipHorizontal();
-        raster.Reload();
+        raster.Reload(true);
         const Picture later = pictureInDrawing(0);
         {
             std::optional<HeldFile> held;
@@ -381,7 +381,7 @@ TEST_F(Saving, AnImageEditedSinceIsNotThrownAwayByALateSwap)
     }
     raster.SetColor(0);
     raster.Stamp(CPoint(7, 0));
-    raster.Reload();
+    raster.Reload(true);
     Picture stamped = flippedSteps;
     stamped[0][7] = '#';
     EXPECT_EQ(pictureInDrawing(0), stamped);

@@ -39,7 +39,7 @@ TEST_F(WorkerOperations, AWorkerThatFailsLeavesTheImageAsItWas)
     CAcraster& raster = openPicture(steps);
     SetWorkerPath(file("no worker.exe").c_str());
     raster.Invert();
-    raster.Reload();
+    raster.Reload(true);
     EXPECT_EQ(pictureInDrawing(0), steps);
     EXPECT_TRUE(raster.QueryFormats().filter.IsEmpty());
     EXPECT_FALSE(raster.QueryFormatCode(0));
@@ -57,17 +57,17 @@ TEST_F(WorkerOperations, FilterRemovesSpecksOrFillsHolesInTheSelection)
     raster.Lock(1);
     raster.GetRegion().SetRectRgn(0, 0, 20, 20);
     raster.Filter(FilterDespeckle, 10, true);
-    raster.Reload();
+    raster.Reload(true);
     EXPECT_EQ(pictureInDrawing(0), withoutLeft);
     raster.Filter(FilterDespeckle, 10, false);
-    raster.Reload();
+    raster.Reload(true);
     EXPECT_EQ(pictureInDrawing(0), blank(40, 20));
 
     raster.Invert();
     raster.SetColor(0xFFFFFF);
     raster.Stamp(CPoint(10, 10));
     raster.Filter(FilterFill, 10, false);
-    raster.Reload();
+    raster.Reload(true);
     EXPECT_EQ(pictureInDrawing(0), Picture(20, std::string(40, '#')));
 }
 
@@ -92,7 +92,7 @@ TEST_F(WorkerOperations, ACropTakesWhatTheSelectionHasOfTheImage)
         CAcraster& raster = openPicture(steps);
         raster.GetRegion().SetRectRgn(row.selection);
         raster.Crop();
-        raster.Reload();
+        raster.Reload(true);
         EXPECT_EQ(pictureInDrawing(0), row.picture) << row.what;
         AcGePoint3d origin;
         double width = 0;
@@ -112,7 +112,7 @@ TEST_F(WorkerOperations, ACropWhoseResultCannotBeReadBackMovesNothing)
     raster.GetRegion().SetRectRgn(3, 1, 6, 3);
     test::planWorker({"spoils"});
     raster.Crop();
-    raster.Reload();
+    raster.Reload(true);
     AcGePoint3d origin;
     double width = 0;
     double height = 0;
@@ -212,7 +212,7 @@ TEST_F(WorkerOperations, WhatTheHostItselfHasOnTheClipboardCanBePasted)
     const AnnouncingOwner owner(blackAndWhite());
     CAcraster& raster = openPicture({"....", "...."});
     raster.PasteFromClipboard({1, 1}, true);
-    raster.Reload();
+    raster.Reload(true);
     raster.Unlock();
     EXPECT_EQ(pictureInDrawing(0), (Picture{"....", ".#.."}));
 }
@@ -224,7 +224,7 @@ TEST_F(WorkerOperations, ACopyTakesTheClipboardFromTheHostItselfWithoutWaitingFo
     raster.CopyToClipboard();
     EXPECT_TRUE(owner.m_told) << "this thread takes no messages while the worker waits for it to be told";
     raster.PasteFromClipboard({2, 0}, false);
-    raster.Reload();
+    raster.Reload(true);
     raster.Unlock();
     EXPECT_EQ(pictureInDrawing(0), Picture{"#.#."});
 }

@@ -1,6 +1,7 @@
-#include "module/start/CCheckDef.h"
+#include "module/raster/CCheckDef.h"
 
 #include "module/base/CArxApp.h"
+#include "module/raster/CSaveRaster.h"
 
 CCheckDef::CCheckDef()
 {
@@ -12,6 +13,22 @@ CCheckDef::~CCheckDef()
 {
     if (AcEditor* editor = acedEditor)
         editor->removeReactor(this);
+}
+
+void CCheckDef::Flush() const
+{
+    if (!m_bSuspended)
+        FlushSaveReactors();
+}
+
+void CCheckDef::databaseToBeDestroyed(AcDbDatabase*)
+{
+    Flush();
+}
+
+void CCheckDef::saveComplete(AcDbDatabase*, const ACHAR*)
+{
+    Flush();
 }
 
 void CCheckDef::commandWillStart(const ACHAR*)

@@ -1,0 +1,48 @@
+#include "module/commands/NewRasterCommand.h"
+
+#include "module/base/CTempFile.h"
+#include "module/base/CTempMFC.h"
+#include "module/commands/PlaceRaster.h"
+#include "module/dialogs/CDNewRaster.h"
+#include "module/dialogs/PaperSizes.h"
+#include "workerlink/SendToWorker.h"
+
+namespace {
+
+// The worker's numbers of the formats.
+constexpr DWORD tiffGroup4 = 29;
+constexpr DWORD cals = 50;
+
+WorkerPoint PointOf(const AcGePoint3d& point)
+{
+    return {point.x, point.y, point.z};
+}
+
+} // namespace
+
+void NewRasterCommand()
+{
+    const CTempMFC resources;
+    CSurrenderedRaster former;
+    CDNewRaster dialog;
+    if (dialog.DoModal() != IDOK) {
+        former.MakeCurrentAgain();
+        return;
+    }
+    const CTempFile drawing;
+    WorkerMessage message(OperationNewRaster);
+    message.newRaster.drawingFile = drawing.m_strPath;
+    message.newRaster.rasterFile = dialog.m_strFile;
+    message.newRaster.formatCode = dialog.m_nFilterIndex ? cals : tiffGroup4;
+    message.newRaster.dpi = static_cast<DWORD>(dialog.m_nDpi);
+    message.newRaster.pixelSize = {PixelsOfLength(dialog.m_dWidth, dialog.m_nDpi),
+                                   PixelsOfLength(dialog.m_dHeight, dialog.m_nDpi)};
+    message.newRaster.scale = dialog.GetScale();
+    message.newRaster.insertion = PointOf(dialog.m_insertion);
+    if (!SendToWorker(message)) {
+        ShowError(L"ERROR: Problem creating the new raster");
+        return;
+    }
+    PlaceRaster({message.newRaster.drawingFile, dialog.m_strFile, dialog.m_bSavePath != 0, dialog.m_bZoom != 0,
+                 message.newRaster.insertion, message.newRaster.reservedPoint});
+}

@@ -1,0 +1,5 @@
+#include "module/dialogs/CDDespecle.h"
+
+#include "module/resources/resource.h"
+
+CDDespecle::CDDespecle() : CSizeFilterDialog(IDD_DESPECKLE) {}

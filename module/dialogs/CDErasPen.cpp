@@ -1,0 +1,5 @@
+#include "module/dialogs/CDErasPen.h"
+
+#include "module/resources/resource.h"
+
+CDErasPen::CDErasPen() : CBrushDialog(IDD_ERASER) {}

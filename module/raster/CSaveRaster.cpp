@@ -1,0 +1,175 @@
+#include "module/raster/CSaveRaster.h"
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "module/base/CArxApp.h"
+#include "module/base/CTempMFC.h"
+#include "module/base/RedrawView.h"
+#include "module/base/SayOnCommandLine.h"
+#include "module/raster/CAcraster.h"
+#include "module/raster/CCurentRaster.h"
+#include "module/raster/CDocumentLock.h"
+#include "module/raster/SaveUnderChosenName.h"
+#include "module/resources/resource.h"
+
+namespace {
+
+std::vector<CSaveRaster*>& AllReactors()
+{
+    static std::vector<CSaveRaster*> reactors;
+    return reactors;
+}
+
+void LetGoOfCurrentRaster()
+{
+    if (!g_pArxApp->m_pRaster)
+        return;
+    DropCurrentRaster();
+    RedrawActiveView();
+}
+
+// The edits have no other place than the image that is about to go, and the raster's file if the user wants so.
+void OfferToSave(AcDbRasterImageDef& definition, Atil::Image& image)
+{
+    const CTempMFC resources;
+    LetGoOfCurrentRaster();
+    const CString name(definition.sourceFileName());
+    CString question;
+    question.Format(IDS_SAVE_CHANGES, name.GetString());
+    if (AfxMessageBox(question, MB_YESNO) != IDYES)
+        return;
+    CAcraster raster(&definition, &image);
+    if (!SaveUnderChosenName(raster, nullptr))
+        SayOnCommandLine(L"The changes to " + name + L" were not saved.");
+}
+
+} // namespace
+
+CSaveRaster::CSaveRaster(AcDbRasterImageDef* definition)
+    : m_definitionId(definition->objectId()), m_pNext(g_pArxApp->m_pSaveList)
+{
+    g_pArxApp->m_pSaveList = this;
+    AllReactors().push_back(this);
+    definition->addReactor(this);
+}
+
+CSaveRaster::~CSaveRaster()
+{
+    if (m_bOnDefinition)
+        TakeOff();
+    Unlink();
+    std::erase(AllReactors(), this);
+    // The one before it, which the chain has lost by now.
+    for (CSaveRaster* each : AllReactors()) {
+        if (each->m_pNext == this)
+            each->m_pNext = m_pNext;
+    }
+}
+
+void CSaveRaster::TakeOff()
+{
+    AcDbRasterImageDef* definition = nullptr;
+    if (acdbOpenObject(definition, m_definitionId, AcDb::kForRead, true) != Acad::eOk)
+        return;
+    definition->removeReactor(this);
+    definition->close();
+}
+
+void CSaveRaster::Unlink()
+{
+    if (m_pPrevious) {
+        m_pPrevious->m_pNext = m_pNext;
+    } else {
+        g_pArxApp->m_pSaveList = nullptr;
+    }
+    if (m_pNext)
+        m_pNext->m_pPrevious = m_pPrevious;
+}
+
+Adesk::Boolean CSaveRaster::onDeleteImage(const AcDbRasterImageDef* definition, const Atil::Image* image)
+{
+    definition->removeReactor(this);
+    m_bOnDefinition = false;
+    // The host hands out what it has open for write; the copy is the module's own.
+    if (definition->imageModified() && image)
+        OfferToSave(const_cast<AcDbRasterImageDef&>(*definition), const_cast<Atil::Image&>(*image));
+    if (!m_bClosing)
+        delete this;
+    return 0;
+}
+
+AcDbRasterImageDef* CSaveRaster::OpenDefinition() const
+{
+    AcDbRasterImageDef* definition = nullptr;
+    const Acad::ErrorStatus status = acdbOpenObject(definition, m_definitionId, AcDb::kForWrite);
+    if (status != Acad::eWasOpenForWrite && status != Acad::eWasOpenForRead)
+        return definition;
+    // A stroke that was broken off has left the current raster's objects open. The question would drop the raster
+    // anyway.
+    LetGoOfCurrentRaster();
+    acdbOpenObject(definition, m_definitionId, AcDb::kForWrite);
+    return definition;
+}
+
+void CSaveRaster::FlushReactor()
+{
+    std::optional<CDocumentLock> lock;
+    try {
+        lock.emplace();
+    } catch (...) {
+        // A host that refuses the lock may let the definition be opened all the same.
+        lock.reset();
+    }
+    AcDbRasterImageDef* definition = OpenDefinition();
+    if (!definition) {
+        Unlink();
+        return;
+    }
+    m_bClosing = true;
+    {
+        const std::unique_ptr<Atil::Image> image(definition->imageCopy(true));
+        onDeleteImage(definition, image.get());
+    }
+    definition->close();
+    lock.reset();
+    delete this;
+}
+
+void CSaveRaster::ForgetAll()
+{
+    while (!AllReactors().empty())
+        delete AllReactors().back();
+}
+
+bool FindReactor(CSaveRaster* first, const AcDbObjectId* definition, bool deleteIt)
+{
+    if (!definition) {
+        std::vector<CSaveRaster*> rest;
+        for (CSaveRaster* each = first; each; each = each->m_pNext)
+            rest.push_back(each);
+        std::for_each(rest.rbegin(), rest.rend(), [](CSaveRaster* each) { delete each; });
+        return true;
+    }
+    CSaveRaster* found = first;
+    while (found && !(found->m_definitionId == *definition))
+        found = found->m_pNext;
+    if (found && deleteIt)
+        delete found;
+    return found != nullptr;
+}
+
+void AttachSaveReactor(AcDbRasterImageDef* definition)
+{
+    const AcDbObjectId id = definition->objectId();
+    if (!FindReactor(g_pArxApp->m_pSaveList, &id, false))
+        new CSaveRaster(definition); // deletes itself when the image goes
+}
+
+void FlushSaveReactors()
+{
+    while (g_pArxApp->m_pSaveList)
+        g_pArxApp->m_pSaveList->FlushReactor();
+}
