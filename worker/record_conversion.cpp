@@ -37,7 +37,38 @@ std::optional<imaging::Region> regionFrom(const CRgn* region)
     return imaging::Region::fromRects(rects);
 }
 
+drawing::Vector3 vectorFrom(const WorkerPoint& point)
+{
+    return {point.x, point.y, point.z};
+}
+
+WorkerPoint pointFrom(const drawing::Vector3& vector)
+{
+    return {vector.x, vector.y, vector.z};
+}
+
 // The record's groups have no types of their own.
+NewRaster requestFrom(const decltype(WorkerMessage::newRaster)& record)
+{
+    return {.drawingFile = pathFrom(record.drawingFile),
+            .rasterFile = pathFrom(record.rasterFile),
+            .formatCode = record.formatCode,
+            .dotsPerInch = record.dpi,
+            .pixels = {static_cast<int>(record.pixelSize.cx), static_cast<int>(record.pixelSize.cy)},
+            .scale = record.scale,
+            .insertion = vectorFrom(record.insertion),
+            .corner = {}};
+}
+
+InsertRaster requestFrom(const decltype(WorkerMessage::insertRaster)& record)
+{
+    return {.drawingFile = pathFrom(record.drawingFile),
+            .rasterFile = pathFrom(record.rasterFile),
+            .scale = record.scale,
+            .insertion = vectorFrom(record.insertion),
+            .corner = {}};
+}
+
 FormatQuery requestFrom(const decltype(WorkerMessage::formatQuery)& record)
 {
     return {.file = pathFrom(record.file), .filter = {}, .filterIndex = record.filterIndex, .formatCode = 0};
@@ -90,6 +121,12 @@ Request requestFromRecord(const WorkerMessage& record)
 {
     Request request;
     switch (record.operation) {
+    case OperationNewRaster:
+        request.newRaster = requestFrom(record.newRaster);
+        break;
+    case OperationInsertRaster:
+        request.insertRaster = requestFrom(record.insertRaster);
+        break;
     case OperationFormatQuery:
         request.formatQuery = requestFrom(record.formatQuery);
         break;
@@ -119,12 +156,22 @@ Request requestFromRecord(const WorkerMessage& record)
 
 void putResults(const Request& request, WorkerMessage& record)
 {
-    if (record.operation != OperationFormatQuery)
-        return;
-    const std::u16string& filter = request.formatQuery.filter;
-    record.formatQuery.filter = std::wstring(filter.begin(), filter.end()).c_str();
-    record.formatQuery.filterIndex = request.formatQuery.filterIndex;
-    record.formatQuery.formatCode = request.formatQuery.formatCode;
+    switch (record.operation) {
+    case OperationNewRaster:
+        record.newRaster.reservedPoint = pointFrom(request.newRaster.corner);
+        break;
+    case OperationInsertRaster:
+        record.insertRaster.reservedPoint = pointFrom(request.insertRaster.corner);
+        break;
+    case OperationFormatQuery:
+        record.formatQuery.filter =
+            std::wstring(request.formatQuery.filter.begin(), request.formatQuery.filter.end()).c_str();
+        record.formatQuery.filterIndex = request.formatQuery.filterIndex;
+        record.formatQuery.formatCode = request.formatQuery.formatCode;
+        break;
+    default: // an operation without results of its own
+        break;
+    }
 }
 
 } // namespace worker

@@ -15,23 +15,23 @@ constexpr const wchar_t* commandGroup = L"HVA6";
 constexpr Adesk::Int32 commandFlags = ACRX_CMD_MODAL | ACRX_CMD_REDRAW | ACRX_CMD_NOPERSPECTIVE | ACRX_CMD_NOPAPERSPACE;
 
 constexpr CommandRow commandTable[] = {
-    {L"ORVO_NEW", NewRasterCommand},         //
-    {L"ORVO_OPEN", InsertRasterCommand},     //
-    {L"ORVO_SAVEAS", SaveAsCommand},         //
-    {L"ORVO_SELRAS", SelectRasterCommand},   //
-    {L"ORVO_SELAREA", SelectAreaCommand},    //
-    {L"ORVO_RASPEN", PenCommand},            //
-    {L"ORVO_RASLINE", LineCommand},          //
-    {L"ORVO_RASERAS", EraserCommand},        //
-    {L"ORVO_INVERT", InvertCommand},         //
-    {L"ORVO_FLIPH", FlipHorizontalCommand},  //
-    {L"ORVO_FLIPV", FlipVerticalCommand},    //
-    {L"ORVO_DESPEC", DespeckleCommand},      //
-    {L"ORVO_FILL", FillCommand},             //
-    {L"ORVO_CROP", CropCommand},             //
-    {L"ORVO_CHANGE", ChangeRasterCommand},   //
-    {L"ORVO_RASPROP", PropertiesCommand},    //
-    {L"ORVO_ROTATE", RotateCommand},         //
+    {L"ORVO_NEW", NewRasterCommand},        //
+    {L"ORVO_OPEN", InsertRasterCommand},    //
+    {L"ORVO_SAVEAS", SaveAsCommand},        //
+    {L"ORVO_SELRAS", SelectRasterCommand},  //
+    {L"ORVO_SELAREA", SelectAreaCommand},   //
+    {L"ORVO_RASPEN", PenCommand},           //
+    {L"ORVO_RASLINE", LineCommand},         //
+    {L"ORVO_RASERAS", EraserCommand},       //
+    {L"ORVO_INVERT", InvertCommand},        //
+    {L"ORVO_FLIPH", FlipHorizontalCommand}, //
+    {L"ORVO_FLIPV", FlipVerticalCommand},   //
+    {L"ORVO_DESPEC", DespeckleCommand},     //
+    {L"ORVO_FILL", FillCommand},            //
+    {L"ORVO_CROP", CropCommand},            //
+    {L"ORVO_CHANGE", ChangeRasterCommand},  //
+    {L"ORVO_RASPROP", PropertiesCommand},   //
+    {L"ORVO_ROTATE", RotateCommand},        //
     {L"ORVO_RASTERIZE", RasterizeCommand},
 };
 

@@ -8,8 +8,8 @@ class CDNewRaster : public CPlacementDialog
 public:
     CDNewRaster();
 
-    CString m_strFile;       // full path; OK needs one
-    int m_nFilterIndex = 0;  // of the chosen type: 0 TIFF, 1 CALS
+    CString m_strFile;      // full path; OK needs one
+    int m_nFilterIndex = 0; // of the chosen type: 0 TIFF, 1 CALS
     int m_nDpi = 300;
 
 protected:

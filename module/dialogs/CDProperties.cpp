@@ -47,8 +47,8 @@ int FileLength(const CString& path)
 // In 32 bits, so that the largest rasters wrap around.
 int MemorySize(CSize size, int depth)
 {
-    const auto bits = static_cast<std::uint32_t>(depth) * static_cast<std::uint32_t>(size.cy) *
-                      static_cast<std::uint32_t>(size.cx);
+    const auto bits =
+        static_cast<std::uint32_t>(depth) * static_cast<std::uint32_t>(size.cy) * static_cast<std::uint32_t>(size.cx);
     return static_cast<int>(bits) / 8;
 }
 

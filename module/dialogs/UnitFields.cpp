@@ -42,8 +42,7 @@ CString FormatNumber(double value, int decimals, CString thousandSeparator)
     format.NegativeOrder = 1;
     wchar_t text[longestNumber] = {};
     // A number too long for the system's formatting is shown as it is.
-    const bool formatted =
-        GetNumberFormatW(LOCALE_USER_DEFAULT, 0, plain, &format, text, longestNumber) != 0;
+    const bool formatted = GetNumberFormatW(LOCALE_USER_DEFAULT, 0, plain, &format, text, longestNumber) != 0;
     return formatted ? CString(text) : plain;
 }
 

@@ -10,7 +10,8 @@ inline constexpr double MillimetresPerInch = 25.4;
 bool IsMetricDrawing();
 
 /// Reads a number field into `value`; does nothing while values are being shown. A unit field gives millimetres, a
-/// plain field (one with the extended style WS_EX_TRANSPARENT) the number as it stands. A text without a number gives 0.
+/// plain field (one with the extended style WS_EX_TRANSPARENT) the number as it stands. A text without a number gives
+/// 0.
 void DDX_LengthValue(CDataExchange* exchange, int controlId, double& value);
 
 /// Shows `value` in a number field; does nothing while values are being read. A unit field shows inches with two

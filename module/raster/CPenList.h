@@ -21,13 +21,14 @@ public:
     /// Of the pen for the colour `index` + 1, with the scale, to the nearest; an index above the last pen means it.
     int Width(int index) const;
 
-    /// False, with nothing changed, if the settings have none. A table that breaks off has 0.20 mm in its missing parts.
+    /// False, with nothing changed, if the settings have none. A table that breaks off has 0.20 mm in its missing
+    /// parts.
     bool LoadSettings(const CString& section);
     /// Three hexadecimal digits a pen. Widths that don't fit into them shift all that follow; they always have.
     void StoreSettings(const CString& section) const;
 
-    /// Without a name the user is asked, and 0 means that he gave up; else 1. What is no number reads as 0, and the last
-    /// line holds for all pens that follow; a file without lines changes nothing. Throws CFileException*.
+    /// Without a name the user is asked, and 0 means that he gave up; else 1. What is no number reads as 0, and the
+    /// last line holds for all pens that follow; a file without lines changes nothing. Throws CFileException*.
     int ReadFile(CString name);
     /// The same for writing. A file that stands there stays whole if the writing fails.
     int WriteFile(CString name);

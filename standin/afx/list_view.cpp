@@ -57,6 +57,6 @@ int CListCtrl::GetNextItem(int nItem, int nFlags) const
 
 CEdit* CListCtrl::EditLabel(int nItem)
 {
-    return static_cast<CEdit*>(CEdit::FromHandle(
-        reinterpret_cast<HWND>(SendMessage(LVM_EDITLABELW, static_cast<WPARAM>(nItem), 0))));
+    return static_cast<CEdit*>(
+        CEdit::FromHandle(reinterpret_cast<HWND>(SendMessage(LVM_EDITLABELW, static_cast<WPARAM>(nItem), 0))));
 }

@@ -7,6 +7,7 @@
 #include "worker/engine/convert_file.h"
 #include "worker/engine/edit_file.h"
 #include "worker/engine/format_query.h"
+#include "worker/engine/place_raster.h"
 #include "workerlink/protocol.h"
 
 namespace worker {
@@ -17,6 +18,10 @@ using Context = OperationContext;
 
 // A crop is a conversion of a file onto itself.
 constexpr std::array operations{
+    Operation{OperationNewRaster, "NewRaster",
+              [](Request& request, const Context& context) { makeNewRaster(request.newRaster, context.gate); }},
+    Operation{OperationInsertRaster, "InsertRaster",
+              [](Request& request, const Context& context) { insertRaster(request.insertRaster, context.gate); }},
     Operation{OperationFormatQuery, "FormatQuery",
               [](Request& request, const Context&) { answerFormatQuery(request.formatQuery); }},
     Operation{OperationConvertFile, "ConvertFile",

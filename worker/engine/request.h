@@ -5,12 +5,34 @@
 #include <optional>
 #include <string>
 
+#include "drawing/geometry.h"
 #include "imaging/geometry.h"
 #include "imaging/region.h"
 
 // What the worker is asked for, as plain values: one group of fields for each operation, in which its results go back.
 
 namespace worker {
+
+struct NewRaster
+{
+    std::filesystem::path drawingFile; // written
+    std::filesystem::path rasterFile;  // written
+    std::uint32_t formatCode = 0;
+    std::uint32_t dotsPerInch = 0;
+    imaging::Size pixels;
+    double scale = 1;           // drawing units per millimetre
+    drawing::Vector3 insertion; // of the lower left corner, in drawing units
+    drawing::Vector3 corner;    // out: the upper right corner
+};
+
+struct InsertRaster
+{
+    std::filesystem::path drawingFile; // written
+    std::filesystem::path rasterFile;
+    double scale = 1;           // drawing units per millimetre
+    drawing::Vector3 insertion; // of the lower left corner, in drawing units
+    drawing::Vector3 corner;    // out: the upper right corner
+};
 
 struct FormatQuery
 {
@@ -67,6 +89,8 @@ struct Filter
 /// Of the groups the one of the operation that is asked for counts.
 struct Request
 {
+    NewRaster newRaster;
+    InsertRaster insertRaster;
     FormatQuery formatQuery;
     ConvertFile convertFile;
     CopyToClipboard copyToClipboard;
