@@ -1,6 +1,7 @@
 // The area tool. What its drags, keys and menu do to selection, image and clipboard is played and checked to the pixel
 // in the sessions.
 
+#include "module/base/RedrawView.h"
 #include "module/tools/CRasArrowTool.h"
 #include "module/tools/ToolMessageHook.h"
 #include "module/tools/ViewDrawing.h"

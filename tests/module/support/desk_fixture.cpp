@@ -1,6 +1,7 @@
 #include "tests/module/support/desk_fixture.h"
 
 #include "module/raster/CCurentRaster.h"
+#include "module/raster/CSaveRaster.h"
 #include "module/start/CModuleApp.h"
 #include "workerlink/SendToWorker.h"
 
@@ -92,6 +93,8 @@ void DeskFixture::SetUp()
 
 void DeskFixture::TearDown()
 {
+    // Nobody is there to be asked about what a test left unsaved.
+    CSaveRaster::ForgetAll();
     delete g_pArxApp;
     g_pArxApp = nullptr;
     EXPECT_EQ(standin::openObjects(), 0) << "objects of the drawing were left open";
@@ -124,6 +127,7 @@ void DeskFixture::renewView()
 
 void DeskFixture::openDrawing(const std::vector<Picture>& pictures, std::vector<PlacedImage> places, double dotsPerInch)
 {
+    CSaveRaster::ForgetAll();
     places.resize(pictures.size());
     for (size_t i = 0; i < pictures.size(); ++i) {
         PlacedImage& place = places[i];
