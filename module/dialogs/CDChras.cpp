@@ -111,8 +111,7 @@ void CDChras::OnPageChosen()
 
 void CDChras::OnFieldLeft()
 {
-    // On the way to Cancel a value that is refused must not hold the user back.
-    if (GetFocus() == GetDlgItem(IDCANCEL))
+    if (!IsFieldLeftForAnother(*this))
         return;
     UpdateData(TRUE);
     ApplyLimits();

@@ -76,7 +76,7 @@ void CDNewRaster::OnPageChosen()
 
 void CDNewRaster::OnPointLeft()
 {
-    if (IsOnWayToCancel())
+    if (!IsFieldLeftForAnother(*this))
         return;
     UpdateData(TRUE);
     UpdateData(FALSE);

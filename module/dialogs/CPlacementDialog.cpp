@@ -55,11 +55,6 @@ void CPlacementDialog::ExchangeUnit(CDataExchange* exchange)
     DDX_CBIndex(exchange, IDC_PLACE_UNIT, m_nUnit);
 }
 
-bool CPlacementDialog::IsOnWayToCancel() const
-{
-    return GetFocus() == GetDlgItem(IDCANCEL);
-}
-
 void CPlacementDialog::Recompute()
 {
     UpdateData(TRUE);
@@ -69,7 +64,7 @@ void CPlacementDialog::Recompute()
 
 void CPlacementDialog::OnFieldLeft()
 {
-    if (!IsOnWayToCancel())
+    if (IsFieldLeftForAnother(*this))
         Recompute();
 }
 

@@ -29,8 +29,6 @@ protected:
 
     /// Reads all fields, works out what depends on them and shows all.
     void Recompute();
-    /// Whether the user is about to give up, so that no field needs reading.
-    bool IsOnWayToCancel() const;
     void OnFieldLeft();
 
 private:

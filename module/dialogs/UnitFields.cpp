@@ -40,10 +40,11 @@ CString FormatNumber(double value, int decimals, CString thousandSeparator)
     format.lpDecimalSep = decimalSeparator.GetBuffer(0);
     format.lpThousandSep = thousandSeparator.GetBuffer(0);
     format.NegativeOrder = 1;
+    // A number that would not fit with its separators is shown as it is: not every system bears to be asked.
+    if (plain.GetLength() > longestNumber / 2)
+        return plain;
     wchar_t text[longestNumber] = {};
-    // A number too long for the system's formatting is shown as it is.
-    const bool formatted = GetNumberFormatW(LOCALE_USER_DEFAULT, 0, plain, &format, text, longestNumber) != 0;
-    return formatted ? CString(text) : plain;
+    return GetNumberFormatW(LOCALE_USER_DEFAULT, 0, plain, &format, text, longestNumber) ? CString(text) : plain;
 }
 
 bool IsUnitField(HWND control)
@@ -100,4 +101,10 @@ CString FormatLength(double value, int decimals, bool withUnit, const CString& p
     const double shown = metric ? value : value / MillimetresPerInch;
     const int shownDecimals = decimals + (metric ? 0 : extraDecimalsOfInches);
     return prefix + FormatNumber(shown, shownDecimals, Separator(LOCALE_STHOUSAND)) + unit + postfix;
+}
+
+bool IsFieldLeftForAnother(const CWnd& dialog)
+{
+    const HWND next = GetFocus();
+    return next && IsChild(dialog.m_hWnd, next) && next != GetDlgItem(dialog.m_hWnd, IDCANCEL);
 }

@@ -21,3 +21,7 @@ void DDX_LengthText(CDataExchange* exchange, int controlId, double value, int de
 /// The value as text between prefix and postfix: in millimetres, or in inches with two decimals more than asked; with
 /// its unit if `withUnit`. -1 decimals ask for the drawing's own precision, unconverted, without unit and grouping.
 CString FormatLength(double value, int decimals, bool withUnit, const CString& prefix, const CString& postfix);
+
+/// Asked when a field loses the focus: whether it goes to another control of the dialog. On the way to Cancel a value
+/// that is refused must not hold the user back, and a message about one must not bring up the next.
+bool IsFieldLeftForAnother(const CWnd& dialog);

@@ -65,6 +65,8 @@ public:
 
     /// False of an image that could not be opened again after a Suspend: then no more than this may be asked.
     bool IsOpen() const { return m_objects.m_pDefinition != nullptr; }
+    /// Of the definition while it is open, else null.
+    AcDbObjectId GetDefinitionId() const { return IsOpen() ? m_objects.m_pDefinition->objectId() : AcDbObjectId(); }
     /// Another number for every object: tells a raster from a later one that lies at the same address.
     unsigned GetSerial() const { return m_nSerial; }
     CSize GetSize() const; // 0 by 0 of an image that has gone under its lock

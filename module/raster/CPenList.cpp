@@ -50,9 +50,9 @@ std::vector<std::string> ReadLines(CFile& file)
     return lines;
 }
 
-void ThrowWritingError(const CString& path)
+[[noreturn]] void ThrowWritingError(DWORD error, const CString& path)
 {
-    CFileException::ThrowOsError(static_cast<LONG>(GetLastError()), path);
+    CFileException::ThrowOsError(static_cast<LONG>(error), path);
 }
 
 } // namespace
@@ -134,6 +134,8 @@ int CPenList::WriteFile(CString name)
 {
     if (!AskForName(m_pSaveDialog, false, name))
         return 0;
+    if (IsMarkedReadOnly(name))
+        ThrowWritingError(ERROR_ACCESS_DENIED, name);
     auto last = m_widths.size() - 1;
     while (last > 0 && m_widths[last] == m_widths[last - 1])
         --last;
@@ -149,7 +151,7 @@ int CPenList::WriteFile(CString name)
         file.Close();
     }
     if (!MoveFileExW(fresh, name, MOVEFILE_REPLACE_EXISTING))
-        ThrowWritingError(name);
+        ThrowWritingError(GetLastError(), name);
     remove.Dismiss();
     return 1;
 }

@@ -103,13 +103,12 @@ Adesk::Boolean CSaveRaster::onDeleteImage(const AcDbRasterImageDef* definition, 
 
 AcDbRasterImageDef* CSaveRaster::OpenDefinition() const
 {
-    AcDbRasterImageDef* definition = nullptr;
-    const Acad::ErrorStatus status = acdbOpenObject(definition, m_definitionId, AcDb::kForWrite);
-    if (status != Acad::eWasOpenForWrite && status != Acad::eWasOpenForRead)
-        return definition;
     // A stroke that was broken off has left the current raster's objects open. The question would drop the raster
     // anyway.
-    LetGoOfCurrentRaster();
+    const CAcraster* raster = g_pArxApp->m_pRaster;
+    if (raster && raster->GetLockCount() > 0 && raster->GetDefinitionId() == m_definitionId)
+        LetGoOfCurrentRaster();
+    AcDbRasterImageDef* definition = nullptr;
     acdbOpenObject(definition, m_definitionId, AcDb::kForWrite);
     return definition;
 }

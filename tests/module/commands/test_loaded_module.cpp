@@ -5,6 +5,7 @@
 #include <tlhelp32.h>
 
 #include "tests/module/support/desk_fixture.h"
+#include "tests/module/support/dialog_driver.h"
 
 namespace {
 
@@ -130,7 +131,14 @@ TEST_F(LoadedModule, UnloadedInAnyStateItLeavesNothingBehind)
             }
             if (until == Until::Released)
                 post(WM_LBUTTONUP, 600, 500);
-            ASSERT_FALSE(standin::unloadModule(L"HVA6"));
+            const bool paints = command != std::wstring(L"ORVO_SELAREA");
+            const bool edited = command == std::wstring(L"ORVO_FLIPH") || (paints && until == Until::Released);
+            {
+                test::DialogDriver driver;
+                if (edited)
+                    driver.expectDialog([](HWND question) { test::press(question, IDNO); });
+                ASSERT_FALSE(standin::unloadModule(L"HVA6"));
+            }
             EXPECT_EQ(GetModuleHandleW(L"HVA6_13_64.arx"), nullptr);
             EXPECT_EQ(standin::openObjects(), 0);
             EXPECT_EQ(GetCapture(), nullptr);

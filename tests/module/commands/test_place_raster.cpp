@@ -6,6 +6,7 @@
 #include "module/commands/InsertRasterCommand.h"
 #include "module/commands/NewRasterCommand.h"
 #include "module/raster/CCurentRaster.h"
+#include "module/raster/CDocumentLock.h"
 #include "module/resources/resource.h"
 #include "tests/module/dialogs/dialog_fields.h"
 #include "tests/module/support/desk_fixture.h"
@@ -152,6 +153,7 @@ TEST_F(PlaceRaster, ANewRasterIsMadeAndPlacedInBothFormats)
                 EXPECT_EQ(text(dialog, IDC_NEW_FILE), file(row.file).wstring());
                 press(dialog, IDOK);
             });
+            const CDocumentLock lock;
             NewRasterCommand();
         }
         EXPECT_EQ(readPicture(file(row.file)), blank(100, 200));
@@ -223,6 +225,7 @@ TEST_F(PlaceRaster, AnExistingRasterLiesAsItsOwnResolutionSays)
             enter(dialog, IDC_PLACE_Y, L"-2");
             press(dialog, IDOK);
         });
+        const CDocumentLock lock;
         InsertRasterCommand();
     }
     EXPECT_EQ(g_pArxApp->m_pRaster, nullptr);

@@ -18,11 +18,13 @@ inline void notify(HWND dialog, int id, int code)
     SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
 }
 
-// Types into a field and leaves it.
+// Types into a field and leaves it for another one.
 inline void enter(HWND dialog, int id, const std::wstring& typed)
 {
-    SetDlgItemTextW(dialog, id, typed.c_str());
-    notify(dialog, id, EN_KILLFOCUS);
+    const HWND field = GetDlgItem(dialog, id);
+    SetFocus(field);
+    SetWindowTextW(field, typed.c_str());
+    SetFocus(GetNextDlgTabItem(dialog, field, TRUE));
 }
 
 inline void choose(HWND dialog, int id, int row)

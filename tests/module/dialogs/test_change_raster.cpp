@@ -1,5 +1,6 @@
 // The dialog that changes a raster's size and resolution.
 
+#include "module/base/CArxApp.h"
 #include "module/dialogs/CDChras.h"
 #include "module/raster/CCurentRaster.h"
 #include "module/resources/resource.h"
@@ -73,10 +74,10 @@ TEST_F(ChangeRaster, APageIsMetWithinLessThanFiveMillimetres)
         open(2100 + tenths, 2970 - tenths, 254);
         DialogDriver driver;
         run(driver, [tenths](HWND dialog) {
-            const bool near = tenths < 50;
-            EXPECT_EQ(text(dialog, IDC_CHANGE_CURRENT_PAGE), near ? L"A4S  " : L"Altered");
+            const bool isNear = tenths < 50;
+            EXPECT_EQ(text(dialog, IDC_CHANGE_CURRENT_PAGE), isNear ? L"A4S  " : L"Altered");
             EXPECT_EQ(text(dialog, IDC_CHANGE_CURRENT_WIDTH), L"215 mm");
-            expectNewSize(dialog, near ? L"210 mm" : L"215 mm", near ? L"297 mm" : L"292 mm", L"254");
+            expectNewSize(dialog, isNear ? L"210 mm" : L"215 mm", isNear ? L"297 mm" : L"292 mm", L"254");
             press(dialog, IDCANCEL);
         });
     }

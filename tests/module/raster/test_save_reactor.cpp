@@ -231,6 +231,8 @@ TEST_F(SaveReactor, FindsAndDeletesInTheRestOfTheChain)
 {
     openEdited(3);
     CSaveRaster* head = g_pArxApp->m_pSaveList;
+    DropCurrentRaster();
+    const CDocumentLock lock;
     AcDbRasterImageDef* definition = openDefinition(0);
     const AcDbObjectId oldest = definition->objectId();
     definition->close();
@@ -265,6 +267,7 @@ TEST_F(SaveReactor, OfADefinitionThatSomebodyElseHasOpenTheQuestionComesWhenTheI
         AcDbRasterImageDef* definition = openDefinition(0);
         standin::saveDrawing(file("saved.dxf"));
         EXPECT_EQ(g_pArxApp->m_pSaveList, nullptr) << "the flush has to come to an end";
+        standin::clearBreaches(); // that it was tried
         definition->close();
     }
     EXPECT_EQ(reactorsOf(0), 1u);

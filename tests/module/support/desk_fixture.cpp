@@ -91,10 +91,18 @@ void DeskFixture::SetUp()
     SetWorkerPath(workerProgram());
 }
 
+// Nobody is there to be asked about what a test left unsaved.
+void DeskFixture::forgetEdits()
+{
+    if (!g_pArxApp)
+        return;
+    DropCurrentRaster();
+    CSaveRaster::ForgetAll();
+}
+
 void DeskFixture::TearDown()
 {
-    // Nobody is there to be asked about what a test left unsaved.
-    CSaveRaster::ForgetAll();
+    forgetEdits();
     delete g_pArxApp;
     g_pArxApp = nullptr;
     EXPECT_EQ(standin::openObjects(), 0) << "objects of the drawing were left open";
@@ -127,7 +135,7 @@ void DeskFixture::renewView()
 
 void DeskFixture::openDrawing(const std::vector<Picture>& pictures, std::vector<PlacedImage> places, double dotsPerInch)
 {
-    CSaveRaster::ForgetAll();
+    forgetEdits();
     places.resize(pictures.size());
     for (size_t i = 0; i < pictures.size(); ++i) {
         PlacedImage& place = places[i];

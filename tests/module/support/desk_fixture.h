@@ -66,6 +66,8 @@ protected:
     bool runDeskCommand(const std::vector<standin::CommandArgument>&) override { return false; }
 
 private:
+    static void forgetEdits();
+
     CView* m_view = nullptr;
     std::filesystem::path m_folder;
     std::vector<std::wstring> m_temporaryFilesBefore;
