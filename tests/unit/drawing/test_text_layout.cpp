@@ -20,7 +20,8 @@ public:
     {}
     const Glyph* find(char32_t character) override
     {
-        return character == U'?' ? nullptr : character == U' ' ? &m_blank : &m_letter;
+        const bool lacking = character == U'?' || character == 0x2205;
+        return lacking ? nullptr : character == U' ' ? &m_blank : &m_letter;
     }
 
 private:
@@ -180,6 +181,9 @@ TEST_F(TextLayout, UnknownFontsAndMissingCharactersAreStroked)
     ASSERT_EQ(glyphs.size(), 2u);
     EXPECT_NE(glyphs[0].glyph, &strokeGlyph('a'));
     EXPECT_EQ(glyphs[1].glyph, &strokeGlyph('?'));
+    text.text = "a%%c";
+    EXPECT_EQ(pieces().at(0).glyphs.at(1).glyph, glyphs[0].glyph) << "the font's own letter for the diameter sign";
+    text.text = "a?";
     text.style = "NONE";
     EXPECT_EQ(pieces().at(0).glyphs.at(0).glyph, &strokeGlyph('a'));
     text.style = "FIXED";
