@@ -37,6 +37,9 @@ std::size_t characters(std::string_view text)
 
 void includeShape(std::optional<Extents>& extents, const FlatPath& path)
 {
+    if (path.endless) {
+        return;
+    }
     for (const Vector2& point : path.points) {
         include(extents, point);
     }

@@ -2,10 +2,12 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "drawing/flatten.h"
+#include "drawing/hatch.h"
 
 namespace drawing {
 
@@ -37,14 +39,34 @@ private:
         Inherited inherited;
     };
 
+    /// What a path is drawn with: its own linetype, or none.
+    enum class Linetype
+    {
+        Own,
+        Continuous,
+    };
+
     void content(const Block& block, const Place& place);
     void any(const Entity& entity, const Place& place);
     void shape(const Entity& entity, const Place& place);
+    void curve(const Entity& entity, const Place& place);
     void round(const Entity& entity, const Place& place);
     void lightPolyline(const LightPolyline& polyline, const Place& place);
     void reference(const BlockReference& reference, const Place& place);
     void attributes(const BlockReference& reference, const Place& place);
-    void dimension(const Entity& entity, const Place& place);
+    void dimension(const Dimension& dimension, const Place& place);
+    void viewport(const Viewport& viewport, const Place& place);
+    void spline(const Spline& spline, const Place& place);
+    void hatch(const Hatch& hatch, const Place& place);
+    void face(const Face& face, const Place& place);
+    void point(const Point& point, const Place& place);
+    double pointSize() const;
+    void endlessLine(const EndlessLine& line, const Place& place);
+    std::optional<Extents> window() const;
+    void leader(const Leader& leader, const Place& place);
+    double dimensionValue(const Leader& leader, int code, std::string_view variable, double usual) const;
+    double arrowSize(const Leader& leader) const;
+    void arrowHead(const Leader& leader, const Vector3& tip, const Vector3& back, double size, const Place& place);
     void heavyPolyline(const HeavyPolyline& polyline, const Place& place);
     void mesh(const HeavyPolyline& polyline, const std::vector<const Vertex*>& vertices, const Place& place);
     void faces(const std::vector<const Vertex*>& vertices, const HeavyPolyline& polyline, const Place& place);
@@ -53,7 +75,7 @@ private:
     void image(const Image& image, const Place& place);
     void emitText(const Entity& entity, FlatText text, const Vector3& position, const Vector3& direction,
                   const Vector3& up, const Place& place);
-    void emit(const Entity& entity, FlatShape shape, const Place& place);
+    void emit(const Entity& entity, FlatShape shape, const Place& place, Linetype linetype = Linetype::Own);
 
     const std::string& layerName(const Entity& entity, const Inherited& inherited) const;
     FlatStyle styleOf(const Entity& entity, const Inherited& inherited) const;
@@ -77,7 +99,9 @@ private:
     double m_linetypeScale;
     std::vector<const Block*> m_open;
     Handle m_entity = 0;
-    std::optional<Extents> m_clip; // of the viewport whose content is drawn
+    std::optional<Extents> m_clip;      // of the viewport whose content is drawn
+    double m_viewScale = 1;             // of that viewport
+    std::set<std::string> m_frozenHere; // layers that it does not show, in lower case
     std::size_t m_points = 0;
     bool m_complete = true;
 };
