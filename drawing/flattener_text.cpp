@@ -45,7 +45,7 @@ void Flattener::emitText(const Entity& entity, const RichText& text, const TextF
 {
     for (LaidText& laid : layOut(text, frame, m_options.fonts)) {
         FlatStyle style = styleOf(entity, place.inherited);
-        style.linetype = "Continuous"; // the strokes of letters have no dashes
+        style.dashes.clear(); // the strokes of letters are whole lines
         if (laid.color) {
             setColor(style, laid.color->index, laid.color->trueColor, place.inherited);
         }
