@@ -1,6 +1,7 @@
 #include "drawing/flattener.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -15,21 +16,6 @@ namespace {
 constexpr double radiansPerDegree = std::numbers::pi / 180;
 constexpr double wholeTurn = 2 * std::numbers::pi;
 
-// Counter-clockwise from start to end, in radians. Equal angles make a full turn, and so does an end that lies whole
-// turns above the start but for the rounding of the digits in a file.
-double sweepBetween(double start, double end)
-{
-    constexpr double rounding = 1e-6;
-    if (end - start > wholeTurn - rounding && std::abs(std::remainder(end - start, wholeTurn)) < rounding) {
-        return wholeTurn;
-    }
-    double sweep = std::fmod(end - start, wholeTurn);
-    if (sweep <= 0) {
-        sweep += wholeTurn;
-    }
-    return sweep;
-}
-
 Rgb rgbOf(std::uint32_t trueColor)
 {
     return {static_cast<std::uint8_t>(trueColor >> 16), static_cast<std::uint8_t>(trueColor >> 8),
@@ -37,7 +23,8 @@ Rgb rgbOf(std::uint32_t trueColor)
 }
 
 // Straight lines for the arc centre + radius (cos, sin) in the map's plane.
-FlatPath curve(const Vector3& center, double radius, double start, double sweep, const Transform& map, double tolerance)
+FlatPath roundPath(const Vector3& center, double radius, double start, double sweep, const Transform& map,
+                   double tolerance)
 {
     const int steps = arcSteps(radius * largestStretch(map), sweep, tolerance);
     std::vector<Vector3> points;
@@ -48,14 +35,15 @@ FlatPath curve(const Vector3& center, double radius, double start, double sweep,
     if (whole) {
         points.pop_back();
     }
-    return projectedPath(points, map, whole, false);
+    return projectedPath(points, map, whole);
 }
 
 } // namespace
 
 Flattener::Flattener(const Document& document, const FlattenOptions& options, const FlatSink& sink)
     : m_document(document), m_options(options), m_sink(sink), m_layers(namesOf("LAYER")),
-      m_blocks(namesOf("BLOCK_RECORD")), m_styles(namesOf("STYLE"))
+      m_blocks(namesOf("BLOCK_RECORD")), m_styles(namesOf("STYLE")), m_linetypes(namesOf("LTYPE")),
+      m_linetypeScale(document.header.real("$LTSCALE", 1))
 {}
 
 Flattener::Names Flattener::namesOf(std::string_view kind) const
@@ -127,10 +115,34 @@ bool Flattener::shown(const Entity& entity, const Inherited& inherited) const
     if (m_options.hiddenToo) {
         return true;
     }
-    const Layer* layer = findLayer(layerName(entity, inherited));
+    const std::string& name = layerName(entity, inherited);
+    const Layer* layer = findLayer(name);
     // A block reference on a layer that is off still shows what lies on other layers; freezing hides all of it.
     const bool off = layer && !layer->on && !dynamic_cast<const BlockReference*>(&entity);
-    return entity.visible && !off && !(layer && layer->frozen());
+    return entity.visible && !off && !(layer && layer->frozen()) &&
+           (m_frozenHere.empty() || !m_frozenHere.contains(lowerCase(name)));
+}
+
+// The colour that an index (0: by block, 256: by layer) and a true colour, which goes before it, stand for.
+void Flattener::setColor(FlatStyle& style, int color, std::optional<std::uint32_t> trueColor,
+                         const Inherited& inherited) const
+{
+    std::optional<Rgb> rgb;
+    if (trueColor) {
+        rgb = rgbOf(*trueColor);
+    }
+    style.colorIndex = color;
+    if (color == colorByBlock) {
+        style.colorIndex = inherited.color;
+        rgb = rgb ? rgb : inherited.rgb;
+    } else if (color < 0 || color >= colorByLayer) {
+        const Layer* layer = findLayer(style.layer);
+        style.colorIndex = layer ? layer->color : 7;
+        if (!rgb && layer && layer->trueColor) {
+            rgb = rgbOf(*layer->trueColor);
+        }
+    }
+    style.rgb = rgb.value_or(rgbOfIndex(style.colorIndex));
 }
 
 FlatStyle Flattener::styleOf(const Entity& entity, const Inherited& inherited) const
@@ -138,23 +150,8 @@ FlatStyle Flattener::styleOf(const Entity& entity, const Inherited& inherited) c
     FlatStyle style;
     style.layer = layerName(entity, inherited);
     style.linetypeScale = entity.linetypeScale;
+    setColor(style, entity.color, entity.trueColor, inherited);
     const Layer* layer = findLayer(style.layer);
-    std::optional<Rgb> rgb;
-    if (entity.trueColor) {
-        rgb = rgbOf(*entity.trueColor);
-    }
-    style.colorIndex = entity.color;
-    if (entity.color == colorByBlock) {
-        style.colorIndex = inherited.color;
-        rgb = rgb ? rgb : inherited.rgb;
-    } else if (entity.color < 0 || entity.color >= colorByLayer) {
-        style.colorIndex = layer ? layer->color : 7;
-        if (!rgb && layer && layer->trueColor) {
-            rgb = rgbOf(*layer->trueColor);
-        }
-    }
-    style.rgb = rgb.value_or(rgbOfIndex(style.colorIndex));
-
     style.linetype = entity.linetype;
     if (sameName(entity.linetype, "ByBlock")) {
         style.linetype = inherited.linetype;
@@ -169,21 +166,53 @@ FlatStyle Flattener::styleOf(const Entity& entity, const Inherited& inherited) c
     } else if (entity.lineweight == byLayer) {
         style.lineweight = layer ? layer->lineweight : -3;
     }
+    style.dashes = dashesOf(style);
     return style;
+}
+
+DashPattern Flattener::dashesOf(const FlatStyle& style) const
+{
+    constexpr std::size_t mostElements = 64; // what programs make has a dozen at most
+    const auto found = m_linetypes.find(lowerCase(style.linetype));
+    const auto* linetype = found == m_linetypes.end() ? nullptr : dynamic_cast<const drawing::Linetype*>(found->second);
+    DashPattern dashes;
+    if (linetype && linetype->elements.size() <= mostElements) {
+        for (const drawing::Linetype::Element& element : linetype->elements) {
+            dashes.push_back(element.length * style.linetypeScale * m_linetypeScale * m_viewScale);
+        }
+    }
+    return periodOf(dashes) > 0 ? dashes : DashPattern();
 }
 
 namespace {
 
-bool isFinite(const FlatPath& path)
+bool isFinite(const std::vector<Vector2>& points)
 {
-    return std::all_of(path.points.begin(), path.points.end(),
+    return std::all_of(points.begin(), points.end(),
                        [](const Vector2& p) { return std::isfinite(p.x) && std::isfinite(p.y); });
 }
 
+bool isFinite(const FlatPath& path)
+{
+    return isFinite(path.points);
+}
+
+bool isFinite(const FlatArea& area)
+{
+    return std::all_of(area.contours.begin(), area.contours.end(),
+                       [](const auto& contour) { return isFinite(contour); });
+}
+
+template <std::size_t count> bool isFinite(const std::vector<std::array<Vector2, count>>& shapes)
+{
+    return std::all_of(shapes.begin(), shapes.end(),
+                       [](const auto& points) { return isFinite(std::vector<Vector2>(points.begin(), points.end())); });
+}
+
+// The boxes enclose where the glyphs begin.
 bool isFinite(const FlatText& text)
 {
-    return std::isfinite(text.position.x) && std::isfinite(text.position.y) && std::isfinite(text.height) &&
-           std::isfinite(text.widthFactor);
+    return isFinite(std::vector{text.across, text.up}) && isFinite(text.lineBoxes) && isFinite(text.rules);
 }
 
 bool isFinite(const FlatImage& image)
@@ -192,28 +221,62 @@ bool isFinite(const FlatImage& image)
     return std::isfinite(sum.x) && std::isfinite(sum.y);
 }
 
+std::size_t pointsIn(const FlatPath& path)
+{
+    return path.points.size();
+}
+
+std::size_t pointsIn(const FlatArea& area)
+{
+    std::size_t points = 0;
+    for (const auto& contour : area.contours) {
+        points += contour.size();
+    }
+    return points;
+}
+
+std::size_t pointsIn(const FlatText& text)
+{
+    constexpr std::size_t pieceCost = 8;
+    return pieceCost + 2 * text.glyphs.size();
+}
+
+std::size_t pointsIn(const FlatImage&)
+{
+    return 1;
+}
+
 } // namespace
 
-void Flattener::emit(const Entity& entity, std::variant<FlatPath, FlatText, FlatImage> shape, const Place& place)
+void Flattener::emit(const Entity& entity, FlatShape shape, const Place& place, Linetype linetype)
 {
-    const auto* path = std::get_if<FlatPath>(&shape);
+    FlatStyle style = styleOf(entity, place.inherited);
+    if (linetype == Linetype::Continuous) {
+        style.dashes.clear();
+    }
+    emit(std::move(style), std::move(shape));
+}
+
+void Flattener::emit(FlatStyle style, FlatShape shape)
+{
     if (!std::visit([](const auto& each) { return isFinite(each); }, shape)) {
         m_complete = false;
         return;
     }
-    if (spend(path ? path->points.size() : 1)) {
-        m_sink(FlatItem{m_entity, styleOf(entity, place.inherited), std::move(shape)});
+    if (spend(std::visit([](const auto& each) { return pointsIn(each); }, shape))) {
+        m_sink(FlatItem{m_entity, std::move(style), std::move(shape), m_clip});
     }
-}
-
-void Flattener::emitPath(const Entity& entity, FlatPath&& path, const Place& place)
-{
-    emit(entity, std::move(path), place);
 }
 
 void Flattener::any(const Entity& entity, const Place& place)
 {
-    if (m_points < m_options.limit && shown(entity, place.inherited)) {
+    if (m_points >= m_options.limit) {
+        return;
+    }
+    const auto* window = dynamic_cast<const Viewport*>(&entity);
+    if (window && (window->visible || m_options.hiddenToo)) {
+        viewport(*window, place);
+    } else if (!window && shown(entity, place.inherited)) {
         shape(entity, place);
     }
 }
@@ -221,18 +284,18 @@ void Flattener::any(const Entity& entity, const Place& place)
 void Flattener::shape(const Entity& entity, const Place& place)
 {
     if (const auto* line = dynamic_cast<const Line*>(&entity)) {
-        emitPath(entity, projectedPath({line->start, line->end}, place.map, false, false), place);
-    } else if (const auto* point = dynamic_cast<const Point*>(&entity)) {
-        emitPath(entity, projectedPath({point->position}, place.map, false, false), place);
+        emit(entity, projectedPath({line->start, line->end}, place.map, false), place);
+    } else if (const auto* marked = dynamic_cast<const Point*>(&entity)) {
+        point(*marked, place);
     } else if (const auto* light = dynamic_cast<const LightPolyline*>(&entity)) {
         lightPolyline(*light, place);
     } else if (const auto* heavy = dynamic_cast<const HeavyPolyline*>(&entity)) {
         heavyPolyline(*heavy, place);
     } else if (const auto* solid = dynamic_cast<const Solid*>(&entity)) {
-        emitPath(entity,
-                 projectedPath({solid->corners[0], solid->corners[1], solid->corners[3], solid->corners[2]},
-                               place.map * Transform::fromExtrusion(solid->extrusion), true, true),
-                 place);
+        const Transform map = place.map * Transform::fromExtrusion(solid->extrusion);
+        emit(entity,
+             FlatArea{{projected({solid->corners[0], solid->corners[1], solid->corners[3], solid->corners[2]}, map)}},
+             place);
     } else if (const auto* inserted = dynamic_cast<const BlockReference*>(&entity)) {
         reference(*inserted, place);
     } else if (const auto* definition = dynamic_cast<const AttributeDefinition*>(&entity)) {
@@ -247,8 +310,25 @@ void Flattener::shape(const Entity& entity, const Place& place)
         mtext(*multiple, place);
     } else if (const auto* picture = dynamic_cast<const Image*>(&entity)) {
         image(*picture, place);
-    } else if (entity.name() == "DIMENSION") {
-        dimension(entity, place);
+    } else if (const auto* measure = dynamic_cast<const Dimension*>(&entity)) {
+        dimension(*measure, place);
+    } else if (const auto* filled = dynamic_cast<const Hatch*>(&entity)) {
+        hatch(*filled, place);
+    } else {
+        curve(entity, place);
+    }
+}
+
+void Flattener::curve(const Entity& entity, const Place& place)
+{
+    if (const auto* free = dynamic_cast<const Spline*>(&entity)) {
+        spline(*free, place);
+    } else if (const auto* arrow = dynamic_cast<const Leader*>(&entity)) {
+        leader(*arrow, place);
+    } else if (const auto* endless = dynamic_cast<const EndlessLine*>(&entity)) {
+        endlessLine(*endless, place);
+    } else if (const auto* inSpace = dynamic_cast<const Face*>(&entity)) {
+        face(*inSpace, place);
     } else {
         round(entity, place);
     }
@@ -258,7 +338,7 @@ void Flattener::shape(const Entity& entity, const Place& place)
 void Flattener::round(const Entity& entity, const Place& place)
 {
     const auto draw = [&](const Vector3& center, double radius, double start, double sweep, const Transform& plane) {
-        emitPath(entity, curve(center, radius, start, sweep, place.map * plane, m_options.tolerance), place);
+        emit(entity, roundPath(center, radius, start, sweep, place.map * plane, m_options.tolerance), place);
     };
     if (const auto* circle = dynamic_cast<const Circle*>(&entity)) {
         draw(circle->center, circle->radius, 0, wholeTurn, Transform::fromExtrusion(circle->extrusion));
@@ -285,7 +365,7 @@ void Flattener::lightPolyline(const LightPolyline& polyline, const Place& place)
     const Transform map =
         place.map * Transform::fromExtrusion(polyline.extrusion) * Transform::translation({0, 0, polyline.elevation});
     flattenPolyline(points, polyline.closed, map, m_options.tolerance,
-                    [&](FlatPath&& path) { emitPath(polyline, std::move(path), place); });
+                    [&](FlatShape&& piece) { emit(polyline, std::move(piece), place); });
 }
 
 void Flattener::image(const Image& image, const Place& place)

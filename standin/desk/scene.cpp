@@ -12,20 +12,15 @@ Vec2 toVec2(const drawing::Vector2& v)
     return {v.x, v.y};
 }
 
-ScenePath pathOf(const drawing::FlatPath& flat, const drawing::FlatStyle& style, const drawing::Document& document)
+ScenePath pathOf(const drawing::FlatPath& flat, const drawing::FlatStyle& style)
 {
     ScenePath path;
-    path.filled = flat.filled;
     path.points.reserve(flat.points.size() + 1);
     for (const auto& point : flat.points)
         path.points.push_back(toVec2(point));
-    if (flat.closed && !flat.filled && !path.points.empty())
+    if (flat.closed && !path.points.empty())
         path.points.push_back(path.points.front());
-    if (const auto* linetype = document.findLinetype(style.linetype); linetype && !flat.filled) {
-        const double scale = style.linetypeScale * document.header.real("$LTSCALE", 1);
-        for (const auto& element : linetype->elements)
-            path.dashes.push_back(element.length * scale);
-    }
+    path.dashes = style.dashes;
     return path;
 }
 
@@ -67,7 +62,12 @@ Box boundsOf(const SceneItem& item)
     if (const auto* path = std::get_if<ScenePath>(&item.shape)) {
         for (const Vec2 point : path->points)
             box.add(point);
-    } else if (const auto* text = std::get_if<PlacedText>(&item.shape)) {
+    } else if (const auto* area = std::get_if<SceneArea>(&item.shape)) {
+        for (const auto& contour : area->contours) {
+            for (const Vec2 point : contour)
+                box.add(point);
+        }
+    } else if (const auto* text = std::get_if<drawing::FlatText>(&item.shape)) {
         for (const auto& line : text->lineBoxes) {
             for (const Vec2 corner : line)
                 box.add(corner);
@@ -91,36 +91,41 @@ PickShape SceneItem::pickShape() const
 {
     PickShape pieces;
     if (const auto* path = std::get_if<ScenePath>(&shape)) {
-        pieces.push_back({path->points, path->filled});
-    } else if (const auto* text = std::get_if<PlacedText>(&shape)) {
+        pieces.push_back({{path->points}, false});
+    } else if (const auto* area = std::get_if<SceneArea>(&shape)) {
+        pieces.push_back({area->contours, true});
+    } else if (const auto* text = std::get_if<drawing::FlatText>(&shape)) {
         for (const auto& line : text->lineBoxes)
-            pieces.push_back({{line.begin(), line.end()}, true});
+            pieces.push_back({{{line.begin(), line.end()}}, true});
     } else {
         std::vector<Vec2> outline = std::get<SceneImage>(shape).outline();
         if (!outline.empty())
             outline.push_back(outline.front());
-        pieces.push_back({std::move(outline), false});
+        pieces.push_back({{std::move(outline)}, false});
     }
     return pieces;
 }
 
 void Scene::build(const drawing::Document& document, const drawing::Block& space, double tolerance,
-                  TypefaceCache& typefaces)
+                  drawing::FontSource& fonts)
 {
     m_items.clear();
     m_extents = {};
     m_tolerance = tolerance;
     drawing::FlattenOptions options;
     options.tolerance = tolerance;
+    options.fonts = &fonts;
     drawing::flattenBlock(document, space, options, [&](drawing::FlatItem&& flat) {
         SceneItem item;
         item.entity = flat.entity;
         item.color = Color(flat.style.rgb.red) << 16 | Color(flat.style.rgb.green) << 8 | flat.style.rgb.blue;
         item.inForeground = flat.style.colorIndex == 7 && flat.style.rgb == drawing::rgbOfIndex(7);
         if (const auto* path = std::get_if<drawing::FlatPath>(&flat.shape)) {
-            item.shape = pathOf(*path, flat.style, document);
-        } else if (const auto* text = std::get_if<drawing::FlatText>(&flat.shape)) {
-            item.shape = layOut(*text, typefaces.forFontFile(text->font));
+            item.shape = pathOf(*path, flat.style);
+        } else if (auto* area = std::get_if<drawing::FlatArea>(&flat.shape)) {
+            item.shape = SceneArea{std::move(area->contours)};
+        } else if (auto* text = std::get_if<drawing::FlatText>(&flat.shape)) {
+            item.shape = std::move(*text);
         } else {
             item.shape = imageOf(std::get<drawing::FlatImage>(flat.shape), document);
         }

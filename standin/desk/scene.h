@@ -7,10 +7,8 @@
 #include "drawing/document.h"
 #include "drawing/flatten.h"
 #include "standin/desk/canvas.h"
-#include "standin/desk/dash_pattern.h"
 #include "standin/desk/image_placement.h"
 #include "standin/desk/picking.h"
-#include "standin/desk/text_layout.h"
 #include "standin/desk/vec2.h"
 
 namespace desk {
@@ -18,9 +16,13 @@ namespace desk {
 /// What an entity's pieces look like in the drawing, ready to be painted and picked; drawing units throughout.
 struct ScenePath
 {
-    std::vector<Vec2> points; // a closed path ends with its first point again
-    bool filled = false;
-    DashPattern dashes; // empty for continuous lines
+    std::vector<Vec2> points;    // a closed path ends with its first point again
+    drawing::DashPattern dashes; // empty for continuous lines
+};
+
+struct SceneArea
+{
+    std::vector<std::vector<Vec2>> contours; // even-odd; they close by themselves
 };
 
 struct SceneImage
@@ -44,7 +46,7 @@ struct SceneItem
     Color color = 0;
     bool inForeground = false; // colour 7: black on a light ground, white on a dark one
     Box bounds;
-    std::variant<ScenePath, PlacedText, SceneImage> shape;
+    std::variant<ScenePath, SceneArea, drawing::FlatText, SceneImage> shape;
 
     PickShape pickShape() const;
 };
@@ -53,10 +55,10 @@ struct SceneItem
 class Scene
 {
 public:
-    /// tolerance: how far a curve's straight pieces may stray from it, in drawing units. Typefaces must outlive the
-    /// scene.
+    /// tolerance: how far a curve's straight pieces may stray from it, in drawing units. The fonts must outlive
+    /// the scene.
     void build(const drawing::Document& document, const drawing::Block& space, double tolerance,
-               TypefaceCache& typefaces);
+               drawing::FontSource& fonts);
 
     const std::vector<SceneItem>& items() const { return m_items; }
     const Box& extents() const { return m_extents; }

@@ -2,11 +2,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+
+#include "drawing/text_layout.h"
 
 namespace desk {
 namespace {
 
-constexpr int maximumDashes = 4000;
+constexpr std::size_t maximumDashes = 4000;
+constexpr unsigned opaque = 255;
 // A dash pattern finer than this many pixels is drawn as a continuous line.
 constexpr double finestPattern = 3;
 // Texts with lower capitals than this many pixels are drawn as bars.
@@ -78,8 +82,13 @@ void ScenePainter::paint(Canvas& canvas, const Scene& scene, const ViewTransform
         const Color color = palette.shown(item.color, item.inForeground);
         if (const auto* path = std::get_if<ScenePath>(&item.shape)) {
             paintPath(canvas, *path, view, color);
+        } else if (const auto* area = std::get_if<SceneArea>(&item.shape)) {
+            std::vector<std::vector<Vec2>> contours;
+            for (const auto& contour : area->contours)
+                contours.push_back(toView(contour, view));
+            canvas.polygon(contours, color, opaque, FillRule::EvenOdd);
         } else {
-            paintText(canvas, std::get<PlacedText>(item.shape), view, color);
+            paintText(canvas, std::get<drawing::FlatText>(item.shape), view, color);
         }
     }
     std::erase_if(m_coverage, [&](const auto& entry) { return !images.contains(entry.first); });
@@ -88,26 +97,20 @@ void ScenePainter::paint(Canvas& canvas, const Scene& scene, const ViewTransform
 void ScenePainter::paintPath(Canvas& canvas, const ScenePath& path, const ViewTransform& view, Color color) const
 {
     const std::vector<Vec2> points = toView(path.points, view);
-    if (path.filled) {
-        canvas.polygon(std::span(&points, 1), color);
-        return;
-    }
     if (points.size() == 1) {
         canvas.point(points.front(), color);
         return;
     }
-    double period = 0;
-    DashPattern dashes;
-    for (const double element : path.dashes) {
-        dashes.push_back(element / view.unitsPerPixel());
-        period += std::abs(dashes.back());
-    }
-    if (period < finestPattern)
+    drawing::DashPattern dashes = path.dashes;
+    for (double& element : dashes)
+        element /= view.unitsPerPixel();
+    if (drawing::periodOf(dashes) < finestPattern)
         dashes.clear();
-    drawDashed(points, dashes, maximumDashes, [&](Vec2 a, Vec2 b) { canvas.line(a, b, color); });
+    drawing::drawDashed(points, dashes, maximumDashes, [&](Vec2 a, Vec2 b) { canvas.line(a, b, color); });
 }
 
-void ScenePainter::paintText(Canvas& canvas, const PlacedText& text, const ViewTransform& view, Color color) const
+void ScenePainter::paintText(Canvas& canvas, const drawing::FlatText& text, const ViewTransform& view,
+                             Color color) const
 {
     if (text.height / view.unitsPerPixel() < smallestReadable) {
         for (const auto& line : text.lineBoxes) {
@@ -117,16 +120,23 @@ void ScenePainter::paintText(Canvas& canvas, const PlacedText& text, const ViewT
         return;
     }
     std::vector<std::vector<Vec2>> contours;
-    for (const PlacedGlyph& placed : text.glyphs) {
+    for (const drawing::PlacedGlyph& placed : text.glyphs) {
+        const auto seen = [&](Vec2 point) {
+            return view.toView(placed.origin + text.across * point.x + text.up * point.y);
+        };
         contours.clear();
-        for (const auto& contour : placed.glyph->contours) {
-            auto& points = contours.emplace_back();
-            points.reserve(contour.size());
-            for (const Vec2 point : contour)
-                points.push_back(view.toView(placed.origin + text.across * point.x + text.up * point.y));
-        }
+        for (const auto& contour : placed.glyph->contours)
+            std::transform(contour.begin(), contour.end(), std::back_inserter(contours.emplace_back()), seen);
         canvas.polygon(contours, color);
+        for (const auto& stroke : placed.glyph->strokes) {
+            if (stroke.size() == 1)
+                canvas.line(seen(stroke[0]), seen(stroke[0]), color);
+            for (std::size_t i = 1; i < stroke.size(); ++i)
+                canvas.line(seen(stroke[i - 1]), seen(stroke[i]), color);
+        }
     }
+    for (const auto& [from, to] : text.rules)
+        canvas.line(view.toView(from), view.toView(to), color);
 }
 
 void ScenePainter::paintImage(Canvas& canvas, const SceneItem& item, const ViewTransform& view, const Palette& palette,
@@ -178,38 +188,42 @@ void ScenePainter::paintMissing(Canvas& canvas, const SceneImage& image, const V
     const double width = std::hypot(right.x, right.y), height = std::hypot(up.x, up.y);
     if (!(width > 0 && height > 0) || image.file.empty())
         return;
-    drawing::FlatText text;
-    const Vec2 middle = image.placement.position + right * 0.5 + up * 0.5;
-    text.position = {middle.x, middle.y};
-    text.direction = {right.x / width, right.y / width};
-    text.up = {up.x / height, up.y / height};
-    text.horizontal = drawing::HorizontalAlignment::Middle;
-    text.lines = {image.file};
-    text.height = std::min(height / 8, width / (1.2 * double(image.file.size())));
-    paintText(canvas, layOut(text, m_typefaces.forFontFile("")), view, color);
+    drawing::TextFrame frame;
+    frame.origin = image.placement.position + right * 0.5 + up * 0.5;
+    frame.across = right * (1 / width);
+    frame.up = up * (1 / height);
+    frame.horizontal = drawing::HorizontalAlignment::Middle;
+    drawing::TextFormat format;
+    format.height = std::min(height / 8, width / (1.2 * double(image.file.size())));
+    format.font = {"Arial", true};
+    for (const auto& laid : drawing::layOut(drawing::literalText(image.file, format), frame, &m_fonts))
+        paintText(canvas, laid.text, view, color);
 }
 
 void ScenePainter::paintSelected(Canvas& canvas, const Scene& scene, const ViewTransform& view, const Palette& palette,
                                  const std::set<drawing::Handle>& selected)
 {
-    const DashPattern dashes = {5, -3};
+    const drawing::DashPattern dashes = {5, -3};
     std::map<drawing::Handle, SelectedEntity> entities;
     for (const SceneItem& item : scene.items()) {
         if (!selected.contains(item.entity))
             continue;
         SelectedEntity& entity = entities[item.entity];
         entity.bounds.add(item.bounds);
+        const bool shows = showsIn(viewBox(item.bounds, view), canvas.clip());
         for (const PickPiece& piece : item.pickShape()) {
-            std::vector<Vec2> points = toView(piece.points, view);
-            if (points.empty())
-                continue;
-            if (piece.filled)
-                points.push_back(points.front());
-            entity.ends.push_back(points.front());
-            entity.ends.push_back(points.back());
-            if (showsIn(viewBox(item.bounds, view), canvas.clip())) {
-                drawDashed(points, dashes, maximumDashes,
-                           [&](Vec2 a, Vec2 b) { canvas.line(a, b, palette.highlight); });
+            for (const auto& contour : piece.contours) {
+                std::vector<Vec2> points = toView(contour, view);
+                if (points.empty())
+                    continue;
+                if (piece.filled)
+                    points.push_back(points.front());
+                entity.ends.push_back(points.front());
+                entity.ends.push_back(points.back());
+                if (shows) {
+                    drawing::drawDashed(points, dashes, maximumDashes,
+                                        [&](Vec2 a, Vec2 b) { canvas.line(a, b, palette.highlight); });
+                }
             }
         }
     }

@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "drawing/flatten.h"
+#include "drawing/stroke_font.h"
 #include "support.h"
 
 namespace drawing::test {
@@ -43,6 +44,15 @@ protected:
         const auto all = items();
         EXPECT_EQ(all.size(), 1u);
         return std::get<FlatPath>(all.at(0).shape);
+    }
+    // The one contour of the one area.
+    std::vector<Vector2> onlyContour()
+    {
+        const auto all = items();
+        EXPECT_EQ(all.size(), 1u);
+        const auto area = std::get<FlatArea>(all.at(0).shape);
+        EXPECT_EQ(area.contours.size(), 1u);
+        return area.contours.at(0);
     }
     FlatText onlyText()
     {
@@ -141,8 +151,7 @@ TEST_F(Flattening, WidePolylineIsFilledMitredAndOfOnePiece)
     auto& polyline = add<LightPolyline>();
     polyline.constantWidth = 2;
     polyline.points = {{{0, 0}}, {{10, 0}}, {{10, 10}}};
-    EXPECT_TRUE(onlyPath().filled);
-    expectPoints(onlyPath().points, {{0, 1}, {9, 1}, {9, 10}, {11, 10}, {11, -1}, {0, -1}});
+    expectPoints(onlyContour(), {{0, 1}, {9, 1}, {9, 10}, {11, 10}, {11, -1}, {0, -1}});
     polyline.points[1].startWidth = polyline.points[1].endWidth = 4;
     EXPECT_EQ(items().size(), 2u) << "where the width jumps, a new piece begins";
     document.erase(polyline.handle);
@@ -150,19 +159,33 @@ TEST_F(Flattening, WidePolylineIsFilledMitredAndOfOnePiece)
     heavy.startWidth = heavy.endWidth = 2;
     document.addVertex(heavy, std::make_unique<Vertex>());
     document.addVertex(heavy, std::make_unique<Vertex>()).position = {10, 0, 0};
-    expectPoints(onlyPath().points, {{0, 1}, {10, 1}, {10, -1}, {0, -1}});
+    expectPoints(onlyContour(), {{0, 1}, {10, 1}, {10, -1}, {0, -1}});
 }
 
 // Twice the area, positive if the outline runs counter-clockwise.
-double doubleArea(const FlatPath& path)
+double doubleArea(const std::vector<Vector2>& contour)
 {
     double area = 0;
-    for (std::size_t i = 0; i < path.points.size(); ++i) {
-        const Vector2& a = path.points[i];
-        const Vector2& b = path.points[(i + 1) % path.points.size()];
+    for (std::size_t i = 0; i < contour.size(); ++i) {
+        const Vector2& a = contour[i];
+        const Vector2& b = contour[(i + 1) % contour.size()];
         area += a.x * b.y - a.y * b.x;
     }
     return area;
+}
+
+int crossingsToTheRight(const FlatArea& area, const Vector2& at)
+{
+    int count = 0;
+    for (const auto& contour : area.contours) {
+        for (std::size_t i = 0; i < contour.size(); ++i) {
+            const Vector2& a = contour[i];
+            const Vector2& b = contour[(i + 1) % contour.size()];
+            const bool spans = (a.y <= at.y) != (b.y <= at.y);
+            count += spans && a.x + (b.x - a.x) * (at.y - a.y) / (b.y - a.y) > at.x ? 1 : 0;
+        }
+    }
+    return count;
 }
 
 TEST_F(Flattening, WideRingIsOneOutlineUnlessItIsWiderThanRound)
@@ -172,11 +195,24 @@ TEST_F(Flattening, WideRingIsOneOutlineUnlessItIsWiderThanRound)
     ring.closed = true;
     ring.constantWidth = 2;
     ring.points = {{{-5, 0}, 0, 0, 1}, {{5, 0}, 0, 0, 1}};
-    EXPECT_NEAR(std::abs(doubleArea(onlyPath())), 2 * std::numbers::pi * (36 - 16), 0.01);
+    EXPECT_NEAR(std::abs(doubleArea(onlyContour())), 2 * std::numbers::pi * (36 - 16), 0.01);
     ring.constantWidth = 12;
     for (const FlatItem& item : items()) {
-        EXPECT_EQ(std::get<FlatPath>(item.shape).points.size(), 4u) << "an outline would leave a hole in the middle";
+        EXPECT_EQ(std::get<FlatArea>(item.shape).contours.at(0).size(), 4u)
+            << "an outline would leave a hole in the middle";
     }
+}
+
+TEST_F(Flattening, WidePolylineThatCrossesItselfHasNoHoleThere)
+{
+    auto& polyline = add<LightPolyline>();
+    polyline.constantWidth = 2;
+    polyline.points = {{{0, 0}}, {{10, 0}}, {{10, 5}}, {{5, 5}}, {{5, -5}}};
+    int around = 0;
+    for (const FlatItem& item : items()) {
+        around += crossingsToTheRight(std::get<FlatArea>(item.shape), {5.1, 0.2}) % 2;
+    }
+    EXPECT_EQ(around, 2) << "both legs cover the crossing";
 }
 
 TEST_F(Flattening, EllipseFollowsItsAxes)
@@ -214,9 +250,7 @@ TEST_F(Flattening, CurveThatTurnsFullButForTheRoundingOfItsDigitsIsClosed)
 TEST_F(Flattening, SolidGoesAroundItsCorners)
 {
     add<Solid>().corners = {Vector3{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}};
-    const FlatPath path = onlyPath();
-    EXPECT_TRUE(path.filled && path.closed);
-    EXPECT_THAT(path.points, testing::ElementsAre(Vector2{0, 0}, Vector2{1, 0}, Vector2{1, 1}, Vector2{0, 1}));
+    EXPECT_THAT(onlyContour(), testing::ElementsAre(Vector2{0, 0}, Vector2{1, 0}, Vector2{1, 1}, Vector2{0, 1}));
 }
 
 TEST_F(Flattening, BlockReferenceScalesAboutItsBaseThenTurnsThenMoves)
@@ -255,8 +289,8 @@ TEST_F(Flattening, AttributesComeWithEveryBlockOfAnArray)
     attribute.position = {101, 1, 0};
     const auto all = items();
     ASSERT_EQ(all.size(), 2u);
-    expectPoint(std::get<FlatText>(all[0].shape).position, 101, 1);
-    expectPoint(std::get<FlatText>(all[1].shape).position, 101, 8);
+    expectPoint(std::get<FlatText>(all[0].shape).glyphs.at(0).origin, 101, 1);
+    expectPoint(std::get<FlatText>(all[1].shape).glyphs.at(0).origin, 101, 8);
 }
 
 TEST_F(Flattening, ColoursComeFromEntityLayerOrReference)
@@ -300,6 +334,14 @@ TEST_F(Flattening, LinetypeAndLineweightAreResolvedToo)
     reference.layer = "L";
     EXPECT_EQ(items().at(0).style.linetype, "DASHED");
     EXPECT_EQ(items().at(0).style.lineweight, 50);
+    EXPECT_TRUE(items().at(0).style.dashes.empty()) << "there is no such linetype";
+    auto dashed = std::make_unique<Linetype>();
+    dashed->recordName = "Dashed";
+    dashed->elements = {{3, {}}, {-1, {}}, {0, {}}};
+    document.addRecord(std::move(dashed));
+    document.header.setReal("$LTSCALE", 10);
+    inner.linetypeScale = 0.5;
+    EXPECT_THAT(items().at(0).style.dashes, testing::ElementsAre(15, -5, 0));
 }
 
 TEST_F(Flattening, HiddenPiecesAreLeftOut)
@@ -365,15 +407,13 @@ TEST_F(Flattening, ReferenceToAMissingBlockShowsItsAttributesOnly)
     for (const Handle attribute : reference.attributes) {
         document.find<Attribute>(attribute)->height = 1;
     }
-    EXPECT_EQ(onlyText().lines, std::vector<std::string>{"shown"});
+    EXPECT_EQ(onlyText().glyphs.size(), 5u) << "the letters of shown";
 }
 
 TEST_F(Flattening, DimensionIsDrawnByItsBlock)
 {
     addTo<Line>(document.addBlock("*D1")).end = {7, 0, 0};
-    auto dimension = std::make_unique<RawEntity>("DIMENSION");
-    dimension->kept = {{"AcDbDimension", {{2, "*D1"}, {70, "32"}}}};
-    document.addEntity(document.modelSpace(), std::move(dimension));
+    add<Dimension>().block = "*D1";
     expectPoint(onlyPath().points.at(1), 7, 0);
 }
 
@@ -407,38 +447,33 @@ TEST_F(Flattening, MeshesShowTheirEdges)
 TEST_F(Flattening, TextKeepsItsFrameWhenTurnedScaledAndMirrored)
 {
     auto& text = addTo<Text>(document.addBlock("T"));
-    text.text = "%%c20%%d";
+    text.text = "x";
     text.height = 2;
     text.position = {1, 0, 0};
     auto& reference = refer("T");
     reference.rotation = 90;
     reference.scale = {-3, 1, 1};
     const FlatText flat = onlyText();
-    EXPECT_EQ(flat.lines, std::vector<std::string>{"∅20°"});
-    expectPoint(flat.position, 0, -3);
-    expectPoint(flat.direction, 0, -1);
-    expectPoint(flat.up, -1, 0);
+    ASSERT_EQ(flat.glyphs.size(), 1u);
+    expectPoint(flat.glyphs[0].origin, 0, -3);
+    expectPoint(flat.across, 0, -6);
+    expectPoint(flat.up, -2, 0);
     EXPECT_NEAR(flat.height, 2, near);
-    EXPECT_NEAR(flat.widthFactor, 3, near);
-    EXPECT_NEAR(flat.oblique, 0, near);
-    EXPECT_NEAR(flat.rotation(), -std::numbers::pi / 2, near);
 }
 
 TEST_F(Flattening, StretchedAcrossTurnedTextLeans)
 {
     // A square turned by 45 degrees and stretched along x to twice its width: the baseline goes to (2, 1), the upright
-    // to
-    // (-2, 1); their angle and lengths follow.
+    // to (-2, 1).
     auto& text = addTo<Text>(document.addBlock("T"));
     text.text = "x";
     text.height = std::sqrt(2.0);
     text.rotation = 45;
     refer("T").scale = {2, 1, 1};
     const FlatText flat = onlyText();
-    expectPoint(flat.direction, 2 / std::sqrt(5.0), 1 / std::sqrt(5.0));
+    expectPoint(flat.across, 2, 1);
+    expectPoint(flat.up, -2, 1);
     EXPECT_NEAR(flat.height, 4 / std::sqrt(5.0), near) << "distance of (-2, 1) from the baseline";
-    const double lean = std::atan2(-3.0, 4.0) * 180 / std::numbers::pi;
-    EXPECT_NEAR(flat.oblique, lean, 1e-6);
 }
 
 TEST_F(Flattening, AlignmentPlacesTheText)
@@ -448,38 +483,39 @@ TEST_F(Flattening, AlignmentPlacesTheText)
     text.height = 1;
     text.position = {1, 1, 0};
     text.alignmentPoint = Vector3{4, 5, 0};
-    expectPoint(onlyText().position, 1, 1);
+    expectPoint(onlyText().glyphs.at(0).origin, 1, 1);
     text.horizontal = HorizontalAlignment::Right;
-    expectPoint(onlyText().position, 4, 5);
+    expectPoint(onlyText().lineBoxes.at(0)[1], 4, 5 - 0.3);
     text.horizontal = HorizontalAlignment::Fit;
+    const double advance = strokeGlyph('x').advance;
     const FlatText fitted = onlyText();
-    expectPoint(fitted.position, 1, 1);
-    EXPECT_NEAR(fitted.fitLength, 5, near);
-    expectPoint(fitted.direction, 0.6, 0.8);
+    expectPoint(fitted.glyphs.at(0).origin, 1, 1);
+    expectPoint(fitted.across, 3 / advance, 4 / advance);
+    expectPoint(fitted.up, -0.8, 0.6);
+    text.horizontal = HorizontalAlignment::Aligned;
+    expectPoint(onlyText().across, 3 / advance, 4 / advance);
+    expectPoint(onlyText().up, -4 / advance, 3 / advance);
+    text.horizontal = HorizontalAlignment::Fit;
     text.generation = 2; // backward: between the same points, mirrored where it stands
-    expectPoint(onlyText().position, 4, 5);
-    expectPoint(onlyText().direction, -0.6, -0.8);
+    expectPoint(onlyText().glyphs.at(0).origin, 4, 5);
+    expectPoint(onlyText().across, -3 / advance, -4 / advance);
     expectPoint(onlyText().up, -0.8, 0.6);
 }
 
-TEST_F(Flattening, MultiLineTextHasLinesSpacingAndAttachment)
+TEST_F(Flattening, MultiLineTextIsTurnedInTheDrawing)
 {
     auto& text = add<MText>();
-    text.text = "{\\fArial|b1;bold} one\\Ptwo";
+    text.text = "x";
     text.height = 3;
-    text.width = 40;
-    text.attachment = 6;
+    text.attachment = 7;
     text.rotation = 30;
-    const FlatText flat = onlyText();
-    EXPECT_EQ(flat.lines, (std::vector<std::string>{"bold one", "two"}));
-    EXPECT_EQ(flat.horizontal, HorizontalAlignment::Right);
-    EXPECT_EQ(flat.vertical, VerticalAlignment::Middle);
-    EXPECT_NEAR(flat.lineSpacing, 5, near);
-    EXPECT_NEAR(flat.wrapWidth, 40, near);
-    EXPECT_NEAR(flat.rotation(), std::numbers::pi / 6, near);
+    const double third = std::sqrt(3.0) / 2;
+    expectPoint(onlyText().across, 3 * third, 1.5);
+    expectPoint(onlyText().up, -1.5, 3 * third);
+    expectPoint(onlyText().lineBoxes.at(0)[0], 0, 0);
     text.extrusion = {0, 0, -1}; // seen from behind: the baseline stays where it is
-    expectPoint(onlyText().direction, std::sqrt(3.0) / 2, 0.5);
-    expectPoint(onlyText().up, 0.5, -std::sqrt(3.0) / 2);
+    expectPoint(onlyText().across, 3 * third, 1.5);
+    expectPoint(onlyText().up, 1.5, -3 * third);
 }
 
 TEST_F(Flattening, ImageHasTheEdgesOfItsPixels)
