@@ -91,6 +91,8 @@ void CDNewRaster::OnBrowse()
     dialog.GetOFN().lpstrInitialDir = lastFolder;
     if (dialog.DoModal() != IDOK)
         return;
+    // So that showing the fields takes back nothing of what was ticked or typed.
+    UpdateData(TRUE);
     m_strFile = dialog.GetPathName();
     lastFolder = m_strFile.Left(m_strFile.ReverseFind(L'\\') + 1);
     m_nFilterIndex = static_cast<int>(dialog.GetOFN().nFilterIndex) - 1;
