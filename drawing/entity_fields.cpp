@@ -139,17 +139,17 @@ void Viewport::fields(FieldVisitor& v)
     v.integer(68, status);
     v.integer(69, number);
     v.point(12, viewCenter);
-    v.point(16, viewDirection, worldZAxis);
-    v.point(17, viewTarget, Vector3{});
-    v.real(45, viewHeight, 0.0);
-    v.real(51, twist, 0.0);
+    v.point(16, viewDirection, {});
+    v.point(17, viewTarget, {});
+    v.real(45, viewHeight);
+    v.real(51, twist);
     for (const PlacedGroup& frozen : v.take({331, 341})) {
         frozenLayers.push_back(frozen.handleValue());
     }
     for (const Handle frozen : frozenLayers) {
         v.putHandle(331, frozen);
     }
-    v.integer(90, flags, 0);
+    v.integer(90, flags);
 }
 
 void BlockReference::fields(FieldVisitor& v)

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "drawing/drawing_file.h"
+#include "drawing/hatch.h"
 
 namespace standin {
 
@@ -61,7 +62,7 @@ public:
 
     void run()
     {
-        for (const std::string_view kind : {"APPID", "LTYPE", "LAYER", "STYLE"})
+        for (const std::string_view kind : {"APPID", "LTYPE", "LAYER", "STYLE", "DIMSTYLE"})
             moveRecords(kind);
         makeBlocks();
         makeDefinitions();
@@ -196,7 +197,24 @@ private:
             for (auto& part : erased.parts)
                 addPart(*reference, std::move(part));
         } else {
+            releaseTyped(*entity);
             m_target.addEntity(to, std::move(entity));
+        }
+    }
+
+    // What kinds of entities hold of other objects in fields of their own.
+    void releaseTyped(drawing::Entity& entity)
+    {
+        if (auto* dimension = dynamic_cast<drawing::Dimension*>(&entity)) {
+            const auto renamed = m_blockNames.find(dimension->block);
+            dimension->block = renamed != m_blockNames.end() ? renamed->second : dimension->block;
+        } else if (auto* hatch = dynamic_cast<drawing::Hatch*>(&entity)) {
+            hatch->associative = false;
+            for (drawing::HatchPath& path : hatch->paths)
+                path.sources.clear();
+            std::erase_if(hatch->unread, refersToObject);
+        } else if (auto* viewport = dynamic_cast<drawing::Viewport*>(&entity)) {
+            viewport->frozenLayers.clear();
         }
     }
 

@@ -1,7 +1,5 @@
 #include "standin/desk/drawing_session.h"
 
-#include <cstdlib>
-
 #include "drawing/flatten.h"
 
 namespace desk {
@@ -15,16 +13,8 @@ bool putIn(drawing::Handle entity, bool present)
 // The sheet itself as a drawing file has it: the first of a layout's viewports, which is no object of its user's.
 bool isSheet(const drawing::Entity& entity)
 {
-    constexpr int viewportNumber = 69;
-    if (entity.name() != "VIEWPORT")
-        return false;
-    for (const drawing::KeptGroups& kept : entity.kept) {
-        for (const drawing::Group& group : kept.groups) {
-            if (group.code == viewportNumber)
-                return std::strtol(group.value.c_str(), nullptr, 10) == 1;
-        }
-    }
-    return false;
+    const auto* viewport = dynamic_cast<const drawing::Viewport*>(&entity);
+    return viewport && viewport->number == drawing::Viewport::sheetNumber;
 }
 
 } // namespace

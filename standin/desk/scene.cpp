@@ -21,6 +21,7 @@ ScenePath pathOf(const drawing::FlatPath& flat, const drawing::FlatStyle& style)
     if (flat.closed && !path.points.empty())
         path.points.push_back(path.points.front());
     path.dashes = style.dashes;
+    path.endless = flat.endless;
     return path;
 }
 
@@ -106,22 +107,20 @@ PickShape SceneItem::pickShape() const
     return pieces;
 }
 
-void Scene::build(const drawing::Document& document, const drawing::Block& space, double tolerance,
-                  drawing::FontSource& fonts)
+void Scene::build(const drawing::Document& document, const drawing::Block& space,
+                  const drawing::FlattenOptions& options)
 {
     m_items.clear();
     m_extents = {};
-    m_tolerance = tolerance;
-    drawing::FlattenOptions options;
-    options.tolerance = tolerance;
-    options.fonts = &fonts;
+    m_tolerance = options.tolerance;
+    m_window = options.window ? Box{options.window->low, options.window->high} : Box();
     drawing::flattenBlock(document, space, options, [&](drawing::FlatItem&& flat) {
         SceneItem item;
         item.entity = flat.entity;
         item.color = Color(flat.style.rgb.red) << 16 | Color(flat.style.rgb.green) << 8 | flat.style.rgb.blue;
         item.inForeground = flat.style.colorIndex == 7 && flat.style.rgb == drawing::rgbOfIndex(7);
-        if (const auto* path = std::get_if<drawing::FlatPath>(&flat.shape)) {
-            item.shape = pathOf(*path, flat.style);
+        if (const auto* run = std::get_if<drawing::FlatPath>(&flat.shape)) {
+            item.shape = pathOf(*run, flat.style);
         } else if (auto* area = std::get_if<drawing::FlatArea>(&flat.shape)) {
             item.shape = SceneArea{std::move(area->contours)};
         } else if (auto* text = std::get_if<drawing::FlatText>(&flat.shape)) {
@@ -130,7 +129,13 @@ void Scene::build(const drawing::Document& document, const drawing::Block& space
             item.shape = imageOf(std::get<drawing::FlatImage>(flat.shape), document);
         }
         item.bounds = boundsOf(item);
-        m_extents.add(item.bounds);
+        if (flat.clip) {
+            item.clip = Box{flat.clip->low, flat.clip->high};
+            item.bounds = item.bounds.intersect(*item.clip);
+        }
+        const auto* path = std::get_if<ScenePath>(&item.shape);
+        if (!path || !path->endless)
+            m_extents.add(item.bounds);
         m_items.push_back(std::move(item));
     });
 }
@@ -141,7 +146,7 @@ drawing::Handle Scene::pick(Vec2 at, double reach) const
     around.add(at - Vec2{reach, reach});
     around.add(at + Vec2{reach, reach});
     for (auto item = m_items.rbegin(); item != m_items.rend(); ++item) {
-        if (item->bounds.overlaps(around) && distanceTo(item->pickShape(), at) <= reach)
+        if (!item->bounds.empty() && item->bounds.overlaps(around) && distanceTo(item->pickShape(), at) <= reach)
             return item->entity;
     }
     return 0;
@@ -156,9 +161,10 @@ std::vector<drawing::Handle> Scene::pickWindow(const Box& window, bool crossing)
             continue;
         const PickShape shape = item.pickShape();
         if (crossing) {
-            if (item.bounds.overlaps(window) && touchesWindow(shape, window) && touched.insert(item.entity).second)
+            const Box part = item.clip ? window.intersect(*item.clip) : window;
+            if (item.bounds.overlaps(window) && touchesWindow(shape, part) && touched.insert(item.entity).second)
                 found.push_back(item.entity);
-        } else if (!insideWindow(shape, window)) {
+        } else if (item.clip ? !window.contains(item.bounds) : !insideWindow(shape, window)) {
             straying.insert(item.entity);
         } else if (touched.insert(item.entity).second) {
             found.push_back(item.entity);

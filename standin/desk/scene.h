@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -18,6 +19,7 @@ struct ScenePath
 {
     std::vector<Vec2> points;    // a closed path ends with its first point again
     drawing::DashPattern dashes; // empty for continuous lines
+    bool endless = false;        // no part of the extents
 };
 
 struct SceneArea
@@ -45,7 +47,8 @@ struct SceneItem
     drawing::Handle entity = 0; // of the space's own list
     Color color = 0;
     bool inForeground = false; // colour 7: black on a light ground, white on a dark one
-    Box bounds;
+    Box bounds;                // of what can be seen
+    std::optional<Box> clip;   // nothing outside it can be seen, nor pointed at
     std::variant<ScenePath, SceneArea, drawing::FlatText, SceneImage> shape;
 
     PickShape pickShape() const;
@@ -55,14 +58,15 @@ struct SceneItem
 class Scene
 {
 public:
-    /// tolerance: how far a curve's straight pieces may stray from it, in drawing units. The fonts must outlive
-    /// the scene.
-    void build(const drawing::Document& document, const drawing::Block& space, double tolerance,
-               drawing::FontSource& fonts);
+    /// The options' fonts must outlive the scene.
+    void build(const drawing::Document& document, const drawing::Block& space, const drawing::FlattenOptions& options);
 
     const std::vector<SceneItem>& items() const { return m_items; }
     const Box& extents() const { return m_extents; }
+    /// How far a curve's straight pieces may stray from it, in drawing units.
     double tolerance() const { return m_tolerance; }
+    /// To which endless lines are cut.
+    const Box& window() const { return m_window; }
 
     /// The topmost entity whose shape comes within `reach` of the point; 0 if there is none. An image is picked at its
     /// outline alone, so that what lies on it can be picked too.
@@ -73,6 +77,7 @@ public:
 private:
     std::vector<SceneItem> m_items;
     Box m_extents;
+    Box m_window;
     double m_tolerance = 0;
 };
 

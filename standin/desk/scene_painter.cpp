@@ -40,6 +40,36 @@ std::vector<Vec2> toView(std::span<const Vec2> points, const ViewTransform& view
     return converted;
 }
 
+// Nothing of the item is painted outside its own clip as long as this lives.
+class ClippedTo
+{
+public:
+    ClippedTo(Canvas& canvas, const SceneItem& item, const ViewTransform& view)
+        : m_canvas(canvas), m_clip(canvas.clip())
+    {
+        if (item.clip)
+            canvas.setClip(m_clip.intersect(pixelsIn(viewBox(*item.clip, view))));
+    }
+    ~ClippedTo() { m_canvas.setClip(m_clip); }
+    ClippedTo(const ClippedTo&) = delete;
+    ClippedTo& operator=(const ClippedTo&) = delete;
+
+private:
+    // The pixels whose centres lie in the box, as far as whole numbers reach.
+    static imaging::Rect pixelsIn(const Box& box)
+    {
+        const auto pixel = [](double at) {
+            constexpr double farthest = 1e9;
+            return static_cast<int>(std::clamp(at, -farthest, farthest));
+        };
+        return {pixel(std::ceil(box.low.x)), pixel(std::ceil(box.low.y)), pixel(std::floor(box.high.x)) + 1,
+                pixel(std::floor(box.high.y)) + 1};
+    }
+
+    Canvas& m_canvas;
+    imaging::Rect m_clip;
+};
+
 void outline(Canvas& canvas, const std::vector<Vec2>& corners, Color color)
 {
     for (std::size_t i = 0; i < corners.size(); ++i)
@@ -71,16 +101,15 @@ void ScenePainter::paint(Canvas& canvas, const Scene& scene, const ViewTransform
     canvas.fill(palette.ground);
     std::set<drawing::Handle> images;
     for (const SceneItem& item : scene.items()) {
-        if (const auto* image = std::get_if<SceneImage>(&item.shape)) {
+        if (const auto* image = std::get_if<SceneImage>(&item.shape))
             images.insert(image->image);
-            if (showsIn(viewBox(item.bounds, view), canvas.clip()))
-                paintImage(canvas, item, view, palette, imageFrames);
+        if (item.bounds.empty() || !showsIn(viewBox(item.bounds, view), canvas.clip()))
             continue;
-        }
-        if (!showsIn(viewBox(item.bounds, view), canvas.clip()))
-            continue;
+        const ClippedTo clipped(canvas, item, view);
         const Color color = palette.shown(item.color, item.inForeground);
-        if (const auto* path = std::get_if<ScenePath>(&item.shape)) {
+        if (std::holds_alternative<SceneImage>(item.shape)) {
+            paintImage(canvas, item, view, palette, imageFrames);
+        } else if (const auto* path = std::get_if<ScenePath>(&item.shape)) {
             paintPath(canvas, *path, view, color);
         } else if (const auto* area = std::get_if<SceneArea>(&item.shape)) {
             std::vector<std::vector<Vec2>> contours;
@@ -211,6 +240,7 @@ void ScenePainter::paintSelected(Canvas& canvas, const Scene& scene, const ViewT
         SelectedEntity& entity = entities[item.entity];
         entity.bounds.add(item.bounds);
         const bool shows = showsIn(viewBox(item.bounds, view), canvas.clip());
+        const ClippedTo clipped(canvas, item, view);
         for (const PickPiece& piece : item.pickShape()) {
             for (const auto& contour : piece.contours) {
                 std::vector<Vec2> points = toView(contour, view);

@@ -23,6 +23,17 @@ struct Box
     {
         return low.x <= other.high.x && high.x >= other.low.x && low.y <= other.high.y && high.y >= other.low.y;
     }
+    Box intersect(const Box& other) const
+    {
+        return {{low.x > other.low.x ? low.x : other.low.x, low.y > other.low.y ? low.y : other.low.y},
+                {high.x < other.high.x ? high.x : other.high.x, high.y < other.high.y ? high.y : other.high.y}};
+    }
+    /// The box with a margin of so many times its own size on each side.
+    Box widened(double times) const
+    {
+        const Vec2 margin{width() * times, height() * times};
+        return {low - margin, high + margin};
+    }
     void add(Vec2 p)
     {
         low = {p.x < low.x ? p.x : low.x, p.y < low.y ? p.y : low.y};

@@ -28,7 +28,7 @@ TEST(DrawingSession, AllIsWhatIsThereDrawnOrNotButForHiddenLayersAndTheSheetItse
                      "0 SECTION 2 TABLES 0 TABLE 2 LAYER 70 1 0 LAYER 2 COLD 70 1 62 7 6 CONTINUOUS 0 ENDTAB 0 ENDSEC "
                      "0 SECTION 2 ENTITIES "
                      "0 LINE 5 A1 8 0 10 0 20 0 11 5 21 5 "
-                     "0 3DFACE 5 A2 8 0 10 0 20 0 11 5 21 0 12 5 22 5 13 0 23 5 " // the desk does not draw it
+                     "0 SHAPE 5 A2 8 0 10 0 20 0 40 1 2 BOLT " // the desk does not draw it
                      "0 LINE 5 A3 8 COLD 10 0 20 0 11 5 21 5 "
                      "0 VIEWPORT 5 A4 8 0 67 1 10 0 20 0 40 10 41 10 68 1 69 1 "
                      "0 VIEWPORT 5 A5 8 0 67 1 10 0 20 0 40 10 41 10 68 2 69 2 "

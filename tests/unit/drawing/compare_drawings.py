@@ -39,6 +39,14 @@ def attributes(entity):
     return found
 
 
+def rounded(value):
+    if isinstance(value, dict):
+        return {key: rounded(each) for key, each in value.items()}
+    if isinstance(value, (list, tuple)):
+        return [rounded(each) for each in value]
+    return plain(value) if not hasattr(value, "x") else (plain(value.x), plain(value.y))
+
+
 def content(entity):
     """What an entity has besides its attributes."""
     kind = entity.dxftype()
@@ -53,10 +61,21 @@ def content(entity):
     if kind == "MTEXT":
         return entity.text
     if kind == "SPLINE":
-        return [plain(p) for p in entity.control_points], list(entity.knots), [plain(p) for p in entity.fit_points]
+        return [plain(p) for p in entity.control_points], list(entity.knots), list(entity.weights), [
+            plain(p) for p in entity.fit_points]
     if kind == "HATCH":
-        return [[plain(x) for x in v] for path in entity.paths for v in getattr(path, "vertices", ())], [
-            {key: plain(value) for key, value in vars(edge).items()} for path in entity.paths for edge in getattr(path, "edges", ())]
+        pattern = entity.pattern.lines if entity.pattern else []
+        return (
+            [[plain(x) for x in v] for path in entity.paths for v in getattr(path, "vertices", ())],
+            [rounded(vars(edge)) for path in entity.paths for edge in getattr(path, "edges", ())],
+            [(path.path_type_flags, path.source_boundary_objects) for path in entity.paths],
+            [rounded(vars(line)) for line in pattern],
+            [tuple(seed) for seed in entity.seeds],
+        )
+    if kind == "LEADER":
+        return [plain(p) for p in entity.vertices]
+    if kind == "VIEWPORT":
+        return sorted(entity.frozen_layers)
     if kind == "XRECORD":
         return [(tag.code, plain(tag.value)) for tag in entity.tags]
     if kind == "DICTIONARY":

@@ -64,12 +64,38 @@ def add_newer(doc, msp):
     msp.add_spline([(0, 0), (1, 2), (3, 1)])
     hatch = msp.add_hatch(color=2)
     hatch.paths.add_polyline_path([(0, 0), (10, 0), (10, 10)], is_closed=True)
+    add_filled(msp)
+    msp.add_ray((1, 2, 3), (0, 1, 0))
+    msp.add_xline((4, 5), (1, 1))
+    rational = msp.add_rational_spline([(0, 0), (1, 2), (3, 1), (4, 4)], weights=[1, 2, 3, 1])
+    rational.dxf.start_tangent = (1, 0, 0)
+    msp.add_leader([(0, 0), (5, 5), (9, 5)], override={"dimasz": 0.7})
     record = doc.rootdict.add_xrecord("HV_RECORD")
     record.reset([(1, "first"), (100, "not a marker"), (102, "{odd"), (330, "FF"), (90, 4711), (1, "last")])
     custom = doc.rootdict.get_required_dict("HV_CUSTOM")
     custom.add_dict_var("SETTING", "17")
     doc.header["$USERR1"] = 2.75
     add_image(doc, msp)
+
+
+def add_filled(msp):
+    """Hatches with every kind of boundary and filling."""
+    edged = msp.add_hatch(color=3, dxfattribs={"elevation": (0, 0, 2), "hatch_style": 1})
+    edges = edged.paths.add_edge_path(flags=1)
+    edges.add_line((0, 0), (10, 0))
+    edges.add_arc((10, 5), 5, -90, 90, ccw=True)
+    edges.add_ellipse((5, 10), (5, 0), 0.5, 0, 180, ccw=False)
+    edges.add_spline(control_points=[(0, 10), (-3, 8), (-3, 3), (0, 0)], weights=[1, 2, 2, 1], degree=3,
+                     knot_values=[0, 0, 0, 0, 1, 1, 1, 1])
+    edges.add_spline(fit_points=[(0, 0), (1, 1), (2, 0)], control_points=[(0, 0), (1, 2), (2, 0)], degree=2,
+                     knot_values=[0, 0, 0, 1, 1, 1], start_tangent=(1, 1), end_tangent=(1, -1))
+    edged.paths.add_polyline_path([(2, 2, 0.5), (4, 2), (4, 4)], is_closed=True, flags=16)
+    edged.set_seed_points([(1, 1), (2, 3)])
+    patterned = msp.add_hatch()
+    patterned.paths.add_polyline_path([(0, 0), (10, 0), (10, 10)], is_closed=True)
+    patterned.set_pattern_fill("ANSI33", scale=2, angle=20)
+    patterned.dxf.pixel_size = 0.25
+    patterned.associate(patterned.paths[0], [msp.add_lwpolyline([(0, 0), (10, 0), (10, 10)], close=True)])
 
 
 def add_image(doc, msp):
@@ -93,8 +119,14 @@ def make(release, folder):
     add_plain(msp)
     if release != "R12":
         add_newer(doc, msp)
-    doc.layout("Layout1").add_line((0, 0), (297, 210))
+    sheet = doc.layout("Layout1")
+    sheet.add_line((0, 0), (297, 210))
+    if release != "R12":
+        window = sheet.add_viewport((100, 100), (80, 40), view_center_point=(5, 6), view_height=12)
+        window.dxf.view_twist_angle = 30
+        window.frozen_layers = ["WALLS"]
     doc.saveas(folder / f"{release}.dxf")
+    doc.saveas(folder / f"{release}-binary.dxf", fmt="bin")
 
 
 if __name__ == "__main__":
