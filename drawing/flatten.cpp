@@ -42,6 +42,15 @@ void includeShape(std::optional<Extents>& extents, const FlatPath& path)
     }
 }
 
+void includeShape(std::optional<Extents>& extents, const FlatArea& area)
+{
+    for (const auto& contour : area.contours) {
+        for (const Vector2& point : contour) {
+            include(extents, point);
+        }
+    }
+}
+
 void includeShape(std::optional<Extents>& extents, const FlatImage& image)
 {
     const Vector2 width = image.u * image.image->pixels.x;

@@ -24,13 +24,18 @@ struct FlatStyle
     double linetypeScale = 1;
 };
 
-/// A run of straight lines, in drawing units; a single point stands for a POINT entity. Filled: a polygon without
-/// outline.
+/// A run of straight lines, in drawing units; a single point stands for a POINT entity.
 struct FlatPath
 {
     std::vector<Vector2> points;
     bool closed = false; // a line runs from the last point back to the first, which is not repeated
-    bool filled = false;
+};
+
+/// An area without outline: a point lies in it if a ray from it crosses the contours an odd number of times. Contours
+/// close by themselves; the first point is not repeated.
+struct FlatArea
+{
+    std::vector<std::vector<Vector2>> contours;
 };
 
 /// Text to be drawn in the frame of `direction` and `up`.
@@ -61,11 +66,13 @@ struct FlatImage
     Vector2 v;
 };
 
+using FlatShape = std::variant<FlatPath, FlatArea, FlatText, FlatImage>;
+
 struct FlatItem
 {
     Handle entity = 0; // of the block's own list that the piece belongs to, also from inside block references
     FlatStyle style;
-    std::variant<FlatPath, FlatText, FlatImage> shape;
+    FlatShape shape;
 };
 
 struct FlattenOptions

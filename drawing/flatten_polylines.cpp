@@ -81,7 +81,7 @@ struct Strip
     }
 };
 
-FlatPath outlineOf(const Strip& strip, const Transform& map)
+FlatArea areaOf(const Strip& strip, const Transform& map)
 {
     std::vector<Vector3> points;
     for (const Vector2& point : strip.left) {
@@ -90,7 +90,63 @@ FlatPath outlineOf(const Strip& strip, const Transform& map)
     for (auto point = strip.right.rbegin(); point != strip.right.rend(); ++point) {
         points.push_back({point->x, point->y, 0});
     }
-    return projectedPath(points, map, true, true);
+    return {{projected(points, map)}};
+}
+
+struct OutlineEdge
+{
+    Vector2 from;
+    Vector2 to;
+    double lowX() const { return std::min(from.x, to.x); }
+    double highX() const { return std::max(from.x, to.x); }
+    // Positive if the point lies to the left of the edge.
+    double sideOf(const Vector2& p) const
+    {
+        return (to.x - from.x) * (p.y - from.y) - (to.y - from.y) * (p.x - from.x);
+    }
+    // True if the two have a single point in common, and that an end of neither.
+    bool crosses(const OutlineEdge& other) const
+    {
+        return sideOf(other.from) * sideOf(other.to) < 0 && other.sideOf(from) * other.sideOf(to) < 0;
+    }
+};
+
+bool crossesItself(const Strip& strip)
+{
+    std::vector<OutlineEdge> edges;
+    for (std::size_t i = 0; i + 1 < strip.left.size(); ++i) {
+        edges.push_back({strip.left[i], strip.left[i + 1]});
+        edges.push_back({strip.right[i], strip.right[i + 1]});
+    }
+    std::sort(edges.begin(), edges.end(), [](const auto& a, const auto& b) { return a.lowX() < b.lowX(); });
+    for (std::size_t i = 0; i < edges.size(); ++i) {
+        for (std::size_t k = i + 1; k < edges.size() && edges[k].lowX() <= edges[i].highX(); ++k) {
+            if (edges[i].crosses(edges[k])) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+// Where a strip lies over itself its outline would have a hole, so there it is cut until no part does.
+void emitStrip(const Strip& strip, const Transform& map, const std::function<void(FlatShape&&)>& emit)
+{
+    constexpr std::size_t mostPoints = 4096; // bounds the search for crossings
+    const std::size_t size = strip.left.size();
+    if (size == 2 || (size <= mostPoints && !crossesItself(strip))) {
+        emit(areaOf(strip, map));
+        return;
+    }
+    const auto part = [&](std::size_t begin, std::size_t end) {
+        const auto cut = [&](const std::vector<Vector2>& edge) {
+            return std::vector<Vector2>(edge.begin() + static_cast<std::ptrdiff_t>(begin),
+                                        edge.begin() + static_cast<std::ptrdiff_t>(end));
+        };
+        emitStrip({cut(strip.left), cut(strip.right)}, map, emit);
+    };
+    part(0, size / 2 + 1);
+    part(size / 2, size);
 }
 
 // True if an edge of the piece runs against it: the arc is narrower than its width.
@@ -137,9 +193,9 @@ private:
     bool m_firstFolded = false;
 };
 
-// Lines where both ends of a piece are thin, filled outlines elsewhere.
+// Lines where both ends of a piece are thin, areas elsewhere.
 void emitWide(const std::vector<Sample>& samples, bool closed, const Transform& map,
-              const std::function<void(FlatPath&&)>& emit)
+              const std::function<void(FlatShape&&)>& emit)
 {
     const std::size_t edges = samples.size() - 1;
     std::vector<Vector2> directions;
@@ -155,8 +211,7 @@ void emitWide(const std::vector<Sample>& samples, bool closed, const Transform& 
             continue;
         }
         if (from.widthAfter == 0 && to.widthBefore == 0) {
-            emit(projectedPath({{from.position.x, from.position.y, 0}, {to.position.x, to.position.y, 0}}, map, false,
-                               false));
+            emit(projectedPath({{from.position.x, from.position.y, 0}, {to.position.x, to.position.y, 0}}, map, false));
             continue;
         }
         const bool first = i == 0 && !closed;
@@ -170,27 +225,30 @@ void emitWide(const std::vector<Sample>& samples, bool closed, const Transform& 
             own);
     }
     for (const Strip& strip : strips.take(closed)) {
-        emit(outlineOf(strip, map));
+        emitStrip(strip, map, emit);
     }
 }
 
 } // namespace
 
-FlatPath projectedPath(const std::vector<Vector3>& points, const Transform& map, bool closed, bool filled)
+std::vector<Vector2> projected(const std::vector<Vector3>& points, const Transform& map)
 {
-    FlatPath path;
-    path.closed = closed;
-    path.filled = filled;
-    path.points.reserve(points.size());
+    std::vector<Vector2> result;
+    result.reserve(points.size());
     for (const Vector3& point : points) {
         const Vector3 seen = map.point(point);
-        path.points.push_back({seen.x, seen.y});
+        result.push_back({seen.x, seen.y});
     }
-    return path;
+    return result;
+}
+
+FlatPath projectedPath(const std::vector<Vector3>& points, const Transform& map, bool closed)
+{
+    return {projected(points, map), closed};
 }
 
 void flattenPolyline(const std::vector<PolylinePoint>& points, bool closed, const Transform& map, double tolerance,
-                     const std::function<void(FlatPath&&)>& emit)
+                     const std::function<void(FlatShape&&)>& emit)
 {
     if (points.empty()) {
         return;
@@ -210,7 +268,7 @@ void flattenPolyline(const std::vector<PolylinePoint>& points, bool closed, cons
     if (closed && line.size() > 1) {
         line.pop_back(); // the closing line runs there anyway
     }
-    emit(projectedPath(line, map, closed, false));
+    emit(projectedPath(line, map, closed));
 }
 
 } // namespace drawing

@@ -48,7 +48,7 @@ FlatPath curve(const Vector3& center, double radius, double start, double sweep,
     if (whole) {
         points.pop_back();
     }
-    return projectedPath(points, map, whole, false);
+    return projectedPath(points, map, whole);
 }
 
 } // namespace
@@ -174,10 +174,21 @@ FlatStyle Flattener::styleOf(const Entity& entity, const Inherited& inherited) c
 
 namespace {
 
+bool isFinite(const std::vector<Vector2>& points)
+{
+    return std::all_of(points.begin(), points.end(),
+                       [](const Vector2& p) { return std::isfinite(p.x) && std::isfinite(p.y); });
+}
+
 bool isFinite(const FlatPath& path)
 {
-    return std::all_of(path.points.begin(), path.points.end(),
-                       [](const Vector2& p) { return std::isfinite(p.x) && std::isfinite(p.y); });
+    return isFinite(path.points);
+}
+
+bool isFinite(const FlatArea& area)
+{
+    return std::all_of(area.contours.begin(), area.contours.end(),
+                       [](const auto& contour) { return isFinite(contour); });
 }
 
 bool isFinite(const FlatText& text)
@@ -192,23 +203,36 @@ bool isFinite(const FlatImage& image)
     return std::isfinite(sum.x) && std::isfinite(sum.y);
 }
 
+std::size_t pointsIn(const FlatPath& path)
+{
+    return path.points.size();
+}
+
+std::size_t pointsIn(const FlatArea& area)
+{
+    std::size_t points = 0;
+    for (const auto& contour : area.contours) {
+        points += contour.size();
+    }
+    return points;
+}
+
+template <class Other> std::size_t pointsIn(const Other&)
+{
+    return 1;
+}
+
 } // namespace
 
-void Flattener::emit(const Entity& entity, std::variant<FlatPath, FlatText, FlatImage> shape, const Place& place)
+void Flattener::emit(const Entity& entity, FlatShape shape, const Place& place)
 {
-    const auto* path = std::get_if<FlatPath>(&shape);
     if (!std::visit([](const auto& each) { return isFinite(each); }, shape)) {
         m_complete = false;
         return;
     }
-    if (spend(path ? path->points.size() : 1)) {
+    if (spend(std::visit([](const auto& each) { return pointsIn(each); }, shape))) {
         m_sink(FlatItem{m_entity, styleOf(entity, place.inherited), std::move(shape)});
     }
-}
-
-void Flattener::emitPath(const Entity& entity, FlatPath&& path, const Place& place)
-{
-    emit(entity, std::move(path), place);
 }
 
 void Flattener::any(const Entity& entity, const Place& place)
@@ -221,18 +245,18 @@ void Flattener::any(const Entity& entity, const Place& place)
 void Flattener::shape(const Entity& entity, const Place& place)
 {
     if (const auto* line = dynamic_cast<const Line*>(&entity)) {
-        emitPath(entity, projectedPath({line->start, line->end}, place.map, false, false), place);
+        emit(entity, projectedPath({line->start, line->end}, place.map, false), place);
     } else if (const auto* point = dynamic_cast<const Point*>(&entity)) {
-        emitPath(entity, projectedPath({point->position}, place.map, false, false), place);
+        emit(entity, projectedPath({point->position}, place.map, false), place);
     } else if (const auto* light = dynamic_cast<const LightPolyline*>(&entity)) {
         lightPolyline(*light, place);
     } else if (const auto* heavy = dynamic_cast<const HeavyPolyline*>(&entity)) {
         heavyPolyline(*heavy, place);
     } else if (const auto* solid = dynamic_cast<const Solid*>(&entity)) {
-        emitPath(entity,
-                 projectedPath({solid->corners[0], solid->corners[1], solid->corners[3], solid->corners[2]},
-                               place.map * Transform::fromExtrusion(solid->extrusion), true, true),
-                 place);
+        const Transform map = place.map * Transform::fromExtrusion(solid->extrusion);
+        emit(entity,
+             FlatArea{{projected({solid->corners[0], solid->corners[1], solid->corners[3], solid->corners[2]}, map)}},
+             place);
     } else if (const auto* inserted = dynamic_cast<const BlockReference*>(&entity)) {
         reference(*inserted, place);
     } else if (const auto* definition = dynamic_cast<const AttributeDefinition*>(&entity)) {
@@ -258,7 +282,7 @@ void Flattener::shape(const Entity& entity, const Place& place)
 void Flattener::round(const Entity& entity, const Place& place)
 {
     const auto draw = [&](const Vector3& center, double radius, double start, double sweep, const Transform& plane) {
-        emitPath(entity, curve(center, radius, start, sweep, place.map * plane, m_options.tolerance), place);
+        emit(entity, curve(center, radius, start, sweep, place.map * plane, m_options.tolerance), place);
     };
     if (const auto* circle = dynamic_cast<const Circle*>(&entity)) {
         draw(circle->center, circle->radius, 0, wholeTurn, Transform::fromExtrusion(circle->extrusion));
@@ -285,7 +309,7 @@ void Flattener::lightPolyline(const LightPolyline& polyline, const Place& place)
     const Transform map =
         place.map * Transform::fromExtrusion(polyline.extrusion) * Transform::translation({0, 0, polyline.elevation});
     flattenPolyline(points, polyline.closed, map, m_options.tolerance,
-                    [&](FlatPath&& path) { emitPath(polyline, std::move(path), place); });
+                    [&](FlatShape&& piece) { emit(polyline, std::move(piece), place); });
 }
 
 void Flattener::image(const Image& image, const Place& place)

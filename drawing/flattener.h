@@ -53,8 +53,7 @@ private:
     void image(const Image& image, const Place& place);
     void emitText(const Entity& entity, FlatText text, const Vector3& position, const Vector3& direction,
                   const Vector3& up, const Place& place);
-    void emit(const Entity& entity, std::variant<FlatPath, FlatText, FlatImage> shape, const Place& place);
-    void emitPath(const Entity& entity, FlatPath&& path, const Place& place);
+    void emit(const Entity& entity, FlatShape shape, const Place& place);
 
     const std::string& layerName(const Entity& entity, const Inherited& inherited) const;
     FlatStyle styleOf(const Entity& entity, const Inherited& inherited) const;

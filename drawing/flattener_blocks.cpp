@@ -98,7 +98,7 @@ void Flattener::heavyPolyline(const HeavyPolyline& polyline, const Place& place)
             vertices.push_back(vertex);
         }
     }
-    const auto emitEach = [&](FlatPath&& path) { emitPath(polyline, std::move(path), place); };
+    const auto emitEach = [&](FlatShape&& piece) { emit(polyline, std::move(piece), place); };
     if (polyline.flags & HeavyPolyline::polyfaceMesh) {
         faces(vertices, polyline, place);
     } else if (polyline.flags & HeavyPolyline::meshFlag) {
@@ -110,7 +110,7 @@ void Flattener::heavyPolyline(const HeavyPolyline& polyline, const Place& place)
             points.push_back(vertex->position);
         }
         if (!points.empty()) {
-            emitEach(projectedPath(points, place.map, (polyline.flags & HeavyPolyline::closedFlag) != 0, false));
+            emitEach(projectedPath(points, place.map, (polyline.flags & HeavyPolyline::closedFlag) != 0));
         }
     } else {
         std::vector<PolylinePoint> points;
@@ -141,7 +141,7 @@ void Flattener::mesh(const HeavyPolyline& polyline, const std::vector<const Vert
         for (std::size_t i = 0; i < count; ++i) {
             points.push_back(vertices[first + i * step]->position);
         }
-        emitPath(polyline, projectedPath(points, place.map, closed, false), place);
+        emit(polyline, projectedPath(points, place.map, closed), place);
     };
     for (std::size_t m = 0; m < countM; ++m) {
         line(m * countN, 1, countN, (polyline.flags & HeavyPolyline::meshClosedInN) != 0);
@@ -171,7 +171,7 @@ void Flattener::faces(const std::vector<const Vertex*>& vertices, const HeavyPol
             const Vertex* from = corner(face->face[i]);
             const Vertex* to = corner(face->face[(i + 1) % count]);
             if (from && to && face->face[i] > 0) {
-                emitPath(polyline, projectedPath({from->position, to->position}, place.map, false, false), place);
+                emit(polyline, projectedPath({from->position, to->position}, place.map, false), place);
             }
         }
     }

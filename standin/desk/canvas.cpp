@@ -145,7 +145,7 @@ void Canvas::crossingsAt(std::span<const std::vector<Vec2>> contours, double y, 
     std::sort(crossings.begin(), crossings.end(), [](const Crossing& a, const Crossing& b) { return a.x < b.x; });
 }
 
-void Canvas::polygon(std::span<const std::vector<Vec2>> contours, Color color, unsigned opacity)
+void Canvas::polygon(std::span<const std::vector<Vec2>> contours, Color color, unsigned opacity, FillRule rule)
 {
     double low = 1e300, high = -1e300;
     for (const auto& contour : contours) {
@@ -169,7 +169,7 @@ void Canvas::polygon(std::span<const std::vector<Vec2>> contours, Color color, u
             int winding = 0;
             for (std::size_t i = 0; i + 1 < crossings.size(); ++i) {
                 winding += crossings[i].winding;
-                if (winding != 0)
+                if (rule == FillRule::NonZero ? winding != 0 : i % 2 == 0)
                     addCoverage(row, crossings[i].x + 0.5, crossings[i + 1].x + 0.5);
             }
         }

@@ -13,6 +13,14 @@ namespace desk {
 /// 0x00RRGGBB, the order of a 32-bit DIB's pixels.
 using Color = std::uint32_t;
 
+/// Which points a polygon's contours enclose: those that they wind around, or those that a ray from outside reaches
+/// after an odd number of crossings.
+enum class FillRule
+{
+    NonZero,
+    EvenOdd,
+};
+
 /// a at share 0, b at share 255.
 Color mix(Color a, Color b, unsigned share);
 
@@ -34,8 +42,9 @@ public:
     void line(Vec2 a, Vec2 b, Color color);
     /// A dot of 3 x 3 pixels.
     void point(Vec2 at, Color color);
-    /// Contours close themselves. Non-zero winding, so that a hole runs the other way round than its outline.
-    void polygon(std::span<const std::vector<Vec2>> contours, Color color, unsigned opacity = 255);
+    /// Contours close themselves.
+    void polygon(std::span<const std::vector<Vec2>> contours, Color color, unsigned opacity = 255,
+                 FillRule rule = FillRule::NonZero);
     /// coverage: one byte per pixel of `area`, row by row without gaps; 255 gives the full colour.
     void blend(const imaging::Rect& area, std::span<const std::uint8_t> coverage, Color color);
 

@@ -18,16 +18,32 @@ double distanceToSegment(Vec2 a, Vec2 b, Vec2 at)
     return std::hypot(at.x - nearest.x, at.y - nearest.y);
 }
 
-// Even-odd rule; the outline closes itself.
-bool insideOutline(const std::vector<Vec2>& outline, Vec2 at)
+bool insidePiece(const PickPiece& piece, Vec2 at)
 {
     bool inside = false;
-    for (std::size_t i = 0, j = outline.size() - 1; i < outline.size(); j = i++) {
-        const Vec2 a = outline[i], b = outline[j];
-        if ((a.y > at.y) != (b.y > at.y) && at.x < a.x + (b.x - a.x) * (at.y - a.y) / (b.y - a.y))
-            inside = !inside;
+    for (const auto& contour : piece.contours) {
+        for (std::size_t i = 0, j = contour.size() - 1; piece.filled && i < contour.size(); j = i++) {
+            const Vec2 a = contour[i], b = contour[j];
+            if ((a.y > at.y) != (b.y > at.y) && at.x < a.x + (b.x - a.x) * (at.y - a.y) / (b.y - a.y))
+                inside = !inside;
+        }
     }
     return inside;
+}
+
+// Calls `visit` with the ends of each straight piece until one returns true, which is then the result.
+template <class Visitor> bool anySegment(const PickPiece& piece, const Visitor& visit)
+{
+    for (const auto& contour : piece.contours) {
+        for (std::size_t i = 1; i < contour.size(); ++i) {
+            if (visit(contour[i - 1], contour[i]))
+                return true;
+        }
+        const bool closes = piece.filled || contour.size() == 1;
+        if (!contour.empty() && closes && visit(contour.back(), contour.front()))
+            return true;
+    }
+    return false;
 }
 
 // Clips the segment to the box, edge by edge; true if anything is left.
@@ -56,8 +72,10 @@ Box boundsOf(const PickShape& shape)
 {
     Box box;
     for (const PickPiece& piece : shape) {
-        for (const Vec2 point : piece.points)
-            box.add(point);
+        for (const auto& contour : piece.contours) {
+            for (const Vec2 point : contour)
+                box.add(point);
+        }
     }
     return box;
 }
@@ -66,16 +84,12 @@ double distanceTo(const PickShape& shape, Vec2 at)
 {
     double nearest = std::numeric_limits<double>::infinity();
     for (const PickPiece& piece : shape) {
-        const auto& points = piece.points;
-        if (points.empty())
-            continue;
-        if (piece.filled && insideOutline(points, at))
+        if (insidePiece(piece, at))
             return 0;
-        nearest = std::min(nearest, std::hypot(at.x - points[0].x, at.y - points[0].y));
-        for (std::size_t i = 1; i < points.size(); ++i)
-            nearest = std::min(nearest, distanceToSegment(points[i - 1], points[i], at));
-        if (piece.filled)
-            nearest = std::min(nearest, distanceToSegment(points.back(), points.front(), at));
+        anySegment(piece, [&](Vec2 a, Vec2 b) {
+            nearest = std::min(nearest, distanceToSegment(a, b, at));
+            return false;
+        });
     }
     return nearest;
 }
@@ -88,16 +102,8 @@ bool insideWindow(const PickShape& shape, const Box& window)
 bool touchesWindow(const PickShape& shape, const Box& window)
 {
     for (const PickPiece& piece : shape) {
-        const auto& points = piece.points;
-        if (points.empty())
-            continue;
-        if (window.contains(points.front()) || (piece.filled && insideOutline(points, window.low)))
-            return true;
-        for (std::size_t i = 1; i < points.size(); ++i) {
-            if (segmentTouches(points[i - 1], points[i], window))
-                return true;
-        }
-        if (piece.filled && segmentTouches(points.back(), points.front(), window))
+        if (insidePiece(piece, window.low) ||
+            anySegment(piece, [&](Vec2 a, Vec2 b) { return segmentTouches(a, b, window); }))
             return true;
     }
     return false;

@@ -7,11 +7,11 @@
 
 namespace desk {
 
-/// What of an entity can be pointed at, flattened to straight pieces in drawing units. A piece of one point is a
-/// point; a filled piece is also hit inside its outline.
+/// What of an entity can be pointed at, flattened to straight pieces in drawing units. A contour of one point is a
+/// point. The contours of a filled piece close by themselves, and it is also hit inside them, by the even-odd rule.
 struct PickPiece
 {
-    std::vector<Vec2> points;
+    std::vector<std::vector<Vec2>> contours;
     bool filled = false;
 };
 using PickShape = std::vector<PickPiece>;

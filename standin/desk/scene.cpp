@@ -15,13 +15,12 @@ Vec2 toVec2(const drawing::Vector2& v)
 ScenePath pathOf(const drawing::FlatPath& flat, const drawing::FlatStyle& style, const drawing::Document& document)
 {
     ScenePath path;
-    path.filled = flat.filled;
     path.points.reserve(flat.points.size() + 1);
     for (const auto& point : flat.points)
         path.points.push_back(toVec2(point));
-    if (flat.closed && !flat.filled && !path.points.empty())
+    if (flat.closed && !path.points.empty())
         path.points.push_back(path.points.front());
-    if (const auto* linetype = document.findLinetype(style.linetype); linetype && !flat.filled) {
+    if (const auto* linetype = document.findLinetype(style.linetype); linetype) {
         const double scale = style.linetypeScale * document.header.real("$LTSCALE", 1);
         for (const auto& element : linetype->elements)
             path.dashes.push_back(element.length * scale);
@@ -67,6 +66,11 @@ Box boundsOf(const SceneItem& item)
     if (const auto* path = std::get_if<ScenePath>(&item.shape)) {
         for (const Vec2 point : path->points)
             box.add(point);
+    } else if (const auto* area = std::get_if<SceneArea>(&item.shape)) {
+        for (const auto& contour : area->contours) {
+            for (const Vec2 point : contour)
+                box.add(point);
+        }
     } else if (const auto* text = std::get_if<PlacedText>(&item.shape)) {
         for (const auto& line : text->lineBoxes) {
             for (const Vec2 corner : line)
@@ -91,15 +95,17 @@ PickShape SceneItem::pickShape() const
 {
     PickShape pieces;
     if (const auto* path = std::get_if<ScenePath>(&shape)) {
-        pieces.push_back({path->points, path->filled});
+        pieces.push_back({{path->points}, false});
+    } else if (const auto* area = std::get_if<SceneArea>(&shape)) {
+        pieces.push_back({area->contours, true});
     } else if (const auto* text = std::get_if<PlacedText>(&shape)) {
         for (const auto& line : text->lineBoxes)
-            pieces.push_back({{line.begin(), line.end()}, true});
+            pieces.push_back({{{line.begin(), line.end()}}, true});
     } else {
         std::vector<Vec2> outline = std::get<SceneImage>(shape).outline();
         if (!outline.empty())
             outline.push_back(outline.front());
-        pieces.push_back({std::move(outline), false});
+        pieces.push_back({{std::move(outline)}, false});
     }
     return pieces;
 }
@@ -119,6 +125,8 @@ void Scene::build(const drawing::Document& document, const drawing::Block& space
         item.inForeground = flat.style.colorIndex == 7 && flat.style.rgb == drawing::rgbOfIndex(7);
         if (const auto* path = std::get_if<drawing::FlatPath>(&flat.shape)) {
             item.shape = pathOf(*path, flat.style, document);
+        } else if (auto* area = std::get_if<drawing::FlatArea>(&flat.shape)) {
+            item.shape = SceneArea{std::move(area->contours)};
         } else if (const auto* text = std::get_if<drawing::FlatText>(&flat.shape)) {
             item.shape = layOut(*text, typefaces.forFontFile(text->font));
         } else {

@@ -19,8 +19,12 @@ namespace desk {
 struct ScenePath
 {
     std::vector<Vec2> points; // a closed path ends with its first point again
-    bool filled = false;
-    DashPattern dashes; // empty for continuous lines
+    DashPattern dashes;       // empty for continuous lines
+};
+
+struct SceneArea
+{
+    std::vector<std::vector<Vec2>> contours; // even-odd; they close by themselves
 };
 
 struct SceneImage
@@ -44,7 +48,7 @@ struct SceneItem
     Color color = 0;
     bool inForeground = false; // colour 7: black on a light ground, white on a dark one
     Box bounds;
-    std::variant<ScenePath, PlacedText, SceneImage> shape;
+    std::variant<ScenePath, SceneArea, PlacedText, SceneImage> shape;
 
     PickShape pickShape() const;
 };

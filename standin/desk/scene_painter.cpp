@@ -7,6 +7,7 @@ namespace desk {
 namespace {
 
 constexpr int maximumDashes = 4000;
+constexpr unsigned opaque = 255;
 // A dash pattern finer than this many pixels is drawn as a continuous line.
 constexpr double finestPattern = 3;
 // Texts with lower capitals than this many pixels are drawn as bars.
@@ -78,6 +79,11 @@ void ScenePainter::paint(Canvas& canvas, const Scene& scene, const ViewTransform
         const Color color = palette.shown(item.color, item.inForeground);
         if (const auto* path = std::get_if<ScenePath>(&item.shape)) {
             paintPath(canvas, *path, view, color);
+        } else if (const auto* area = std::get_if<SceneArea>(&item.shape)) {
+            std::vector<std::vector<Vec2>> contours;
+            for (const auto& contour : area->contours)
+                contours.push_back(toView(contour, view));
+            canvas.polygon(contours, color, opaque, FillRule::EvenOdd);
         } else {
             paintText(canvas, std::get<PlacedText>(item.shape), view, color);
         }
@@ -88,10 +94,6 @@ void ScenePainter::paint(Canvas& canvas, const Scene& scene, const ViewTransform
 void ScenePainter::paintPath(Canvas& canvas, const ScenePath& path, const ViewTransform& view, Color color) const
 {
     const std::vector<Vec2> points = toView(path.points, view);
-    if (path.filled) {
-        canvas.polygon(std::span(&points, 1), color);
-        return;
-    }
     if (points.size() == 1) {
         canvas.point(points.front(), color);
         return;
@@ -199,17 +201,20 @@ void ScenePainter::paintSelected(Canvas& canvas, const Scene& scene, const ViewT
             continue;
         SelectedEntity& entity = entities[item.entity];
         entity.bounds.add(item.bounds);
+        const bool shows = showsIn(viewBox(item.bounds, view), canvas.clip());
         for (const PickPiece& piece : item.pickShape()) {
-            std::vector<Vec2> points = toView(piece.points, view);
-            if (points.empty())
-                continue;
-            if (piece.filled)
-                points.push_back(points.front());
-            entity.ends.push_back(points.front());
-            entity.ends.push_back(points.back());
-            if (showsIn(viewBox(item.bounds, view), canvas.clip())) {
-                drawDashed(points, dashes, maximumDashes,
-                           [&](Vec2 a, Vec2 b) { canvas.line(a, b, palette.highlight); });
+            for (const auto& contour : piece.contours) {
+                std::vector<Vec2> points = toView(contour, view);
+                if (points.empty())
+                    continue;
+                if (piece.filled)
+                    points.push_back(points.front());
+                entity.ends.push_back(points.front());
+                entity.ends.push_back(points.back());
+                if (shows) {
+                    drawDashed(points, dashes, maximumDashes,
+                               [&](Vec2 a, Vec2 b) { canvas.line(a, b, palette.highlight); });
+                }
             }
         }
     }

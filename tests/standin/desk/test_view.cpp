@@ -27,8 +27,8 @@ void expectNear(Vec2 seen, Vec2 expected, const char* what)
     EXPECT_NEAR(seen.y, expected.y, 1e-9) << what;
 }
 
-const PickShape triangle = {{{{0, 0}, {10, 0}, {0, 10}}, true}};
-const PickShape bent = {{{{0, 0}, {10, 0}, {10, 10}}, false}};
+const PickShape triangle = {{{{{0, 0}, {10, 0}, {0, 10}}}, true}};
+const PickShape bent = {{{{{0, 0}, {10, 0}, {10, 10}}}, false}};
 
 } // namespace
 
@@ -68,6 +68,11 @@ TEST(Picking, DistanceToOpenAndFilledShapes)
     EXPECT_NEAR(distanceTo(triangle, {2, 2}), 0, 1e-12) << "inside a fill";
     EXPECT_NEAR(distanceTo(triangle, {10, 10}), std::sqrt(50), 1e-12) << "to the edge that closes it";
     EXPECT_TRUE(std::isinf(distanceTo({}, {0, 0})));
+    PickShape holed = triangle;
+    holed[0].contours.push_back({{1, 1}, {5, 1}, {1, 5}});
+    EXPECT_NEAR(distanceTo(holed, {2, 2}), 1, 1e-12) << "in the hole: to its edge";
+    EXPECT_FALSE(touchesWindow(holed, {{1.5, 1.5}, {2, 2}}));
+    EXPECT_NEAR(distanceTo(holed, {0.5, 0.5}), 0, 1e-12) << "between the contours";
 }
 
 TEST(Picking, AWindowTakesWhatLiesInItAndACrossingWhatTouchesIt)

@@ -44,6 +44,15 @@ protected:
         EXPECT_EQ(all.size(), 1u);
         return std::get<FlatPath>(all.at(0).shape);
     }
+    // The one contour of the one area.
+    std::vector<Vector2> onlyContour()
+    {
+        const auto all = items();
+        EXPECT_EQ(all.size(), 1u);
+        const auto area = std::get<FlatArea>(all.at(0).shape);
+        EXPECT_EQ(area.contours.size(), 1u);
+        return area.contours.at(0);
+    }
     FlatText onlyText()
     {
         const auto all = items();
@@ -141,8 +150,7 @@ TEST_F(Flattening, WidePolylineIsFilledMitredAndOfOnePiece)
     auto& polyline = add<LightPolyline>();
     polyline.constantWidth = 2;
     polyline.points = {{{0, 0}}, {{10, 0}}, {{10, 10}}};
-    EXPECT_TRUE(onlyPath().filled);
-    expectPoints(onlyPath().points, {{0, 1}, {9, 1}, {9, 10}, {11, 10}, {11, -1}, {0, -1}});
+    expectPoints(onlyContour(), {{0, 1}, {9, 1}, {9, 10}, {11, 10}, {11, -1}, {0, -1}});
     polyline.points[1].startWidth = polyline.points[1].endWidth = 4;
     EXPECT_EQ(items().size(), 2u) << "where the width jumps, a new piece begins";
     document.erase(polyline.handle);
@@ -150,19 +158,33 @@ TEST_F(Flattening, WidePolylineIsFilledMitredAndOfOnePiece)
     heavy.startWidth = heavy.endWidth = 2;
     document.addVertex(heavy, std::make_unique<Vertex>());
     document.addVertex(heavy, std::make_unique<Vertex>()).position = {10, 0, 0};
-    expectPoints(onlyPath().points, {{0, 1}, {10, 1}, {10, -1}, {0, -1}});
+    expectPoints(onlyContour(), {{0, 1}, {10, 1}, {10, -1}, {0, -1}});
 }
 
 // Twice the area, positive if the outline runs counter-clockwise.
-double doubleArea(const FlatPath& path)
+double doubleArea(const std::vector<Vector2>& contour)
 {
     double area = 0;
-    for (std::size_t i = 0; i < path.points.size(); ++i) {
-        const Vector2& a = path.points[i];
-        const Vector2& b = path.points[(i + 1) % path.points.size()];
+    for (std::size_t i = 0; i < contour.size(); ++i) {
+        const Vector2& a = contour[i];
+        const Vector2& b = contour[(i + 1) % contour.size()];
         area += a.x * b.y - a.y * b.x;
     }
     return area;
+}
+
+int crossingsToTheRight(const FlatArea& area, const Vector2& at)
+{
+    int count = 0;
+    for (const auto& contour : area.contours) {
+        for (std::size_t i = 0; i < contour.size(); ++i) {
+            const Vector2& a = contour[i];
+            const Vector2& b = contour[(i + 1) % contour.size()];
+            const bool spans = (a.y <= at.y) != (b.y <= at.y);
+            count += spans && a.x + (b.x - a.x) * (at.y - a.y) / (b.y - a.y) > at.x ? 1 : 0;
+        }
+    }
+    return count;
 }
 
 TEST_F(Flattening, WideRingIsOneOutlineUnlessItIsWiderThanRound)
@@ -172,11 +194,24 @@ TEST_F(Flattening, WideRingIsOneOutlineUnlessItIsWiderThanRound)
     ring.closed = true;
     ring.constantWidth = 2;
     ring.points = {{{-5, 0}, 0, 0, 1}, {{5, 0}, 0, 0, 1}};
-    EXPECT_NEAR(std::abs(doubleArea(onlyPath())), 2 * std::numbers::pi * (36 - 16), 0.01);
+    EXPECT_NEAR(std::abs(doubleArea(onlyContour())), 2 * std::numbers::pi * (36 - 16), 0.01);
     ring.constantWidth = 12;
     for (const FlatItem& item : items()) {
-        EXPECT_EQ(std::get<FlatPath>(item.shape).points.size(), 4u) << "an outline would leave a hole in the middle";
+        EXPECT_EQ(std::get<FlatArea>(item.shape).contours.at(0).size(), 4u)
+            << "an outline would leave a hole in the middle";
     }
+}
+
+TEST_F(Flattening, WidePolylineThatCrossesItselfHasNoHoleThere)
+{
+    auto& polyline = add<LightPolyline>();
+    polyline.constantWidth = 2;
+    polyline.points = {{{0, 0}}, {{10, 0}}, {{10, 5}}, {{5, 5}}, {{5, -5}}};
+    int around = 0;
+    for (const FlatItem& item : items()) {
+        around += crossingsToTheRight(std::get<FlatArea>(item.shape), {5.1, 0.2}) % 2;
+    }
+    EXPECT_EQ(around, 2) << "both legs cover the crossing";
 }
 
 TEST_F(Flattening, EllipseFollowsItsAxes)
@@ -214,9 +249,7 @@ TEST_F(Flattening, CurveThatTurnsFullButForTheRoundingOfItsDigitsIsClosed)
 TEST_F(Flattening, SolidGoesAroundItsCorners)
 {
     add<Solid>().corners = {Vector3{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}};
-    const FlatPath path = onlyPath();
-    EXPECT_TRUE(path.filled && path.closed);
-    EXPECT_THAT(path.points, testing::ElementsAre(Vector2{0, 0}, Vector2{1, 0}, Vector2{1, 1}, Vector2{0, 1}));
+    EXPECT_THAT(onlyContour(), testing::ElementsAre(Vector2{0, 0}, Vector2{1, 0}, Vector2{1, 1}, Vector2{0, 1}));
 }
 
 TEST_F(Flattening, BlockReferenceScalesAboutItsBaseThenTurnsThenMoves)
