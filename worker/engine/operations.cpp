@@ -7,6 +7,7 @@
 #include "worker/engine/convert_file.h"
 #include "worker/engine/edit_file.h"
 #include "worker/engine/format_query.h"
+#include "worker/engine/rasterize.h"
 #include "workerlink/protocol.h"
 
 namespace worker {
@@ -34,6 +35,8 @@ constexpr std::array operations{
               [](Request& request, const Context& context) { rotateFile(request.rotate, context.gate); }},
     Operation{OperationFilter, "Filter",
               [](Request& request, const Context& context) { filterFile(request.filter, context.gate); }},
+    Operation{OperationRasterize, "Rasterize",
+              [](Request& request, const Context& context) { rasterizeFile(request.rasterize, context.gate); }},
 };
 
 } // namespace
