@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "drawing/color_index.h"
+#include "drawing/dashes.h"
 #include "drawing/document.h"
 #include "drawing/geometry.h"
 
@@ -22,6 +23,7 @@ struct FlatStyle
     std::string layer;
     std::string linetype;
     double linetypeScale = 1;
+    DashPattern dashes; // of the linetype, in drawing units with both scales; empty for a continuous line
 };
 
 /// A run of straight lines, in drawing units; a single point stands for a POINT entity.
@@ -73,12 +75,16 @@ struct FlatItem
     Handle entity = 0; // of the block's own list that the piece belongs to, also from inside block references
     FlatStyle style;
     FlatShape shape;
+    std::optional<Extents> clip; // nothing outside it is to be seen; for what a viewport of a layout shows
 };
 
 struct FlattenOptions
 {
     double tolerance =
         0.01; // how far, at most, straight lines may stray from a curve; drawing units; 0: a fixed fineness
+    // What can be seen of the drawing: endless lines are cut to it, and left out without it.
+    std::optional<Extents> window;
+    double viewHeight = 0;          // of the view in drawing units, for points that are sized by it; 0: they are dots
     bool hiddenToo = false;         // pieces on layers that are off or frozen and invisible entities also come
     int depth = 32;                 // of block references in block references; what lies deeper is left out
     std::size_t limit = 50'000'000; // of points in all; when it is passed the rest is left out

@@ -55,7 +55,8 @@ FlatPath curve(const Vector3& center, double radius, double start, double sweep,
 
 Flattener::Flattener(const Document& document, const FlattenOptions& options, const FlatSink& sink)
     : m_document(document), m_options(options), m_sink(sink), m_layers(namesOf("LAYER")),
-      m_blocks(namesOf("BLOCK_RECORD")), m_styles(namesOf("STYLE"))
+      m_blocks(namesOf("BLOCK_RECORD")), m_styles(namesOf("STYLE")), m_linetypes(namesOf("LTYPE")),
+      m_linetypeScale(document.header.real("$LTSCALE", 1))
 {}
 
 Flattener::Names Flattener::namesOf(std::string_view kind) const
@@ -169,7 +170,22 @@ FlatStyle Flattener::styleOf(const Entity& entity, const Inherited& inherited) c
     } else if (entity.lineweight == byLayer) {
         style.lineweight = layer ? layer->lineweight : -3;
     }
+    style.dashes = dashesOf(style);
     return style;
+}
+
+DashPattern Flattener::dashesOf(const FlatStyle& style) const
+{
+    constexpr std::size_t mostElements = 64; // what programs make has a dozen at most
+    const auto found = m_linetypes.find(lowerCase(style.linetype));
+    const auto* linetype = found == m_linetypes.end() ? nullptr : dynamic_cast<const Linetype*>(found->second);
+    DashPattern dashes;
+    if (linetype && linetype->elements.size() <= mostElements) {
+        for (const Linetype::Element& element : linetype->elements) {
+            dashes.push_back(element.length * style.linetypeScale * m_linetypeScale);
+        }
+    }
+    return periodOf(dashes) > 0 ? dashes : DashPattern();
 }
 
 namespace {
@@ -231,7 +247,7 @@ void Flattener::emit(const Entity& entity, FlatShape shape, const Place& place)
         return;
     }
     if (spend(std::visit([](const auto& each) { return pointsIn(each); }, shape))) {
-        m_sink(FlatItem{m_entity, styleOf(entity, place.inherited), std::move(shape)});
+        m_sink(FlatItem{m_entity, styleOf(entity, place.inherited), std::move(shape), m_clip});
     }
 }
 

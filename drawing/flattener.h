@@ -61,6 +61,7 @@ private:
     const Layer* findLayer(const std::string& name) const;
     const Block* findBlock(const std::string& name) const;
     const TextStyle* findStyle(const std::string& name) const;
+    DashPattern dashesOf(const FlatStyle& style) const;
     bool spend(std::size_t points);
 
     using Names = std::map<std::string, const TableRecord*>;
@@ -72,8 +73,11 @@ private:
     Names m_layers;
     Names m_blocks;
     Names m_styles;
+    Names m_linetypes;
+    double m_linetypeScale;
     std::vector<const Block*> m_open;
     Handle m_entity = 0;
+    std::optional<Extents> m_clip; // of the viewport whose content is drawn
     std::size_t m_points = 0;
     bool m_complete = true;
 };

@@ -5,7 +5,7 @@
 #include <numbers>
 #include <vector>
 
-#include "standin/desk/dash_pattern.h"
+#include "drawing/dashes.h"
 
 namespace desk {
 namespace {
@@ -114,14 +114,14 @@ HICON makeProgramIcon(int side)
 void drawRubber(Canvas& canvas, const ViewTransform& view, const Palette& palette, const Editor::Overlay& overlay)
 {
     const Vec2 from = view.toView(overlay.from), to = view.toView(overlay.to);
-    const auto draw = [&](const std::vector<Vec2>& points, const DashPattern& dashes, Color color) {
-        drawDashed(points, dashes, 4000, [&](Vec2 a, Vec2 b) { canvas.line(a, b, color); });
+    const auto draw = [&](const std::vector<Vec2>& points, const drawing::DashPattern& dashes, Color color) {
+        drawing::drawDashed(points, dashes, 4000, [&](Vec2 a, Vec2 b) { canvas.line(a, b, color); });
     };
     if (overlay.selectionWindow) {
         const Color color = overlay.crossing ? palette.crossingBand : palette.windowBand;
         const std::vector<Vec2> outline = rectangle(from, to);
         canvas.polygon(std::span(&outline, 1), color, 28);
-        draw(outline, overlay.crossing ? DashPattern{6, -4} : DashPattern{}, color);
+        draw(outline, overlay.crossing ? drawing::DashPattern{6, -4} : drawing::DashPattern{}, color);
         return;
     }
     switch (overlay.rubber) {

@@ -12,7 +12,7 @@ Vec2 toVec2(const drawing::Vector2& v)
     return {v.x, v.y};
 }
 
-ScenePath pathOf(const drawing::FlatPath& flat, const drawing::FlatStyle& style, const drawing::Document& document)
+ScenePath pathOf(const drawing::FlatPath& flat, const drawing::FlatStyle& style)
 {
     ScenePath path;
     path.points.reserve(flat.points.size() + 1);
@@ -20,11 +20,7 @@ ScenePath pathOf(const drawing::FlatPath& flat, const drawing::FlatStyle& style,
         path.points.push_back(toVec2(point));
     if (flat.closed && !path.points.empty())
         path.points.push_back(path.points.front());
-    if (const auto* linetype = document.findLinetype(style.linetype); linetype) {
-        const double scale = style.linetypeScale * document.header.real("$LTSCALE", 1);
-        for (const auto& element : linetype->elements)
-            path.dashes.push_back(element.length * scale);
-    }
+    path.dashes = style.dashes;
     return path;
 }
 
@@ -124,7 +120,7 @@ void Scene::build(const drawing::Document& document, const drawing::Block& space
         item.color = Color(flat.style.rgb.red) << 16 | Color(flat.style.rgb.green) << 8 | flat.style.rgb.blue;
         item.inForeground = flat.style.colorIndex == 7 && flat.style.rgb == drawing::rgbOfIndex(7);
         if (const auto* path = std::get_if<drawing::FlatPath>(&flat.shape)) {
-            item.shape = pathOf(*path, flat.style, document);
+            item.shape = pathOf(*path, flat.style);
         } else if (auto* area = std::get_if<drawing::FlatArea>(&flat.shape)) {
             item.shape = SceneArea{std::move(area->contours)};
         } else if (const auto* text = std::get_if<drawing::FlatText>(&flat.shape)) {

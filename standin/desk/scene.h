@@ -7,7 +7,6 @@
 #include "drawing/document.h"
 #include "drawing/flatten.h"
 #include "standin/desk/canvas.h"
-#include "standin/desk/dash_pattern.h"
 #include "standin/desk/image_placement.h"
 #include "standin/desk/picking.h"
 #include "standin/desk/text_layout.h"
@@ -18,8 +17,8 @@ namespace desk {
 /// What an entity's pieces look like in the drawing, ready to be painted and picked; drawing units throughout.
 struct ScenePath
 {
-    std::vector<Vec2> points; // a closed path ends with its first point again
-    DashPattern dashes;       // empty for continuous lines
+    std::vector<Vec2> points;    // a closed path ends with its first point again
+    drawing::DashPattern dashes; // empty for continuous lines
 };
 
 struct SceneArea

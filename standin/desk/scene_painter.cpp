@@ -6,7 +6,7 @@
 namespace desk {
 namespace {
 
-constexpr int maximumDashes = 4000;
+constexpr std::size_t maximumDashes = 4000;
 constexpr unsigned opaque = 255;
 // A dash pattern finer than this many pixels is drawn as a continuous line.
 constexpr double finestPattern = 3;
@@ -98,15 +98,12 @@ void ScenePainter::paintPath(Canvas& canvas, const ScenePath& path, const ViewTr
         canvas.point(points.front(), color);
         return;
     }
-    double period = 0;
-    DashPattern dashes;
-    for (const double element : path.dashes) {
-        dashes.push_back(element / view.unitsPerPixel());
-        period += std::abs(dashes.back());
-    }
-    if (period < finestPattern)
+    drawing::DashPattern dashes = path.dashes;
+    for (double& element : dashes)
+        element /= view.unitsPerPixel();
+    if (drawing::periodOf(dashes) < finestPattern)
         dashes.clear();
-    drawDashed(points, dashes, maximumDashes, [&](Vec2 a, Vec2 b) { canvas.line(a, b, color); });
+    drawing::drawDashed(points, dashes, maximumDashes, [&](Vec2 a, Vec2 b) { canvas.line(a, b, color); });
 }
 
 void ScenePainter::paintText(Canvas& canvas, const PlacedText& text, const ViewTransform& view, Color color) const
@@ -194,7 +191,7 @@ void ScenePainter::paintMissing(Canvas& canvas, const SceneImage& image, const V
 void ScenePainter::paintSelected(Canvas& canvas, const Scene& scene, const ViewTransform& view, const Palette& palette,
                                  const std::set<drawing::Handle>& selected)
 {
-    const DashPattern dashes = {5, -3};
+    const drawing::DashPattern dashes = {5, -3};
     std::map<drawing::Handle, SelectedEntity> entities;
     for (const SceneItem& item : scene.items()) {
         if (!selected.contains(item.entity))
@@ -212,8 +209,8 @@ void ScenePainter::paintSelected(Canvas& canvas, const Scene& scene, const ViewT
                 entity.ends.push_back(points.front());
                 entity.ends.push_back(points.back());
                 if (shows) {
-                    drawDashed(points, dashes, maximumDashes,
-                               [&](Vec2 a, Vec2 b) { canvas.line(a, b, palette.highlight); });
+                    drawing::drawDashed(points, dashes, maximumDashes,
+                                        [&](Vec2 a, Vec2 b) { canvas.line(a, b, palette.highlight); });
                 }
             }
         }

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include "standin/desk/coordinate_input.h"
-#include "standin/desk/dash_pattern.h"
 #include "standin/desk/picking.h"
 #include "standin/desk/view_transform.h"
 
@@ -117,30 +116,4 @@ TEST(Coordinates, AreTypedAbsoluteRelativeAndPolar)
     for (const wchar_t* text :
          {L"", L"5", L"1,", L",1", L"1,2,3,4", L"1;2", L"a,b", L"1,2 ", L"5<", L"nan,1", L"1e999,1"})
         EXPECT_FALSE(parsePoint(text, last)) << text;
-}
-
-TEST(Dashes, RunOnOverCorners)
-{
-    const std::vector<Vec2> corner = {{0, 0}, {3, 0}, {3, 3}};
-    std::vector<std::pair<double, double>> pieces;
-    drawDashed(corner, {2, -1}, 100, [&](Vec2 a, Vec2 b) { pieces.push_back({a.x + a.y, b.x + b.y}); });
-    EXPECT_THAT(pieces, testing::ElementsAre(std::pair(0.0, 2.0), std::pair(3.0, 5.0)));
-    pieces.clear();
-    drawDashed(corner, {4, -1}, 100, [&](Vec2 a, Vec2 b) { pieces.push_back({a.x + a.y, b.x + b.y}); });
-    EXPECT_THAT(pieces, testing::ElementsAre(std::pair(0.0, 3.0), std::pair(3.0, 4.0), std::pair(5.0, 6.0)))
-        << "the first dash turns the corner";
-}
-
-TEST(Dashes, PatternsWithoutLengthAndTooManyDashesGivePlainLines)
-{
-    const std::vector<Vec2> line = {{0, 0}, {1000, 0}};
-    for (const DashPattern& pattern : {DashPattern{}, DashPattern{0, 0}, DashPattern{0.001, -0.001}}) {
-        int pieces = 0;
-        drawDashed(line, pattern, 100, [&](Vec2 a, Vec2 b) {
-            ++pieces;
-            EXPECT_EQ(a, line[0]);
-            EXPECT_EQ(b, line[1]);
-        });
-        EXPECT_EQ(pieces, 1);
-    }
 }

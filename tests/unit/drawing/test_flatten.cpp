@@ -333,6 +333,14 @@ TEST_F(Flattening, LinetypeAndLineweightAreResolvedToo)
     reference.layer = "L";
     EXPECT_EQ(items().at(0).style.linetype, "DASHED");
     EXPECT_EQ(items().at(0).style.lineweight, 50);
+    EXPECT_TRUE(items().at(0).style.dashes.empty()) << "there is no such linetype";
+    auto dashed = std::make_unique<Linetype>();
+    dashed->recordName = "Dashed";
+    dashed->elements = {{3, {}}, {-1, {}}, {0, {}}};
+    document.addRecord(std::move(dashed));
+    document.header.setReal("$LTSCALE", 10);
+    inner.linetypeScale = 0.5;
+    EXPECT_THAT(items().at(0).style.dashes, testing::ElementsAre(15, -5, 0));
 }
 
 TEST_F(Flattening, HiddenPiecesAreLeftOut)
