@@ -1,9 +1,6 @@
 #include "drawing/flatten.h"
 
-#include <algorithm>
-
 #include "drawing/flattener.h"
-#include "drawing/text_encoding.h"
 
 namespace drawing {
 
@@ -24,16 +21,6 @@ bool isShown(const Document& document, const Entity& entity)
 }
 
 namespace {
-
-std::size_t characters(std::string_view text)
-{
-    std::size_t count = 0;
-    while (!text.empty()) {
-        takeCharacter(text);
-        ++count;
-    }
-    return count;
-}
 
 void includeShape(std::optional<Extents>& extents, const FlatPath& path)
 {
@@ -63,24 +50,9 @@ void includeShape(std::optional<Extents>& extents, const FlatImage& image)
 
 void includeShape(std::optional<Extents>& extents, const FlatText& text)
 {
-    constexpr double characterWidth = 0.9;
-    std::size_t longest = 0;
-    for (const std::string& line : text.lines) {
-        longest = std::max(longest, characters(line));
-    }
-    double width = static_cast<double>(longest) * text.height * text.widthFactor * characterWidth;
-    width = text.wrapWidth > 0 ? std::min(width, text.wrapWidth) : width;
-    width = text.fitLength > 0 ? text.fitLength : width;
-    const double height = text.height + text.lineSpacing * static_cast<double>(text.lines.size() - 1);
-    const bool right = text.horizontal == HorizontalAlignment::Right;
-    const bool centered =
-        text.horizontal == HorizontalAlignment::Center || text.horizontal == HorizontalAlignment::Middle;
-    const double left = right ? -width : centered ? -width / 2 : 0;
-    const bool middle = text.vertical == VerticalAlignment::Middle || text.horizontal == HorizontalAlignment::Middle;
-    const double bottom = text.vertical == VerticalAlignment::Top ? -height : middle ? -height / 2 : 0;
-    for (const double x : {left, left + width}) {
-        for (const double y : {bottom, bottom + height}) {
-            include(extents, text.position + text.direction * x + text.up * y);
+    for (const auto& box : text.lineBoxes) {
+        for (const Vector2& corner : box) {
+            include(extents, corner);
         }
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <functional>
 #include <optional>
@@ -11,6 +12,7 @@
 #include "drawing/dashes.h"
 #include "drawing/document.h"
 #include "drawing/geometry.h"
+#include "drawing/glyphs.h"
 
 namespace drawing {
 
@@ -40,23 +42,22 @@ struct FlatArea
     std::vector<std::vector<Vector2>> contours;
 };
 
-/// Text to be drawn in the frame of `direction` and `up`.
+struct PlacedGlyph
+{
+    const Glyph* glyph = nullptr; // belongs to its font source, or to the stroke font
+    Vector2 origin;
+};
+
+/// A piece of text in one size and lean, laid out. A glyph's point g lies at origin + across g.x + up g.y.
 struct FlatText
 {
-    Vector2 position;        // where the alignment puts the text
-    Vector2 direction{1, 0}; // along the baseline, length 1
-    Vector2 up{0, 1};  // square to the direction, towards the top of capitals; mirrored text has it on the other side
-    double height = 0; // of capitals
-    double widthFactor = 1;
-    double oblique = 0; // lean to the right, in degrees
-    HorizontalAlignment horizontal = HorizontalAlignment::Left;
-    VerticalAlignment vertical = VerticalAlignment::Baseline;
-    double fitLength = 0;           // for Aligned and Fit: the length between the two points; 0 otherwise
-    double wrapWidth = 0;           // lines longer than this are to be broken; 0: never
-    double lineSpacing = 0;         // from baseline to baseline
-    std::vector<std::string> lines; // UTF-8
-    std::string font;               // font file of the text style
-    double rotation() const;        // of the direction, radians
+    Vector2 across;    // one capital height along the baseline, with the text's width factor
+    Vector2 up;        // to the top of capitals; leans with the text
+    double height = 0; // of capitals, square to the baseline
+    std::vector<PlacedGlyph> glyphs;
+    std::vector<std::array<Vector2, 4>> lineBoxes; // around each line, descenders included: where the text can be hit
+    std::vector<std::array<Vector2, 2>>
+        rules; // lines under, over and through it, bars of fractions: drawn with the pen
 };
 
 /// A raster image; `u` and `v` are the edges of one pixel in the drawing's plane.
@@ -88,6 +89,7 @@ struct FlattenOptions
     bool hiddenToo = false;         // pieces on layers that are off or frozen and invisible entities also come
     int depth = 32;                 // of block references in block references; what lies deeper is left out
     std::size_t limit = 50'000'000; // of points in all; when it is passed the rest is left out
+    FontSource* fonts = nullptr;    // must outlive what is flattened; null: all text in the stroke font
 };
 
 /// Called with each piece, the lowest first.
@@ -102,8 +104,7 @@ bool flattenEntity(const Document& document, const Entity& entity, const Flatten
 /// True if the entity's layer is on and thawed and the entity itself visible.
 bool isShown(const Document& document, const Entity& entity);
 
-/// The rectangle around all that a block shows, text measured as 0.9 heights a character; nothing if the block is
-/// empty.
+/// The rectangle around all that a block shows, text measured in the stroke font; nothing if the block is empty.
 std::optional<Extents> extentsOf(const Document& document, const Block& block);
 std::optional<Extents> extentsOf(const Document& document, const Entity& entity);
 

@@ -1,6 +1,7 @@
 #include "drawing/flattener.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -134,28 +135,35 @@ bool Flattener::shown(const Entity& entity, const Inherited& inherited) const
     return entity.visible && !off && !(layer && layer->frozen());
 }
 
-FlatStyle Flattener::styleOf(const Entity& entity, const Inherited& inherited) const
+// The colour that an index (0: by block, 256: by layer) and a true colour, which goes before it, stand for.
+void Flattener::setColor(FlatStyle& style, int color, std::optional<std::uint32_t> trueColor,
+                         const Inherited& inherited) const
 {
-    FlatStyle style;
-    style.layer = layerName(entity, inherited);
-    style.linetypeScale = entity.linetypeScale;
-    const Layer* layer = findLayer(style.layer);
     std::optional<Rgb> rgb;
-    if (entity.trueColor) {
-        rgb = rgbOf(*entity.trueColor);
+    if (trueColor) {
+        rgb = rgbOf(*trueColor);
     }
-    style.colorIndex = entity.color;
-    if (entity.color == colorByBlock) {
+    style.colorIndex = color;
+    if (color == colorByBlock) {
         style.colorIndex = inherited.color;
         rgb = rgb ? rgb : inherited.rgb;
-    } else if (entity.color < 0 || entity.color >= colorByLayer) {
+    } else if (color < 0 || color >= colorByLayer) {
+        const Layer* layer = findLayer(style.layer);
         style.colorIndex = layer ? layer->color : 7;
         if (!rgb && layer && layer->trueColor) {
             rgb = rgbOf(*layer->trueColor);
         }
     }
     style.rgb = rgb.value_or(rgbOfIndex(style.colorIndex));
+}
 
+FlatStyle Flattener::styleOf(const Entity& entity, const Inherited& inherited) const
+{
+    FlatStyle style;
+    style.layer = layerName(entity, inherited);
+    style.linetypeScale = entity.linetypeScale;
+    setColor(style, entity.color, entity.trueColor, inherited);
+    const Layer* layer = findLayer(style.layer);
     style.linetype = entity.linetype;
     if (sameName(entity.linetype, "ByBlock")) {
         style.linetype = inherited.linetype;
@@ -207,10 +215,16 @@ bool isFinite(const FlatArea& area)
                        [](const auto& contour) { return isFinite(contour); });
 }
 
+template <std::size_t count> bool isFinite(const std::vector<std::array<Vector2, count>>& shapes)
+{
+    return std::all_of(shapes.begin(), shapes.end(),
+                       [](const auto& points) { return isFinite(std::vector<Vector2>(points.begin(), points.end())); });
+}
+
+// The boxes enclose where the glyphs begin.
 bool isFinite(const FlatText& text)
 {
-    return std::isfinite(text.position.x) && std::isfinite(text.position.y) && std::isfinite(text.height) &&
-           std::isfinite(text.widthFactor);
+    return isFinite(std::vector{text.across, text.up}) && isFinite(text.lineBoxes) && isFinite(text.rules);
 }
 
 bool isFinite(const FlatImage& image)
@@ -233,7 +247,13 @@ std::size_t pointsIn(const FlatArea& area)
     return points;
 }
 
-template <class Other> std::size_t pointsIn(const Other&)
+std::size_t pointsIn(const FlatText& text)
+{
+    constexpr std::size_t pieceCost = 8;
+    return pieceCost + 2 * text.glyphs.size();
+}
+
+std::size_t pointsIn(const FlatImage&)
 {
     return 1;
 }
@@ -242,12 +262,17 @@ template <class Other> std::size_t pointsIn(const Other&)
 
 void Flattener::emit(const Entity& entity, FlatShape shape, const Place& place)
 {
+    emit(styleOf(entity, place.inherited), std::move(shape));
+}
+
+void Flattener::emit(FlatStyle style, FlatShape shape)
+{
     if (!std::visit([](const auto& each) { return isFinite(each); }, shape)) {
         m_complete = false;
         return;
     }
     if (spend(std::visit([](const auto& each) { return pointsIn(each); }, shape))) {
-        m_sink(FlatItem{m_entity, styleOf(entity, place.inherited), std::move(shape), m_clip});
+        m_sink(FlatItem{m_entity, std::move(style), std::move(shape), m_clip});
     }
 }
 

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "drawing/flatten.h"
+#include "drawing/text_layout.h"
 
 namespace drawing {
 
@@ -51,12 +53,17 @@ private:
     void text(const Text& text, const std::string& shown, const Place& place);
     void mtext(const MText& text, const Place& place);
     void image(const Image& image, const Place& place);
-    void emitText(const Entity& entity, FlatText text, const Vector3& position, const Vector3& direction,
-                  const Vector3& up, const Place& place);
+    void emitText(const Entity& entity, const RichText& text, const TextFrame& frame, const Place& place);
+    static std::optional<TextFrame> textFrame(const Vector3& position, const Vector3& direction, const Vector3& up,
+                                              const Place& place);
+    TextFormat textFormat(const std::string& styleName, double height) const;
     void emit(const Entity& entity, FlatShape shape, const Place& place);
+    void emit(FlatStyle style, FlatShape shape);
 
     const std::string& layerName(const Entity& entity, const Inherited& inherited) const;
     FlatStyle styleOf(const Entity& entity, const Inherited& inherited) const;
+    void setColor(FlatStyle& style, int color, std::optional<std::uint32_t> trueColor,
+                  const Inherited& inherited) const;
     bool shown(const Entity& entity, const Inherited& inherited) const;
     const Layer* findLayer(const std::string& name) const;
     const Block* findBlock(const std::string& name) const;

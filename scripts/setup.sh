@@ -5,7 +5,7 @@
 build_packages=(
     cmake ninja-build g++ make ca-certificates dpkg-dev
     g++-mingw-w64-x86-64-posix libz-mingw-w64-dev
-    wine wine64 xvfb googletest
+    wine wine64 xvfb googletest fonts-liberation2
 )
 test_packages=(
     libtiff-dev libpng-dev libjpeg62-turbo-dev zlib1g-dev

@@ -25,7 +25,7 @@ Vec2 pointOf(LPARAM lParam)
 DrawingView::DrawingView(Editor& editor, const Palette& palette, std::function<void(wchar_t)> typed,
                          std::function<void(Vec2 view)> hovered)
     : m_editor(editor), m_palette(palette), m_typed(std::move(typed)), m_hovered(std::move(hovered)),
-      m_painter(standin::imagePixels, editor.typefaces()), m_crosshair(makeCrosshair()),
+      m_painter(standin::imagePixels, editor.fonts()), m_crosshair(makeCrosshair()),
       m_hand(LoadCursorW(nullptr, IDC_SIZEALL))
 {}
 

@@ -29,7 +29,7 @@ public:
     Selection& selection() { return m_selection; }
     ViewHistory& views() { return m_views; }
     const DrawingSession& session() const { return m_session; }
-    TypefaceCache& typefaces() { return m_scenes.typefaces(); }
+    drawing::FontSource& fonts() { return m_scenes.fonts(); }
 
     const ViewTransform& view() const { return m_views.present(); }
     const Scene& scene() { return m_scenes.at(view()); }

@@ -67,7 +67,7 @@ Box boundsOf(const SceneItem& item)
             for (const Vec2 point : contour)
                 box.add(point);
         }
-    } else if (const auto* text = std::get_if<PlacedText>(&item.shape)) {
+    } else if (const auto* text = std::get_if<drawing::FlatText>(&item.shape)) {
         for (const auto& line : text->lineBoxes) {
             for (const Vec2 corner : line)
                 box.add(corner);
@@ -94,7 +94,7 @@ PickShape SceneItem::pickShape() const
         pieces.push_back({{path->points}, false});
     } else if (const auto* area = std::get_if<SceneArea>(&shape)) {
         pieces.push_back({area->contours, true});
-    } else if (const auto* text = std::get_if<PlacedText>(&shape)) {
+    } else if (const auto* text = std::get_if<drawing::FlatText>(&shape)) {
         for (const auto& line : text->lineBoxes)
             pieces.push_back({{{line.begin(), line.end()}}, true});
     } else {
@@ -107,13 +107,14 @@ PickShape SceneItem::pickShape() const
 }
 
 void Scene::build(const drawing::Document& document, const drawing::Block& space, double tolerance,
-                  TypefaceCache& typefaces)
+                  drawing::FontSource& fonts)
 {
     m_items.clear();
     m_extents = {};
     m_tolerance = tolerance;
     drawing::FlattenOptions options;
     options.tolerance = tolerance;
+    options.fonts = &fonts;
     drawing::flattenBlock(document, space, options, [&](drawing::FlatItem&& flat) {
         SceneItem item;
         item.entity = flat.entity;
@@ -123,8 +124,8 @@ void Scene::build(const drawing::Document& document, const drawing::Block& space
             item.shape = pathOf(*path, flat.style);
         } else if (auto* area = std::get_if<drawing::FlatArea>(&flat.shape)) {
             item.shape = SceneArea{std::move(area->contours)};
-        } else if (const auto* text = std::get_if<drawing::FlatText>(&flat.shape)) {
-            item.shape = layOut(*text, typefaces.forFontFile(text->font));
+        } else if (auto* text = std::get_if<drawing::FlatText>(&flat.shape)) {
+            item.shape = std::move(*text);
         } else {
             item.shape = imageOf(std::get<drawing::FlatImage>(flat.shape), document);
         }

@@ -9,7 +9,6 @@
 #include "standin/desk/canvas.h"
 #include "standin/desk/image_placement.h"
 #include "standin/desk/picking.h"
-#include "standin/desk/text_layout.h"
 #include "standin/desk/vec2.h"
 
 namespace desk {
@@ -47,7 +46,7 @@ struct SceneItem
     Color color = 0;
     bool inForeground = false; // colour 7: black on a light ground, white on a dark one
     Box bounds;
-    std::variant<ScenePath, SceneArea, PlacedText, SceneImage> shape;
+    std::variant<ScenePath, SceneArea, drawing::FlatText, SceneImage> shape;
 
     PickShape pickShape() const;
 };
@@ -56,10 +55,10 @@ struct SceneItem
 class Scene
 {
 public:
-    /// tolerance: how far a curve's straight pieces may stray from it, in drawing units. Typefaces must outlive the
-    /// scene.
+    /// tolerance: how far a curve's straight pieces may stray from it, in drawing units. The fonts must outlive
+    /// the scene.
     void build(const drawing::Document& document, const drawing::Block& space, double tolerance,
-               TypefaceCache& typefaces);
+               drawing::FontSource& fonts);
 
     const std::vector<SceneItem>& items() const { return m_items; }
     const Box& extents() const { return m_extents; }

@@ -16,7 +16,7 @@ const Scene& SceneCache::at(const ViewTransform& view)
     if (!m_stale && m_scene.tolerance() <= coarsestTolerance * pixel && m_scene.tolerance() >= finestTolerance * pixel)
         return m_scene;
     if (standin::drawingOpen()) {
-        m_scene.build(standin::document(), m_drawing.currentSpace(), freshTolerance * pixel, m_typefaces);
+        m_scene.build(standin::document(), m_drawing.currentSpace(), freshTolerance * pixel, m_fonts);
     } else {
         m_scene = {};
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fonts/font_folder.h"
 #include "standin/desk/drawing_session.h"
 #include "standin/desk/scene.h"
 
@@ -15,11 +16,11 @@ public:
     const Scene& at(const ViewTransform& view);
     /// What was flattened no longer holds.
     void drop() { m_stale = true; }
-    TypefaceCache& typefaces() { return m_typefaces; }
+    drawing::FontSource& fonts() { return m_fonts; }
 
 private:
     const DrawingSession& m_drawing;
-    TypefaceCache m_typefaces;
+    fonts::FontFolder m_fonts{fonts::folderBesideProgram()};
     Scene m_scene;
     bool m_stale = true;
 };

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+
+#include "drawing/text_layout.h"
 
 namespace desk {
 namespace {
@@ -85,7 +88,7 @@ void ScenePainter::paint(Canvas& canvas, const Scene& scene, const ViewTransform
                 contours.push_back(toView(contour, view));
             canvas.polygon(contours, color, opaque, FillRule::EvenOdd);
         } else {
-            paintText(canvas, std::get<PlacedText>(item.shape), view, color);
+            paintText(canvas, std::get<drawing::FlatText>(item.shape), view, color);
         }
     }
     std::erase_if(m_coverage, [&](const auto& entry) { return !images.contains(entry.first); });
@@ -106,7 +109,8 @@ void ScenePainter::paintPath(Canvas& canvas, const ScenePath& path, const ViewTr
     drawing::drawDashed(points, dashes, maximumDashes, [&](Vec2 a, Vec2 b) { canvas.line(a, b, color); });
 }
 
-void ScenePainter::paintText(Canvas& canvas, const PlacedText& text, const ViewTransform& view, Color color) const
+void ScenePainter::paintText(Canvas& canvas, const drawing::FlatText& text, const ViewTransform& view,
+                             Color color) const
 {
     if (text.height / view.unitsPerPixel() < smallestReadable) {
         for (const auto& line : text.lineBoxes) {
@@ -116,16 +120,23 @@ void ScenePainter::paintText(Canvas& canvas, const PlacedText& text, const ViewT
         return;
     }
     std::vector<std::vector<Vec2>> contours;
-    for (const PlacedGlyph& placed : text.glyphs) {
+    for (const drawing::PlacedGlyph& placed : text.glyphs) {
+        const auto seen = [&](Vec2 point) {
+            return view.toView(placed.origin + text.across * point.x + text.up * point.y);
+        };
         contours.clear();
-        for (const auto& contour : placed.glyph->contours) {
-            auto& points = contours.emplace_back();
-            points.reserve(contour.size());
-            for (const Vec2 point : contour)
-                points.push_back(view.toView(placed.origin + text.across * point.x + text.up * point.y));
-        }
+        for (const auto& contour : placed.glyph->contours)
+            std::transform(contour.begin(), contour.end(), std::back_inserter(contours.emplace_back()), seen);
         canvas.polygon(contours, color);
+        for (const auto& stroke : placed.glyph->strokes) {
+            if (stroke.size() == 1)
+                canvas.line(seen(stroke[0]), seen(stroke[0]), color);
+            for (std::size_t i = 1; i < stroke.size(); ++i)
+                canvas.line(seen(stroke[i - 1]), seen(stroke[i]), color);
+        }
     }
+    for (const auto& [from, to] : text.rules)
+        canvas.line(view.toView(from), view.toView(to), color);
 }
 
 void ScenePainter::paintImage(Canvas& canvas, const SceneItem& item, const ViewTransform& view, const Palette& palette,
@@ -177,15 +188,16 @@ void ScenePainter::paintMissing(Canvas& canvas, const SceneImage& image, const V
     const double width = std::hypot(right.x, right.y), height = std::hypot(up.x, up.y);
     if (!(width > 0 && height > 0) || image.file.empty())
         return;
-    drawing::FlatText text;
-    const Vec2 middle = image.placement.position + right * 0.5 + up * 0.5;
-    text.position = {middle.x, middle.y};
-    text.direction = {right.x / width, right.y / width};
-    text.up = {up.x / height, up.y / height};
-    text.horizontal = drawing::HorizontalAlignment::Middle;
-    text.lines = {image.file};
-    text.height = std::min(height / 8, width / (1.2 * double(image.file.size())));
-    paintText(canvas, layOut(text, m_typefaces.forFontFile("")), view, color);
+    drawing::TextFrame frame;
+    frame.origin = image.placement.position + right * 0.5 + up * 0.5;
+    frame.across = right * (1 / width);
+    frame.up = up * (1 / height);
+    frame.horizontal = drawing::HorizontalAlignment::Middle;
+    drawing::TextFormat format;
+    format.height = std::min(height / 8, width / (1.2 * double(image.file.size())));
+    format.font = {"Arial", true};
+    for (const auto& laid : drawing::layOut(drawing::literalText(image.file, format), frame, &m_fonts))
+        paintText(canvas, laid.text, view, color);
 }
 
 void ScenePainter::paintSelected(Canvas& canvas, const Scene& scene, const ViewTransform& view, const Palette& palette,

@@ -20,7 +20,7 @@ using PixelSource = std::function<std::shared_ptr<const imaging::Bitmap>(drawing
 class ScenePainter
 {
 public:
-    ScenePainter(PixelSource pixels, TypefaceCache& typefaces) : m_pixels(std::move(pixels)), m_typefaces(typefaces) {}
+    ScenePainter(PixelSource pixels, drawing::FontSource& fonts) : m_pixels(std::move(pixels)), m_fonts(fonts) {}
 
     /// Fills the canvas's clip with the ground and draws every item that shows there, the lowest first.
     void paint(Canvas& canvas, const Scene& scene, const ViewTransform& view, const Palette& palette, bool imageFrames);
@@ -33,7 +33,7 @@ public:
 
 private:
     void paintPath(Canvas& canvas, const ScenePath& path, const ViewTransform& view, Color color) const;
-    void paintText(Canvas& canvas, const PlacedText& text, const ViewTransform& view, Color color) const;
+    void paintText(Canvas& canvas, const drawing::FlatText& text, const ViewTransform& view, Color color) const;
     void paintImage(Canvas& canvas, const SceneItem& item, const ViewTransform& view, const Palette& palette,
                     bool imageFrames);
     void paintRaster(Canvas& canvas, const SceneImage& image, const std::shared_ptr<const imaging::Bitmap>& pixels,
@@ -41,7 +41,7 @@ private:
     void paintMissing(Canvas& canvas, const SceneImage& image, const ViewTransform& view, Color color);
 
     PixelSource m_pixels;
-    TypefaceCache& m_typefaces;
+    drawing::FontSource& m_fonts;
     std::map<drawing::Handle, RasterCoverage> m_coverage;
     std::int64_t m_sampled = 0;
 };

@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "drawing/flatten.h"
+#include "drawing/stroke_font.h"
 #include "support.h"
 
 namespace drawing::test {
@@ -288,8 +289,8 @@ TEST_F(Flattening, AttributesComeWithEveryBlockOfAnArray)
     attribute.position = {101, 1, 0};
     const auto all = items();
     ASSERT_EQ(all.size(), 2u);
-    expectPoint(std::get<FlatText>(all[0].shape).position, 101, 1);
-    expectPoint(std::get<FlatText>(all[1].shape).position, 101, 8);
+    expectPoint(std::get<FlatText>(all[0].shape).glyphs.at(0).origin, 101, 1);
+    expectPoint(std::get<FlatText>(all[1].shape).glyphs.at(0).origin, 101, 8);
 }
 
 TEST_F(Flattening, ColoursComeFromEntityLayerOrReference)
@@ -406,7 +407,7 @@ TEST_F(Flattening, ReferenceToAMissingBlockShowsItsAttributesOnly)
     for (const Handle attribute : reference.attributes) {
         document.find<Attribute>(attribute)->height = 1;
     }
-    EXPECT_EQ(onlyText().lines, std::vector<std::string>{"shown"});
+    EXPECT_EQ(onlyText().glyphs.size(), 5u) << "the letters of shown";
 }
 
 TEST_F(Flattening, DimensionIsDrawnByItsBlock)
@@ -448,38 +449,33 @@ TEST_F(Flattening, MeshesShowTheirEdges)
 TEST_F(Flattening, TextKeepsItsFrameWhenTurnedScaledAndMirrored)
 {
     auto& text = addTo<Text>(document.addBlock("T"));
-    text.text = "%%c20%%d";
+    text.text = "x";
     text.height = 2;
     text.position = {1, 0, 0};
     auto& reference = refer("T");
     reference.rotation = 90;
     reference.scale = {-3, 1, 1};
     const FlatText flat = onlyText();
-    EXPECT_EQ(flat.lines, std::vector<std::string>{"∅20°"});
-    expectPoint(flat.position, 0, -3);
-    expectPoint(flat.direction, 0, -1);
-    expectPoint(flat.up, -1, 0);
+    ASSERT_EQ(flat.glyphs.size(), 1u);
+    expectPoint(flat.glyphs[0].origin, 0, -3);
+    expectPoint(flat.across, 0, -6);
+    expectPoint(flat.up, -2, 0);
     EXPECT_NEAR(flat.height, 2, near);
-    EXPECT_NEAR(flat.widthFactor, 3, near);
-    EXPECT_NEAR(flat.oblique, 0, near);
-    EXPECT_NEAR(flat.rotation(), -std::numbers::pi / 2, near);
 }
 
 TEST_F(Flattening, StretchedAcrossTurnedTextLeans)
 {
     // A square turned by 45 degrees and stretched along x to twice its width: the baseline goes to (2, 1), the upright
-    // to
-    // (-2, 1); their angle and lengths follow.
+    // to (-2, 1).
     auto& text = addTo<Text>(document.addBlock("T"));
     text.text = "x";
     text.height = std::sqrt(2.0);
     text.rotation = 45;
     refer("T").scale = {2, 1, 1};
     const FlatText flat = onlyText();
-    expectPoint(flat.direction, 2 / std::sqrt(5.0), 1 / std::sqrt(5.0));
+    expectPoint(flat.across, 2, 1);
+    expectPoint(flat.up, -2, 1);
     EXPECT_NEAR(flat.height, 4 / std::sqrt(5.0), near) << "distance of (-2, 1) from the baseline";
-    const double lean = std::atan2(-3.0, 4.0) * 180 / std::numbers::pi;
-    EXPECT_NEAR(flat.oblique, lean, 1e-6);
 }
 
 TEST_F(Flattening, AlignmentPlacesTheText)
@@ -489,38 +485,39 @@ TEST_F(Flattening, AlignmentPlacesTheText)
     text.height = 1;
     text.position = {1, 1, 0};
     text.alignmentPoint = Vector3{4, 5, 0};
-    expectPoint(onlyText().position, 1, 1);
+    expectPoint(onlyText().glyphs.at(0).origin, 1, 1);
     text.horizontal = HorizontalAlignment::Right;
-    expectPoint(onlyText().position, 4, 5);
+    expectPoint(onlyText().lineBoxes.at(0)[1], 4, 5 - 0.3);
     text.horizontal = HorizontalAlignment::Fit;
+    const double advance = strokeGlyph('x').advance;
     const FlatText fitted = onlyText();
-    expectPoint(fitted.position, 1, 1);
-    EXPECT_NEAR(fitted.fitLength, 5, near);
-    expectPoint(fitted.direction, 0.6, 0.8);
+    expectPoint(fitted.glyphs.at(0).origin, 1, 1);
+    expectPoint(fitted.across, 3 / advance, 4 / advance);
+    expectPoint(fitted.up, -0.8, 0.6);
+    text.horizontal = HorizontalAlignment::Aligned;
+    expectPoint(onlyText().across, 3 / advance, 4 / advance);
+    expectPoint(onlyText().up, -4 / advance, 3 / advance);
+    text.horizontal = HorizontalAlignment::Fit;
     text.generation = 2; // backward: between the same points, mirrored where it stands
-    expectPoint(onlyText().position, 4, 5);
-    expectPoint(onlyText().direction, -0.6, -0.8);
+    expectPoint(onlyText().glyphs.at(0).origin, 4, 5);
+    expectPoint(onlyText().across, -3 / advance, -4 / advance);
     expectPoint(onlyText().up, -0.8, 0.6);
 }
 
-TEST_F(Flattening, MultiLineTextHasLinesSpacingAndAttachment)
+TEST_F(Flattening, MultiLineTextIsTurnedInTheDrawing)
 {
     auto& text = add<MText>();
-    text.text = "{\\fArial|b1;bold} one\\Ptwo";
+    text.text = "x";
     text.height = 3;
-    text.width = 40;
-    text.attachment = 6;
+    text.attachment = 7;
     text.rotation = 30;
-    const FlatText flat = onlyText();
-    EXPECT_EQ(flat.lines, (std::vector<std::string>{"bold one", "two"}));
-    EXPECT_EQ(flat.horizontal, HorizontalAlignment::Right);
-    EXPECT_EQ(flat.vertical, VerticalAlignment::Middle);
-    EXPECT_NEAR(flat.lineSpacing, 5, near);
-    EXPECT_NEAR(flat.wrapWidth, 40, near);
-    EXPECT_NEAR(flat.rotation(), std::numbers::pi / 6, near);
+    const double third = std::sqrt(3.0) / 2;
+    expectPoint(onlyText().across, 3 * third, 1.5);
+    expectPoint(onlyText().up, -1.5, 3 * third);
+    expectPoint(onlyText().lineBoxes.at(0)[0], 0, 0);
     text.extrusion = {0, 0, -1}; // seen from behind: the baseline stays where it is
-    expectPoint(onlyText().direction, std::sqrt(3.0) / 2, 0.5);
-    expectPoint(onlyText().up, 0.5, -std::sqrt(3.0) / 2);
+    expectPoint(onlyText().across, 3 * third, 1.5);
+    expectPoint(onlyText().up, 1.5, -3 * third);
 }
 
 TEST_F(Flattening, ImageHasTheEdgesOfItsPixels)
