@@ -46,6 +46,7 @@ struct Side
     double origin; // across the lines
     double start;  // along the line, at the origin
     double slope;
+    int winding; // 1 if the contour goes towards higher lines here, -1 if it comes back
 
     double at(int line) const { return start + (line + 0.5 - origin) * slope; }
 };
@@ -78,7 +79,7 @@ void addSide(const SpanPainter& painter, const Position& a, const Position& b, s
     const int end = lineBehind(across(high));
     const double slope = (along(high) - along(low)) / (across(high) - across(low));
     if (first < end && std::isfinite(slope))
-        sides.push_back({first, end, across(low), along(low), slope});
+        sides.push_back({first, end, across(low), along(low), slope, across(a) < across(b) ? 1 : -1});
 }
 
 template <Lines lines>
@@ -99,7 +100,7 @@ std::vector<Side> sidesOf(const SpanPainter& painter, std::span<const std::vecto
 }
 
 // Calls passage(line, begin, end) for each stretch of each line inside the area.
-template <class Passage> void forEachPassage(const std::vector<Side>& sides, Passage passage)
+template <class Passage> void forEachPassage(const std::vector<Side>& sides, FillRule rule, Passage passage)
 {
     std::vector<Crossing> crossings;
     std::size_t next = 0;
@@ -113,8 +114,17 @@ template <class Passage> void forEachPassage(const std::vector<Side>& sides, Pas
             each.place = each.side->at(line);
         std::sort(crossings.begin(), crossings.end(),
                   [](const Crossing& a, const Crossing& b) { return a.place < b.place; });
-        for (std::size_t i = 1; i < crossings.size(); i += 2)
-            passage(line, crossings[i - 1].place, crossings[i].place);
+        int winding = 0;
+        double begin = 0;
+        for (const Crossing& each : crossings) {
+            const int before = winding;
+            winding += rule == FillRule::evenOdd ? 1 - 2 * winding : each.side->winding;
+            if (before == 0) {
+                begin = each.place;
+            } else if (winding == 0) {
+                passage(line, begin, each.place);
+            }
+        }
         ++line;
         std::erase_if(crossings, [line](const Crossing& each) { return each.side->end <= line; });
     }
@@ -122,7 +132,7 @@ template <class Passage> void forEachPassage(const std::vector<Side>& sides, Pas
 
 } // namespace
 
-void fillArea(SpanPainter& painter, std::span<const std::vector<Position>> contours)
+void fillArea(SpanPainter& painter, std::span<const std::vector<Position>> contours, FillRule rule)
 {
     Bounds bounds;
     for (const std::vector<Position>& contour : contours) {
@@ -135,7 +145,7 @@ void fillArea(SpanPainter& painter, std::span<const std::vector<Position>> conto
         painter.pixel((bounds.low.x + bounds.high.x) / 2, (bounds.low.y + bounds.high.y) / 2);
         return;
     }
-    forEachPassage(sidesOf<Lines::rows>(painter, contours), [&](int y, double left, double right) {
+    forEachPassage(sidesOf<Lines::rows>(painter, contours), rule, [&](int y, double left, double right) {
         const int begin = painter.columnBehind(left);
         const int end = painter.columnBehind(right);
         if (begin < end) {
@@ -144,7 +154,7 @@ void fillArea(SpanPainter& painter, std::span<const std::vector<Position>> conto
             painter.pixel((left + right) / 2, y);
         }
     });
-    forEachPassage(sidesOf<Lines::columns>(painter, contours), [&](int x, double top, double bottom) {
+    forEachPassage(sidesOf<Lines::columns>(painter, contours), rule, [&](int x, double top, double bottom) {
         if (painter.rowBehind(top) >= painter.rowBehind(bottom))
             painter.pixel(x, (top + bottom) / 2);
     });

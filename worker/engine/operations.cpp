@@ -36,7 +36,9 @@ constexpr std::array operations{
     Operation{OperationFilter, "Filter",
               [](Request& request, const Context& context) { filterFile(request.filter, context.gate); }},
     Operation{OperationRasterize, "Rasterize",
-              [](Request& request, const Context& context) { rasterizeFile(request.rasterize, context.gate); }},
+              [](Request& request, const Context& context) {
+                  rasterizeFile(request.rasterize, context.fonts, context.gate);
+              }},
 };
 
 } // namespace

@@ -1,7 +1,9 @@
 #include "worker/engine/rasterize.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -38,6 +40,15 @@ public:
 
     Position pixel(const Vector2& p) const { return {(p.x - m_origin.x) * m_scale.x, (p.y - m_origin.y) * m_scale.y}; }
 
+    // What of the drawing lies within so many pixels of the raster.
+    drawing::Extents window(imaging::Size size, double margin) const
+    {
+        std::optional<drawing::Extents> window;
+        for (const Position& p : {Position{-margin, -margin}, Position{size.width + margin, size.height + margin}})
+            drawing::include(window, {m_origin.x + p.x / m_scale.x, m_origin.y + p.y / m_scale.y});
+        return *window;
+    }
+
     // The longest distance in the drawing that is nowhere longer than so many pixels.
     double distance(double pixels) const { return pixels / std::max(std::abs(m_scale.x), std::abs(m_scale.y)); }
 
@@ -45,6 +56,10 @@ private:
     Vector2 m_origin;
     Vector2 m_scale;
 };
+
+// Dashes that repeat within so many pixels can't be told apart, nor can so many along one path.
+constexpr double finestPeriod = 1;
+constexpr std::size_t mostDashes = 100'000;
 
 // Draws the pieces of a flattened drawing.
 class Burner
@@ -64,31 +79,72 @@ public:
     }
 
 private:
+    int penOf(const drawing::FlatStyle& style)
+    {
+        return penPixels(m_pens.width(m_colors.indexOf(style)), m_resolution);
+    }
+
+    auto toPixel() const
+    {
+        return [this](const Vector2& p) { return m_map.pixel(p); };
+    }
+
+    template <class Map>
+    static void convert(const std::vector<Vector2>& points, std::vector<Position>& pixels, const Map& map)
+    {
+        pixels.resize(points.size());
+        std::transform(points.begin(), points.end(), pixels.begin(), map);
+    }
+
+    template <class Map> void convert(const std::vector<std::vector<Vector2>>& contours, const Map& map)
+    {
+        m_contours.resize(contours.size());
+        for (std::size_t i = 0; i < contours.size(); ++i)
+            convert(contours[i], m_contours[i], map);
+    }
+
     void burn(const drawing::FlatPath& path, const drawing::FlatStyle& style)
     {
-        convert(path.points, m_points);
-        const int width = m_pens.width(m_colors.indexOf(style));
-        imaging::stroke(m_painter, m_points, path.closed, penPixels(width, m_resolution));
+        const int width = penOf(style);
+        if (drawing::periodOf(style.dashes) < m_map.distance(finestPeriod) || path.points.size() < 2) {
+            convert(path.points, m_points, toPixel());
+            imaging::stroke(m_painter, m_points, path.closed, width);
+            return;
+        }
+        std::vector<Vector2> points = path.points;
+        if (path.closed)
+            points.push_back(points.front());
+        drawing::drawDashed(points, style.dashes, mostDashes, [&](const Vector2& from, const Vector2& to) {
+            imaging::stroke(m_painter, std::array{m_map.pixel(from), m_map.pixel(to)}, false, width);
+        });
     }
 
     void burn(const drawing::FlatArea& area, const drawing::FlatStyle&)
     {
-        m_contours.resize(area.contours.size());
-        for (std::size_t i = 0; i < area.contours.size(); ++i)
-            convert(area.contours[i], m_contours[i]);
-        imaging::fillArea(m_painter, m_contours);
+        convert(area.contours, toPixel());
+        imaging::fillArea(m_painter, m_contours, imaging::FillRule::evenOdd);
     }
 
-    void burn(const drawing::FlatText&, const drawing::FlatStyle&) {}
+    void burn(const drawing::FlatText& text, const drawing::FlatStyle& style)
+    {
+        const int width = penOf(style);
+        for (const drawing::PlacedGlyph& placed : text.glyphs) {
+            const auto toPixel = [&](const Vector2& p) {
+                return m_map.pixel(placed.origin + text.across * p.x + text.up * p.y);
+            };
+            convert(placed.glyph->contours, toPixel);
+            imaging::fillArea(m_painter, m_contours, imaging::FillRule::nonZero);
+            for (const std::vector<Vector2>& line : placed.glyph->strokes) {
+                convert(line, m_points, toPixel);
+                imaging::stroke(m_painter, m_points, false, width);
+            }
+        }
+        for (const auto& [from, to] : text.rules)
+            imaging::stroke(m_painter, std::array{m_map.pixel(from), m_map.pixel(to)}, false, width);
+    }
 
     // A raster is nothing to be made a raster of.
     void burn(const drawing::FlatImage&, const drawing::FlatStyle&) {}
-
-    void convert(const std::vector<Vector2>& points, std::vector<Position>& pixels) const
-    {
-        pixels.resize(points.size());
-        std::transform(points.begin(), points.end(), pixels.begin(), [&](const Vector2& p) { return m_map.pixel(p); });
-    }
 
     imaging::SpanPainter& m_painter;
     const PixelMap& m_map;
@@ -99,30 +155,38 @@ private:
     std::vector<std::vector<Position>> m_contours;
 };
 
-// Whether anything lay over pixels that may be drawn on.
-bool burnDrawing(const drawing::Document& document, const PixelMap& map, const PenTable& pens,
-                 const imaging::Region* region, imaging::RasterFile& raster)
+drawing::FlattenOptions optionsFor(const PixelMap& map, imaging::Size size, drawing::FontSource* fonts)
 {
     constexpr double stray = 0.25; // pixels by which curves may be off: half of what would show
-    imaging::SpanPainter painter(raster.bitmap, region);
-    Burner burner(painter, map, pens, raster.info.resolution);
     drawing::FlattenOptions options;
     options.tolerance = map.distance(stray);
-    drawing::flattenBlock(document, document.modelSpace(), options,
+    options.window = map.window(size, widestPen);
+    options.fonts = fonts;
+    return options;
+}
+
+// Whether anything lay over pixels that may be drawn on.
+bool burnDrawing(const drawing::Document& document, const PixelMap& map, const PenTable& pens,
+                 const imaging::Region* region, drawing::FontSource* fonts, imaging::RasterFile& raster)
+{
+    imaging::SpanPainter painter(raster.bitmap, region);
+    Burner burner(painter, map, pens, raster.info.resolution);
+    drawing::flattenBlock(document, document.modelSpace(), optionsFor(map, raster.bitmap.size(), fonts),
                           [&](const drawing::FlatItem& item) { burner.burn(item); });
     return painter.touched();
 }
 
 } // namespace
 
-void rasterizeFile(Rasterize& request, CommitGate& gate)
+void rasterizeFile(Rasterize& request, Fonts* fonts, CommitGate& gate)
 {
     const PenTable pens = readPenTable(request.penFile);
     imaging::RasterFile raster = imaging::readRaster(request.rasterFile);
     const PixelMap map(request.corner1, request.corner2, raster.bitmap.size());
     const drawing::Document document = drawing::readDrawing(request.drawingFile);
     const imaging::Region* region = request.region ? &*request.region : nullptr;
-    const bool touched = burnDrawing(document, map, pens, region, raster);
+    const auto typefaces = fonts ? fonts->open(request.fontsDir) : nullptr;
+    const bool touched = burnDrawing(document, map, pens, region, typefaces.get(), raster);
     request.result = touched ? 0 : NothingOverRaster;
     if (touched)
         writeBack(request.rasterFile, raster, gate);

@@ -12,11 +12,12 @@ namespace {
 
 using Contour = std::vector<Position>;
 
-Bitmap filled(Size size, const std::vector<Contour>& contours, const Region* region = nullptr)
+Bitmap filled(Size size, const std::vector<Contour>& contours, const Region* region = nullptr,
+              FillRule rule = FillRule::evenOdd)
 {
     Bitmap bitmap(size);
     SpanPainter painter(bitmap, region);
-    fillArea(painter, contours);
+    fillArea(painter, contours, rule);
     return bitmap;
 }
 
@@ -149,12 +150,15 @@ TEST(Area, PaintsTheRegionAloneAndTellsWhetherItDid)
 
     Bitmap bitmap({20, 20});
     SpanPainter painter(bitmap);
-    fillArea(painter, std::vector<Contour>{{{-9, -9}, {30, -9}, {-9, 30}}, {{-9, -9}, {30, -9}, {-9, 30}}});
+    fillArea(painter, std::vector<Contour>{{{-9, -9}, {30, -9}, {-9, 30}}, {{-9, -9}, {30, -9}, {-9, 30}}},
+             FillRule::evenOdd);
     EXPECT_TRUE(painter.touched()) << "the border that the two have in common";
     SpanPainter other(bitmap);
-    fillArea(other, std::vector<Contour>{{{25, 5}, {30, 5}, {30, 9}}});
-    fillArea(other, std::vector<Contour>{{{-30, -30}, {50, -30}, {50, 50}, {-30, 50}},
-                                         {{-20, -20}, {40, -20}, {40, 40}, {-20, 40}}});
+    fillArea(other, std::vector<Contour>{{{25, 5}, {30, 5}, {30, 9}}}, FillRule::evenOdd);
+    fillArea(other,
+             std::vector<Contour>{{{-30, -30}, {50, -30}, {50, 50}, {-30, 50}},
+                                  {{-20, -20}, {40, -20}, {40, 40}, {-20, 40}}},
+             FillRule::evenOdd);
     EXPECT_FALSE(other.touched()) << "the raster lies in the hole";
 }
 
@@ -170,4 +174,17 @@ TEST(Area, FarAndAbsurdPositionsAreHarmless)
     EXPECT_EQ(rowsOf(filled({6, 6}, {{{-infinite, 0}, {6, 0}, {6, 6}}, {{0, std::nan("")}, {6, 6}, {0, 6}}, {}})),
               nothing);
     EXPECT_EQ(rowsOf(filled({6, 6}, {{{-1.7e308, -1.7e308}, {1.7e308, 1.7e308}, {0, 3}}})).size(), 6u);
+}
+
+TEST(Area, TheRuleSaysWhatOverlappingContoursGoAround)
+{
+    const Contour outer{{0, 0}, {6, 0}, {6, 5}, {0, 5}};
+    const Contour same{{1, 1}, {5, 1}, {5, 4}, {1, 4}};
+    const Contour back{{2, 2}, {2, 3}, {4, 3}, {4, 2}};
+    const Picture odd{"######", "#....#", "#.##.#", "#....#", "######"};
+    EXPECT_EQ(rowsOf(filled({6, 5}, {outer, same, back})), odd);
+    EXPECT_EQ(rowsOf(filled({6, 5}, {outer, same, back}, nullptr, FillRule::nonZero)), Picture(5, "######"));
+    EXPECT_EQ(rowsOf(filled({6, 5}, {outer, back}, nullptr, FillRule::nonZero)),
+              (Picture{"######", "######", "##..##", "######", "######"}));
+    EXPECT_EQ(rowsOf(filled({6, 5}, {back}, nullptr, FillRule::nonZero))[2], "..##..");
 }

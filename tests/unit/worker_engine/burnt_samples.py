@@ -12,6 +12,7 @@ from pathlib import Path
 
 import ezdxf
 from ezdxf import path as paths
+from ezdxf.math import Matrix44
 
 DPI = 254  # a pen's hundredths of a millimetre are tenths of a pixel
 SLACK = 0.5  # pixels from the edge of what is to be ink, within which a pixel may be either
@@ -116,19 +117,21 @@ def burnt(path):
     return [[digit == 49 for digit in digits[y * width:(y + 1) * width]] for y in range(height)]
 
 
-def shown_entities(entities, layers, by_block):
-    """What is to be seen, with its colour, out of all blocks."""
-    for entity in entities:
-        layer = layers.get(entity.dxf.layer)
+def shown_entities(space, matrix=Matrix44(), by_block=7, of_reference="0"):
+    """What is to be seen, with the map to the drawing and its colour, out of all blocks. In a block the layer 0 stands
+    for the layer of the reference."""
+    for entity in space:
+        name = of_reference if entity.dxf.layer == "0" else entity.dxf.layer
+        layer = entity.doc.layers.get(name)
         if layer.is_frozen() or (layer.is_off() and entity.dxftype() != "INSERT"):
             continue
         color = entity.dxf.color
         color = by_block if color == 0 else abs(layer.dxf.color) if color == 256 else color
         if entity.dxftype() == "INSERT":
             for each in entity.multi_insert() if entity.mcount > 1 else [entity]:
-                yield from shown_entities(each.virtual_entities(), layers, color)
+                yield from shown_entities(entity.block(), each.matrix44() * matrix, color, name)
         else:
-            yield entity, color
+            yield entity, matrix, color
 
 
 class Judge:
@@ -175,37 +178,36 @@ class Judge:
                     self.must[y][x] |= (x, y) not in near
 
 
-def flattened(path, fineness):
-    return [(point.x, point.y) for point in path.flattening(fineness, segments=32)]
-
-
-def judge_drawing(name, size):
-    _, pens, (x1, y1, x2, y2), _ = SAMPLES[name[1]]
-    document = ezdxf.readfile(name[0])
+def judge_drawing(path, pens, corners, size):
+    x1, y1, x2, y2 = corners
     judge = Judge(*size)
-    scale = max(size[0] / abs(x2 - x1), size[1] / abs(y2 - y1))
+    fineness = 0.02 * min(abs(x2 - x1) / size[0], abs(y2 - y1) / size[1])
 
     def pixels(points):
-        return [((x - x1) / (x2 - x1) * size[0], (y - y2) / (y1 - y2) * size[1]) for x, y in points]
+        return [((p.x - x1) / (x2 - x1) * size[0], (p.y - y2) / (y1 - y2) * size[1]) for p in points]
 
-    for entity, color in shown_entities(document.modelspace(), document.layers, 7):
+    def flattened(curve, matrix):
+        return pixels(curve.transform(matrix).flattening(fineness, segments=32))
+
+    for entity, matrix, color in shown_entities(ezdxf.readfile(path).modelspace()):
         kind = entity.dxftype()
+        pen = pens[min(color, len(pens)) - 1]
         if kind in ("SOLID", "TRACE"):
-            judge.area([pixels([(p.x, p.y) for p in entity.wcs_vertices()])])
+            judge.area([pixels(matrix.transform_vertices(entity.wcs_vertices()))])
         elif kind == "HATCH":
-            judge.area([pixels(flattened(each, 0.02 / scale)) for each in paths.from_hatch(entity)])
+            judge.area([flattened(each, matrix) for each in paths.from_hatch(entity)])
         elif kind == "POINT":
-            judge.stroke(pixels([(entity.dxf.location.x, entity.dxf.location.y)]), pens[color - 1])
+            judge.stroke(pixels([matrix.transform(entity.dxf.location)]), pen)
         else:
-            judge.stroke(pixels(flattened(paths.make_path(entity), 0.02 / scale)), pens[min(color, 7) - 1])
+            judge.stroke(flattened(paths.make_path(entity), matrix), pen)
     return judge
 
 
 def check(folder):
     wrong = False
-    for name, (*_, size) in SAMPLES.items():
+    for name, (_, pens, corners, size) in SAMPLES.items():
         raster = burnt(folder / f"{name}.tif")
-        judge = judge_drawing((folder / f"{name}.dxf", name), size)
+        judge = judge_drawing(folder / f"{name}.dxf", pens, corners, size)
         missing = [(x, y) for y, row in enumerate(judge.must) for x, must in enumerate(row) if must and not raster[y][x]]
         extra = [(x, y) for y, row in enumerate(raster) for x, ink in enumerate(row) if ink and not judge.may[y][x]]
         expected = sum(map(sum, judge.must))
