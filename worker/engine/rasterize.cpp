@@ -2,8 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cmath>
+#include <cstdint>
+#include <iterator>
+#include <limits>
 #include <optional>
+#include <span>
 #include <string>
 #include <variant>
 #include <vector>
@@ -12,6 +17,7 @@
 #include "drawing/flatten.h"
 #include "imaging/area.h"
 #include "imaging/error.h"
+#include "imaging/parallel.h"
 #include "imaging/stroke.h"
 #include "worker/engine/edit_file.h"
 #include "worker/engine/pen_table.h"
@@ -57,25 +63,158 @@ private:
     Vector2 m_scale;
 };
 
+// Strokes and areas in pixels, gathered to be painted together: band by band, so that a band's rows stay in the
+// processor's cache, and several bands at the same time.
+class Burning
+{
+public:
+    Burning(imaging::Bitmap& bitmap, const imaging::Region* region) : m_bitmap(bitmap), m_region(bitmap.bounds())
+    {
+        if (region)
+            m_region = imaging::intersect(*region, m_region);
+    }
+
+    /// The points are those that `add` was given since the last stroke.
+    void stroke(bool closed, int width)
+    {
+        gather(Piece{.points = {m_taken, m_points.size()}, .closed = closed, .width = width},
+               m_points.size() - m_taken);
+        m_taken = m_points.size();
+    }
+
+    void add(const Position& point) { m_points.push_back(point); }
+
+    void area(std::vector<std::vector<Position>> contours, imaging::FillRule rule)
+    {
+        std::size_t points = 0;
+        for (const std::vector<Position>& contour : contours)
+            points += contour.size();
+        m_areas.push_back({std::move(contours), rule});
+        gather(Piece{.area = m_areas.size()}, points);
+    }
+
+    /// Paints what has been gathered. Throws when all in all it is too much.
+    void paint();
+
+    bool touched() const { return m_touched; }
+
+private:
+    struct Area
+    {
+        std::vector<std::vector<Position>> contours;
+        imaging::FillRule rule;
+    };
+    struct Piece
+    {
+        std::pair<std::size_t, std::size_t> points = {}; // of a stroke: from the one up to, without, the other
+        bool closed = false;
+        int width = 1;        // of a stroke
+        std::size_t area = 0; // from 1; 0 for a stroke
+        double top = 0;
+        double bottom = 0;
+    };
+
+    void gather(Piece piece, std::size_t points);
+    void include(Piece& piece, std::span<const Position> points) const;
+    void paint(imaging::SpanPainter& painter, const Piece& piece) const;
+
+    imaging::Bitmap& m_bitmap;
+    imaging::Region m_region;
+    std::vector<Position> m_points;
+    std::size_t m_taken = 0; // by the strokes so far
+    std::vector<Area> m_areas;
+    std::vector<Piece> m_pieces;
+    std::size_t m_gathered = 0; // points
+    std::uint64_t m_work = 0;
+    bool m_touched = false;
+};
+
+void Burning::include(Piece& piece, std::span<const Position> points) const
+{
+    for (const Position& p : points) {
+        piece.top = std::min(piece.top, p.y);
+        piece.bottom = std::max(piece.bottom, p.y);
+    }
+}
+
+// Takes a piece if its rows can be those of the region.
+void Burning::gather(Piece piece, std::size_t points)
+{
+    piece.top = std::numeric_limits<double>::infinity();
+    piece.bottom = -piece.top;
+    if (piece.area > 0) {
+        for (const std::vector<Position>& contour : m_areas[piece.area - 1].contours)
+            include(piece, contour);
+    } else {
+        include(piece, std::span(m_points).subspan(piece.points.first));
+    }
+    const double margin = piece.width; // more than half the pen and a pixel's rounding
+    piece.top -= margin;
+    piece.bottom += margin;
+    m_pieces.push_back(piece);
+    constexpr std::size_t mostPoints = 2'000'000;
+    m_gathered += points;
+    if (m_gathered > mostPoints)
+        paint();
+}
+
+void Burning::paint(imaging::SpanPainter& painter, const Piece& piece) const
+{
+    if (piece.area > 0) {
+        const Area& area = m_areas[piece.area - 1];
+        imaging::fillArea(painter, area.contours, area.rule);
+    } else {
+        const auto [begin, end] = piece.points;
+        imaging::stroke(painter, std::span(m_points).subspan(begin, end - begin), piece.closed, piece.width);
+    }
+}
+
+void Burning::paint()
+{
+    constexpr int bandHeight = 512; // rows: a megabyte of the largest sheets
+    const imaging::Rect box = m_region.box();
+    std::atomic<std::uint64_t> work = m_pieces.size();
+    std::atomic<bool> touched = m_touched;
+    imaging::inTurns((box.height() + bandHeight - 1) / bandHeight, [&](int index) {
+        const int top = box.top + index * bandHeight;
+        const int bottom = std::min(top + bandHeight, box.bottom);
+        const imaging::Region band =
+            imaging::intersect(m_region, imaging::Region(imaging::Rect{box.left, top, box.right, bottom}));
+        imaging::SpanPainter painter(m_bitmap, &band);
+        for (const Piece& piece : m_pieces) {
+            if (piece.top < bottom && piece.bottom > top)
+                paint(painter, piece);
+        }
+        work += painter.work();
+        touched = touched || painter.touched();
+    });
+    m_touched = touched;
+    m_work += work;
+    m_points.clear();
+    m_areas.clear();
+    m_pieces.clear();
+    m_taken = m_gathered = 0;
+    // A small file can hold blocks in blocks with lines without end. This takes half a minute to draw.
+    constexpr std::uint64_t mostWork = std::uint64_t(1) << 33;
+    if (m_work > mostWork)
+        throw imaging::ImagingError("The drawing holds more than can be drawn into a raster.");
+}
+
 // Dashes that repeat within so many pixels can't be told apart, nor can so many along one path.
 constexpr double finestPeriod = 1;
 constexpr std::size_t mostDashes = 100'000;
 
-// Draws the pieces of a flattened drawing.
+// Gathers the pieces of a flattened drawing.
 class Burner
 {
 public:
-    Burner(imaging::SpanPainter& painter, const PixelMap& map, const PenTable& pens, imaging::Resolution resolution)
-        : m_painter(painter), m_map(map), m_pens(pens), m_resolution(resolution)
+    Burner(Burning& burning, const PixelMap& map, const PenTable& pens, imaging::Resolution resolution)
+        : m_burning(burning), m_map(map), m_pens(pens), m_resolution(resolution)
     {}
 
     void burn(const drawing::FlatItem& item)
     {
         std::visit([&](const auto& shape) { burn(shape, item.style); }, item.shape);
-        // A small file can hold blocks in blocks with lines without end. This takes half a minute to draw.
-        constexpr std::uint64_t mostWork = std::uint64_t(1) << 33;
-        if (m_painter.work() > mostWork)
-            throw imaging::ImagingError("The drawing holds more than can be drawn into a raster.");
     }
 
 private:
@@ -84,45 +223,41 @@ private:
         return penPixels(m_pens.width(m_colors.indexOf(style)), m_resolution);
     }
 
-    auto toPixel() const
+    template <class Points, class Map> void stroke(const Points& points, bool closed, int width, const Map& toPixel)
     {
-        return [this](const Vector2& p) { return m_map.pixel(p); };
+        for (const Vector2& p : points)
+            m_burning.add(toPixel(p));
+        m_burning.stroke(closed, width);
     }
 
     template <class Map>
-    static void convert(const std::vector<Vector2>& points, std::vector<Position>& pixels, const Map& map)
+    void area(const std::vector<std::vector<Vector2>>& contours, imaging::FillRule rule, const Map& toPixel)
     {
-        pixels.resize(points.size());
-        std::transform(points.begin(), points.end(), pixels.begin(), map);
-    }
-
-    template <class Map> void convert(const std::vector<std::vector<Vector2>>& contours, const Map& map)
-    {
-        m_contours.resize(contours.size());
+        std::vector<std::vector<Position>> pixels(contours.size());
         for (std::size_t i = 0; i < contours.size(); ++i)
-            convert(contours[i], m_contours[i], map);
+            std::transform(contours[i].begin(), contours[i].end(), std::back_inserter(pixels[i]), toPixel);
+        m_burning.area(std::move(pixels), rule);
     }
 
     void burn(const drawing::FlatPath& path, const drawing::FlatStyle& style)
     {
+        const auto toPixel = [this](const Vector2& p) { return m_map.pixel(p); };
         const int width = penOf(style);
         if (drawing::periodOf(style.dashes) < m_map.distance(finestPeriod) || path.points.size() < 2) {
-            convert(path.points, m_points, toPixel());
-            imaging::stroke(m_painter, m_points, path.closed, width);
+            stroke(path.points, path.closed, width, toPixel);
             return;
         }
         std::vector<Vector2> points = path.points;
         if (path.closed)
             points.push_back(points.front());
         drawing::drawDashed(points, style.dashes, mostDashes, [&](const Vector2& from, const Vector2& to) {
-            imaging::stroke(m_painter, std::array{m_map.pixel(from), m_map.pixel(to)}, false, width);
+            stroke(std::array{from, to}, false, width, toPixel);
         });
     }
 
-    void burn(const drawing::FlatArea& area, const drawing::FlatStyle&)
+    void burn(const drawing::FlatArea& flat, const drawing::FlatStyle&)
     {
-        convert(area.contours, toPixel());
-        imaging::fillArea(m_painter, m_contours, imaging::FillRule::evenOdd);
+        area(flat.contours, imaging::FillRule::evenOdd, [this](const Vector2& p) { return m_map.pixel(p); });
     }
 
     void burn(const drawing::FlatText& text, const drawing::FlatStyle& style)
@@ -132,27 +267,23 @@ private:
             const auto toPixel = [&](const Vector2& p) {
                 return m_map.pixel(placed.origin + text.across * p.x + text.up * p.y);
             };
-            convert(placed.glyph->contours, toPixel);
-            imaging::fillArea(m_painter, m_contours, imaging::FillRule::nonZero);
-            for (const std::vector<Vector2>& line : placed.glyph->strokes) {
-                convert(line, m_points, toPixel);
-                imaging::stroke(m_painter, m_points, false, width);
-            }
+            if (!placed.glyph->contours.empty())
+                area(placed.glyph->contours, imaging::FillRule::nonZero, toPixel);
+            for (const std::vector<Vector2>& line : placed.glyph->strokes)
+                stroke(line, false, width, toPixel);
         }
-        for (const auto& [from, to] : text.rules)
-            imaging::stroke(m_painter, std::array{m_map.pixel(from), m_map.pixel(to)}, false, width);
+        for (const auto& rule : text.rules)
+            stroke(rule, false, width, [this](const Vector2& p) { return m_map.pixel(p); });
     }
 
     // A raster is nothing to be made a raster of.
     void burn(const drawing::FlatImage&, const drawing::FlatStyle&) {}
 
-    imaging::SpanPainter& m_painter;
+    Burning& m_burning;
     const PixelMap& m_map;
     const PenTable& m_pens;
     imaging::Resolution m_resolution;
     PenColors m_colors;
-    std::vector<Position> m_points; // kept for their memory
-    std::vector<std::vector<Position>> m_contours;
 };
 
 drawing::FlattenOptions optionsFor(const PixelMap& map, imaging::Size size, drawing::FontSource* fonts)
@@ -169,11 +300,12 @@ drawing::FlattenOptions optionsFor(const PixelMap& map, imaging::Size size, draw
 bool burnDrawing(const drawing::Document& document, const PixelMap& map, const PenTable& pens,
                  const imaging::Region* region, drawing::FontSource* fonts, imaging::RasterFile& raster)
 {
-    imaging::SpanPainter painter(raster.bitmap, region);
-    Burner burner(painter, map, pens, raster.info.resolution);
+    Burning burning(raster.bitmap, region);
+    Burner burner(burning, map, pens, raster.info.resolution);
     drawing::flattenBlock(document, document.modelSpace(), optionsFor(map, raster.bitmap.size(), fonts),
                           [&](const drawing::FlatItem& item) { burner.burn(item); });
-    return painter.touched();
+    burning.paint();
+    return burning.touched();
 }
 
 } // namespace
