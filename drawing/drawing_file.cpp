@@ -3,6 +3,7 @@
 #include <fstream>
 #include <system_error>
 
+#include "drawing/binary_form.h"
 #include "drawing/dxf_reader.h"
 #include "drawing/dxf_writer.h"
 #include "files/fresh_file.h"
@@ -12,7 +13,6 @@ namespace drawing {
 namespace {
 
 constexpr std::uintmax_t largestFile = std::uintmax_t(512) << 20;
-constexpr std::string_view binarySentinel = "AutoCAD Binary DXF";
 
 std::string shownName(const std::filesystem::path& path)
 {
@@ -43,8 +43,10 @@ std::string readBytes(const std::filesystem::path& path)
 
 Document readDxf(std::string_view bytes, Notes* notes)
 {
-    if (bytes.starts_with(binarySentinel)) {
-        throw DrawingError("this is a DXF file in binary form; only the text form can be read");
+    std::string text;
+    if (isBinaryForm(bytes)) {
+        text = textFromBinary(bytes);
+        bytes = text;
     }
     if (bytes.starts_with("AC1") && bytes.find('\0') != std::string_view::npos) {
         throw DrawingError("this is a drawing in the host's own binary form; only DXF can be read");
@@ -57,9 +59,9 @@ Document readDxf(std::string_view bytes, Notes* notes)
     return document;
 }
 
-std::string writeDxf(const Document& document)
+std::string writeDxf(const Document& document, DxfForm form)
 {
-    return DxfWriter(document).write();
+    return DxfWriter(document, form).write();
 }
 
 Document readDrawing(const std::filesystem::path& path, Notes* notes)
@@ -71,10 +73,10 @@ Document readDrawing(const std::filesystem::path& path, Notes* notes)
     }
 }
 
-void writeDrawing(const Document& document, const std::filesystem::path& path)
+void writeDrawing(const Document& document, const std::filesystem::path& path, DxfForm form)
 {
     try {
-        const std::string bytes = writeDxf(document);
+        const std::string bytes = writeDxf(document, form);
         files::FreshFile file(path);
         file.write(0, bytes.data(), bytes.size());
         file.commit();

@@ -44,8 +44,8 @@ constexpr KnownClass knownClasses[] = {
 
 } // namespace
 
-DxfWriter::DxfWriter(const Document& document)
-    : m_document(document), m_codePage(codePageOf(document)), m_sink(TextEncoding(m_codePage))
+DxfWriter::DxfWriter(const Document& document, DxfForm form)
+    : m_document(document), m_codePage(codePageOf(document)), m_sink(TextEncoding(m_codePage), form)
 {}
 
 std::string DxfWriter::write()

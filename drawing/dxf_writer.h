@@ -8,11 +8,11 @@
 
 namespace drawing {
 
-/// Writes a document as a DXF file of the release 2000 in text form.
+/// Writes a document as a DXF file of the release 2000.
 class DxfWriter
 {
 public:
-    explicit DxfWriter(const Document& document);
+    explicit DxfWriter(const Document& document, DxfForm form = DxfForm::Text);
 
     std::string write();
 

@@ -200,6 +200,106 @@ struct Solid : Entity
     Vector3 extrusion = worldZAxis;
 };
 
+/// 3DFACE: the edges of a triangle or quadrangle in space.
+struct Face : Entity
+{
+    std::string_view name() const override { return "3DFACE"; }
+    void fields(FieldVisitor& visitor) override;
+
+    std::array<Vector3, 4> corners; // in turn; the last two are equal in a triangle
+    int invisibleEdges = 0;         // bit n: the edge that begins at corner n
+};
+
+/// RAY, which begins at its base, and XLINE, which runs on both ways.
+struct EndlessLine : Entity
+{
+    explicit EndlessLine(bool isBothWays = false) : bothWays(isBothWays) {}
+    std::string_view name() const override { return bothWays ? "XLINE" : "RAY"; }
+    void fields(FieldVisitor& visitor) override;
+
+    bool bothWays;
+    Vector3 base;
+    Vector3 direction{1, 0, 0};
+};
+
+/// A curve by control points with knots and, perhaps, weights; or by points that it goes through.
+struct Spline : Entity
+{
+    enum Flag
+    {
+        closedFlag = 1,
+        periodic = 2,
+        rational = 4,
+        planar = 8,
+    };
+
+    std::string_view name() const override { return "SPLINE"; }
+    void fields(FieldVisitor& visitor) override;
+
+    int flags = 0;
+    int degree = 3;
+    double knotTolerance = 1e-7;
+    double controlTolerance = 1e-7;
+    double fitTolerance = 1e-10;
+    std::optional<Vector3> startTangent;
+    std::optional<Vector3> endTangent;
+    std::vector<double> knots;
+    std::vector<double> weights; // one for each control point, or none
+    std::vector<Vector3> controlPoints;
+    std::vector<Vector3> fitPoints;
+    std::optional<Vector3> normal; // of a planar one
+};
+
+/// An arrow with a line that leads to a text; the points are in the drawing's coordinates.
+struct Leader : Entity
+{
+    std::string_view name() const override { return "LEADER"; }
+    void fields(FieldVisitor& visitor) override;
+
+    std::string dimensionStyle = "Standard";
+    bool hasArrow = true;
+    bool isSpline = false;
+    std::vector<Vector3> points; // the arrow's tip first
+    Vector3 normal = worldZAxis;
+};
+
+/// A dimension, drawn by a block of its own in the drawing's coordinates.
+struct Dimension : Entity
+{
+    std::string_view name() const override { return "DIMENSION"; }
+    void fields(FieldVisitor& visitor) override;
+
+    std::string block;
+    std::string style = "Standard";
+};
+
+/// VIEWPORT: a window of a paper space through which the model space is seen.
+struct Viewport : Entity
+{
+    enum Flag
+    {
+        perspective = 1,
+        offFlag = 0x20000,
+    };
+    static constexpr int sheetNumber = 1; // stands for the sheet itself
+
+    std::string_view name() const override { return "VIEWPORT"; }
+    void fields(FieldVisitor& visitor) override;
+
+    Vector3 center; // on the sheet
+    double width = 0;
+    double height = 0;
+    int status = 0; // 0: off
+    int number = 0;
+    Vector2 viewCenter;                 // in the view's own coordinates, about the target
+    Vector3 viewDirection = worldZAxis; // from the target
+    Vector3 viewTarget;
+    double viewHeight = 0; // in model units
+    double twist = 0;      // by which the model is seen turned, in degrees
+    std::vector<Handle> frozenLayers;
+    int flags = 0;
+};
+
 enum class HorizontalAlignment
 {
     Left,

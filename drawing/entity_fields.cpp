@@ -100,6 +100,58 @@ void Solid::fields(FieldVisitor& v)
     v.point(210, extrusion, worldZAxis);
 }
 
+void Face::fields(FieldVisitor& v)
+{
+    Entity::fields(v);
+    v.subclass("AcDbFace");
+    v.point(10, corners[0], {});
+    v.point(11, corners[1], {});
+    v.point(12, corners[2], {});
+    std::optional<Vector3> fourth = v.reading() ? std::nullopt : std::optional<Vector3>(corners[3]);
+    v.maybe(13, fourth);
+    corners[3] = fourth.value_or(corners[2]);
+    v.integer(70, invisibleEdges, 0);
+}
+
+void EndlessLine::fields(FieldVisitor& v)
+{
+    Entity::fields(v);
+    v.subclass(bothWays ? "AcDbXline" : "AcDbRay");
+    v.point(10, base, {});
+    v.point(11, direction, {});
+}
+
+void Dimension::fields(FieldVisitor& v)
+{
+    Entity::fields(v);
+    v.subclass("AcDbDimension");
+    v.string(2, block, "");
+    v.string(3, style);
+}
+
+void Viewport::fields(FieldVisitor& v)
+{
+    Entity::fields(v);
+    v.subclass("AcDbViewport");
+    v.point(10, center, {});
+    v.real(40, width);
+    v.real(41, height);
+    v.integer(68, status);
+    v.integer(69, number);
+    v.point(12, viewCenter);
+    v.point(16, viewDirection, worldZAxis);
+    v.point(17, viewTarget, Vector3{});
+    v.real(45, viewHeight, 0.0);
+    v.real(51, twist, 0.0);
+    for (const PlacedGroup& frozen : v.take({331, 341})) {
+        frozenLayers.push_back(frozen.handleValue());
+    }
+    for (const Handle frozen : frozenLayers) {
+        v.putHandle(331, frozen);
+    }
+    v.integer(90, flags, 0);
+}
+
 void BlockReference::fields(FieldVisitor& v)
 {
     Entity::fields(v);

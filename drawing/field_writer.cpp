@@ -2,25 +2,41 @@
 
 #include <algorithm>
 
+#include "drawing/binary_form.h"
 #include "drawing/numbers.h"
 
 namespace drawing {
 
+GroupSink::GroupSink(TextEncoding encoding, DxfForm form)
+    : m_encoding(std::move(encoding)), m_form(form), m_bytes(form == DxfForm::Binary ? binarySentinel() : "")
+{}
+
 void GroupSink::group(int code, std::string_view value)
+{
+    // A value is one line; the format writes control characters as a caret and a letter.
+    std::string line;
+    for (const char c : m_encoding.encode(value)) {
+        if (c == '\n' || c == '\r') {
+            line += c == '\n' ? "^J" : "^M";
+        } else {
+            line += c;
+        }
+    }
+    if (m_form == DxfForm::Binary) {
+        appendBinaryGroup(m_bytes, code, line);
+    } else {
+        textGroup(code, line);
+    }
+}
+
+void GroupSink::textGroup(int code, std::string_view value)
 {
     const std::string number = std::to_string(code);
     constexpr std::size_t codeWidth = 3;
     m_bytes.append(codeWidth - std::min(codeWidth, number.size()), ' ');
     m_bytes += number;
     m_bytes += '\n';
-    for (const char c : m_encoding.encode(value)) {
-        // A value is one line; the format writes control characters as a caret and a letter.
-        if (c == '\n' || c == '\r') {
-            m_bytes += c == '\n' ? "^J" : "^M";
-        } else {
-            m_bytes += c;
-        }
-    }
+    m_bytes += value;
     m_bytes += '\n';
 }
 

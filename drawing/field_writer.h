@@ -9,18 +9,28 @@
 
 namespace drawing {
 
-/// The bytes of a DXF file as they grow: a line with the code, a line with the value.
+/// The two forms of a DXF file: lines of text, or codes and values as bytes.
+enum class DxfForm
+{
+    Text,
+    Binary,
+};
+
+/// The bytes of a DXF file as they grow; in text form a line with the code and a line with the value.
 class GroupSink
 {
 public:
-    explicit GroupSink(TextEncoding encoding) : m_encoding(std::move(encoding)) {}
+    GroupSink(TextEncoding encoding, DxfForm form);
 
     void group(int code, std::string_view value);
     void groups(const Groups& groups);
     std::string take() { return std::move(m_bytes); }
 
 private:
+    void textGroup(int code, std::string_view value);
+
     TextEncoding m_encoding;
+    DxfForm m_form;
     std::string m_bytes;
 };
 

@@ -24,6 +24,9 @@ namespace {
 
 void includeShape(std::optional<Extents>& extents, const FlatPath& path)
 {
+    if (path.endless) {
+        return;
+    }
     for (const Vector2& point : path.points) {
         include(extents, point);
     }

@@ -32,7 +32,8 @@ struct FlatStyle
 struct FlatPath
 {
     std::vector<Vector2> points;
-    bool closed = false; // a line runs from the last point back to the first, which is not repeated
+    bool closed = false;  // a line runs from the last point back to the first, which is not repeated
+    bool endless = false; // runs on beyond the window that it is cut to: no part of the extents
 };
 
 /// An area without outline: a point lies in it if a ray from it crosses the contours an odd number of times. Contours

@@ -14,6 +14,20 @@ double largestStretch(const Transform& map)
     return (std::sqrt(squares + 2 * area) + std::sqrt(std::max(0.0, squares - 2 * area))) / 2;
 }
 
+double sweepBetween(double start, double end)
+{
+    constexpr double wholeTurn = 2 * std::numbers::pi;
+    constexpr double rounding = 1e-6;
+    if (end - start > wholeTurn - rounding && std::abs(std::remainder(end - start, wholeTurn)) < rounding) {
+        return wholeTurn;
+    }
+    double sweep = std::fmod(end - start, wholeTurn);
+    if (sweep <= 0) {
+        sweep += wholeTurn;
+    }
+    return sweep;
+}
+
 int arcSteps(double radius, double sweep, double tolerance)
 {
     constexpr double wholeTurn = 2 * std::numbers::pi;

@@ -9,6 +9,10 @@ namespace drawing {
 /// By how much the map stretches lengths of the xy plane, at most, as seen from above.
 double largestStretch(const Transform& map);
 
+/// The angle from start to end, counter-clockwise, all in radians. Equal angles make a full turn, and so does an end
+/// that lies whole turns above the start but for the rounding of the digits in a file.
+double sweepBetween(double start, double end);
+
 /// How many straight lines an arc needs. `radius` is as drawn, `sweep` in radians. A tolerance of 0 asks for a fixed
 /// fineness.
 int arcSteps(double radius, double sweep, double tolerance);

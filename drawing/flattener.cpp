@@ -16,21 +16,6 @@ namespace {
 constexpr double radiansPerDegree = std::numbers::pi / 180;
 constexpr double wholeTurn = 2 * std::numbers::pi;
 
-// Counter-clockwise from start to end, in radians. Equal angles make a full turn, and so does an end that lies whole
-// turns above the start but for the rounding of the digits in a file.
-double sweepBetween(double start, double end)
-{
-    constexpr double rounding = 1e-6;
-    if (end - start > wholeTurn - rounding && std::abs(std::remainder(end - start, wholeTurn)) < rounding) {
-        return wholeTurn;
-    }
-    double sweep = std::fmod(end - start, wholeTurn);
-    if (sweep <= 0) {
-        sweep += wholeTurn;
-    }
-    return sweep;
-}
-
 Rgb rgbOf(std::uint32_t trueColor)
 {
     return {static_cast<std::uint8_t>(trueColor >> 16), static_cast<std::uint8_t>(trueColor >> 8),
@@ -38,7 +23,8 @@ Rgb rgbOf(std::uint32_t trueColor)
 }
 
 // Straight lines for the arc centre + radius (cos, sin) in the map's plane.
-FlatPath curve(const Vector3& center, double radius, double start, double sweep, const Transform& map, double tolerance)
+FlatPath roundPath(const Vector3& center, double radius, double start, double sweep, const Transform& map,
+                   double tolerance)
 {
     const int steps = arcSteps(radius * largestStretch(map), sweep, tolerance);
     std::vector<Vector3> points;
@@ -129,10 +115,12 @@ bool Flattener::shown(const Entity& entity, const Inherited& inherited) const
     if (m_options.hiddenToo) {
         return true;
     }
-    const Layer* layer = findLayer(layerName(entity, inherited));
+    const std::string& name = layerName(entity, inherited);
+    const Layer* layer = findLayer(name);
     // A block reference on a layer that is off still shows what lies on other layers; freezing hides all of it.
     const bool off = layer && !layer->on && !dynamic_cast<const BlockReference*>(&entity);
-    return entity.visible && !off && !(layer && layer->frozen());
+    return entity.visible && !off && !(layer && layer->frozen()) &&
+           (m_frozenHere.empty() || !m_frozenHere.contains(lowerCase(name)));
 }
 
 // The colour that an index (0: by block, 256: by layer) and a true colour, which goes before it, stand for.
@@ -186,11 +174,11 @@ DashPattern Flattener::dashesOf(const FlatStyle& style) const
 {
     constexpr std::size_t mostElements = 64; // what programs make has a dozen at most
     const auto found = m_linetypes.find(lowerCase(style.linetype));
-    const auto* linetype = found == m_linetypes.end() ? nullptr : dynamic_cast<const Linetype*>(found->second);
+    const auto* linetype = found == m_linetypes.end() ? nullptr : dynamic_cast<const drawing::Linetype*>(found->second);
     DashPattern dashes;
     if (linetype && linetype->elements.size() <= mostElements) {
-        for (const Linetype::Element& element : linetype->elements) {
-            dashes.push_back(element.length * style.linetypeScale * m_linetypeScale);
+        for (const drawing::Linetype::Element& element : linetype->elements) {
+            dashes.push_back(element.length * style.linetypeScale * m_linetypeScale * m_viewScale);
         }
     }
     return periodOf(dashes) > 0 ? dashes : DashPattern();
@@ -260,9 +248,13 @@ std::size_t pointsIn(const FlatImage&)
 
 } // namespace
 
-void Flattener::emit(const Entity& entity, FlatShape shape, const Place& place)
+void Flattener::emit(const Entity& entity, FlatShape shape, const Place& place, Linetype linetype)
 {
-    emit(styleOf(entity, place.inherited), std::move(shape));
+    FlatStyle style = styleOf(entity, place.inherited);
+    if (linetype == Linetype::Continuous) {
+        style.dashes.clear();
+    }
+    emit(std::move(style), std::move(shape));
 }
 
 void Flattener::emit(FlatStyle style, FlatShape shape)
@@ -278,7 +270,13 @@ void Flattener::emit(FlatStyle style, FlatShape shape)
 
 void Flattener::any(const Entity& entity, const Place& place)
 {
-    if (m_points < m_options.limit && shown(entity, place.inherited)) {
+    if (m_points >= m_options.limit) {
+        return;
+    }
+    const auto* window = dynamic_cast<const Viewport*>(&entity);
+    if (window && (window->visible || m_options.hiddenToo)) {
+        viewport(*window, place);
+    } else if (!window && shown(entity, place.inherited)) {
         shape(entity, place);
     }
 }
@@ -287,8 +285,8 @@ void Flattener::shape(const Entity& entity, const Place& place)
 {
     if (const auto* line = dynamic_cast<const Line*>(&entity)) {
         emit(entity, projectedPath({line->start, line->end}, place.map, false), place);
-    } else if (const auto* point = dynamic_cast<const Point*>(&entity)) {
-        emit(entity, projectedPath({point->position}, place.map, false), place);
+    } else if (const auto* marked = dynamic_cast<const Point*>(&entity)) {
+        point(*marked, place);
     } else if (const auto* light = dynamic_cast<const LightPolyline*>(&entity)) {
         lightPolyline(*light, place);
     } else if (const auto* heavy = dynamic_cast<const HeavyPolyline*>(&entity)) {
@@ -312,8 +310,25 @@ void Flattener::shape(const Entity& entity, const Place& place)
         mtext(*multiple, place);
     } else if (const auto* picture = dynamic_cast<const Image*>(&entity)) {
         image(*picture, place);
-    } else if (entity.name() == "DIMENSION") {
-        dimension(entity, place);
+    } else if (const auto* measure = dynamic_cast<const Dimension*>(&entity)) {
+        dimension(*measure, place);
+    } else if (const auto* filled = dynamic_cast<const Hatch*>(&entity)) {
+        hatch(*filled, place);
+    } else {
+        curve(entity, place);
+    }
+}
+
+void Flattener::curve(const Entity& entity, const Place& place)
+{
+    if (const auto* free = dynamic_cast<const Spline*>(&entity)) {
+        spline(*free, place);
+    } else if (const auto* arrow = dynamic_cast<const Leader*>(&entity)) {
+        leader(*arrow, place);
+    } else if (const auto* endless = dynamic_cast<const EndlessLine*>(&entity)) {
+        endlessLine(*endless, place);
+    } else if (const auto* inSpace = dynamic_cast<const Face*>(&entity)) {
+        face(*inSpace, place);
     } else {
         round(entity, place);
     }
@@ -323,7 +338,7 @@ void Flattener::shape(const Entity& entity, const Place& place)
 void Flattener::round(const Entity& entity, const Place& place)
 {
     const auto draw = [&](const Vector3& center, double radius, double start, double sweep, const Transform& plane) {
-        emit(entity, curve(center, radius, start, sweep, place.map * plane, m_options.tolerance), place);
+        emit(entity, roundPath(center, radius, start, sweep, place.map * plane, m_options.tolerance), place);
     };
     if (const auto* circle = dynamic_cast<const Circle*>(&entity)) {
         draw(circle->center, circle->radius, 0, wholeTurn, Transform::fromExtrusion(circle->extrusion));

@@ -71,21 +71,13 @@ void Flattener::attributes(const BlockReference& reference, const Place& place)
     }
 }
 
-// A dimension carries the name of the block that draws it, in the drawing's coordinates.
-void Flattener::dimension(const Entity& entity, const Place& place)
+// Its block is in the drawing's coordinates.
+void Flattener::dimension(const Dimension& dimension, const Place& place)
 {
-    for (const KeptGroups& kept : entity.kept) {
-        for (const Group& group : kept.groups) {
-            if (kept.subclass == "AcDbDimension" && group.code == 2) {
-                if (const Block* block = findBlock(group.value)) {
-                    const FlatStyle style = styleOf(entity, place.inherited);
-                    content(*block,
-                            {place.map,
-                             {true, style.layer, style.colorIndex, style.rgb, style.linetype, style.lineweight}});
-                }
-                return;
-            }
-        }
+    if (const Block* block = findBlock(dimension.block)) {
+        const FlatStyle style = styleOf(dimension, place.inherited);
+        content(*block,
+                {place.map, {true, style.layer, style.colorIndex, style.rgb, style.linetype, style.lineweight}});
     }
 }
 

@@ -1,5 +1,7 @@
 #include "drawing/object_factory.h"
 
+#include "drawing/hatch.h"
+
 namespace drawing {
 
 namespace {
@@ -22,6 +24,11 @@ std::unique_ptr<Entity> makeTrace()
     return trace;
 }
 
+std::unique_ptr<Entity> makeConstructionLine()
+{
+    return std::make_unique<EndlessLine>(true);
+}
+
 constexpr Maker<Entity> entityMakers[] = {
     {"LINE", make<Entity, Line>},
     {"POINT", make<Entity, Point>},
@@ -40,6 +47,14 @@ constexpr Maker<Entity> entityMakers[] = {
     {"MTEXT", make<Entity, MText>},
     {"INSERT", make<Entity, BlockReference>},
     {"IMAGE", make<Entity, Image>},
+    {"3DFACE", make<Entity, Face>},
+    {"RAY", make<Entity, EndlessLine>},
+    {"XLINE", makeConstructionLine},
+    {"SPLINE", make<Entity, Spline>},
+    {"HATCH", make<Entity, Hatch>},
+    {"LEADER", make<Entity, Leader>},
+    {"DIMENSION", make<Entity, Dimension>},
+    {"VIEWPORT", make<Entity, Viewport>},
 };
 
 constexpr Maker<TableRecord> tableRecords[] = {

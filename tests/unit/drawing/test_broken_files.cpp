@@ -14,6 +14,11 @@ const char* const cyclicBlocks = "0 SECTION\n2 BLOCKS\n"
                                  "0 BLOCK\n8 0\n2 B\n10 0\n20 0\n0 INSERT\n8 0\n2 a\n10 0\n20 0\n0 ENDBLK\n"
                                  "0 ENDSEC\n0 EOF";
 
+std::string binary(const char* groups, std::size_t size)
+{
+    return std::string("AutoCAD Binary DXF\r\n\x1a\0", 22) + std::string(groups, size);
+}
+
 TEST(BrokenFile, IsRefusedWithLineAndReason)
 {
     const struct
@@ -51,7 +56,17 @@ TEST(BrokenFile, IsRefusedWithLineAndReason)
         {"blocks that hold each other", fromPairs(cyclicBlocks), 38, "a block holds itself"},
         {"release too old", fromPairs("0 SECTION\n2 HEADER\n9 $ACADVER\n1 AC1006\n0 ENDSEC\n0 EOF"), 0, "AC1006"},
         {"release not yet known", fromPairs("0 SECTION\n2 HEADER\n9 $ACADVER\n1 AC1099\n0 ENDSEC\n0 EOF"), 0, "AC1099"},
-        {"binary form", std::string("AutoCAD Binary DXF\r\n\x1a\0\0\0", 24), 0, "binary form"},
+        {"binary form, nothing in it", binary("", 0), 0, "ends too early"},
+        {"binary form, cut in a code", binary("\0", 1), 0, "middle of a group"},
+        {"binary form, cut in a number", binary("\0\0SECTION\0\x0A\0\0\0\0", 15), 0, "middle of a group"},
+        {"binary form, endless text", binary("\0\0SECTION", 9), 0, "the text of group 0 does not end"},
+        {"binary form, chunk longer than the file",
+         binary("\0\0A\0\x36\x01\xFF"
+                "abc",
+                10),
+         0, "middle of a group"},
+        {"binary form, code without meaning", binary("\0\0A\0\xF4\x01", 6), 0, "group 500 is none"},
+        {"binary form, not a number", binary("\0\0A\0\x28\0\0\0\0\0\0\0\xF8\x7F", 14), 0, "no finite number"},
         {"the host's own form", std::string("AC1015\0\0\0\0\0\0\1", 13), 0, "own binary form"},
         {"endless line", "0\nSECTION\n2\n" + std::string(2u << 20, 'x') + "\n", 4, "longer than any"}};
     for (const auto& file : files) {

@@ -413,9 +413,7 @@ TEST_F(Flattening, ReferenceToAMissingBlockShowsItsAttributesOnly)
 TEST_F(Flattening, DimensionIsDrawnByItsBlock)
 {
     addTo<Line>(document.addBlock("*D1")).end = {7, 0, 0};
-    auto dimension = std::make_unique<RawEntity>("DIMENSION");
-    dimension->kept = {{"AcDbDimension", {{2, "*D1"}, {70, "32"}}}};
-    document.addEntity(document.modelSpace(), std::move(dimension));
+    add<Dimension>().block = "*D1";
     expectPoint(onlyPath().points.at(1), 7, 0);
 }
 
