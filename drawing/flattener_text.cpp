@@ -4,6 +4,7 @@
 #include <numbers>
 
 #include "drawing/flattener.h"
+#include "drawing/numbers.h"
 #include "drawing/rich_text.h"
 #include "drawing/text_layout.h"
 
@@ -14,6 +15,28 @@ namespace {
 constexpr double radiansPerDegree = std::numbers::pi / 180;
 constexpr int backwardFlag = 2;
 constexpr int upsideDown = 4;
+
+// A style's extended data may name a family, with bits for bold and italic behind it; else it has a file.
+FontRequest fontOf(const TextStyle& style)
+{
+    constexpr int registeredName = 1001, string = 1000, bits = 1071;
+    constexpr int italicBit = 0x1000000, boldBit = 0x2000000;
+    FontRequest font;
+    font.name = style.font;
+    bool ours = false;
+    for (const Group& group : style.extendedData) {
+        if (group.code == registeredName) {
+            ours = group.value == "ACAD";
+        } else if (ours && group.code == string && !group.value.empty()) {
+            font = {group.value, true, false, false};
+        } else if (ours && group.code == bits && font.isFamily) {
+            const int flags = parseInteger(group.value).value_or(0);
+            font.bold = (flags & boldBit) != 0;
+            font.italic = (flags & italicBit) != 0;
+        }
+    }
+    return font;
+}
 
 } // namespace
 
@@ -55,7 +78,7 @@ TextFormat Flattener::textFormat(const std::string& styleName, double height) co
         format.height = height > 0 ? height : style->fixedHeight;
         format.widthFactor = style->widthFactor;
         format.oblique = style->oblique;
-        format.font.name = style->font;
+        format.font = fontOf(*style);
     }
     return format;
 }

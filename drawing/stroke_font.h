@@ -4,10 +4,8 @@
 
 namespace drawing {
 
-/// The glyph of the built-in stroke font, which needs no file. A character that it lacks is a box. Held for ever.
+/// The glyph of the built-in stroke font, which needs no file: Latin, Greek and Cyrillic letters and the signs of
+/// drawings. A character that it lacks is a box, the same for all. Held for ever.
 const Glyph& strokeGlyph(char32_t character);
-
-/// True if the stroke font has the character.
-bool hasStrokeGlyph(char32_t character);
 
 } // namespace drawing

@@ -22,6 +22,11 @@ constexpr double stackGap = 0.25;    // between a bar and the texts above and be
 constexpr double diagonalRise = 0.6; // of the upper text of a diagonal fraction
 constexpr double tabDistance = 4;
 
+// Few fonts have the sign for diameters; the letter that looks like it fits their other letters best.
+constexpr char32_t emptySet = 0x2205;
+constexpr char32_t diameter = 0x2300;
+constexpr char32_t strokedO = 0xD8;
+
 // Lines longer than the column by rounding alone are not broken.
 constexpr double roundingSlack = 1 + 1e-9;
 
@@ -104,6 +109,9 @@ const Glyph& Layout::glyph(std::uint32_t format, char32_t character) const
 {
     Typeface* typeface = m_typefaces[format];
     const Glyph* found = typeface ? typeface->find(character) : nullptr;
+    if (typeface && !found && (character == diameter || character == emptySet)) {
+        found = typeface->find(strokedO);
+    }
     return found ? *found : strokeGlyph(character);
 }
 

@@ -9,9 +9,10 @@ namespace {
 using drawing::Glyph;
 using drawing::Vector2;
 
-// Large enough that the rounding of outline points doesn't show when a text fills the view.
-constexpr int outlineHeight = 1024;
+// The size of the square that everyday fonts are designed on, so that their numbers come unrounded.
+constexpr int outlineHeight = 2048;
 constexpr int piecesPerCurve = 5;
+constexpr UINT outlineFormat = GGO_NATIVE | GGO_UNHINTED;
 
 double toDouble(FIXED number)
 {
@@ -145,10 +146,10 @@ Glyph SystemTypeface::fetch(wchar_t character) const
     const MAT2 identity{{0, 1}, {0, 0}, {0, 0}, {0, 1}};
     GLYPHMETRICS metrics{};
     Glyph glyph;
-    const DWORD size = GetGlyphOutlineW(m_context, character, GGO_NATIVE, &metrics, 0, nullptr, &identity);
+    const DWORD size = GetGlyphOutlineW(m_context, character, outlineFormat, &metrics, 0, nullptr, &identity);
     if (size != GDI_ERROR && size > 0) {
         std::vector<std::byte> data(size);
-        if (GetGlyphOutlineW(m_context, character, GGO_NATIVE, &metrics, size, data.data(), &identity) != GDI_ERROR)
+        if (GetGlyphOutlineW(m_context, character, outlineFormat, &metrics, size, data.data(), &identity) != GDI_ERROR)
             glyph.contours = contoursOf(data);
     }
     for (auto& contour : glyph.contours) {
