@@ -31,8 +31,8 @@ Run pointsOf(const HatchLine& line, const Fineness&)
 // The parameter of an ellipse's point that lies in a direction, both from the major axis.
 double parameterAt(double angle, double ratio)
 {
-    const double turns = std::round(angle / (2 * std::numbers::pi)) * 2 * std::numbers::pi;
-    return turns + std::atan2(std::sin(angle), std::cos(angle) * ratio);
+    // Both lie in the same quarter, so that whole turns are kept.
+    return angle + std::atan2(std::sin(angle), std::cos(angle) * ratio) - std::atan2(std::sin(angle), std::cos(angle));
 }
 
 Run pointsOf(const HatchArc& arc, const Fineness& fineness)

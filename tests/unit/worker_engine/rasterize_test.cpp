@@ -290,29 +290,22 @@ TEST_F(RasterizeTest, RefusesWhatCannotBeDoneAndLeavesTheFileWhole)
     expectRefused(requestFor({0, 0}, {6, 5}), OperationRasterize);
 }
 
-// Ten blocks, each of which holds the one before ten times: ten thousand million lines.
-TEST_F(RasterizeTest, ADrawingWithoutEndIsRefused)
+TEST_F(RasterizeTest, DashesAndTextsAreDrawnWithThePen)
 {
-    std::ostringstream text;
-    text << "0 SECTION\n2 BLOCKS\n";
-    for (int i = 0; i < 10; ++i) {
-        text << "0 BLOCK\n8 0\n2 B" << i << "\n70 0\n10 0\n20 0\n";
-        for (int k = 0; k < 10; ++k) {
-            if (i == 0) {
-                text << lineEntity("-90000,-90000", "90000,90000");
-            } else {
-                text << "0 INSERT\n8 0\n2 B" << i - 1 << "\n10 0\n20 0\n";
-            }
-        }
-        text << "0 ENDBLK\n8 0\n";
-    }
-    text << "0 ENDSEC\n0 SECTION\n2 ENTITIES\n0 INSERT\n8 0\n2 B9\n10 0\n20 0\n0 ENDSEC\n0 EOF\n";
-    std::istringstream lines(text.str());
-    std::string bytes;
-    for (std::string line; std::getline(lines, line);)
-        bytes += line.replace(line.find(' '), 1, "\n") + "\n";
-    putBytes("drawing", bytes);
-    putBytes("pens", "10");
-    put("raster", Picture(200, std::string(200, '.')), 254);
-    expectRefused<std::runtime_error>(requestFor({0, 0}, {200, 200}), OperationRasterize);
+    const std::string dashed = "0 TABLE\n2 LTYPE\n70 1\n0 LTYPE\n2 DASHED\n70 0\n3 dashes\n72 65\n73 2\n40 6\n49 4\n"
+                               "49 -2\n0 ENDTAB\n";
+    // Dashes of 4 units with gaps of 2; the thin pen inks the pixels that hold the ends.
+    burn(lineEntity("0.5,1.5", "15.5,1.5", "8 0\n6 DASHED\n"), Picture(3, std::string(17, '.')), "10", {}, dashed);
+    EXPECT_EQ(picture("raster")[1], "#####.#####.####.");
+    burn(lineEntity("0.5,1.5", "15.5,1.5", "8 0\n6 DASHED\n48 0.1\n"), Picture(3, std::string(17, '.')), "10", {},
+         dashed);
+    EXPECT_EQ(picture("raster")[1], "################.") << "too fine to be seen";
+
+    // An I of the stroke font stands upright from the baseline to the height of capitals.
+    const std::string letter = "0 TEXT\n8 0\n10 4\n20 4\n40 20\n1 I\n";
+    EXPECT_EQ(burn(letter, Picture(30, std::string(30, '.')), "30").rasterize.result, 0);
+    const Picture shown = picture("raster");
+    EXPECT_NE(shown[15].find("###"), std::string::npos);
+    EXPECT_EQ(shown[1].find('#'), std::string::npos) << "above the letter";
+    EXPECT_EQ(shown[28].find('#'), std::string::npos) << "below the baseline";
 }
