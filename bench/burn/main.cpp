@@ -1,5 +1,5 @@
-// burn_bench DRAWING.dxf PENS SHEET.tif: burns the drawing, an A0 in millimetres, into a copy of the sheet as the worker
-// does it, and prints how long that and its steps take as a table in Markdown.
+// burn_bench DRAWING.dxf PENS SHEET.tif: burns the drawing, an A0 in millimetres, into a copy of the sheet as the
+// worker does it, and prints how long that and its steps take as a table in Markdown.
 
 #include <chrono>
 #include <filesystem>
@@ -68,9 +68,8 @@ int run(const std::filesystem::path& drawing, const std::filesystem::path& pens,
         drawing::flattenBlock(document, document.modelSpace(), options, [&](drawing::FlatItem&&) { ++pieces; });
     });
     measure("raster, read", [&] { imaging::readRaster(sheet); });
-    measure("raster, written", [&] {
-        imaging::writeRaster(copy, raster.bitmap, raster.info.resolution, imaging::Format::TiffGroup4);
-    });
+    measure("raster, written",
+            [&] { imaging::writeRaster(copy, raster.bitmap, raster.info.resolution, imaging::Format::TiffGroup4); });
     std::filesystem::copy_file(sheet, copy, std::filesystem::copy_options::overwrite_existing);
     measure("all of it", [&] { burn(drawing, pens, copy); });
     std::cout << "\n" << document.modelSpace().entities.size() << " entities, " << pieces << " pieces\n";

@@ -61,7 +61,7 @@ int PenTable::width(int colorIndex) const
 
 PenTable readPenTable(const std::filesystem::path& path)
 {
-    constexpr std::size_t longestTable = 64 * 1024; // bytes; a line has a few
+    constexpr std::size_t longestTable = 1 << 16; // bytes; a line has a few
     try {
         imaging::FileSource file(path);
         std::string text(longestTable, '\0');
