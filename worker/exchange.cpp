@@ -8,6 +8,7 @@
 #include "worker/clipboard.h"
 #include "worker/engine/operations.h"
 #include "worker/record_conversion.h"
+#include "worker/system_fonts.h"
 #include "workerlink/CMemMap.h"
 #include "workerlink/SerializeMessage.h"
 #include "workerlink/WorkerHandshake.h"
@@ -29,7 +30,8 @@ std::vector<BYTE> answer(const CMemMap& requestBlock, CommitGate& gate)
         }
         Request request = requestFromRecord(record);
         SystemClipboard clipboard;
-        operation->run(request, {gate, clipboard});
+        SystemFonts fonts;
+        operation->run(request, {gate, clipboard, &fonts});
         putResults(request, record);
         return SerializeMessage(record);
     } catch (CException* exception) {

@@ -115,6 +115,25 @@ Filter requestFrom(const decltype(WorkerMessage::filter)& record)
             .region = regionFrom(record.region)};
 }
 
+Rasterize requestFrom(const decltype(WorkerMessage::rasterize)& record)
+{
+    return {.drawingFile = pathFrom(record.drawingFile),
+            .penFile = pathFrom(record.penFile),
+            .rasterFile = pathFrom(record.rasterFile),
+            .fontsDir = pathFrom(record.fontsDir),
+            .corner1 = {record.corner1.x, record.corner1.y},
+            .corner2 = {record.corner2.x, record.corner2.y},
+            .result = 0,
+            .region = regionFrom(record.region)};
+}
+
+void putResult(const FormatQuery& request, decltype(WorkerMessage::formatQuery)& record)
+{
+    record.filter = std::wstring(request.filter.begin(), request.filter.end()).c_str();
+    record.filterIndex = request.filterIndex;
+    record.formatCode = request.formatCode;
+}
+
 } // namespace
 
 Request requestFromRecord(const WorkerMessage& record)
@@ -148,6 +167,9 @@ Request requestFromRecord(const WorkerMessage& record)
     case OperationFilter:
         request.filter = requestFrom(record.filter);
         break;
+    case OperationRasterize:
+        request.rasterize = requestFrom(record.rasterize);
+        break;
     default: // an operation that the worker does not know
         break;
     }
@@ -164,10 +186,10 @@ void putResults(const Request& request, WorkerMessage& record)
         record.insertRaster.reservedPoint = pointFrom(request.insertRaster.corner);
         break;
     case OperationFormatQuery:
-        record.formatQuery.filter =
-            std::wstring(request.formatQuery.filter.begin(), request.formatQuery.filter.end()).c_str();
-        record.formatQuery.filterIndex = request.formatQuery.filterIndex;
-        record.formatQuery.formatCode = request.formatQuery.formatCode;
+        putResult(request.formatQuery, record.formatQuery);
+        break;
+    case OperationRasterize:
+        record.rasterize.result = request.rasterize.result;
         break;
     default: // an operation without results of its own
         break;

@@ -13,8 +13,6 @@
 
 namespace {
 
-constexpr int nothingOverTheRaster = -1;
-
 WorkerPoint FlatPoint(const AcGePoint3d& point)
 {
     return {point.x, point.y, 0};
@@ -73,7 +71,7 @@ bool CAcraster::Rasterize(const AcDbObjectIdArray& entities, CPenList& pens)
     const LentRegion region(message.rasterize.region, &inside);
     if (!SendToWorker(message))
         return false;
-    if (message.rasterize.result == nothingOverTheRaster) {
+    if (message.rasterize.result == NothingOverRaster) {
         AfxMessageBox(L"No raster under the entities");
         return false;
     }

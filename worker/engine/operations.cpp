@@ -8,6 +8,7 @@
 #include "worker/engine/edit_file.h"
 #include "worker/engine/format_query.h"
 #include "worker/engine/place_raster.h"
+#include "worker/engine/rasterize.h"
 #include "workerlink/protocol.h"
 
 namespace worker {
@@ -39,6 +40,10 @@ constexpr std::array operations{
               [](Request& request, const Context& context) { rotateFile(request.rotate, context.gate); }},
     Operation{OperationFilter, "Filter",
               [](Request& request, const Context& context) { filterFile(request.filter, context.gate); }},
+    Operation{OperationRasterize, "Rasterize",
+              [](Request& request, const Context& context) {
+                  rasterizeFile(request.rasterize, context.fonts, context.gate);
+              }},
 };
 
 } // namespace

@@ -5,15 +5,17 @@
 
 #include "worker/engine/clipboard.h"
 #include "worker/engine/commit_gate.h"
+#include "worker/engine/fonts.h"
 #include "worker/engine/request.h"
 
 namespace worker {
 
-/// What operations reach besides files. Both outlive the operation.
+/// What operations reach besides files. All outlive the operation.
 struct OperationContext
 {
     CommitGate& gate;
     Clipboard& clipboard;
+    Fonts* fonts = nullptr; // null: all text in the stroke font
 };
 
 /// One entry of the worker's table.

@@ -86,6 +86,18 @@ struct Filter
     std::optional<imaging::Region> region; // where to work with selectionOnly
 };
 
+struct Rasterize
+{
+    std::filesystem::path drawingFile;
+    std::filesystem::path penFile;    // one pen width a line, see PenTable
+    std::filesystem::path rasterFile; // rewritten
+    std::filesystem::path fontsDir;
+    drawing::Vector2 corner1;              // drawing point of the pixel corner (0, height)
+    drawing::Vector2 corner2;              // drawing point of the pixel corner (width, 0)
+    std::int32_t result = 0;               // out: 0, or NothingOverRaster
+    std::optional<imaging::Region> region; // where to draw, in pixels; everywhere when there is none
+};
+
 /// Of the groups the one of the operation that is asked for counts.
 struct Request
 {
@@ -98,6 +110,7 @@ struct Request
     Invert invert;
     Rotate rotate;
     Filter filter;
+    Rasterize rasterize;
 };
 
 } // namespace worker

@@ -7,6 +7,7 @@
 
 #include "drawing/drawing_file.h"
 #include "tests/support/files.h"
+#include "tests/support/python.h"
 
 namespace drawing::test {
 
@@ -68,13 +69,7 @@ inline std::string writtenRecord(const std::string& file, const std::string& nam
 /// Runs a Python script of the tests' folder; `output` gets what it prints. True if it found nothing wrong.
 inline bool runScript(const std::string& script, const std::string& arguments, std::string& output)
 {
-    const TemporaryFolder folder;
-    const std::string log = (folder / "log").string();
-    const std::string command = "env -u LD_PRELOAD /usr/bin/python3 \"" HALVORAN_SOURCE_DIR "/tests/unit/drawing/" +
-                                script + "\" " + arguments + " > \"" + log + "\" 2>&1";
-    const int status = std::system(command.c_str());
-    output = contentOf(log);
-    return status == 0;
+    return runPython("tests/unit/drawing/" + script, arguments, output);
 }
 
 } // namespace drawing::test

@@ -47,10 +47,10 @@ protected:
     }
 
     /// The request is refused with an error for the user, and no file of the folder has changed, come or gone.
-    void expectRefused(worker::Request request, std::uint32_t code)
+    template <class Error = imaging::ImagingError> void expectRefused(worker::Request request, std::uint32_t code)
     {
         const auto before = files();
-        EXPECT_THROW(perform(request, code), imaging::ImagingError);
+        EXPECT_THROW(perform(request, code), Error);
         EXPECT_TRUE(before == files()) << "a refused request touched a file";
     }
 
