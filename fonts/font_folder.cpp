@@ -52,6 +52,9 @@ const std::map<std::wstring, std::wstring> sameWidths = {
     {L"TIMES", L"Liberation Serif"}, {L"COURIER NEW", L"Liberation Mono"}, {L"COURIER", L"Liberation Mono"},
 };
 
+// Stands in for a family of outlines that is not there.
+constexpr const wchar_t* plainFamily = L"Liberation Sans";
+
 } // namespace
 
 FontFolder::~FontFolder()
@@ -89,14 +92,15 @@ drawing::Typeface* FontFolder::findFile(const std::wstring& name)
     std::wstring stem = capitals(name.substr(name.find_last_of(L"\\/") + 1));
     const std::size_t dot = stem.find_last_of(L'.');
     const std::wstring extension = dot == std::wstring::npos ? L"" : stem.substr(dot);
-    if (!extension.empty() && extension != L".TTF")
+    const bool outlines = extension == L".TTF" || extension == L".TTC" || extension == L".OTF";
+    if (!extension.empty() && !outlines)
         return nullptr;
     stem = stem.substr(0, dot);
     for (const auto* files : {static_cast<const std::map<std::wstring, FontNames>*>(&m_files), &everydayFiles}) {
         if (const auto known = files->find(stem); known != files->end())
             return findFamily(known->second.family, known->second.bold, known->second.italic);
     }
-    return nullptr;
+    return outlines ? findFamily(stem, false, false) : nullptr;
 }
 
 drawing::Typeface* FontFolder::findFamily(const std::wstring& name, bool bold, bool italic)
@@ -104,7 +108,7 @@ drawing::Typeface* FontFolder::findFamily(const std::wstring& name, bool bold, b
     if (drawing::Typeface* own = typeface(name, bold, italic))
         return own;
     const auto same = sameWidths.find(capitals(name));
-    return same != sameWidths.end() ? typeface(same->second, bold, italic) : nullptr;
+    return typeface(same != sameWidths.end() ? same->second : plainFamily, bold, italic);
 }
 
 // Null if the system has no such family.

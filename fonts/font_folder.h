@@ -25,7 +25,7 @@ public:
     FontFolder& operator=(const FontFolder&) = delete;
 
     /// Of a file: the folder's file of that name, or the family that such a file is known to hold. Of a family: the
-    /// folder's, the system's, or one of the same widths. Null for shape files and what is not found.
+    /// folder's, the system's, one of the same widths, or a plain one. Null for shape files.
     drawing::Typeface* find(const drawing::FontRequest& request) override;
 
 private:

@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include "imaging/error.h"
+
 namespace worker {
 
 namespace {
@@ -21,6 +23,8 @@ std::optional<imaging::Region> regionFrom(const CRgn* region)
     if (region == nullptr)
         return std::nullopt;
     const int size = region->GetRegionData(nullptr, 0);
+    if (size < static_cast<int>(sizeof(RGNDATAHEADER)))
+        throw imaging::ImagingError("The region can't be read.");
     std::vector<BYTE> block(static_cast<size_t>(size));
     const auto* data = reinterpret_cast<const RGNDATA*>(block.data());
     region->GetRegionData(reinterpret_cast<RGNDATA*>(block.data()), size);

@@ -11,10 +11,10 @@ namespace {
 
 template <typename Dialog> void FilterByDialog(DWORD mode)
 {
-    WithCurrentRaster([mode](CAcraster& raster) {
+    WithCurrentRaster([mode](CAcraster& raster, const CCurentRaster& current) {
         Dialog dialog;
         dialog.m_bOnlySelection = raster.HasSelection();
-        if (dialog.DoModal() != IDOK)
+        if (dialog.DoModal() != IDOK || !current.GetIfCurrent())
             return;
         raster.Filter(mode, static_cast<DWORD>(dialog.m_nSize), dialog.m_bOnlySelection != 0);
         raster.Reload(true);

@@ -29,6 +29,8 @@ void NewRasterCommand()
         former.MakeCurrentAgain();
         return;
     }
+    // What was typed last may have been confirmed without leaving its field.
+    LimitResolution(dialog.m_dWidth, dialog.m_dHeight, dialog.m_nDpi);
     const CTempFile drawing;
     WorkerMessage message(OperationNewRaster);
     message.newRaster.drawingFile = drawing.m_strPath;

@@ -86,7 +86,7 @@ void PlaceRaster(const Placement& placement)
     {
         const auto source = std::make_unique<AcDbDatabase>(false, false);
         if (source->readDwgFile(placement.drawingFile, shareDenyWrite, false, nullptr) != Acad::eOk) {
-            SayOnCommandLine(L"The raster was not placed: its drawing can't be read.");
+            SayOnCommandLine(placement.rasterFile + L" was not placed: its drawing can't be read.");
             return;
         }
         if (!placement.savePath)
@@ -95,7 +95,7 @@ void PlaceRaster(const Placement& placement)
         if (dictionary.isNull())
             AcDbRasterImageDef::createImageDictionary(working, dictionary);
         if (working->insert(AcGeMatrix3d(), source.get(), true) != Acad::eOk) {
-            SayOnCommandLine(L"The raster was not placed: the drawing does not take it.");
+            SayOnCommandLine(placement.rasterFile + L" was not placed: the drawing does not take it.");
             return;
         }
     }

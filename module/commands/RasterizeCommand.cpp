@@ -1,21 +1,23 @@
 #include "module/commands/RasterizeCommand.h"
 
+#include "module/base/CArxApp.h"
 #include "module/dialogs/CDRasterize.h"
 #include "module/raster/CommandPattern.h"
 
 namespace {
 
-// False if the user gave up. What the host refuses outright it would refuse again and again.
+// False if the user gave up. Where no drawing is open, nobody could ever answer.
 bool AskForEntities()
 {
-    for (;;) {
+    while (acDocManagerPtr()->curDocument()) {
         ads_name set;
         const int result = acedSSGet(nullptr, nullptr, nullptr, nullptr, set);
         if (result == RTNORM)
             acedSSFree(set);
-        if (result == RTNORM || result == RTCAN || result == RTREJ)
+        if (result == RTNORM || result == RTCAN)
             return result == RTNORM;
     }
+    return false;
 }
 
 // What the user selected, but for the raster itself.
@@ -31,31 +33,44 @@ AcDbObjectIdArray SelectedEntities(const CAcraster& raster)
     return entities;
 }
 
-void Rasterize(CAcraster& raster)
+// The host may end the raster whenever it has the user answer.
+void Rasterize(const CCurentRaster& current)
 {
-    raster.Suspend(true);
+    current.m_pRaster->Suspend(true);
     const bool selected = AskForEntities();
-    raster.Suspend(false);
-    if (!selected || !raster.IsOpen())
+    CAcraster* raster = current.GetIfCurrent();
+    if (!raster) {
+        g_pArxApp->m_bSuspended = false;
         return;
-    const AcDbObjectIdArray entities = SelectedEntities(raster);
+    }
+    raster->Suspend(false);
+    if (!selected || !raster->IsOpen())
+        return;
+    const AcDbObjectIdArray entities = SelectedEntities(*raster);
     if (entities.isEmpty())
         return;
     CDRasterize dialog;
-    dialog.m_bOnlySelection = raster.HasSelection();
-    if (dialog.DoModal() != IDOK)
+    dialog.m_bOnlySelection = raster->HasSelection();
+    if (dialog.DoModal() != IDOK || !current.GetIfCurrent())
         return;
     const CWaitCursor wait;
-    raster.Rasterize(entities, dialog.Pens());
+    raster->Rasterize(entities, dialog.Pens());
 }
 
 } // namespace
 
 void RasterizeCommand()
 {
-    WithCurrentRaster([](CAcraster& raster) {
-        Rasterize(raster);
+    WithCurrentRaster([](CAcraster&, const CCurentRaster& current) {
+        try {
+            Rasterize(current);
+        } catch (CException* exception) {
+            // The pen table could not be written, for instance.
+            exception->ReportError();
+            exception->Delete();
+        }
         // Whatever came of it, even of a selection that was cancelled.
-        raster.Reload(true);
+        if (CAcraster* raster = current.GetIfCurrent())
+            raster->Reload(true);
     });
 }

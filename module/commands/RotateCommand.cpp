@@ -21,9 +21,9 @@ void TurnWhole(CAcraster& raster, int mode)
 
 void RotateCommand()
 {
-    WithCurrentRaster([](CAcraster& raster) {
+    WithCurrentRaster([](CAcraster& raster, const CCurentRaster& current) {
         CDrotate dialog;
-        if (dialog.DoModal() != IDOK)
+        if (dialog.DoModal() != IDOK || !current.GetIfCurrent())
             return;
         if (dialog.m_nMode == CDrotate::Free) {
             const CWaitCursor wait;

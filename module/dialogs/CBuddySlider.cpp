@@ -42,7 +42,9 @@ void CBuddySlider::SetValues(double minimum, double maximum, int decimals, bool 
 void CBuddySlider::FindLabel()
 {
     const HWND parent = ::GetParent(m_hWnd);
-    m_hLabel = ::GetNextDlgGroupItem(parent, m_hWnd, TRUE);
+    // Only once: what is hidden is passed over.
+    if (!m_hLabel)
+        m_hLabel = ::GetNextDlgGroupItem(parent, m_hWnd, TRUE);
     if (m_strSuffix == suffixFromTemplate) {
         wchar_t text[longestSuffix + 1] = {};
         ::GetWindowTextW(m_hLabel, text, longestSuffix + 1);
@@ -122,7 +124,8 @@ CString CBuddySlider::LabelText(double value) const
 CSize CBuddySlider::TextSize(const CString& text)
 {
     CClientDC context(this);
-    CFont* former = context.SelectObject(GetFont());
+    CFont* former =
+        context.SelectObject(CFont::FromHandle(reinterpret_cast<HFONT>(::SendMessageW(m_hLabel, WM_GETFONT, 0, 0))));
     const CSize size = context.GetTextExtent(text);
     context.SelectObject(former);
     return size;

@@ -23,11 +23,12 @@ constexpr double paperUnitsPerInch = MillimetresPerInch * PaperUnitsPerMillimetr
 // The page of this size in the units of PaperSizes, or -1.
 int FindPage(int width, int height)
 {
-    const auto* found = std::find_if(PaperSizes.begin(), PaperSizes.end(), [=](const PaperSize& page) {
-        return std::abs(static_cast<long long>(page.width) - width) < pageTolerance &&
-               std::abs(static_cast<long long>(page.height) - height) < pageTolerance;
-    });
-    return found == PaperSizes.end() ? -1 : static_cast<int>(found - PaperSizes.begin());
+    const auto isNear = [](long long one, long long other) { return std::abs(one - other) < pageTolerance; };
+    for (std::size_t page = 0; page < PaperSizes.size(); ++page) {
+        if (isNear(PaperSizes[page].width, width) && isNear(PaperSizes[page].height, height))
+            return static_cast<int>(page);
+    }
+    return -1;
 }
 
 int WholeMillimetres(double length)
@@ -79,6 +80,8 @@ void CDChras::ReadRaster()
     if (!current.m_pRaster)
         return;
     m_nCurrentDpi = m_nDpi = current.m_pRaster->GetDpi();
+    if (m_nDpi <= 0)
+        return;
     const CSize size = current.m_pRaster->GetSize();
     int width = TruncateToInt(static_cast<double>(size.cx) / m_nDpi * paperUnitsPerInch + 0.5);
     int height = TruncateToInt(static_cast<double>(size.cy) / m_nDpi * paperUnitsPerInch + 0.5);

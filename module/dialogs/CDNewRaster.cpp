@@ -66,7 +66,8 @@ void CDNewRaster::SetSize(double width, double height)
 
 void CDNewRaster::OnPageChosen()
 {
-    UpdateData(TRUE);
+    if (!UpdateData(TRUE))
+        return;
     if (m_nPage >= 0) {
         const PaperSize& page = PaperSizes[static_cast<std::size_t>(m_nPage)];
         SetSize(page.width / PaperUnitsPerMillimetre, page.height / PaperUnitsPerMillimetre);
@@ -78,8 +79,8 @@ void CDNewRaster::OnPointLeft()
 {
     if (!IsFieldLeftForAnother(*this))
         return;
-    UpdateData(TRUE);
-    UpdateData(FALSE);
+    if (UpdateData(TRUE))
+        UpdateData(FALSE);
 }
 
 void CDNewRaster::OnBrowse()
@@ -92,10 +93,14 @@ void CDNewRaster::OnBrowse()
     if (dialog.DoModal() != IDOK)
         return;
     // So that showing the fields takes back nothing of what was ticked or typed.
-    UpdateData(TRUE);
+    const bool read = UpdateData(TRUE);
     m_strFile = dialog.GetPathName();
     lastFolder = m_strFile.Left(m_strFile.ReverseFind(L'\\') + 1);
     m_nFilterIndex = static_cast<int>(dialog.GetOFN().nFilterIndex) - 1;
     GetDlgItem(IDOK)->EnableWindow(TRUE);
-    UpdateData(FALSE);
+    if (read) {
+        UpdateData(FALSE);
+    } else {
+        GetDlgItem(IDC_NEW_FILE)->SetWindowText(m_strFile);
+    }
 }

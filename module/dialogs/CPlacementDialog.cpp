@@ -57,7 +57,9 @@ void CPlacementDialog::ExchangeUnit(CDataExchange* exchange)
 
 void CPlacementDialog::Recompute()
 {
-    UpdateData(TRUE);
+    // A field that can't be read is left for the user to mend, and the others as he has them.
+    if (!UpdateData(TRUE))
+        return;
     SetSize(m_dWidth, m_dHeight);
     UpdateData(FALSE);
 }

@@ -61,10 +61,13 @@ int CAcraster::Lock(int write)
 {
     if (m_life != Life::Managed)
         return 1;
-    if (m_nLockCount > 0) {
+    // A commit that could not open the objects again has left them closed under a lock that is still counted.
+    if (m_nLockCount > 0 && (IsOpen() || g_pArxApp->m_bSuspended)) {
         ++m_nLockCount;
         return 1;
     }
+    if (m_nLockCount > 0)
+        return 0;
 
     CDocumentLock lock;
     if (!m_objects.Find() || !m_objects.Open(write ? AcDb::kForWrite : AcDb::kForRead)) {

@@ -47,6 +47,8 @@ public:
     bool HasImage() const { return m_life != Life::Failed; }
     /// For write if `write` is not 0, else for read. 0 if the image has gone; the raster is then of no more use.
     int Lock(int write);
+    /// Whether it wraps what somebody else has open, and who may be about to let it go.
+    bool IsBorrowed() const { return m_life == Life::Borrowed; }
     /// The count that is left.
     int Unlock();
     /// Nested locks; -1 of an object that does not manage what it holds, or holds nothing.
@@ -174,6 +176,8 @@ public:
     /// then loads the image anew. On failure the file and the edited image are as they were, and the command line says
     /// why; where one of them can't stay in its place, it says where that lies.
     bool SaveAs(const CString& path, DWORD formatCode, CRgn* region);
+    /// Writes the image to a file in the temporary folder that stays there, and says where it lies.
+    void KeepInFile() const;
 
 private:
     enum class Life
@@ -191,8 +195,10 @@ private:
     void ReplaceImage(int rotation);
     bool RewriteByWorker(WorkerMessage& message, std::initializer_list<CString*> fileFields);
     bool ReadBack(const CString& path);
+    bool WriteTiffFile(const CString& path) const;
     bool ExportEntities(const AcDbObjectIdArray& entities, const CString& path);
     bool IsOwnFile(const CString& path) const;
+    bool SaveFrom(CTempFile& source, const CString& path, DWORD formatCode, CRgn* region);
     bool SendSave(const CString& source, const CString& target, DWORD formatCode, CRgn* region) const;
     bool SaveOntoOwnFile(CTempFile& source, const CString& path, DWORD formatCode, CRgn* region);
     void LetGoOfFile();

@@ -56,8 +56,12 @@ bool CAcraster::Rasterize(const AcDbObjectIdArray& entities, CPenList& pens)
         return false;
     }
     const CTempFile image;
-    WriteTiff(image.m_strPath);
     const CTempFile penFile;
+    // A table without a name would ask for one.
+    if (!WriteTiff(image.m_strPath) || penFile.m_strPath.IsEmpty()) {
+        SayOnCommandLine(L"Nothing was rasterized: its temporary files could not be written.");
+        return false;
+    }
     pens.WriteFile(penFile.m_strPath);
 
     const CSize size = GetSize();

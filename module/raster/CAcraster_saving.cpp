@@ -21,12 +21,28 @@ constexpr int ownFormat = -1;
 
 constexpr const wchar_t* workerFailed = L"The raster was not saved: the file could not be written.";
 
+void Keep(CTempFile& edited)
+{
+    edited.m_nKeep = 1;
+    SayOnCommandLine(L"The edited raster lies in " + edited.m_strPath);
+}
+
 } // namespace
 
 bool CAcraster::WriteTiff(const CString& path) const
 {
-    if (!m_pImage)
-        return false;
+    try {
+        if (m_pImage && !path.IsEmpty() && WriteTiffFile(path))
+            return true;
+    } catch (...) {
+        // Whatever the imaging library throws: there is no whole file.
+    }
+    DeleteFileW(path);
+    return false;
+}
+
+bool CAcraster::WriteTiffFile(const CString& path) const
+{
     const Atil::Size size = m_pImage->size();
     const std::unique_ptr<Atil::RowProviderInterface> rows(m_pImage->read(size, Atil::Offset(0, 0), 0));
     if (!rows)
@@ -53,10 +69,7 @@ bool CAcraster::WriteTiff(const CString& path) const
         density->setDensity(m_nDpi, m_nDpi);
         descriptor.setProperty(density);
     }
-    if (descriptor.writeImageFrame(rows.get()))
-        return true;
-    DeleteFileW(path);
-    return false;
+    return descriptor.writeImageFrame(rows.get());
 }
 
 RasterFormats CAcraster::QueryFormats() const
@@ -101,12 +114,29 @@ bool CAcraster::SaveAs(const CString& path, DWORD formatCode, CRgn* region)
         SayOnCommandLine(L"The raster was not saved: its temporary file could not be written.");
         return false;
     }
+    if (SaveFrom(source, path, formatCode, part))
+        return true;
+    // What somebody else has open may be about to go: then its edits are nowhere else.
+    if (m_life == Life::Borrowed)
+        Keep(source);
+    return false;
+}
+
+bool CAcraster::SaveFrom(CTempFile& source, const CString& path, DWORD formatCode, CRgn* region)
+{
     if (IsOwnFile(path))
-        return SaveOntoOwnFile(source, path, formatCode, part);
-    if (SendSave(source.m_strPath, path, formatCode, part))
+        return SaveOntoOwnFile(source, path, formatCode, region);
+    if (SendSave(source.m_strPath, path, formatCode, region))
         return true;
     SayOnCommandLine(workerFailed);
     return false;
+}
+
+void CAcraster::KeepInFile() const
+{
+    CTempFile file;
+    if (WriteTiff(file.m_strPath))
+        Keep(file);
 }
 
 bool CAcraster::SendSave(const CString& source, const CString& target, DWORD formatCode, CRgn* region) const
@@ -194,24 +224,25 @@ std::unique_ptr<Atil::Image> CAcraster::LoadFrom(const CString& file, const CStr
 
 // Puts the edited image back into the drawing, from the file that it was written to. It is loaded from there in place
 // of the raster's own file, whose image may be of another size, and assigned to itself, so that it counts as edited. An
-// image that the host is about to delete, or that did not come back, lives on in its file alone.
+// image that did not come back lives on in its file alone.
 void CAcraster::ShowEditedImage(CTempFile& source, const CString& name)
 {
-    source.m_nKeep = 1;
     AcDbRasterImageDef& definition = *m_objects.m_pDefinition;
     std::unique_ptr<Atil::Image> edited = LoadFrom(source.m_strPath, name);
     Atil::Image* shown = nullptr;
-    if (edited && definition.openImage(shown) == Acad::eOk) {
+    const bool back = edited && definition.openImage(shown) == Acad::eOk;
+    if (back) {
         *shown = *edited;
         definition.closeImage();
         definition.setImageModified(true);
-        if (m_life == Life::Managed) {
-            // The one that it had went with the image.
-            AttachSaveReactor(&definition);
-            m_pImage = edited.release();
-            source.m_nKeep = 0;
-        }
     }
-    if (source.m_nKeep)
-        SayOnCommandLine(L"The edited raster lies in " + source.m_strPath);
+    if (m_life != Life::Managed)
+        return;
+    if (!back) {
+        Keep(source);
+        return;
+    }
+    m_pImage = edited.release();
+    // The one that it had went with the image.
+    AttachSaveReactor(&definition);
 }

@@ -2,6 +2,7 @@
 
 #include "module/base/CArxApp.h"
 #include "module/raster/CSaveRaster.h"
+#include "module/raster/PendingFileSwap.h"
 
 CCheckDef::CCheckDef()
 {
@@ -21,9 +22,10 @@ void CCheckDef::Flush() const
         FlushSaveReactors();
 }
 
-void CCheckDef::databaseToBeDestroyed(AcDbDatabase*)
+void CCheckDef::databaseToBeDestroyed(AcDbDatabase* database)
 {
     Flush();
+    ForgetDatabaseOfSwap(database);
 }
 
 void CCheckDef::saveComplete(AcDbDatabase*, const ACHAR*)

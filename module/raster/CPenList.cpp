@@ -50,7 +50,7 @@ std::vector<std::string> ReadLines(CFile& file)
     return lines;
 }
 
-[[noreturn]] void ThrowWritingError(DWORD error, const CString& path)
+void ThrowWritingError(DWORD error, const CString& path)
 {
     CFileException::ThrowOsError(static_cast<LONG>(error), path);
 }

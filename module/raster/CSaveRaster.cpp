@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "module/base/CArxApp.h"
+#include "module/base/CScopeGuard.h"
 #include "module/base/CTempMFC.h"
 #include "module/base/RedrawView.h"
 #include "module/base/SayOnCommandLine.h"
@@ -128,13 +129,13 @@ void CSaveRaster::FlushReactor()
         return;
     }
     m_bClosing = true;
-    {
-        const std::unique_ptr<Atil::Image> image(definition->imageCopy(true));
-        onDeleteImage(definition, image.get());
-    }
-    definition->close();
-    lock.reset();
-    delete this;
+    const CScopeGuard over([&] {
+        definition->close();
+        lock.reset();
+        delete this;
+    });
+    const std::unique_ptr<Atil::Image> image(definition->imageCopy(true));
+    onDeleteImage(definition, image.get());
 }
 
 void CSaveRaster::ForgetAll()

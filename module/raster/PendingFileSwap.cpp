@@ -2,8 +2,10 @@
 
 #include <utility>
 
+#include "module/base/CArxApp.h"
 #include "module/base/CScopeGuard.h"
 #include "module/base/SayOnCommandLine.h"
+#include "module/raster/CAcraster.h"
 #include "module/raster/CDocumentLock.h"
 #include "module/raster/SetAsideFile.h"
 
@@ -20,10 +22,10 @@ bool IsFile(const CString& path)
 }
 
 // By way of a name beside the target: from another drive the file is copied, which may break off.
-bool ReplaceFile(const PendingFileSwap& swap)
+bool PutInPlace(const PendingFileSwap& swap)
 {
     CSetAsideFile former;
-    if (former.SetAside(swap.targetPath) != FileRelease::Freed)
+    if (IsFile(swap.targetPath) && former.SetAside(swap.targetPath) != FileRelease::Freed)
         return false;
     const CString fresh = FreeNameBeside(swap.targetPath);
     if (!MoveFileW(swap.sourcePath, fresh))
@@ -36,11 +38,21 @@ bool ReplaceFile(const PendingFileSwap& swap)
     return true;
 }
 
+void RunNow()
+{
+    // A tick that comes by while the host loads the image leaves the next one alone.
+    if (!g_pPendingFileSwap || std::exchange(replacing, true))
+        return;
+    const CScopeGuard over([] { replacing = false; });
+    const std::unique_ptr<PendingFileSwap> swap = std::move(g_pPendingFileSwap);
+    RunFileSwap(*swap);
+}
+
 } // namespace
 
 void PostponeFileSwap(const PendingFileSwap& swap)
 {
-    RunPendingFileSwap();
+    RunNow();
     g_pPendingFileSwap = std::make_unique<PendingFileSwap>(swap);
 }
 
@@ -52,14 +64,20 @@ void DropPendingFileSwap(const CString& target)
     g_pPendingFileSwap.reset();
 }
 
+void ForgetDatabaseOfSwap(const AcDbDatabase* database)
+{
+    if (g_pPendingFileSwap && g_pPendingFileSwap->definitionId.database() == database)
+        g_pPendingFileSwap->definitionId.setNull();
+}
+
 void RunPendingFileSwap()
 {
-    // A tick that comes by while the host loads the image leaves the next one alone.
-    if (!g_pPendingFileSwap || std::exchange(replacing, true))
-        return;
-    const CScopeGuard over([] { replacing = false; });
-    const std::unique_ptr<PendingFileSwap> swap = std::move(g_pPendingFileSwap);
-    RunFileSwap(*swap);
+    // A stroke keeps the definition open, and there is but one try.
+    const CAcraster* raster = g_pArxApp->m_pRaster;
+    const bool inUse = g_pPendingFileSwap && raster && raster->GetLockCount() > 0 &&
+                       raster->GetDefinitionId() == g_pPendingFileSwap->definitionId;
+    if (!inUse)
+        RunNow();
 }
 
 void RunFileSwap(const PendingFileSwap& swap)
@@ -79,7 +97,7 @@ void RunFileSwap(const PendingFileSwap& swap)
     const bool loadAgain = definition && definition->isLoaded() && !definition->imageModified();
     if (loadAgain)
         definition->unload(false);
-    if (!ReplaceFile(swap))
+    if (!PutInPlace(swap))
         SayOnCommandLine(L"The raster's file could not be replaced. The saved raster lies in " + swap.sourcePath);
     if (loadAgain)
         definition->load();

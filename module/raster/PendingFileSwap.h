@@ -24,6 +24,9 @@ void DropPendingFileSwap(const CString& target);
 /// Takes the postponed replacement out of its slot and carries it out, whether it works or not.
 void RunPendingFileSwap();
 
+/// The database goes, and the definition with it: nothing will be loaded again.
+void ForgetDatabaseOfSwap(const AcDbDatabase* database);
+
 /// Moves the saved file into place while the definition lets go of its image; an image that was edited since is left in
 /// the drawing. If the target still can't be replaced, both files stay as they are, and the command line says where the
 /// saved one lies; a source that has gone makes it do nothing.

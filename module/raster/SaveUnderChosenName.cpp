@@ -48,6 +48,8 @@ bool SaveUnderChosenName(CAcraster& raster, CRgn* region)
     const std::optional<DWORD> formatCode = raster.QueryFormatCode(choice.filterIndex);
     if (!formatCode) {
         SayOnCommandLine(L"The raster was not saved: nobody knows the file format.");
+        if (raster.IsBorrowed())
+            raster.KeepInFile();
         return false;
     }
     const CWaitCursor wait;

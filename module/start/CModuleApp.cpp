@@ -1,5 +1,7 @@
 #include "module/start/CModuleApp.h"
 
+#include <utility>
+
 #include "module/base/CTempMFC.h"
 #include "module/base/ExtensionModule.h"
 #include "module/commands/CommandTable.h"
@@ -37,10 +39,12 @@ CModuleApp::~CModuleApp()
         RemoveCommands();
         FlushSaveReactors();
         RunPendingFileSwap();
-        delete m_pReactor;
-        delete m_pToolbar;
+        delete std::exchange(m_pReactor, nullptr);
+        delete std::exchange(m_pToolbar, nullptr);
         DropCurrentRaster();
         CSaveRaster::ForgetAll();
+        // The raster's end may have saved another one onto a file that is held.
+        RunPendingFileSwap();
         delete m_pTool;
         ButtonClickTimer.reset();
         CancelRotateStart();

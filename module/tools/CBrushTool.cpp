@@ -1,6 +1,7 @@
 #include "module/tools/CBrushTool.h"
 
 #include "module/base/CArxApp.h"
+#include "module/base/CScopeGuard.h"
 #include "module/raster/CAcraster.h"
 #include "module/raster/CCurentRaster.h"
 #include "module/tools/Stroke.h"
@@ -48,9 +49,12 @@ int CBrushTool::OnRButtonDown(CPoint point, UINT /*flags*/)
         return 1;
     m_pView->ClientToScreen(&point);
     const unsigned made = MadeSoFar();
-    ToolInputEnabled = 0;
-    const bool confirmed = AskAttributes(*current.m_pRaster, point);
-    ToolInputEnabled = 1;
+    bool confirmed = false;
+    {
+        ToolInputEnabled = 0;
+        const CScopeGuard enable([] { ToolInputEnabled = 1; });
+        confirmed = AskAttributes(current, point);
+    }
     // The dialog takes messages, and one of them may have ended the tool.
     const bool lives = g_pArxApp->m_pTool && MadeSoFar() == made;
     if (confirmed && lives && current.GetIfCurrent())

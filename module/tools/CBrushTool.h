@@ -4,6 +4,7 @@
 #include "module/tools/CTool.h"
 
 class CAcraster;
+class CCurentRaster;
 
 /// What the tools share that paint with the square stamp: a cursor that shows the stamp's size at the present zoom.
 class CBrushTool : public CTool
@@ -25,7 +26,7 @@ protected:
     virtual int BrushWidth() const = 0;
     virtual COLORREF BrushColor() const = 0;
     /// Runs the dialog at a point of the screen and takes over what was confirmed. False if the user gave up.
-    virtual bool AskAttributes(CAcraster& raster, CPoint screenPoint) = 0;
+    virtual bool AskAttributes(const CCurentRaster& current, CPoint screenPoint) = 0;
 
 private:
     void RebuildCursor(const CAcraster& raster);

@@ -25,7 +25,7 @@ int CRasErasTool::BrushWidth() const
     return EraserWidth;
 }
 
-bool CRasErasTool::AskAttributes(CAcraster& /*raster*/, CPoint screenPoint)
+bool CRasErasTool::AskAttributes(const CCurentRaster& /*current*/, CPoint screenPoint)
 {
     const CTempMFC resources;
     CDErasPen dialog;

@@ -15,5 +15,5 @@ public:
 protected:
     int BrushWidth() const override;
     COLORREF BrushColor() const override { return 0xFFFFFF; }
-    bool AskAttributes(CAcraster& raster, CPoint screenPoint) override;
+    bool AskAttributes(const CCurentRaster& current, CPoint screenPoint) override;
 };

@@ -77,7 +77,7 @@ COLORREF CRasLineTool::BrushColor() const
     return LineColor;
 }
 
-bool CRasLineTool::AskAttributes(CAcraster& raster, CPoint screenPoint)
+bool CRasLineTool::AskAttributes(const CCurentRaster& current, CPoint screenPoint)
 {
-    return AskPenAttributes(raster, screenPoint, LineWidth, LineColor);
+    return AskPenAttributes(current, screenPoint, LineWidth, LineColor);
 }

@@ -20,7 +20,7 @@ public:
 protected:
     int BrushWidth() const override;
     COLORREF BrushColor() const override;
-    bool AskAttributes(CAcraster& raster, CPoint screenPoint) override;
+    bool AskAttributes(const CCurentRaster& current, CPoint screenPoint) override;
 
 private:
     void DrawLine(CPoint from, CPoint to); // between points of the view

@@ -29,7 +29,7 @@ COLORREF CRasPenTool::BrushColor() const
     return PenColor;
 }
 
-bool CRasPenTool::AskAttributes(CAcraster& raster, CPoint screenPoint)
+bool CRasPenTool::AskAttributes(const CCurentRaster& current, CPoint screenPoint)
 {
-    return AskPenAttributes(raster, screenPoint, PenWidth, PenColor);
+    return AskPenAttributes(current, screenPoint, PenWidth, PenColor);
 }

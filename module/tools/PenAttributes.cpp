@@ -3,21 +3,25 @@
 #include "module/base/CTempMFC.h"
 #include "module/dialogs/CDRasPen.h"
 #include "module/raster/CAcraster.h"
+#include "module/raster/CCurentRaster.h"
 
-bool AskPenAttributes(CAcraster& raster, CPoint screenPoint, int& width, COLORREF& color)
+bool AskPenAttributes(const CCurentRaster& current, CPoint screenPoint, int& width, COLORREF& color)
 {
     const CTempMFC resources;
     CDRasPen dialog;
     dialog.m_position = screenPoint;
     dialog.m_nWidth = width;
-    raster.SetColor(color);
-    dialog.m_nColor = raster.GetColorFlag();
+    current.m_pRaster->SetColor(color);
+    dialog.m_nColor = current.m_pRaster->GetColorFlag();
     if (dialog.DoModal() != IDOK)
         return false;
     width = dialog.m_nWidth;
     // A raster without two colours offers none.
-    if (dialog.m_nColor >= 0)
-        raster.SetColorFlag(static_cast<BYTE>(dialog.m_nColor));
-    color = CAcraster::ColorFromFlag(raster.GetColorFlag());
+    if (dialog.m_nColor < 0)
+        return true;
+    const BYTE flag = static_cast<BYTE>(dialog.m_nColor);
+    if (CAcraster* raster = current.GetIfCurrent())
+        raster->SetColorFlag(flag);
+    color = CAcraster::ColorFromFlag(flag);
     return true;
 }

@@ -71,23 +71,14 @@ TEST(FontFolder, KnowsEverydayFilesAndRefusesWhatIsNotThere)
     EXPECT_NEAR(widthOf({"arial.ttf"}, U'W') / widthOf({"arial.ttf"}, U'A'), 1933.0 / 1366, 1e-3);
     EXPECT_NEAR(widthOf({"ARIALBD.TTF"}, U'W') / widthOf({"ARIALBD.TTF"}, U'A'), 1933.0 / 1479, 1e-3);
     EXPECT_NEAR(widthOf({"Courier New", true}, U'i') / widthOf({"cour"}, U'W'), 1, 1e-3);
-    for (const FontRequest& request : {FontRequest{"romans.shx"}, FontRequest{"txt"}, FontRequest{""},
-                                       FontRequest{"nowhere.ttf"}, FontRequest{"No Such Family", true}})
+    for (const FontRequest& request : {FontRequest{"romans.shx"}, FontRequest{"txt"}, FontRequest{""}})
         EXPECT_FALSE(folder.find(request)) << request.name;
+    for (const FontRequest& request : {FontRequest{"nowhere.ttf"}, FontRequest{"No Such Family", true}})
+        EXPECT_EQ(folder.find(request), folder.find({"Liberation Sans", true})) << "a plain one in its place";
     drawing::Typeface* sans = folder.find({"Liberation Sans", true});
     ASSERT_TRUE(sans);
     EXPECT_FALSE(sans->find(0x1F600)) << "beyond the basic plane";
     EXPECT_FALSE(sans->find(0x4E2D)) << "a Chinese character, which this font lacks";
-}
-
-TEST(FontFolder, FilesAreLookedForInTheFolderAlone)
-{
-    {
-        fonts::FontFolder folder(HALVORAN_FONTS);
-        EXPECT_TRUE(folder.find({"LiberationSans-Regular.ttf"}));
-    }
-    fonts::FontFolder nowhere(std::filesystem::path(HALVORAN_FONTS) / "nowhere");
-    EXPECT_FALSE(nowhere.find({"LiberationSans-Regular.ttf"}));
 }
 
 TEST(FontFolder, TextIsLaidOutWithTheFontsWidths)
