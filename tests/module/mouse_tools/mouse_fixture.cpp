@@ -37,7 +37,7 @@ CAcraster& MouseFixture::openGrayRaster()
 void MouseFixture::closeRaster()
 {
     delete g_pArxApp->m_pTool;
-    DropCurrentRaster();
+    forgetEdits();
     standin::closeDrawing();
 }
 

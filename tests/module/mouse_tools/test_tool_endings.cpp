@@ -303,6 +303,7 @@ private:
     {
         acrxEntryPoint(AcRx::kUnloadDwgMsg, nullptr);
         EXPECT_EQ(g_pArxApp->m_pRaster, nullptr);
+        forgetEdits();
         standin::closeDrawing();
     }
     void expectNothingLeft(const Ending& ending)

@@ -91,7 +91,6 @@ void DeskFixture::SetUp()
     SetWorkerPath(workerProgram());
 }
 
-// Nobody is there to be asked about what a test left unsaved.
 void DeskFixture::forgetEdits()
 {
     if (!g_pArxApp)

@@ -42,6 +42,8 @@ protected:
     CAcraster& openCurrent(const Picture& picture, const PlacedImage& place = {}, double dotsPerInch = 300);
 
     CWnd& view() { return *m_view; }
+    // Drops the current raster and what nobody is there to be asked about when the drawing closes.
+    static void forgetEdits();
     // Another window in the place of the view, as when a drawing is closed and the next one opened.
     void renewView();
 
@@ -66,8 +68,6 @@ protected:
     bool runDeskCommand(const std::vector<standin::CommandArgument>&) override { return false; }
 
 private:
-    static void forgetEdits();
-
     CView* m_view = nullptr;
     std::filesystem::path m_folder;
     std::vector<std::wstring> m_temporaryFilesBefore;
