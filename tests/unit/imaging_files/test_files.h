@@ -46,5 +46,11 @@ protected:
     /// The picture that ImageMagick sees in a file of the folder.
     imaging::Bitmap seenByImageMagick(const std::string& name) const;
 
+    /// What ImageMagick gets out of its arguments: ink where the colours in 0..255 are darker than half.
+    imaging::Bitmap darkForImageMagick(const std::string& arguments) const;
+
+    /// Saves a picture with all kinds of colours, near half and far from it, as PPM.
+    void saveColours(const std::string& name, int width, int height) const;
+
     TemporaryFolder m_folder;
 };

@@ -73,6 +73,8 @@ TEST_F(Writing, TheLongestSidesComeBackFromEveryFormat)
         Bitmap bitmap(size);
         bitmap.setInk(size.width - 1, size.height - 1, true);
         for (const FormatDescription& format : writableFormats()) {
+            if (format.format == Format::Pcx) // whose sides have 16 bits
+                continue;
             writeRaster(file("out"), bitmap, {}, format.format);
             EXPECT_TRUE(readRaster(file("out")).bitmap == bitmap) << format.name;
         }
