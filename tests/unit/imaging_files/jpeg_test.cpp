@@ -1,4 +1,7 @@
+#include <array>
+#include <cstdio>
 #include <gmock/gmock.h>
+#include <jpeglib.h>
 
 #include "imaging/error.h"
 #include "test_files.h"
@@ -61,6 +64,39 @@ void removeSegment(Bytes& bytes, std::uint8_t marker)
     bytes.erase(at, at + 2 + (at[2] << 8 | at[3]));
 }
 
+using Inks = std::array<std::uint8_t, 4>;
+
+// Blocks of 16 x 8 pixels beside each other, by libjpeg. With Adobe's marker 255 is stored for no ink.
+void saveInks(const std::filesystem::path& path, std::span<const Inks> blocks, bool adobe)
+{
+    std::FILE* const out = std::fopen(path.c_str(), "wb");
+    ASSERT_NE(out, nullptr);
+    jpeg_error_mgr errors;
+    jpeg_compress_struct jpeg{};
+    jpeg.err = jpeg_std_error(&errors);
+    jpeg_create_compress(&jpeg);
+    jpeg_stdio_dest(&jpeg, out);
+    jpeg.image_width = JDIMENSION(16 * blocks.size());
+    jpeg.image_height = 8;
+    jpeg.input_components = 4;
+    jpeg.in_color_space = JCS_CMYK;
+    jpeg_set_defaults(&jpeg);
+    jpeg.write_Adobe_marker = adobe ? TRUE : FALSE;
+    jpeg_start_compress(&jpeg, TRUE);
+    Bytes row;
+    for (const Inks& inks : blocks)
+        for (int i = 0; i < 16; ++i)
+            for (const std::uint8_t ink : inks)
+                row.push_back(adobe ? std::uint8_t(255 - ink) : ink);
+    for (int y = 0; y < 8; ++y) {
+        JSAMPROW pixels = row.data();
+        jpeg_write_scanlines(&jpeg, &pixels, 1);
+    }
+    jpeg_finish_compress(&jpeg);
+    jpeg_destroy_compress(&jpeg);
+    ASSERT_EQ(std::fclose(out), 0);
+}
+
 } // namespace
 
 TEST_F(Jpeg, FilesOfImageMagickAreSeenAsItSeesThem)
@@ -83,7 +119,7 @@ TEST_F(Jpeg, FilesOfImageMagickAreSeenAsItSeesThem)
         SCOPED_TRACE(c.kind);
         runTool(std::string("convert colours ") + c.kind + " -units PixelsPerInch -density 150x75 out.jpg");
         const RasterFile read = readRaster(file("out.jpg"));
-        EXPECT_TRUE(samePicture(darkForImageMagick("out.jpg"), read.bitmap));
+        EXPECT_TRUE(samePicture(darkInPpmOf("convert out.jpg -depth 8 -type TrueColor ppm:-"), read.bitmap));
         EXPECT_EQ(read.info.bitsPerPixel, c.bitsPerPixel);
         EXPECT_EQ(read.info.resolution, (Resolution{150, 75}));
         EXPECT_EQ(inspectRaster(file("out.jpg")).size, (Size{83, 41}));
@@ -94,23 +130,27 @@ TEST_F(Jpeg, FilesOfImageMagickAreSeenAsItSeesThem)
 
 TEST_F(Jpeg, FourInksAreTheOtherWayRoundWithAdobesMarker)
 {
-    // Blocks of 16 pixels: white, black ink, cyan, magenta and yellow, all of them, yellow.
-    runTool("convert -size 16x16 xc:'cmyk(0,0,0,0)' xc:'cmyk(0,0,0,255)' xc:'cmyk(255,0,0,0)' xc:'cmyk(0,255,255,0)' "
-            "xc:'cmyk(255,255,255,255)' xc:'cmyk(0,0,255,0)' +append -colorspace CMYK -quality 95 out.jpg");
-    Bytes bytes = contentOf<Bytes>(file("out.jpg"));
-    const auto seen = [&] {
-        const Bitmap bitmap = readRaster(asBytes(bytes)).bitmap;
+    // Blocks of 16 pixels: no ink, black, cyan, magenta and yellow, all of them, yellow.
+    const std::array<Inks, 6> blocks = {
+        {{0, 0, 0, 0}, {0, 0, 0, 255}, {255, 0, 0, 0}, {0, 255, 255, 0}, {255, 255, 255, 255}, {0, 0, 255, 0}}};
+    const auto seen = [&](const Bitmap& bitmap) {
         std::string row;
         for (int block = 0; block < 6; ++block)
-            row += bitmap.ink(16 * block + 8, 8) ? '#' : '.';
+            row += bitmap.ink(16 * block + 8, 4) ? '#' : '.';
         return row;
     };
-    EXPECT_EQ(readRaster(asBytes(bytes)).info.bitsPerPixel, 32);
     // Cyan lets green and blue through, 0.701 of the light; magenta over yellow only red, 0.299.
-    EXPECT_EQ(seen(), ".#.##.");
-    removeSegment(bytes, 0xEE);
-    // All inks where there were none, and none where there were all.
-    EXPECT_EQ(seen(), "####.#");
+    const std::string expected = ".#.##.";
+    for (const bool adobe : {false, true}) {
+        saveInks(file("out.jpg"), blocks, adobe);
+        const RasterFile read = readRaster(file("out.jpg"));
+        EXPECT_EQ(read.info.bitsPerPixel, 32);
+        EXPECT_EQ(seen(read.bitmap), expected) << (adobe ? "with" : "without") << " the marker";
+    }
+    // With the marker and as luminance and chrominances.
+    runTool("convert -size 16x16 xc:'cmyk(0,0,0,0)' xc:'cmyk(0,0,0,255)' xc:'cmyk(255,0,0,0)' xc:'cmyk(0,255,255,0)' "
+            "xc:'cmyk(255,255,255,255)' xc:'cmyk(0,0,255,0)' +append -colorspace CMYK -quality 95 out.jpg");
+    EXPECT_EQ(seen(readRaster(file("out.jpg")).bitmap), expected);
 }
 
 TEST_F(Jpeg, IsTurnedAsItsExifBlockSays)
@@ -127,7 +167,8 @@ TEST_F(Jpeg, IsTurnedAsItsExifBlockSays)
             saveBytes(file("turned.jpg"), bytes);
             const RasterFile read = readRaster(file("turned.jpg"));
             EXPECT_EQ(inspectRaster(file("turned.jpg")).size, read.bitmap.size());
-            EXPECT_TRUE(samePicture(darkForImageMagick("turned.jpg -auto-orient"), read.bitmap));
+            EXPECT_TRUE(samePicture(darkInPpmOf("convert turned.jpg -auto-orient -depth 8 -type TrueColor ppm:-"),
+                                    read.bitmap));
         }
 }
 

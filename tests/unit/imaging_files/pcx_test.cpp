@@ -118,19 +118,40 @@ TEST_F(Pcx, HandMadeFilesOfEveryKind)
     }
 }
 
-TEST_F(Pcx, FilesOfImageMagickAreSeenAsItSeesThem)
+TEST_F(Pcx, FilesOfOtherProgramsAreSeenAsTheySeeThem)
 {
     saveColours("colours", 83, 41);
-    for (const std::string kind :
-         {"-type TrueColor", "-type TrueColor -compress none", "-type Palette -colors 200", "-colorspace Gray",
-          "-colors 7 -type Palette", "-threshold 50% -type Bilevel", "-threshold 50% -type Bilevel -compress none"}) {
-        SCOPED_TRACE(kind);
-        runTool("convert colours " + kind + " -units PixelsPerInch -density 150x75 out.pcx");
+    const struct
+    {
+        std::string command;
+        int bitsPerPixel;
+    } cases[] = {
+        {"convert colours -type TrueColor out.pcx", 24},
+        {"convert colours -type TrueColor -compress none out.pcx", 24},
+        {"convert colours -type Palette -colors 200 out.pcx", 8},
+        {"convert colours -colorspace Gray out.pcx", 24},
+        {"ppmtopcx -24bit colours >out.pcx", 24},
+        {"pnmquant 200 colours | ppmtopcx >out.pcx", 8},
+        {"pnmquant 16 colours | ppmtopcx >out.pcx", 4},
+        {"pnmquant 16 colours | ppmtopcx -packed >out.pcx", 4},
+        {"pnmquant 7 colours | ppmtopcx -planes >out.pcx", 3},
+        {"pnmquant 4 colours | ppmtopcx -planes >out.pcx", 2},
+        {"convert colours -threshold 50% pbm:- | ppmtopcx >out.pcx", 1},
+        {"convert colours -threshold 50% pbm:- | pnminvert | ppmtopcx >out.pcx", 1},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.command);
+        runTool("{ " + c.command + "; }");
         const RasterFile read = readRaster(file("out.pcx"));
-        EXPECT_TRUE(samePicture(darkForImageMagick("out.pcx"), read.bitmap));
-        EXPECT_EQ(read.info.resolution, (Resolution{150, 75}));
-        EXPECT_EQ(inspectRaster(file("out.pcx")).bitsPerPixel, read.info.bitsPerPixel);
+        const bool ofImageMagick = c.command.ends_with(" out.pcx"); // netpbm reads nothing uncompressed
+        EXPECT_TRUE(samePicture(
+            darkInPpmOf(ofImageMagick ? "convert out.pcx -depth 8 -type TrueColor ppm:-" : "pcxtoppm out.pcx"),
+            read.bitmap));
+        EXPECT_EQ(read.info.bitsPerPixel, c.bitsPerPixel);
+        EXPECT_EQ(inspectRaster(file("out.pcx")).bitsPerPixel, c.bitsPerPixel);
     }
+    runTool("convert colours -units PixelsPerInch -density 150x75 out.pcx");
+    EXPECT_EQ(inspectRaster(file("out.pcx")).resolution, (Resolution{150, 75}));
 }
 
 TEST_F(Pcx, WhatMakesNoSenseIsRefusedInWords)

@@ -76,9 +76,9 @@ Bitmap FilesTest::seenByImageMagick(const std::string& name) const
     return bitmap;
 }
 
-Bitmap FilesTest::darkForImageMagick(const std::string& arguments) const
+Bitmap FilesTest::darkInPpmOf(const std::string& commandLine) const
 {
-    runTool("convert " + arguments + " -depth 8 -type TrueColor ppm:seen.ppm");
+    runTool("{ " + commandLine + "; } >seen.ppm"); // its messages go elsewhere
     std::ifstream stream(m_folder / "seen.ppm", std::ios::binary);
     std::string magic;
     int width = 0;
@@ -86,7 +86,7 @@ Bitmap FilesTest::darkForImageMagick(const std::string& arguments) const
     int full = 0;
     stream >> magic >> width >> height >> full;
     stream.get();
-    EXPECT_EQ(magic + " " + std::to_string(full), "P6 255") << arguments;
+    EXPECT_EQ(magic + " " + std::to_string(full), "P6 255") << commandLine;
     Bitmap bitmap({width, height});
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x) {
@@ -95,7 +95,7 @@ Bitmap FilesTest::darkForImageMagick(const std::string& arguments) const
             const int blue = stream.get();
             bitmap.setInk(x, y, 0.299 * red + 0.587 * green + 0.114 * blue < 127.5 - 1e-9);
         }
-    EXPECT_TRUE(stream) << arguments;
+    EXPECT_TRUE(stream) << commandLine;
     std::filesystem::remove(m_folder / "seen.ppm");
     return bitmap;
 }
