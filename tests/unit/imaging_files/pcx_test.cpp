@@ -134,8 +134,8 @@ TEST_F(Pcx, FilesOfOtherProgramsAreSeenAsTheySeeThem)
         {"pnmquant 200 colours | ppmtopcx >out.pcx", 8},
         {"pnmquant 16 colours | ppmtopcx >out.pcx", 4},
         {"pnmquant 16 colours | ppmtopcx -packed >out.pcx", 4},
-        {"pnmquant 7 colours | ppmtopcx -planes >out.pcx", 3},
-        {"pnmquant 4 colours | ppmtopcx -planes >out.pcx", 2},
+        {"pnmquant 7 colours | ppmtopcx >out.pcx", 3},
+        {"pnmquant 4 colours | ppmtopcx >out.pcx", 2},
         {"convert colours -threshold 50% pbm:- | ppmtopcx >out.pcx", 1},
         {"convert colours -threshold 50% pbm:- | pnminvert | ppmtopcx >out.pcx", 1},
     };
