@@ -8,8 +8,8 @@
 #include "tests/support/pictures.h"
 
 // What the tests of the file formats share. The pictures that they expect come from rules or drawings of their own;
-// other programs (ImageMagick's convert, libtiff-tools, netpbm) write the files that are read and read the files that are
-// written.
+// other programs (ImageMagick's convert, libtiff-tools, netpbm) write the files that are read and read the files that
+// are written.
 
 using Bytes = std::vector<std::uint8_t>;
 
