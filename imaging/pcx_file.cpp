@@ -253,9 +253,10 @@ RowConverter converterFor(const Layout& layout)
         fillRow(row, width, [&](int x) {
             std::size_t value = 0;
             const int shift = 8 - bits - x * bits % 8;
-            for (int p = planes - 1; p >= 0; --p)
-                value = value << bits |
-                        (pixels[std::size_t(p) * plane + std::size_t(x * bits / 8)] >> shift & ((1 << bits) - 1));
+            for (int p = planes - 1; p >= 0; --p) {
+                const int byte = pixels[std::size_t(p) * plane + std::size_t(x * bits / 8)];
+                value = value << bits | std::size_t(byte >> shift & ((1 << bits) - 1));
+            }
             return ink[value];
         });
     };
