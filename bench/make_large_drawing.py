@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""Makes the largest sheet that is worked on, 19,866 x 14,043 pixels, and a drawing that holds it.
+"""Makes a large sheet and a drawing that holds it.
 
-make_large_drawing.py SCAN FOLDER: tiles the scan into FOLDER/large.tif (group 4, 400 dpi) and writes FOLDER/large.dxf.
+make_large_drawing.py SCAN FOLDER WIDTH HEIGHT: tiles the scan into FOLDER/large.tif (group 4, 400 dpi) and writes FOLDER/large.dxf.
 Needs ImageMagick, libtiff's tools and python3-ezdxf.
 """
 import struct
@@ -11,7 +11,8 @@ from pathlib import Path
 
 import ezdxf
 
-WIDTH, HEIGHT, DPI = 19866, 14043, 400
+WIDTH, HEIGHT = int(sys.argv[3]), int(sys.argv[4])
+DPI = 400
 
 
 def tile_bits(scan):

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -48,5 +49,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     comesBackTheSame(calsCodec, file.bitmap, file.info.resolution, Format::Cals);
     comesBackTheSame(pngCodec, file.bitmap, file.info.resolution, Format::Png);
     comesBackTheSame(bmpCodec, file.bitmap, file.info.resolution, Format::Bmp);
+    if (std::max(file.bitmap.width(), file.bitmap.height()) <= 0x10000) // what a PCX can hold
+        comesBackTheSame(pcxCodec, file.bitmap, file.info.resolution, Format::Pcx);
     return 0;
 }

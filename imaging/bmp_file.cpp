@@ -284,6 +284,8 @@ std::vector<std::byte> writeDib(const Bitmap& bitmap, Resolution resolution)
     if (bitmap.empty())
         throw ImagingError("There is no image to write.");
     MemorySink sink;
+    sink.reserve(infoHeaderSize + writtenPaletteSize +
+                 std::size_t(writtenStride(bitmap)) * std::size_t(bitmap.height()));
     writeDibTo(sink, bitmap, resolution);
     return sink.take();
 }

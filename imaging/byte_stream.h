@@ -74,6 +74,9 @@ public:
     std::uint64_t size() const override { return m_bytes.size(); }
     void write(std::uint64_t offset, const void* bytes, std::size_t count) override;
 
+    /// Makes room at once for what is to come.
+    void reserve(std::size_t count) { m_bytes.reserve(count); }
+
     const std::vector<std::byte>& bytes() const { return m_bytes; }
     std::vector<std::byte> take() { return std::move(m_bytes); }
 

@@ -145,16 +145,21 @@ RasterInfo inspectCals(ByteSource& source)
     return infoOf(readHeader(source));
 }
 
+Bitmap readPixels(ByteSource& source, Size size)
+{
+    // No row takes more than two bytes a pixel; what lies behind the image need not be loaded.
+    const std::uint64_t mostBytes = (std::uint64_t(size.width) * 2 + 8) * std::uint64_t(size.height);
+    Group4Stream stream(std::min(source.size() - headerLength, mostBytes));
+    source.readExactly(headerLength, stream.data(), stream.size());
+    Bitmap bitmap = Bitmap::uninitialized(size);
+    decodeGroup4(stream, bitmap, 0, size.height, false);
+    return bitmap;
+}
+
 RasterFile readCals(ByteSource& source)
 {
     const Header header = readHeader(source);
-    // No row takes more than two bytes a pixel; what lies behind the image need not be loaded.
-    const std::uint64_t mostBytes = (std::uint64_t(header.stored.width) * 2 + 8) * std::uint64_t(header.stored.height);
-    std::vector<std::uint8_t> stream(std::size_t(std::min(source.size() - headerLength, mostBytes)));
-    source.readExactly(headerLength, stream.data(), stream.size());
-    Bitmap bitmap = Bitmap::uninitialized(header.stored);
-    decodeGroup4(stream, bitmap, 0, header.stored.height, false);
-    return {upright(std::move(bitmap), header.orientation), infoOf(header)};
+    return {upright(readPixels(source, header.stored), header.orientation), infoOf(header)};
 }
 
 std::string headerText(Size size, Resolution resolution)
@@ -189,8 +194,7 @@ void writeCals(ByteSink& sink, const Bitmap& bitmap, Resolution resolution, Form
     static_assert(Bitmap::maximumSide <= 999'999, "the header has six digits for a side");
     const std::string header = headerText(bitmap.size(), resolution);
     sink.append(header.data(), header.size());
-    const std::vector<std::uint8_t> stream = encodeGroup4(bitmap, 0, bitmap.height());
-    sink.append(stream.data(), stream.size());
+    encodeGroup4(bitmap, 0, bitmap.height(), sink);
 }
 
 } // namespace

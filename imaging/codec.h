@@ -28,6 +28,9 @@ extern const RasterCodec tiffCodec;
 extern const RasterCodec calsCodec;
 extern const RasterCodec pngCodec;
 extern const RasterCodec bmpCodec;
+extern const RasterCodec pcxCodec;
+extern const RasterCodec jpegCodec;
+extern const RasterCodec photoCdCodec;
 
 /// The size that a file claims, once it is known to be one that can be worked on; throws ImagingError otherwise. To be
 /// called before any memory is asked for.

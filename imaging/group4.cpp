@@ -22,6 +22,10 @@ void appendLittleEndian(Bytes& bytes, std::uint32_t value, int count)
         bytes.push_back(std::uint8_t(value >> (8 * i)));
 }
 
+constexpr std::size_t entryCount = 8;
+constexpr std::size_t headerSize = 8 + 2 + entryCount * 12 + 4;
+constexpr std::size_t longestFiller = 10;
+
 // The header and directory of a TIFF file whose one group 4 strip follows them.
 Bytes tiffHeaderForStrip(int width, int height, std::size_t streamSize)
 {
@@ -31,8 +35,6 @@ Bytes tiffHeaderForStrip(int width, int height, std::size_t streamSize)
         std::uint16_t type; // 3: 16 bits, 4: 32 bits
         std::uint32_t value;
     };
-    constexpr std::size_t entryCount = 8;
-    constexpr std::uint32_t headerSize = 8 + 2 + entryCount * 12 + 4;
     const Entry entries[entryCount] = {
         {TIFFTAG_IMAGEWIDTH, 4, std::uint32_t(width)},
         {TIFFTAG_IMAGELENGTH, 4, std::uint32_t(height)},
@@ -93,43 +95,79 @@ StreamEnd findEnd(std::span<const std::uint8_t> stream)
     return {zeros > zerosOfLastCode ? all - zeros + zerosOfLastCode : all, false};
 }
 
-// A TIFF file with the first bits of the stream and, behind them, the filler over and over.
-Bytes tiffOfStream(std::span<const std::uint8_t> stream, std::size_t bits, int width, int height,
-                   std::span<const std::uint8_t> filler)
+// Makes a TIFF file of the bytes, in which the stream lies behind room for a header: with the first bits of the stream
+// and, behind them, the filler. Bits behind the first ones are lost.
+std::span<const std::uint8_t> tiffOfStream(Bytes& bytes, std::size_t bits, int width, int height,
+                                           std::span<const std::uint8_t> filler)
 {
     const std::size_t whole = bits / 8;
     const int rest = int(bits % 8);
-    Bytes tiff = tiffHeaderForStrip(width, height, whole + filler.size() + 1);
-    tiff.reserve(tiff.size() + whole + filler.size() + 1);
-    tiff.insert(tiff.end(), stream.begin(), stream.begin() + std::ptrdiff_t(whole));
-    std::uint8_t carried = rest > 0 ? std::uint8_t(stream[whole] & 0xFF << (8 - rest)) : std::uint8_t(0);
+    const std::size_t length = whole + filler.size() + 1;
+    std::ranges::copy(tiffHeaderForStrip(width, height, length), bytes.begin());
+    auto at = bytes.begin() + std::ptrdiff_t(headerSize + whole);
+    std::uint8_t carried = rest > 0 ? std::uint8_t(*at & 0xFF << (8 - rest)) : std::uint8_t(0);
     for (const std::uint8_t byte : filler) {
-        tiff.push_back(std::uint8_t(carried | byte >> rest));
+        *at++ = std::uint8_t(carried | byte >> rest);
         carried = std::uint8_t(byte << (8 - rest));
     }
-    tiff.push_back(carried);
-    return tiff;
+    *at = carried;
+    return std::span(bytes).first(headerSize + length);
 }
 
-void decodeRows(const Bytes& tiffBytes, Bitmap& bitmap, int firstRow, int rowCount, bool inverted)
+// Calls take(y, bytes) with each row.
+template <typename Take> void decodeRows(std::span<const std::uint8_t> tiffBytes, int firstRow, int rowCount, Take take)
 {
-    MemorySource source(std::as_bytes(std::span(tiffBytes)));
+    MemorySource source(std::as_bytes(tiffBytes));
     TiffHandle tiff(source);
     tiff.forgetComplaints();
     Bytes bytes(std::size_t(TIFFScanlineSize(tiff.get())));
-    for (int y = 0; y < rowCount; ++y) {
-        if (TIFFReadScanline(tiff.get(), bytes.data(), std::uint32_t(y)) != 1 || tiff.faulty())
-            tiff.fail("The group 4 data is damaged or cut off at row " + std::to_string(firstRow + y));
-        wordsFromBytes(bitmap.row(firstRow + y), bytes.data(), bitmap.width(), inverted);
+    for (int y = firstRow; y < firstRow + rowCount; ++y) {
+        if (TIFFReadScanline(tiff.get(), bytes.data(), std::uint32_t(y - firstRow)) != 1 || tiff.faulty())
+            tiff.fail("The group 4 data is damaged or cut off at row " + std::to_string(y));
+        take(y, bytes.data());
     }
 }
+
+// Passes on what libtiff writes behind the header of its file.
+class StripSink : public ByteSink
+{
+public:
+    explicit StripSink(ByteSink& target) : m_target(target) {}
+
+    std::uint64_t size() const override { return m_size; }
+    void write(std::uint64_t offset, const void* bytes, std::size_t count) override
+    {
+        const bool header = offset == 0;
+        if (!header && offset != m_size)
+            throw ImagingError("The image can't be encoded.");
+        m_size = offset + count;
+        if (m_size > longestGroup4Stream)
+            throw ImagingError("In one piece of group 4 data the image takes too much room; TIFF has it in several.");
+        if (!header)
+            m_target.append(bytes, count);
+    }
+
+private:
+    ByteSink& m_target;
+    std::uint64_t m_size = 0;
+};
 
 } // namespace
 
 std::vector<std::uint8_t> encodeGroup4(const Bitmap& bitmap, int firstRow, int rowCount)
 {
+    MemorySink stream;
+    encodeGroup4(bitmap, firstRow, rowCount, stream);
+    Bytes bytes(stream.size());
+    std::transform(stream.bytes().begin(), stream.bytes().end(), bytes.begin(),
+                   [](std::byte byte) { return std::to_integer<std::uint8_t>(byte); });
+    return bytes;
+}
+
+void encodeGroup4(const Bitmap& bitmap, int firstRow, int rowCount, ByteSink& target)
+{
     constexpr tmsize_t bufferSize = 1 << 16;
-    MemorySink sink;
+    StripSink sink(target);
     TiffHandle tiff(sink);
     tiff.setTag(TIFFTAG_IMAGEWIDTH, std::uint32_t(bitmap.width()));
     tiff.setTag(TIFFTAG_IMAGELENGTH, std::uint32_t(rowCount));
@@ -141,27 +179,31 @@ std::vector<std::uint8_t> encodeGroup4(const Bitmap& bitmap, int firstRow, int r
     tiff.setTag(TIFFTAG_FILLORDER, FILLORDER_MSB2LSB);
     if (!TIFFWriteBufferSetup(tiff.get(), nullptr, bufferSize))
         tiff.fail("The image can't be encoded");
-
-    const std::size_t start = sink.size();
     Bytes bytes(bytesPerRow(bitmap.width()));
     for (int y = 0; y < rowCount; ++y) {
         bytesFromWords(bytes.data(), bitmap.row(firstRow + y), bitmap.width(), false);
-        if (TIFFWriteScanline(tiff.get(), bytes.data(), std::uint32_t(y)) != 1)
+        // libtiff goes on when only a part of its buffer could be written.
+        if (TIFFWriteScanline(tiff.get(), bytes.data(), std::uint32_t(y)) != 1 || tiff.faulty())
             tiff.fail("The image can't be encoded");
     }
-    if (!TIFFFlushData(tiff.get()))
+    if (!TIFFFlushData(tiff.get()) || tiff.faulty())
         tiff.fail("The image can't be encoded");
-
-    Bytes stream(sink.size() - start);
-    std::transform(sink.bytes().begin() + std::ptrdiff_t(start), sink.bytes().end(), stream.begin(),
-                   [](std::byte byte) { return std::to_integer<std::uint8_t>(byte); });
-    return stream;
 }
 
-void decodeGroup4(std::span<const std::uint8_t> stream, Bitmap& bitmap, int firstRow, int rowCount, bool inverted)
+Group4Stream::Group4Stream(std::uint64_t size) : m_size(std::size_t(size))
 {
-    constexpr std::size_t most = std::size_t(1) << 31; // more than any image that can be worked on takes
-    stream = stream.first(std::min(stream.size(), most));
+    if (size > longestGroup4Stream)
+        throw ImagingError("The file has too much group 4 data in one piece.");
+    m_bytes.resize(headerSize + m_size + longestFiller + 1);
+}
+
+std::uint8_t* Group4Stream::data()
+{
+    return m_bytes.data() + headerSize;
+}
+
+void decodeGroup4(Group4Stream& stream, Bitmap& bitmap, int firstRow, int rowCount, bool inverted)
+{
     if (std::size_t(rowCount) > stream.size() * 8) { // a row takes one bit at least
         throw ImagingError("The file holds less group 4 data than its " + std::to_string(bitmap.height()) +
                            " rows can take.");
@@ -169,21 +211,24 @@ void decodeGroup4(std::span<const std::uint8_t> stream, Bitmap& bitmap, int firs
 
     // At the end of its data libtiff goes on with zeros, takes them for the end-of-block mark and silently leaves the
     // rest white. Behind the pixels it therefore gets codes that it does not accept.
-    static constexpr std::uint8_t unacceptable[] = {0x03, 0xC0, 0xF0, 0x3C, 0x0F, 0x03, 0xC0, 0xF0, 0x3C, 0x0F};
-    const StreamEnd end = findEnd(stream);
-    decodeRows(tiffOfStream(stream, end.bits, bitmap.width(), rowCount, unacceptable), bitmap, firstRow, rowCount,
-               inverted);
+    static constexpr std::uint8_t unacceptable[longestFiller] = {0x03, 0xC0, 0xF0, 0x3C, 0x0F,
+                                                                 0x03, 0xC0, 0xF0, 0x3C, 0x0F};
+    const int width = bitmap.width();
+    const StreamEnd end = findEnd({stream.data(), stream.size()});
+    decodeRows(tiffOfStream(stream.m_bytes, end.bits, width, rowCount, unacceptable), firstRow, rowCount,
+               [&](int y, const std::uint8_t* row) { wordsFromBytes(bitmap.row(y), row, width, inverted); });
     if (end.marked)
         return;
 
     // Without the mark the last code may have been cut in two. It was not if other bits behind it give the same rows.
     static constexpr std::uint8_t otherwise[] = {0xFF, 0xFF, 0x00, 0xFF, 0x00, 0xFF};
-    Bitmap again = Bitmap::uninitialized({bitmap.width(), rowCount});
-    decodeRows(tiffOfStream(stream, end.bits, bitmap.width(), rowCount, otherwise), again, 0, rowCount, inverted);
-    for (int y = 0; y < rowCount; ++y) {
-        if (!std::equal(again.row(y), again.row(y) + again.wordsPerRow(), bitmap.row(firstRow + y)))
-            throw ImagingError("The group 4 data is cut off at row " + std::to_string(firstRow + y) + ".");
-    }
+    std::vector<std::uint64_t> again(std::size_t(bitmap.wordsPerRow()));
+    decodeRows(tiffOfStream(stream.m_bytes, end.bits, width, rowCount, otherwise), firstRow, rowCount,
+               [&](int y, const std::uint8_t* row) {
+                   wordsFromBytes(again.data(), row, width, inverted);
+                   if (!std::equal(again.begin(), again.end(), bitmap.row(y)))
+                       throw ImagingError("The group 4 data is cut off at row " + std::to_string(y) + ".");
+               });
 }
 
 } // namespace imaging

@@ -18,6 +18,9 @@ constexpr std::string_view tiffExtensions[] = {"tif", "tiff"};
 constexpr std::string_view calsExtensions[] = {"cal", "cals", "ct1", "ras", "gp4", "cg4", "mil", "rst"};
 constexpr std::string_view pngExtensions[] = {"png"};
 constexpr std::string_view bmpExtensions[] = {"bmp", "dib"};
+constexpr std::string_view pcxExtensions[] = {"pcx"};
+constexpr std::string_view jpegExtensions[] = {"jpg", "jpeg", "jpe", "jfif"};
+constexpr std::string_view photoCdExtensions[] = {"pcd"};
 
 struct Row
 {
@@ -31,10 +34,13 @@ constexpr Row table[] = {
     {{Format::Cals, "CALS", calsExtensions, true}, &calsCodec},
     {{Format::Png, "PNG", pngExtensions, true}, &pngCodec},
     {{Format::Bmp, "BMP", bmpExtensions, true}, &bmpCodec},
+    {{Format::Pcx, "PCX", pcxExtensions, true}, &pcxCodec},
     {{Format::TiffUncompressed, "TIFF uncompressed", tiffExtensions, true}, &tiffCodec},
     {{Format::TiffPackBits, "TIFF PackBits", tiffExtensions, true}, &tiffCodec},
     {{Format::TiffDeflate, "TIFF deflate", tiffExtensions, true}, &tiffCodec},
     {{Format::TiffOther, "TIFF", tiffExtensions, false}, &tiffCodec},
+    {{Format::Jpeg, "JPEG", jpegExtensions, false}, &jpegCodec},
+    {{Format::PhotoCd, "Photo CD", photoCdExtensions, false}, &photoCdCodec},
 };
 
 constexpr auto descriptions = [] {

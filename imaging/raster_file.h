@@ -36,6 +36,9 @@ enum class Format : std::uint32_t
     TiffOther = 104, // a TIFF in a compression that is read but not written (group 3, LZW and the like)
     Png = 110,
     Bmp = 111,
+    Pcx = 112,
+    Jpeg = 113,
+    PhotoCd = 114,
 };
 
 struct RasterInfo

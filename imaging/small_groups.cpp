@@ -11,11 +11,15 @@
 #include <vector>
 
 #include "imaging/bits.h"
+#include "imaging/error.h"
 #include "imaging/parallel.h"
 
 namespace imaging {
 
 namespace {
+
+// At some 50 bytes each, with their groups and while they are moved to larger memory, 650 MB.
+constexpr std::size_t mostRuns = 13'000'000;
 
 // The runs of one window and the groups that they form.
 class Window
@@ -36,6 +40,8 @@ public:
         std::size_t current = 0;
         for (int y = top; y < bottom; ++y) {
             findRuns(y);
+            if (m_runs.size() > mostRuns)
+                throw ImagingError("The image has too many small parts for a filter of this size.");
             joinRow(previous, current, y);
             previous = current;
             current = m_runs.size();
@@ -189,8 +195,12 @@ void removeSmallGroups(Bitmap& bitmap, GroupsOf kind, int side, const Region* re
     side = std::min(side, std::max(bitmap.width(), bitmap.height()));
     const int height = std::max(256, side + 2);
     const int bands = (area.height() + height - 1) / height;
+    // As many windows at a time as may together hold that many runs, whatever the pixels.
+    const std::int64_t most = std::int64_t(height + side + 2) * (bitmap.width() / 2 + 1);
+    const int windows = int(std::max<std::int64_t>(1, std::int64_t(mostRuns) / most));
     for (int first : {0, 1}) {
-        inParallel((bands - first + 1) / 2, 1, [&](int begin, int end) {
+        const int count = (bands - first + 1) / 2;
+        inParallel(count, (count + windows - 1) / windows, [&](int begin, int end) {
             Window window(bitmap, kind, side, region);
             for (int i = begin; i < end; ++i) {
                 const int top = area.top + (2 * i + first) * height;

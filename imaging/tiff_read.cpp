@@ -256,9 +256,9 @@ std::uint32_t rowsPerStrip(const TiffHandle& tiff, const Layout& layout)
                                      std::uint32_t(layout.stored.height));
 }
 
-std::vector<std::uint8_t> rawStrip(TiffHandle& tiff, int strip, std::uint64_t size, bool reversed)
+Group4Stream rawStrip(TiffHandle& tiff, int strip, std::uint64_t size, bool reversed)
 {
-    std::vector<std::uint8_t> bytes(size);
+    Group4Stream bytes(size);
     if (TIFFReadRawStrip(tiff.get(), std::uint32_t(strip), bytes.data(), tmsize_t(size)) != tmsize_t(size))
         tiff.fail(damaged);
     if (reversed)
@@ -274,7 +274,7 @@ void readGroup4Strips(TiffHandle& tiff, const Layout& layout, ByteSource& source
     const int count = (layout.stored.height + stripRows - 1) / stripRows;
     const bool reversed = tiff.shortTag(TIFFTAG_FILLORDER, FILLORDER_MSB2LSB) == FILLORDER_LSB2MSB;
     for (int first = 0; first < count;) {
-        std::vector<std::vector<std::uint8_t>> strips;
+        std::vector<Group4Stream> strips;
         for (std::uint64_t together = 0; first + int(strips.size()) < count && together < worthTogether;) {
             const int strip = first + int(strips.size());
             const std::uint64_t size = TIFFRawStripSize64(tiff.get(), std::uint32_t(strip));

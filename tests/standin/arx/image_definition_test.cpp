@@ -147,6 +147,59 @@ TEST_F(ImageDefinitionTest, WholeDotsPerInchSurviveTheWayThroughMillimetres)
     }
 }
 
+// A JPEG of 8 x 8 black pixels in grey, as ImageMagick wrote it.
+constexpr std::string_view blackJpeg =
+    "ffd8ffe000104a46494600010100000100010000ffdb00430001010101010101010101010101010101010101010101010101"
+    "010101010101010101010101010101010101010101010101010101010101010101010101010101ffc0000b08000800080101"
+    "1100ffc4001400010000000000000000000000000000000bffc40014100100000000000000000000000000000000ffda0008"
+    "010100003f003ff7ffd9";
+
+std::string fromHex(std::string_view digits)
+{
+    std::string bytes;
+    for (std::size_t i = 0; i + 1 < digits.size(); i += 2)
+        bytes.push_back(char(std::stoi(std::string(digits.substr(i, 2)), nullptr, 16)));
+    return bytes;
+}
+
+TEST_F(ImageDefinitionTest, ColoursAreReportedAsTheyAreStored)
+{
+    std::string pcx(128, '\0'); // two pixels, red and white, in three planes of 8 bits
+    pcx.replace(0, 4, std::string("\x0A\x05\x00\x08", 4));
+    pcx[8] = 1;
+    pcx[65] = 3;
+    pcx[66] = 2;
+    pcx += "\xFF\xFF";
+    pcx += std::string("\0\xFF", 2) + std::string("\0\xFF", 2);
+    std::string photoCd(96 * 2048 + 768 * 512 * 3 / 2, '\0');
+    photoCd.replace(2048, 7, "PCD_IPI");
+    photoCd[0xE02] = 1; // stands upright after a quarter turn
+    const struct
+    {
+        const char* name;
+        std::string bytes;
+        int depth, width, height;
+    } cases[] = {
+        {"grey.jpg", fromHex(blackJpeg), 8, 8, 8},
+        {"colours.pcx", pcx, 24, 2, 1},
+        {"photo.pcd", photoCd, 24, 512, 768},
+    };
+    for (const auto& c : cases) {
+        const std::filesystem::path file = folder / c.name;
+        std::ofstream(file, std::ios::binary) << c.bytes;
+        AcDbRasterImageDef definition;
+        definition.setSourceFileName(file.c_str());
+        EXPECT_EQ(definition.load(), Acad::eOk) << c.name;
+        EXPECT_EQ(definition.colorDepth(), c.depth) << c.name;
+        EXPECT_EQ(definition.size().x, c.width) << c.name;
+        EXPECT_EQ(definition.size().y, c.height) << c.name;
+        Atil::Image* image = nullptr;
+        ASSERT_EQ(definition.openImage(image), Acad::eOk);
+        EXPECT_TRUE(image->pixels()->ink(0, 0)) << c.name;
+        EXPECT_EQ(definition.closeImage(), Acad::eOk);
+    }
+}
+
 TEST_F(ImageDefinitionTest, WhatCannotBeLoaded)
 {
     AcDbRasterImageDef missing;

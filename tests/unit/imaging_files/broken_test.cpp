@@ -75,7 +75,10 @@ protected:
         for (const char* const kind :
              {"-type TrueColor -compress zip TIFF:", "-type TrueColor -depth 8 -interlace plane -compress lzw TIFF:",
               "-type ColorSeparation -depth 8 -compress none TIFF:", "-type TrueColor BMP3:", "PNG24:",
-              "-interlace PNG PNG32:", "-define png:color-type=3 -define png:bit-depth=2 PNG:"}) {
+              "-type TrueColor PCX:", "-type Palette -compress none PCX:", "-type Grayscale -quality 100 JPEG:",
+              "-type TrueColor -quality 100 JPEG:", "-interlace JPEG -type TrueColor -quality 100 JPEG:",
+              "-colorspace CMYK -quality 100 JPEG:", "-interlace PNG PNG32:",
+              "-define png:color-type=3 -define png:bit-depth=2 PNG:"}) {
             runTool(std::string("convert plan.tif ") + kind + "sample");
             result.push_back({kind, contentOf<Bytes>(file("sample")), sampleBitmap(20, 13)});
         }
@@ -230,11 +233,34 @@ TEST_F(Broken, ASmallFileGetsNoMemoryForWhatItOnlyClaims)
             .longTag(TIFFTAG_ROWSPERSTRIP, height)
             .longTag(TIFFTAG_STRIPBYTECOUNTS, 4);
     };
+    runTool("convert -size 16x16 xc:white baseline.jpg");
+    runTool("convert -size 16x16 xc:white -interlace JPEG progressive.jpg");
+    const auto jpeg = [&](const std::string& name) {
+        Bytes bytes = contentOf<Bytes>(file(name));
+        for (std::size_t at = 0; at + 9 < bytes.size(); ++at)
+            if (bytes[at] == 0xFF && (bytes[at + 1] == 0xC0 || bytes[at + 1] == 0xC2)) {
+                for (const std::size_t side : {at + 5, at + 7})
+                    bytes[side] = 0x80; // 32,784
+                break;
+            }
+        return bytes;
+    };
+    const auto pcx = [](std::uint8_t bits, std::uint8_t planes, std::uint8_t compressed) {
+        Bytes bytes(200, 0xFF);
+        const Bytes header = {10, 5, compressed, bits, 0, 0, 0, 0, 0xFF, 0xFF, 0xFE, 0x7E};
+        std::copy(header.begin(), header.end(), bytes.begin());
+        bytes[65] = planes;
+        return bytes;
+    };
     const struct
     {
         const char* name;
         Bytes bytes;
     } cases[] = {
+        {"a bilevel PCX of 256 MB", pcx(1, 1, 1)},
+        {"colours in a PCX", pcx(8, 3, 0)},
+        {"a baseline JPEG of a gigapixel", jpeg("baseline.jpg")},
+        {"a progressive JPEG of a gigapixel", jpeg("progressive.jpg")},
         {"a text of 2 GB in a PNG", png(0, 1, 0, 0, chunk("tEXt", 0x7FFFFFF0, {'x'}))},
         {"a profile of 2 GB in a PNG", png(0, 1, 0, 0, chunk("iCCP", 0x7FFFFFF0, {'x'}))},
         {"pixels of 2 GB in a PNG", png(0x10, 8, 6, 0, chunk("IDAT", 0x7FFFFFF0, {0x78, 0x9C}))},
@@ -270,6 +296,7 @@ TEST_F(Broken, ErrorsNameTheFileAndTheFault)
          {'B', 'M', 'W', ' ', 'i', 's', ' ', 'a', ' ', 'c', 'a', 'r', ' ', 'm', 'a', 'k', 'e', 'r', '.'},
          "not a raster file"},
         {"stump.tif", {'I', 'I', 42, 0, 200, 0, 0, 0}, "TIFF"},
+        {"stump.jpg", {0xFF, 0xD8, 0xFF, 0xE0, 0, 16, 'J', 'F'}, "JPEG"},
     };
     for (const auto& c : cases) {
         saveBytes(file(c.name), c.bytes);

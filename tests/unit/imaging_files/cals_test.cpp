@@ -161,3 +161,10 @@ TEST_F(Cals, FaultsAreToldInWords)
     short2.resize(1000);
     EXPECT_THAT(errorOf([&] { readRaster(asBytes(short2)); }), HasSubstr("ends too early"));
 }
+
+TEST_F(Cals, MoreDataThanMemoryIsThereForIsRefused)
+{
+    writeRaster(file("plan.cal"), Bitmap({65535, 32767}), {}, Format::Cals);
+    std::filesystem::resize_file(file("plan.cal"), 700u << 20); // a hole on the disk
+    EXPECT_THAT(errorOf([&] { readRaster(file("plan.cal")); }), HasSubstr("too much group 4 data"));
+}

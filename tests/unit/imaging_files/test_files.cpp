@@ -75,3 +75,40 @@ Bitmap FilesTest::seenByImageMagick(const std::string& name) const
     std::filesystem::remove(m_folder / "seen.pbm");
     return bitmap;
 }
+
+Bitmap FilesTest::darkInPpmOf(const std::string& commandLine) const
+{
+    runTool("{ " + commandLine + "; } >seen.ppm"); // its messages go elsewhere
+    std::ifstream stream(m_folder / "seen.ppm", std::ios::binary);
+    std::string magic;
+    int width = 0;
+    int height = 0;
+    int full = 0;
+    stream >> magic >> width >> height >> full;
+    stream.get();
+    EXPECT_EQ(magic + " " + std::to_string(full), "P6 255") << commandLine;
+    Bitmap bitmap({width, height});
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            const int red = stream.get();
+            const int green = stream.get();
+            const int blue = stream.get();
+            bitmap.setInk(x, y, 0.299 * red + 0.587 * green + 0.114 * blue < 127.5 - 1e-9);
+        }
+    EXPECT_TRUE(stream) << commandLine;
+    std::filesystem::remove(m_folder / "seen.ppm");
+    return bitmap;
+}
+
+void FilesTest::saveColours(const std::string& name, int width, int height) const
+{
+    const std::string head = "P6 " + std::to_string(width) + " " + std::to_string(height) + " 255\n";
+    Bytes bytes(head.begin(), head.end());
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            bytes.push_back(std::uint8_t(255 * x / width));
+            bytes.push_back(std::uint8_t((x * 5 + y * 11) % 256));
+            bytes.push_back(std::uint8_t(255 * y / height));
+        }
+    saveBytes(file(name), bytes);
+}

@@ -8,8 +8,8 @@
 #include "tests/support/pictures.h"
 
 // What the tests of the file formats share. The pictures that they expect come from rules or drawings of their own;
-// other programs (ImageMagick's convert, libtiff-tools) write the files that are read and read the files that are
-// written.
+// other programs (ImageMagick's convert, libtiff-tools, netpbm) write the files that are read and read the files that
+// are written.
 
 using Bytes = std::vector<std::uint8_t>;
 
@@ -45,6 +45,12 @@ protected:
 
     /// The picture that ImageMagick sees in a file of the folder.
     imaging::Bitmap seenByImageMagick(const std::string& name) const;
+
+    /// Of the PPM that a command line prints: ink where the colours are darker than half.
+    imaging::Bitmap darkInPpmOf(const std::string& commandLine) const;
+
+    /// Saves a picture with all kinds of colours, near half and far from it, as PPM.
+    void saveColours(const std::string& name, int width, int height) const;
 
     TemporaryFolder m_folder;
 };

@@ -56,7 +56,9 @@ TEST_F(Writing, AnotherProgramSeesThePictureAndTheResolution)
             const Bitmap seen = sampleBitmap(width, 1100); // more than one strip of each kind
             const std::string name = "out." + std::string(format.extensions[0]);
             writeRaster(file(name), seen, {300, 300}, format.format);
-            ASSERT_TRUE(samePicture(seen, seenByImageMagick(name)));
+            // ImageMagick takes a 1 in a bilevel PCX for black whatever the palette says.
+            const bool pcx = format.format == Format::Pcx;
+            ASSERT_TRUE(samePicture(seen, pcx ? darkInPpmOf("pcxtoppm " + name) : seenByImageMagick(name)));
             const double dots = std::stod(runTool("identify -units PixelsPerInch -format '%x' " + name));
             EXPECT_NEAR(dots, 300, 0.01);
             const RasterFile read = readRaster(file(name));
@@ -73,6 +75,8 @@ TEST_F(Writing, TheLongestSidesComeBackFromEveryFormat)
         Bitmap bitmap(size);
         bitmap.setInk(size.width - 1, size.height - 1, true);
         for (const FormatDescription& format : writableFormats()) {
+            if (format.format == Format::Pcx) // whose sides have 16 bits
+                continue;
             writeRaster(file("out"), bitmap, {}, format.format);
             EXPECT_TRUE(readRaster(file("out")).bitmap == bitmap) << format.name;
         }
