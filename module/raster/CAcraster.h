@@ -174,6 +174,9 @@ public:
     /// then loads the image anew. On failure the file and the edited image are as they were, and the command line says
     /// why; where one of them can't stay in its place, it says where that lies.
     bool SaveAs(const CString& path, DWORD formatCode, CRgn* region);
+    /// An image that was only wrapped, and that can't be saved, is written to a temporary file, which stays; the
+    /// command line says where it lies.
+    void LeaveInFileIfBorrowed() const;
 
 private:
     enum class Life
@@ -194,6 +197,7 @@ private:
     bool ExportEntities(const AcDbObjectIdArray& entities, const CString& path);
     bool IsOwnFile(const CString& path) const;
     bool SendSave(const CString& source, const CString& target, DWORD formatCode, CRgn* region) const;
+    void KeepIfBorrowed(CTempFile& file) const;
     bool SaveOntoOwnFile(CTempFile& source, const CString& path, DWORD formatCode, CRgn* region);
     void LetGoOfFile();
     std::unique_ptr<Atil::Image> Load();

@@ -106,7 +106,24 @@ bool CAcraster::SaveAs(const CString& path, DWORD formatCode, CRgn* region)
     if (SendSave(source.m_strPath, path, formatCode, part))
         return true;
     SayOnCommandLine(workerFailed);
+    KeepIfBorrowed(source);
     return false;
+}
+
+void CAcraster::LeaveInFileIfBorrowed() const
+{
+    CTempFile file;
+    if (m_life == Life::Borrowed && WriteTiff(file.m_strPath))
+        KeepIfBorrowed(file);
+}
+
+// An image that the host is about to delete lives on in its file alone.
+void CAcraster::KeepIfBorrowed(CTempFile& file) const
+{
+    if (m_life != Life::Borrowed)
+        return;
+    file.m_nKeep = 1;
+    SayOnCommandLine(L"The edited raster lies in " + file.m_strPath);
 }
 
 bool CAcraster::SendSave(const CString& source, const CString& target, DWORD formatCode, CRgn* region) const
@@ -126,6 +143,7 @@ bool CAcraster::SaveOntoOwnFile(CTempFile& source, const CString& path, DWORD fo
 {
     if (IsMarkedReadOnly(path)) {
         SayOnCommandLine(L"The raster was not saved: its file is write-protected.");
+        KeepIfBorrowed(source);
         return false;
     }
     const CString name(m_objects.m_pDefinition->activeFileName());

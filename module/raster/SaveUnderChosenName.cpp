@@ -48,6 +48,7 @@ bool SaveUnderChosenName(CAcraster& raster, CRgn* region)
     const std::optional<DWORD> formatCode = raster.QueryFormatCode(choice.filterIndex);
     if (!formatCode) {
         SayOnCommandLine(L"The raster was not saved: nobody knows the file format.");
+        raster.LeaveInFileIfBorrowed();
         return false;
     }
     const CWaitCursor wait;
