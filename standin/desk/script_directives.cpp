@@ -82,6 +82,8 @@ const Directive table[] = {
     row(L"expect box", text, &Player::expectBox),
     row(L"expect no box", &Player::expectNoBox),
     row(L"expect text", readControlText, &Player::expectText),
+    row(L"expect row", readControlText, &Player::expectRow),
+    row(L"expect control", readControlState, &Player::expectControl),
     row(L"expect said", text, &Player::expectSaid),
     row(L"expect breach", text, &Player::expectBreach),
     row(L"expect file", path, &Player::expectFile),

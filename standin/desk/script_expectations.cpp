@@ -1,5 +1,6 @@
 // The steps of a script that look at what has come out.
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 
@@ -12,6 +13,7 @@ namespace {
 
 // What is expected has this long to come true.
 constexpr int patience = 5'000;
+constexpr std::size_t mostRowsTold = 20;
 
 std::wstring inQuotes(const std::wstring& text)
 {
@@ -124,6 +126,57 @@ void Player::expectText(const ControlText& expected)
         throw Miss{found != nullptr ? L"control " + std::to_wstring(expected.id) + L" says " + inQuotes(text)
                                     : L"there is no control " + std::to_wstring(expected.id)};
     }
+}
+
+void Player::expectRow(const ControlText& expected)
+{
+    const HWND dialog = dialogInFront();
+    std::vector<std::wstring> rows;
+    if (!comesTrue(
+            [&] {
+                const HWND found = findControl(dialog, expected.id);
+                rows = found != nullptr ? rowTexts(found) : std::vector<std::wstring>{};
+                return std::ranges::find(rows, expected.text) != rows.end();
+            },
+            patience)) {
+        std::wstring seen = L"control " + std::to_wstring(expected.id) + L" has " + std::to_wstring(rows.size()) +
+                            (rows.empty() ? L" rows" : L" rows, the first of them:");
+        for (std::size_t row = 0; row < std::min<std::size_t>(rows.size(), mostRowsTold); ++row)
+            seen += L"\n    " + inQuotes(rows[row]);
+        throw Miss{seen};
+    }
+}
+
+void Player::expectControl(const ControlInState& expected)
+{
+    const HWND dialog = dialogInFront();
+    std::wstring seen;
+    const auto note = [&](bool holds, const wchar_t* otherwise) {
+        seen = otherwise;
+        return holds;
+    };
+    if (!comesTrue(
+            [&] {
+                const HWND found = findControl(dialog, expected.id);
+                if (found == nullptr)
+                    return note(false, L"it is not there");
+                const bool ticked = SendMessageW(found, BM_GETCHECK, 0, 0) == BST_CHECKED;
+                switch (expected.state) {
+                case ControlState::usable:
+                    return note(IsWindowEnabled(found), L"it is greyed");
+                case ControlState::greyed:
+                    return note(!IsWindowEnabled(found), L"it is usable");
+                case ControlState::ticked:
+                    return note(ticked, L"it is clear");
+                case ControlState::clear:
+                    return note(!ticked, L"it is ticked");
+                default:
+                    return note(inputState(m_foothold.threadId()).hwndFocus == editWithin(found),
+                                L"it has not the focus");
+                }
+            },
+            patience))
+        throw Miss{L"control " + std::to_wstring(expected.id) + L": " + seen};
 }
 
 void Player::expectFileToBe(const std::filesystem::path& path, bool present)

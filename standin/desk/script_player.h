@@ -87,6 +87,8 @@ public:
     void expectBox(const std::wstring& text);
     void expectNoBox();
     void expectText(const ControlText& expected);
+    void expectRow(const ControlText& expected);
+    void expectControl(const ControlInState& expected);
     void expectSaid(const std::wstring& text);
     /// The host will note a breach of its rules by a module, in these words among others, by the end of the run.
     void expectBreach(const std::wstring& text);

@@ -119,6 +119,20 @@ ControlText readControlText(Words& words)
     return {id, words.remainder()};
 }
 
+ControlInState readControlState(Words& words)
+{
+    static const std::map<std::wstring, ControlState> states = {{L"usable", ControlState::usable},
+                                                                {L"greyed", ControlState::greyed},
+                                                                {L"ticked", ControlState::ticked},
+                                                                {L"clear", ControlState::clear},
+                                                                {L"focused", ControlState::focused}};
+    const int id = words.number("the control's id");
+    const auto found = states.find(words.next("the control's state"));
+    if (found == states.end())
+        throw ScriptError("a control is usable, greyed, ticked, clear or focused");
+    return {id, found->second};
+}
+
 int readPushButton(Words& words)
 {
     if (words.take(L"ok"))

@@ -71,6 +71,21 @@ struct ControlText
 };
 ControlText readControlText(Words& words);
 
+enum class ControlState
+{
+    usable,
+    greyed,
+    ticked,
+    clear,
+    focused
+};
+struct ControlInState
+{
+    int id = 0;
+    ControlState state = ControlState::usable;
+};
+ControlInState readControlState(Words& words);
+
 /// The number of a dialog's button, which may be "ok" or "cancel".
 int readPushButton(Words& words);
 /// IDYES, IDNO, IDOK or IDCANCEL.

@@ -1,5 +1,6 @@
 #include "standin/desk/script_windows.h"
 
+#include <algorithm>
 #include <commctrl.h>
 
 namespace desk::script {
@@ -9,6 +10,7 @@ constexpr int messageBoxTextId = 0xFFFF;
 // The file name's control in the system's file dialogs: the combined box, or the plain one.
 constexpr int fileNameIds[] = {1148, 1152};
 constexpr UINT getMenuHandle = 0x01E1; // MN_GETHMENU
+constexpr int longestRow = 600;
 
 struct ControlSearch
 {
@@ -43,6 +45,42 @@ std::vector<HWND> toolbars(DWORD threadId)
         },
         reinterpret_cast<LPARAM>(&found));
     return found;
+}
+
+std::vector<std::wstring> treeRows(HWND tree)
+{
+    std::vector<std::wstring> rows;
+    for (LRESULT item = SendMessageW(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0); item != 0;
+         item = SendMessageW(tree, TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, item)) {
+        wchar_t text[longestRow]{};
+        TVITEMW row{};
+        row.mask = TVIF_TEXT | TVIF_HANDLE;
+        row.hItem = reinterpret_cast<HTREEITEM>(item);
+        row.pszText = text;
+        row.cchTextMax = longestRow;
+        SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&row));
+        rows.emplace_back(row.pszText);
+    }
+    return rows;
+}
+
+std::vector<std::wstring> listRows(HWND list)
+{
+    const auto header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
+    const int columns = std::max(1, static_cast<int>(SendMessageW(header, HDM_GETITEMCOUNT, 0, 0)));
+    std::vector<std::wstring> rows(static_cast<std::size_t>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0)));
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        for (int column = 0; column < columns; ++column) {
+            wchar_t text[longestRow]{};
+            LVITEMW field{};
+            field.iSubItem = column;
+            field.pszText = text;
+            field.cchTextMax = longestRow;
+            SendMessageW(list, LVM_GETITEMTEXTW, row, reinterpret_cast<LPARAM>(&field));
+            rows[row] += (column > 0 ? L" " : L"") + std::wstring(field.pszText);
+        }
+    }
+    return rows;
 }
 
 } // namespace
@@ -113,6 +151,14 @@ HWND editWithin(HWND control)
     if (kind == L"ComboBox" && GetComboBoxInfo(control, &parts) && parts.hwndItem != nullptr)
         return parts.hwndItem;
     return control;
+}
+
+std::vector<std::wstring> rowTexts(HWND control)
+{
+    const std::wstring kind = classOf(control);
+    return kind == WC_TREEVIEWW   ? treeRows(control)
+           : kind == WC_LISTVIEWW ? listRows(control)
+                                  : std::vector<std::wstring>{};
 }
 
 HWND fileNameBox(HWND dialog)

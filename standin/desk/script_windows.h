@@ -23,6 +23,9 @@ bool isMessageBox(HWND dialog);
 std::wstring messageBoxText(HWND box);
 /// Where text typed into the control goes: the edit control of a combined box, or the control itself.
 HWND editWithin(HWND control);
+/// What the rows of a list or a tree say, those under closed branches left out; of a list with columns the fields with
+/// a blank between them. Empty for any other control.
+std::vector<std::wstring> rowTexts(HWND control);
 /// The name box of a file dialog; null if the dialog is none.
 HWND fileNameBox(HWND dialog);
 

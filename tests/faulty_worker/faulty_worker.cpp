@@ -5,6 +5,8 @@
 //   well          the real worker, HVV6-real.exe beside it, does the request
 //   holds         first has another process hold the file that a format query asks about; then well
 //   releases      first has that process let go of it; then well
+//   protects      first marks the file that a format query asks about as write-protected; then well
+//   unprotects    first takes that mark away; then well
 //   removes       first removes the file that a format query asks about; then well
 //   silent        ends before it says WORKING
 //   dies          ends after WORKING
@@ -19,6 +21,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <string>
 
 #include "workerlink/CMemMap.h"
@@ -136,6 +139,10 @@ void meddle(const std::string& how, const wchar_t* number)
         DeleteFileW(file.c_str());
         return;
     }
+    if (how == "protects" || how == "unprotects") {
+        SetFileAttributesW(file.c_str(), how == "protects" ? FILE_ATTRIBUTE_READONLY : FILE_ATTRIBUTE_NORMAL);
+        return;
+    }
     CloseHandle(start(ownPath(), std::wstring(holdOption) + L" \"" + file + L"\""));
     WaitForSingleObject(holding, INFINITE);
 }
@@ -161,7 +168,8 @@ int wmain(int argumentCount, wchar_t** arguments)
         return 99;
     const wchar_t* number = arguments[1];
     const std::string fault = takeFromPlan();
-    if (fault == "holds" || fault == "removes" || fault == "releases") {
+    static const std::set<std::string> meddling = {"holds", "releases", "protects", "unprotects", "removes"};
+    if (meddling.contains(fault)) {
         meddle(fault, number);
         return runRealWorker(number);
     }

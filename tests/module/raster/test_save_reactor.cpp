@@ -294,22 +294,41 @@ TEST_F(SaveReactor, WhatCouldNotBeSavedOverItsOwnFileIsAskedForAgain)
 
 TEST_F(SaveReactor, AQuestionWhoseSavingFailsLeavesTheEditInAFileAndSaysWhere)
 {
-    openEdited();
-    test::planWorker({"well", "well", "dies", "dies"});
+    const struct
     {
-        test::DialogDriver driver;
-        expectQuestion(driver, imageFile(0), IDYES);
-        expectFileDialog(driver, imageFile(0), IDOK);
-        standin::closeDrawing();
-    }
-    EXPECT_EQ(readPicture(imageFile(0)), steps);
+        const char* why;
+        std::vector<std::string> plan;
+        bool writeProtected;
+        const char* target;
+    } cases[] = {
+        {"the worker ends while it saves over the own file", {"well", "well", "dies", "dies"}, false, "image0.tif"},
+        {"the worker ends while it saves elsewhere", {"well", "well", "dies", "dies"}, false, "other.tif"},
+        {"the worker tells no format", {"dies", "dies", "dies", "dies"}, false, "other.tif"},
+        {"the own file is write-protected", {}, true, "image0.tif"},
+    };
     const std::wstring lies = L"The edited raster lies in ";
-    const auto said =
-        std::find_if(m_said.begin(), m_said.end(), [&](const std::wstring& line) { return line.starts_with(lies); });
-    ASSERT_NE(said, m_said.end());
-    const std::filesystem::path kept = said->substr(lies.size());
-    EXPECT_EQ(readPicture(kept), flippedSteps);
-    std::filesystem::remove(kept);
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.why);
+        openEdited();
+        test::planWorker(row.plan);
+        if (row.writeProtected)
+            SetFileAttributesW(imageFile(0).c_str(), FILE_ATTRIBUTE_READONLY);
+        {
+            test::DialogDriver driver;
+            expectQuestion(driver, imageFile(0), IDYES);
+            expectFileDialog(driver, file(row.target), IDOK);
+            standin::closeDrawing();
+        }
+        SetFileAttributesW(imageFile(0).c_str(), FILE_ATTRIBUTE_NORMAL);
+        EXPECT_EQ(readPicture(imageFile(0)), steps);
+        EXPECT_FALSE(std::filesystem::exists(file("other.tif")));
+        const auto said = std::find_if(m_said.begin(), m_said.end(),
+                                       [&](const std::wstring& line) { return line.starts_with(lies); });
+        ASSERT_NE(said, m_said.end());
+        const std::filesystem::path kept = said->substr(lies.size());
+        EXPECT_EQ(readPicture(kept), flippedSteps);
+        std::filesystem::remove(kept);
+    }
 }
 
 } // namespace

@@ -155,6 +155,8 @@ TEST(Script, MistakesNameTheirLineAndWhatWasExpected)
         {"@dialog \"Open", "line 1: the closing quotation mark is missing"},
         {"@expect rain", "line 1: there is no directive \"@expect rain\""},
         {"@expect pixel 1,2 grey", "line 1: a pixel is ink or paper"},
+        {"@expect control 5", "line 1: the control's state is missing"},
+        {"@expect control 5 red", "line 1: a control is usable, greyed, ticked, clear or focused"},
         {"@shot", "line 1: the path is missing"},
     };
     for (const auto& [text, message] : cases)
