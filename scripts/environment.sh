@@ -9,13 +9,15 @@ use_own_display() {
     export WINEPREFIX=$headless_prefix
 }
 
-# Sessions at the desk run beside the other tests: they have a display, and with it a clipboard and a pointer, and a Wine
-# prefix for themselves.
+# Sessions at the desk run beside the other tests, and in lanes beside each other: each lane has a display, and with it a
+# clipboard and a pointer, and a Wine prefix for itself. HALVORAN_SESSION_LANE is the number of the lane, if there are any.
 use_session_display() {
-    headless_prefix=$root/build/wine-sessions
+    local lane=${HALVORAN_SESSION_LANE:-0}
+    local display=HALVORAN_SESSION_DISPLAY_$lane
+    headless_prefix=$root/build/wine-sessions-$lane
     use_own_display
-    if [ -n "${HALVORAN_SESSION_DISPLAY:-}" ]; then
-        export DISPLAY=$HALVORAN_SESSION_DISPLAY
+    if [ -n "${!display:-}" ]; then
+        export DISPLAY=${!display}
     fi
 }
 

@@ -10,18 +10,6 @@ CString g_strWorkerPath;
 
 constexpr int attempts = 2;
 
-// False for a reply that breaks off.
-bool ReadReply(WorkerMessage& message, const WorkerRunResult& result)
-{
-    try {
-        DeserializeMessage(message, result.reply, result.replySize);
-        return true;
-    } catch (CException* exception) {
-        exception->Delete();
-        return false;
-    }
-}
-
 } // namespace
 
 void SetWorkerPath(const CString& path)
@@ -42,7 +30,8 @@ bool SendToWorker(WorkerMessage& message)
     for (int attempt = 0; attempt < attempts; ++attempt) {
         const WorkerRunResult result = RunWorker(workerPath, request.data(), static_cast<DWORD>(request.size()));
         if (result.ok && result.reply != nullptr) {
-            return ReadReply(message, result);
+            DeserializeMessage(message, result.reply, result.replySize);
+            return true;
         }
         // The difference survives the wrap of the tick count.
         if (GetTickCount() - begun > CurrentLinkLimits().secondAttempt)

@@ -5,9 +5,10 @@
 #include "module/base/ExtensionModule.h"
 #include "module/commands/PlaceRaster.h"
 #include "module/dialogs/CDLTAttache.h"
+#include "module/raster/AskWorker.h"
 #include "module/resources/resource.h"
 #include "module/shell/CFileDialogEx.h"
-#include "workerlink/SendToWorker.h"
+#include "workerlink/WorkerMessage.h"
 
 namespace {
 
@@ -89,7 +90,7 @@ void InsertRasterCommand()
     message.insertRaster.rasterFile = path;
     message.insertRaster.scale = dialog.GetScale();
     message.insertRaster.insertion = {dialog.m_insertion.x, dialog.m_insertion.y, dialog.m_insertion.z};
-    if (!SendToWorker(message)) {
+    if (!AskWorker(message)) {
         ShowError(notInserted);
         return;
     }

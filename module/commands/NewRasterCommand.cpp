@@ -5,7 +5,8 @@
 #include "module/commands/PlaceRaster.h"
 #include "module/dialogs/CDNewRaster.h"
 #include "module/dialogs/PaperSizes.h"
-#include "workerlink/SendToWorker.h"
+#include "module/raster/AskWorker.h"
+#include "workerlink/WorkerMessage.h"
 
 namespace {
 
@@ -41,7 +42,7 @@ void NewRasterCommand()
                                    PixelsOfLength(dialog.m_dHeight, dialog.m_nDpi)};
     message.newRaster.scale = dialog.GetScale();
     message.newRaster.insertion = PointOf(dialog.m_insertion);
-    if (!SendToWorker(message)) {
+    if (!AskWorker(message)) {
         ShowError(L"ERROR: Problem creating the new raster");
         return;
     }

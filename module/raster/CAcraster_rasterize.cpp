@@ -5,11 +5,12 @@
 #include "module/base/CTempFile.h"
 #include "module/base/ExtensionModule.h"
 #include "module/base/SayOnCommandLine.h"
+#include "module/raster/AskWorker.h"
 #include "module/raster/CAcraster.h"
 #include "module/raster/CCheckDef.h"
 #include "module/raster/CPenList.h"
 #include "module/raster/LentRegion.h"
-#include "workerlink/SendToWorker.h"
+#include "workerlink/WorkerMessage.h"
 
 namespace {
 
@@ -73,7 +74,7 @@ bool CAcraster::Rasterize(const AcDbObjectIdArray& entities, CPenList& pens)
     message.rasterize.corner1 = FlatPoint(PixelToWorld(CPoint(0, size.cy)));
     message.rasterize.corner2 = FlatPoint(PixelToWorld(CPoint(size.cx, 0)));
     const LentRegion region(message.rasterize.region, &inside);
-    if (!SendToWorker(message))
+    if (!AskWorker(message))
         return false;
     if (message.rasterize.result == NothingOverRaster) {
         AfxMessageBox(L"No raster under the entities");

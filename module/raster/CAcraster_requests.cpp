@@ -1,10 +1,11 @@
 // Operations that the worker does: the working image travels in a temporary TIFF file, which the worker rewrites.
 
 #include "module/base/CTempFile.h"
+#include "module/raster/AskWorker.h"
 #include "module/raster/CAcraster.h"
 #include "module/raster/ClipboardOfThisThread.h"
 #include "module/raster/LentRegion.h"
-#include "workerlink/SendToWorker.h"
+#include "workerlink/WorkerMessage.h"
 
 // A worker that fails leaves the image as it was, and nothing is said: the caller commits what it has.
 
@@ -17,7 +18,7 @@ bool CAcraster::RewriteByWorker(WorkerMessage& message, std::initializer_list<CS
     WriteTiff(file.m_strPath);
     for (CString* field : fileFields)
         *field = file.m_strPath;
-    return SendToWorker(message) && ReadBack(file.m_strPath);
+    return AskWorker(message) && ReadBack(file.m_strPath);
 }
 
 // Takes the image that the worker left in the file as the working image. False if there is none that can be read.
@@ -43,7 +44,7 @@ bool CAcraster::CopyToClipboard()
     message.copyToClipboard.file = file.m_strPath;
     const LentRegion region(message.copyToClipboard.region, m_pRegion.get());
     ReleaseClipboardOfThisThread();
-    return SendToWorker(message);
+    return AskWorker(message);
 }
 
 void CAcraster::PasteFromClipboard(CPoint position, bool transparent)

@@ -3,12 +3,13 @@
 #include "module/base/CScopeGuard.h"
 #include "module/base/CTempFile.h"
 #include "module/base/SayOnCommandLine.h"
+#include "module/raster/AskWorker.h"
 #include "module/raster/CAcraster.h"
 #include "module/raster/CSaveRaster.h"
 #include "module/raster/LentRegion.h"
 #include "module/raster/PendingFileSwap.h"
 #include "module/raster/SetAsideFile.h"
-#include "workerlink/SendToWorker.h"
+#include "workerlink/WorkerMessage.h"
 
 namespace {
 
@@ -78,7 +79,7 @@ RasterFormats CAcraster::QueryFormats() const
     message.formatQuery.file = GetFileName();
     message.formatQuery.filterIndex = ownFormat;
     message.formatQuery.formatCode = formatNotAsked;
-    if (!SendToWorker(message))
+    if (!AskWorker(message))
         message.formatQuery.filter.Empty();
     return {message.formatQuery.filter, message.formatQuery.filterIndex};
 }
@@ -89,7 +90,7 @@ std::optional<DWORD> CAcraster::QueryFormatCode(int filterIndex) const
     message.formatQuery.file = GetFileName();
     message.formatQuery.filterIndex = filterIndex;
     message.formatQuery.formatCode = formatNotAsked;
-    if (!SendToWorker(message) || message.formatQuery.formatCode < 0)
+    if (!AskWorker(message) || message.formatQuery.formatCode < 0)
         return std::nullopt;
     return static_cast<DWORD>(message.formatQuery.formatCode);
 }
@@ -146,7 +147,7 @@ bool CAcraster::SendSave(const CString& source, const CString& target, DWORD for
     message.convertFile.targetFile = target;
     message.convertFile.formatCode = formatCode;
     const LentRegion lent(message.convertFile.region, region);
-    return SendToWorker(message);
+    return AskWorker(message);
 }
 
 // The order: the host lets go of the file; the file is set aside; the worker writes its successor; the host loads it
