@@ -194,6 +194,42 @@ TEST_F(PlaceRaster, AWorkerThatFailsPlacesNothingAndLeavesNoFile)
     EXPECT_EQ(g_pArxApp->m_pRaster, nullptr);
 }
 
+TEST_F(PlaceRaster, AFileThatTheDrawingShowsIsLoadedAnewAndIsLeftAloneWhenItsImageWasEdited)
+{
+    const Picture flag = {"#..", "##."};
+    const Picture flipped = {"##.", "#.."};
+    for (const bool edited : {false, true}) {
+        openDrawing({flag});
+        makeCurrent(0);
+        if (edited) {
+            CCurentRaster current;
+            current.m_pRaster->FlipVertical();
+            current.m_pRaster->Reload(true);
+        }
+        m_said.clear();
+        {
+            DialogDriver driver;
+            driver.expectDialog([](HWND dialog) {
+                enter(dialog, IDC_NEW_WIDTH, L"25.4");
+                enter(dialog, IDC_NEW_HEIGHT, L"25.4");
+                enter(dialog, IDC_NEW_DPI, L"10");
+                press(dialog, IDC_NEW_BROWSE);
+            });
+            expectFile(driver, file("image0.tif"));
+            driver.expectDialog([](HWND question) { press(question, IDYES); });
+            driver.expectDialog([](HWND dialog) { press(dialog, IDOK); });
+            if (edited)
+                expectError(driver, L"ERROR: Problem creating the new raster");
+            const CDocumentLock lock;
+            NewRasterCommand();
+        }
+        EXPECT_EQ(readPicture(file("image0.tif")), edited ? flag : blank(10, 10));
+        EXPECT_EQ(pictureInDrawing(0), edited ? flipped : blank(10, 10));
+        EXPECT_EQ(m_said.size(), edited ? 1u : 0u);
+        forgetEdits();
+    }
+}
+
 TEST_F(PlaceRaster, ACancelledDialogGivesTheFormerRasterBack)
 {
     openDrawing({blank(4, 4)});
