@@ -27,7 +27,8 @@ bool MakeRaster(WorkerMessage& message)
 {
     const CShownFile shown(acdbHostApplicationServices()->workingDatabase(), message.newRaster.rasterFile);
     if (shown.IsEdited()) {
-        SayOnCommandLine(message.newRaster.rasterFile + L" is shown in the drawing and has changes that are not saved.");
+        SayOnCommandLine(message.newRaster.rasterFile +
+                         L" is shown in the drawing and has changes that are not saved.");
         return false;
     }
     if (!AskWorker(message))

@@ -99,7 +99,7 @@ protected:
         LinkLimits& limits = CurrentLinkLimits();
         const LinkLimits usual = limits;
         if (worker[0] == "silent")
-            limits.workerStart = 2000;
+            limits.workerStart = 500;
         if (worker[0] == "hangs")
             limits.workerRun = 500;
         test::planWorker(worker);
