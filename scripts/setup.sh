@@ -9,7 +9,7 @@ build_packages=(
 )
 test_packages=(
     libtiff-dev libpng-dev libjpeg62-turbo-dev zlib1g-dev
-    libtiff-tools imagemagick netpbm python3 python3-ezdxf clang-format
+    libtiff-tools imagemagick netpbm python3 python3-ezdxf clang clang-format
 )
 
 # ensure_packages NAME...: installs what is missing as root, or says the line that does.

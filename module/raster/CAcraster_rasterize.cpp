@@ -1,5 +1,7 @@
 // Burning entities of the drawing into the raster. The worker draws them, from a drawing file of their own.
 
+#include <memory>
+
 #include "module/base/CArxApp.h"
 #include "module/base/CScopeGuard.h"
 #include "module/base/CTempFile.h"

@@ -1,5 +1,8 @@
 // The working image in files: written as TIFF for the worker, read back from it, saved under a name of the user's.
 
+#include <memory>
+#include <optional>
+
 #include "module/base/CScopeGuard.h"
 #include "module/base/CTempFile.h"
 #include "module/base/SayOnCommandLine.h"

@@ -1,5 +1,7 @@
 #include "module/tools/CRasArrowTool.h"
 
+#include <utility>
+
 #include "module/base/RedrawView.h"
 #include "module/base/SayOnCommandLine.h"
 #include "module/raster/CAcraster.h"
