@@ -151,6 +151,17 @@ HALVORAN_STANDIN_API void setApplicationListKey(const std::wstring& key);
 /// Unloads all modules, whatever they answer.
 HALVORAN_STANDIN_API void unloadAllModules();
 
+/// What modules hold at this moment, of the drawing and, as far as the stand-in sees it, of the system.
+struct HeldNow
+{
+    int documentLocks = 0;
+    int openObjects = 0;
+    int selectionSets = 0;
+    int timers = 0;
+    int hooks = 0;
+};
+HALVORAN_STANDIN_API HeldNow heldNow();
+
 // --- Commands ---
 
 /// Whether a loaded module has the command; if none has, the module of the application list that names it is loaded.

@@ -89,6 +89,13 @@ Holdings presentHoldings()
     return {documentLocks(), openObjects(), selectionSets()};
 }
 
+HeldNow heldNow()
+{
+    const Holdings held = presentHoldings();
+    const LeftInSystem calls = presentCalls();
+    return {held.documentLocks, held.openObjects, held.selectionSets, calls.timers, calls.hooks};
+}
+
 void dropLeftovers(const Module& module)
 {
     const LeftInSystem left = endCallsInto(module.handle);

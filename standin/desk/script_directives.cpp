@@ -68,6 +68,8 @@ const Directive table[] = {
     row(L"push", readPushButton, &Player::pushButton),
     row(L"file", path, &Player::acceptFile),
     row(L"answer", readAnswer, &Player::answerBox),
+    row(L"poke", readPoke, &Player::poke),
+    row(L"tolerant", &Player::beTolerant),
     row(L"wait", number("the milliseconds"), &Player::wait),
     row(L"idle", &Player::waitForRest),
     row(L"shot", path, &Player::takeShot),

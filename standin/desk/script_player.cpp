@@ -94,8 +94,9 @@ bool Player::playAll()
         m_present = &step;
         m_console.line(std::to_wstring(step.line) + L": " + step.source);
         try {
-            step.action(*this);
-            showTranscript();
+            if (play(step))
+                showTranscript();
+            lookForUnsoundness();
         } catch (const Miss& miss) {
             ++m_misses;
             m_console.line(L"MISSED at line " + std::to_wstring(step.line) + L": " + step.source + L"\n    " +
@@ -104,6 +105,41 @@ bool Player::playAll()
         }
     }
     return true;
+}
+
+// False if the step could not be done and need not be.
+bool Player::play(const Step& step)
+{
+    try {
+        step.action(*this);
+        return true;
+    } catch (const Miss& miss) {
+        if (!m_soundness)
+            throw;
+        m_console.line(L"    passed over: " + miss.seen);
+        return false;
+    }
+}
+
+void Player::beTolerant()
+{
+    constexpr int briefly = 50; // nothing comes later that is not there by now
+    m_limits.step = briefly;
+    m_foothold.ask([this] { m_soundness.emplace(); });
+}
+
+void Player::lookForUnsoundness() const
+{
+    if (!m_soundness)
+        return;
+    std::wstring wrong;
+    m_foothold.ask([&] {
+        const bool atRest = m_frame.editor().idle() && !m_frame.editor().commandRunning() &&
+                            m_frame.IsWindowEnabled() && openMenu(m_foothold.threadId()) == nullptr && !m_pressed;
+        wrong = atRest ? m_soundness->lookAtRest() : Soundness::look();
+    });
+    if (!wrong.empty())
+        throw Miss{wrong};
 }
 
 // What the command line has said since the last step.

@@ -13,6 +13,7 @@
 #include "standin/desk/script_console.h"
 #include "standin/desk/script_foothold.h"
 #include "standin/desk/script_hand.h"
+#include "standin/desk/script_soundness.h"
 #include "standin/desk/script_steps.h"
 #include "standin/desk/script_windows.h"
 
@@ -73,6 +74,10 @@ public:
     void acceptFile(const std::filesystem::path& path);
     void answerBox(int button);
 
+    void poke(const PokeChoice& choice);
+    /// From then on a step that can't be done is passed over, and after each it is looked whether the process is sound.
+    void beTolerant();
+
     void wait(int milliseconds);
     void waitForRest();
     void takeShot(const std::filesystem::path& path);
@@ -106,6 +111,8 @@ private:
 
     void run();
     bool playAll();
+    bool play(const Step& step);
+    void lookForUnsoundness() const;
     void leave() const;
     void judgeBreaches();
     void showTranscript();
@@ -131,6 +138,8 @@ private:
     void pickInList(HWND list, int index) const;
     void pickInComboBox(HWND list, int index) const;
     ToolbarButton usableButton(int id) const;
+    void pokeMenu(int choice) const;
+    void pokeControl(HWND control, int choice) const;
 
     MainFrame& m_frame;
     Console& m_console;
@@ -140,6 +149,7 @@ private:
     ModuleEye m_eye{m_frame, m_foothold, m_hand};
     bool m_pressed = false;         // the left button, by @press
     std::optional<POINT> m_pointer; // where the script's mouse was last, in view pixels
+    std::optional<Soundness> m_soundness; // once the run is tolerant
     std::vector<Step> m_steps;
     std::size_t m_transcriptShown = 0; // characters
     std::vector<std::wstring> m_expectedBreaches;

@@ -133,6 +133,12 @@ ControlInState readControlState(Words& words)
     return {id, found->second};
 }
 
+PokeChoice readPoke(Words& words)
+{
+    const int number = words.number("the number");
+    return {number, words.path()};
+}
+
 int readPushButton(Words& words)
 {
     if (words.take(L"ok"))

@@ -1,6 +1,7 @@
 // What the steps of a script hold, and how they are read from a line's words. A reader throws ScriptError.
 #pragma once
 
+#include <filesystem>
 #include <vector>
 
 #include "imaging/geometry.h"
@@ -85,6 +86,14 @@ struct ControlInState
     ControlState state = ControlState::usable;
 };
 ControlInState readControlState(Words& words);
+
+/// A number that settles by chance what is done, and the file that is named if one is asked for.
+struct PokeChoice
+{
+    int number = 0;
+    std::filesystem::path file;
+};
+PokeChoice readPoke(Words& words);
 
 /// The number of a dialog's button, which may be "ok" or "cancel".
 int readPushButton(Words& words);

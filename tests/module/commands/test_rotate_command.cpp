@@ -10,7 +10,7 @@
 #include "module/tools/RotateStart.h"
 #include "tests/module/support/desk_fixture.h"
 #include "tests/module/support/dialog_driver.h"
-#include "tests/module/support/gdi_count.h"
+#include "standin/desk/gdi_count.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <functional>
 
 #include "tests/module/support/desk_fixture.h"
-#include "tests/module/support/gdi_count.h"
+#include "standin/desk/gdi_count.h"
 #include "workerlink/SendToWorker.h"
 
 namespace {
