@@ -82,5 +82,7 @@ bool CAcraster::Rasterize(const AcDbObjectIdArray& entities, CPenList& pens)
         AfxMessageBox(L"No raster under the entities");
         return false;
     }
+    if (message.rasterize.result == SomethingLeftOut)
+        SayOnCommandLine(L"Not all of it was rasterized: an object holds more than can be drawn.");
     return ReadBack(image.m_strPath);
 }

@@ -257,5 +257,5 @@ void CAcraster::ShowEditedImage(CTempFile& source, const CString& name)
     }
     m_pImage = edited.release();
     // The one that it had went with the image.
-    AttachSaveReactor(&definition);
+    AttachSaveReactor(&definition, m_nDpi);
 }

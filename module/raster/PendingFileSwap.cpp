@@ -64,6 +64,12 @@ void DropPendingFileSwap(const CString& target)
     g_pPendingFileSwap.reset();
 }
 
+void ForgetDefinitionOfSwap(const AcDbObjectId& definition)
+{
+    if (g_pPendingFileSwap && g_pPendingFileSwap->definitionId == definition)
+        g_pPendingFileSwap->definitionId.setNull();
+}
+
 void ForgetDatabaseOfSwap(const AcDbDatabase* database)
 {
     if (g_pPendingFileSwap && g_pPendingFileSwap->definitionId.database() == database)

@@ -39,6 +39,7 @@ AcDbDatabase::~AcDbDatabase()
         slot->database = nullptr;
         slot->readers = 0;
         slot->writer = false;
+        slot->notifiers = 0;
         slot->object.reset();
         slot->erased.reset();
     }
@@ -63,6 +64,38 @@ Acad::ErrorStatus AcDbDatabase::readDwgFile(const ACHAR* fileName, int, bool, co
     return Acad::eOk;
 }
 
+namespace {
+
+template <class Call> void withDefinition(AcDbDatabase& database, drawing::Handle handle, Call call)
+{
+    standin::ObjectSlot& slot = *standin::idOf(database, handle).slot();
+    if (auto* definition = dynamic_cast<AcDbRasterImageDef*>(standin::objectOf(slot)))
+        standin::withWriteOpen(slot, [&] { call(*definition); });
+}
+
+// The file that a definition shows now, or the name of the one that is missing.
+std::wstring fileShown(AcDbDatabase& database, drawing::Handle handle)
+{
+    std::wstring file;
+    withDefinition(database, handle, [&](const AcDbRasterImageDef& definition) {
+        file = definition.activeFileName();
+        if (file.empty())
+            file = definition.sourceFileName();
+    });
+    return file;
+}
+
+// A file that the definition's own name does not lead to is shown all the same.
+void showFile(AcDbDatabase& database, drawing::Handle handle, const std::wstring& file)
+{
+    withDefinition(database, handle, [&](AcDbRasterImageDef& definition) {
+        if (file != definition.activeFileName() && file != definition.sourceFileName())
+            definition.setActiveFileName(file.c_str());
+    });
+}
+
+} // namespace
+
 Acad::ErrorStatus AcDbDatabase::insert(const AcGeMatrix3d& transform, AcDbDatabase* source, bool preserveSource)
 {
     if (!source || source == this || !preserveSource)
@@ -77,7 +110,12 @@ Acad::ErrorStatus AcDbDatabase::insert(const AcGeMatrix3d& transform, AcDbDataba
         standin::recordBreach("A drawing was inserted without a document lock.");
         return Acad::eLockViolation;
     }
-    standin::mergeModelSpace(m_state->document, source->m_state->document);
+    const auto showOneFile = [&](drawing::Handle present, drawing::Handle added) {
+        return fileShown(*this, present) == fileShown(*source, added);
+    };
+    const auto added = standin::mergeModelSpace(m_state->document, source->m_state->document, showOneFile);
+    for (const auto& [from, to] : added)
+        showFile(*this, to, fileShown(*source, from));
     m_state->changes.note();
     if (this == standin::drawingDatabase() && standin::deskServices())
         standin::deskServices()->redraw();

@@ -34,6 +34,10 @@ Acad::ErrorStatus refuse(Acad::ErrorStatus status, const standin::ObjectSlot& sl
 
 Acad::ErrorStatus openSlot(standin::ObjectSlot& slot, AcDb::OpenMode mode)
 {
+    if (mode == AcDb::kForNotify) {
+        ++slot.notifiers;
+        return Acad::eOk;
+    }
     if (slot.writer)
         return refuse(Acad::eWasOpenForWrite, slot, "was opened while it was open for write");
     if (mode == AcDb::kForRead) {
@@ -110,7 +114,9 @@ Acad::ErrorStatus AcDbObject::close()
     }
     if (!slot->open())
         return refuse(Acad::eNotOpenForRead, *slot, "was closed though it was not open");
-    if (slot->writer) {
+    if (slot->notifiers > 0) { // opened last
+        --slot->notifiers;
+    } else if (slot->writer) {
         slot->writer = false;
     } else {
         --slot->readers;

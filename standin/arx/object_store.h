@@ -20,9 +20,10 @@ struct standin::ObjectSlot
     std::unique_ptr<AcDbObject> object; // made when it is first needed
     int readers = 0;
     bool writer = false;
+    int notifiers = 0;                               // for notification it opens whatever else has it open
     std::optional<drawing::Document::Erased> erased; // the record, while it is out of the drawing
 
-    bool open() const { return writer || readers > 0; }
+    bool open() const { return writer || readers > 0 || notifiers > 0; }
 };
 
 namespace standin {

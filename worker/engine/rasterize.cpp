@@ -294,20 +294,24 @@ drawing::FlattenOptions optionsFor(const PixelMap& map, imaging::Size size, draw
     options.window = map.window(size, widestPen);
     const drawing::Extents sheet = map.window(size, 0);
     options.viewHeight = sheet.high.y - sheet.low.y;
+    options.hatchLimit = 5'000'000;
     options.fonts = fonts;
     return options;
 }
 
-// Whether anything lay over pixels that may be drawn on.
-bool burnDrawing(const drawing::Document& document, const PixelMap& map, const PenTable& pens,
-                 const imaging::Region* region, drawing::FontSource* fonts, imaging::RasterFile& raster)
+// What the request answers.
+std::int32_t burnDrawing(const drawing::Document& document, const PixelMap& map, const PenTable& pens,
+                         const imaging::Region* region, drawing::FontSource* fonts, imaging::RasterFile& raster)
 {
     Burning burning(raster.bitmap, region);
     Burner burner(burning, map, pens, raster.info.resolution);
-    drawing::flattenBlock(document, document.modelSpace(), optionsFor(map, raster.bitmap.size(), fonts),
-                          [&](const drawing::FlatItem& item) { burner.burn(item); });
+    const bool whole =
+        drawing::flattenBlock(document, document.modelSpace(), optionsFor(map, raster.bitmap.size(), fonts),
+                              [&](const drawing::FlatItem& item) { burner.burn(item); });
     burning.paint();
-    return burning.touched();
+    if (!burning.touched())
+        return NothingOverRaster;
+    return whole ? 0 : SomethingLeftOut;
 }
 
 } // namespace
@@ -320,9 +324,8 @@ void rasterizeFile(Rasterize& request, Fonts* fonts, CommitGate& gate)
     const drawing::Document document = drawing::readDrawing(request.drawingFile);
     const imaging::Region* region = request.region ? &*request.region : nullptr;
     const auto typefaces = fonts ? fonts->open(request.fontsDir) : nullptr;
-    const bool touched = burnDrawing(document, map, pens, region, typefaces.get(), raster);
-    request.result = touched ? 0 : NothingOverRaster;
-    if (touched)
+    request.result = burnDrawing(document, map, pens, region, typefaces.get(), raster);
+    if (request.result != NothingOverRaster)
         writeBack(request.rasterFile, raster, gate);
 }
 

@@ -113,7 +113,8 @@ TEST_F(PlaceRaster, ThePageAndTheLimitsOfANewRaster)
         enter(dialog, IDC_PLACE_Y, L"1.5");
         EXPECT_EQ(text(dialog, IDC_PLACE_Y), L"1.5000");
         for (const int field : {IDC_NEW_WIDTH, IDC_NEW_HEIGHT, IDC_PLACE_SCALE, IDC_PLACE_X}) {
-            for (const wchar_t* hostile : {L"", L"letters", L"-7", L"1e308"})
+            const std::wstring endless(40000, L'9');
+            for (const wchar_t* hostile : {L"", L"letters", L"-7", L"1e308", endless.c_str()})
                 enter(dialog, field, hostile);
         }
         press(dialog, IDCANCEL);
@@ -131,8 +132,10 @@ TEST_F(PlaceRaster, ANewRasterIsMadeAndPlacedInBothFormats)
         int type;
         bool savePath;
     };
-    for (const Row& row : {Row{"new.tif", 0, true}, Row{"new.cal", 1, false}}) {
+    for (const Row& row : {Row{"new.tif", 0, true}, Row{"elsewhere\\new.cal", 1, false}}) {
         openDrawing({blank(4, 4)});
+        std::filesystem::create_directories(file("elsewhere"));
+        writeTiff(file("new.cal"), blank(2, 2), 300); // of the same name beside the drawing
         makeCurrent(0);
         m_deskCommands.clear();
         {
