@@ -92,13 +92,18 @@ void CSaveRaster::Unlink()
         m_pNext->m_pPrevious = m_pPrevious;
 }
 
-Adesk::Boolean CSaveRaster::onDeleteImage(const AcDbRasterImageDef* definition, const Atil::Image* image)
+void CSaveRaster::LeaveImage(const AcDbRasterImageDef* definition, const Atil::Image* image)
 {
     definition->removeReactor(this);
     m_bOnDefinition = false;
     // The host hands out what it has open for write; the copy is the module's own.
     if (definition->imageModified() && image)
         OfferToSave(const_cast<AcDbRasterImageDef&>(*definition), const_cast<Atil::Image&>(*image));
+}
+
+Adesk::Boolean CSaveRaster::onDeleteImage(const AcDbRasterImageDef* definition, const Atil::Image* image)
+{
+    LeaveImage(definition, image);
     if (!m_bClosing) {
         // The image goes whatever was saved, and perhaps the definition: there will be nothing to load again.
         ForgetDefinitionOfSwap(m_definitionId);
@@ -140,13 +145,14 @@ void CSaveRaster::FlushReactor()
         delete this;
     });
     const std::unique_ptr<Atil::Image> image(definition->imageCopy(true));
-    onDeleteImage(definition, image.get());
+    LeaveImage(definition, image.get());
 }
 
 void CSaveRaster::ForgetAll()
 {
-    while (!AllReactors().empty())
-        delete AllReactors().back();
+    const std::vector<CSaveRaster*> all = AllReactors();
+    for (CSaveRaster* each : all)
+        delete each;
 }
 
 bool FindReactor(CSaveRaster* first, const AcDbObjectId* definition, bool deleteIt)

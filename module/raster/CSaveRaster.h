@@ -37,6 +37,7 @@ private:
     friend std::optional<int> UnsavedResolution(const AcDbObjectId& definition);
     friend bool FindReactor(CSaveRaster* first, const AcDbObjectId* definition, bool deleteIt);
 
+    void LeaveImage(const AcDbRasterImageDef* definition, const Atil::Image* image);
     void TakeOff();
     void Unlink();
     AcDbRasterImageDef* OpenDefinition() const;
