@@ -38,6 +38,9 @@ void Flattener::hatch(const Hatch& hatch, const Place& place)
         m_complete = false;
         return;
     }
+    if (contours->empty()) {
+        return;
+    }
     const auto seen = [&](const Vector2& point) {
         const Vector3 there = map.point({point.x, point.y, 0});
         return Vector2{there.x, there.y};
