@@ -75,7 +75,7 @@ public:
 
     void wait(int milliseconds);
     void waitForRest();
-    void takeShot(const std::filesystem::path& path);
+    void takeShot(const Shot& shot);
 
     void expectRaster() { expectRasterToBe(true); }
     void expectNoRaster() { expectRasterToBe(false); }
@@ -131,6 +131,8 @@ private:
     void pickInList(HWND list, int index) const;
     void pickInComboBox(HWND list, int index) const;
     ToolbarButton usableButton(int id) const;
+    imaging::Rect partOnScreen(const PicturePart& part) const;
+    imaging::Rect viewPartOnScreen(const imaging::Rect& box) const;
 
     MainFrame& m_frame;
     Console& m_console;
