@@ -86,8 +86,7 @@ Picture finished(PixelBuffer& buffer, const imaging::Rect& part, std::optional<P
         drawPointer(*pointer, part, buffer);
     GdiFlush();
     Picture picture{buffer.size(), {}};
-    picture.pixels.assign(buffer.pixels(),
-                          buffer.pixels() + std::size_t(buffer.size().width) * buffer.size().height);
+    picture.pixels.assign(buffer.pixels(), buffer.pixels() + std::size_t(buffer.size().width) * buffer.size().height);
     return picture;
 }
 

@@ -269,9 +269,9 @@ void Player::takeShot(const Shot& shot)
     std::string failure;
     m_foothold.ask([&] {
         try {
-            const Picture picture =
-                shot.parts.empty() ? takePicture(m_frame.m_hWnd, m_foothold.threadId(), pointerOnScreen())
-                                   : takeFramedPicture(part, m_foothold.threadId(), pointerOnScreen());
+            const Picture picture = shot.parts.empty()
+                                        ? takePicture(m_frame.m_hWnd, m_foothold.threadId(), pointerOnScreen())
+                                        : takeFramedPicture(part, m_foothold.threadId(), pointerOnScreen());
             savePicture(picture, shot.path);
         } catch (const std::exception& error) {
             failure = error.what();
