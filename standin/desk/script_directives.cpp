@@ -72,7 +72,7 @@ const Directive table[] = {
     row(L"tolerant", &Player::beTolerant),
     row(L"wait", number("the milliseconds"), &Player::wait),
     row(L"idle", &Player::waitForRest),
-    row(L"shot", path, &Player::takeShot),
+    row(L"shot", readShot, &Player::takeShot),
 
     row(L"expect raster", &Player::expectRaster),
     row(L"expect no raster", &Player::expectNoRaster),

@@ -80,7 +80,7 @@ public:
 
     void wait(int milliseconds);
     void waitForRest();
-    void takeShot(const std::filesystem::path& path);
+    void takeShot(const Shot& shot);
 
     void expectRaster() { expectRasterToBe(true); }
     void expectNoRaster() { expectRasterToBe(false); }
@@ -140,6 +140,8 @@ private:
     ToolbarButton usableButton(int id) const;
     void pokeMenu(int choice) const;
     void pokeControl(HWND control, int choice) const;
+    imaging::Rect partOnScreen(const PicturePart& part) const;
+    imaging::Rect viewPartOnScreen(const imaging::Rect& box) const;
 
     MainFrame& m_frame;
     Console& m_console;
@@ -147,8 +149,8 @@ private:
     Foothold m_foothold;
     Hand m_hand{m_foothold};
     ModuleEye m_eye{m_frame, m_foothold, m_hand};
-    bool m_pressed = false;         // the left button, by @press
-    std::optional<POINT> m_pointer; // where the script's mouse was last, in view pixels
+    bool m_pressed = false;               // the left button, by @press
+    std::optional<POINT> m_pointer;       // where the script's mouse was last, in view pixels
     std::optional<Soundness> m_soundness; // once the run is tolerant
     std::vector<Step> m_steps;
     std::size_t m_transcriptShown = 0; // characters

@@ -72,7 +72,8 @@ void Player::pokeControl(HWND control, int choice) const
     } else {
         RECT inside{};
         GetClientRect(control, &inside);
-        m_hand.click(control, {dice.below(std::max<int>(inside.right, 1)), dice.below(std::max<int>(inside.bottom, 1))});
+        m_hand.click(control,
+                     {dice.below(std::max<int>(inside.right, 1)), dice.below(std::max<int>(inside.bottom, 1))});
         m_hand.key(control, dice.oneOf(std::array{VK_DOWN, VK_UP, VK_RIGHT, VK_LEFT, VK_HOME, VK_END, VK_F2}));
     }
 }

@@ -12,7 +12,8 @@ public:
     /// What the process holds now counts as what it should.
     Soundness();
 
-    /// While nothing runs, nothing is open and no button is held. Empty if all is well, otherwise what is not, in words.
+    /// While nothing runs, nothing is open and no button is held. Empty if all is well, otherwise what is not, in
+    /// words.
     std::wstring lookAtRest() const;
     /// The same at any other time: the host's rules alone.
     static std::wstring look();

@@ -94,6 +94,27 @@ struct PokeChoice
     std::filesystem::path file;
 };
 PokeChoice readPoke(Words& words);
+/// A part of the screen that a picture is to hold.
+struct PicturePart
+{
+    enum class What
+    {
+        window,
+        view,
+        toolbar,
+        dialog,
+        menu
+    };
+    What what = What::window;
+    imaging::Rect box; // in view pixels; if empty, all of it
+};
+
+struct Shot
+{
+    std::filesystem::path path;
+    std::vector<PicturePart> parts; // the box around them; if none, the inside of the desk's window
+};
+Shot readShot(Words& words);
 
 /// The number of a dialog's button, which may be "ok" or "cancel".
 int readPushButton(Words& words);

@@ -1,5 +1,6 @@
 // The steps of a script that work toolbars, menus and dialogs, and those that wait.
 
+#include <windows.h>
 #include <commctrl.h>
 
 #include "standin/desk/screenshot.h"
@@ -220,13 +221,59 @@ void Player::waitForRest()
         throw Miss{L"the desk did not come to rest"};
 }
 
-void Player::takeShot(const std::filesystem::path& path)
+imaging::Rect Player::partOnScreen(const PicturePart& part) const
+{
+    using What = PicturePart::What;
+    if (part.what == What::view)
+        return viewPartOnScreen(part.box);
+    const DWORD threadId = m_foothold.threadId();
+    std::vector<HWND> windows;
+    if (part.what == What::menu) {
+        windows = menuWindows(threadId);
+    } else {
+        windows.push_back(part.what == What::dialog    ? openDialog(threadId)
+                          : part.what == What::toolbar ? visibleToolbar(threadId)
+                                                       : m_frame.m_hWnd);
+    }
+    imaging::Rect whole;
+    for (const HWND window : windows) {
+        RECT place{};
+        GetWindowRect(window, &place);
+        whole = whole.unite({place.left, place.top, place.right, place.bottom});
+    }
+    if (whole.empty())
+        throw Miss{L"what the picture is to show is not there"};
+    return whole;
+}
+
+imaging::Rect Player::viewPartOnScreen(const imaging::Rect& box) const
+{
+    if (m_frame.view() == nullptr)
+        throw Miss{L"no drawing is open"};
+    RECT client{};
+    GetClientRect(m_frame.view()->m_hWnd, &client);
+    const imaging::Rect all{0, 0, client.right, client.bottom};
+    const imaging::Rect part = box.empty() ? all : box;
+    if (part.unite(all) != all)
+        throw Miss{L"the box reaches beyond the view"};
+    POINT corner{0, 0};
+    ClientToScreen(m_frame.view()->m_hWnd, &corner);
+    return part.offset(corner.x, corner.y);
+}
+
+void Player::takeShot(const Shot& shot)
 {
     m_foothold.waitForPosted();
+    imaging::Rect part;
+    for (const PicturePart& each : shot.parts)
+        part = part.unite(partOnScreen(each));
     std::string failure;
     m_foothold.ask([&] {
         try {
-            savePicture(takePicture(m_frame.m_hWnd, m_foothold.threadId(), pointerOnScreen()), path);
+            const Picture picture = shot.parts.empty()
+                                        ? takePicture(m_frame.m_hWnd, m_foothold.threadId(), pointerOnScreen())
+                                        : takeFramedPicture(part, m_foothold.threadId(), pointerOnScreen());
+            savePicture(picture, shot.path);
         } catch (const std::exception& error) {
             failure = error.what();
         }

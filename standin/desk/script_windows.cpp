@@ -190,13 +190,28 @@ ToolbarButton findToolbarButton(DWORD threadId, int id)
     return {};
 }
 
-HMENU openMenu(DWORD threadId)
+HWND visibleToolbar(DWORD threadId)
 {
-    for (const HWND window : topWindows(threadId)) {
-        if (classOf(window) == L"#32768")
-            return reinterpret_cast<HMENU>(SendMessageW(window, getMenuHandle, 0, 0));
+    for (const HWND toolbar : toolbars(threadId)) {
+        if (!IsWindowVisible(toolbar))
+            continue;
+        const HWND frame = GetAncestor(toolbar, GA_ROOT);
+        return GetWindow(frame, GW_OWNER) != nullptr ? frame : toolbar;
     }
     return nullptr;
+}
+
+std::vector<HWND> menuWindows(DWORD threadId)
+{
+    std::vector<HWND> windows = topWindows(threadId);
+    std::erase_if(windows, [](HWND window) { return classOf(window) != L"#32768"; });
+    return windows;
+}
+
+HMENU openMenu(DWORD threadId)
+{
+    const std::vector<HWND> windows = menuWindows(threadId);
+    return windows.empty() ? nullptr : reinterpret_cast<HMENU>(SendMessageW(windows.front(), getMenuHandle, 0, 0));
 }
 
 MenuItem findMenuItem(HMENU menu, int id)

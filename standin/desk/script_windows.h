@@ -41,6 +41,9 @@ struct ToolbarButton
 /// Looks through all toolbars, hidden ones too; toolbar is null if none has the button.
 ToolbarButton findToolbarButton(DWORD threadId, int id);
 
+/// The first toolbar that is seen, or the frame that it floats in; null if there is none.
+HWND visibleToolbar(DWORD threadId);
+
 struct MenuItem
 {
     bool found = false;
@@ -49,6 +52,8 @@ struct MenuItem
 };
 /// The menu that has popped up last; null if there is none.
 HMENU openMenu(DWORD threadId);
+/// The windows of all menus that have popped up, the last one first.
+std::vector<HWND> menuWindows(DWORD threadId);
 MenuItem findMenuItem(HMENU menu, int id);
 /// The window that menu input goes to.
 HWND menuOwner(DWORD threadId);

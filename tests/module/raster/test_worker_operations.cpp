@@ -5,8 +5,8 @@
 #include <cstring>
 #include <functional>
 
-#include "tests/module/support/desk_fixture.h"
 #include "standin/desk/gdi_count.h"
+#include "tests/module/support/desk_fixture.h"
 #include "workerlink/SendToWorker.h"
 
 namespace {
