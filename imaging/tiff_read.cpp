@@ -8,7 +8,7 @@
 
 #include "imaging/codec.h"
 #include "imaging/error.h"
-#include "imaging/group4.h"
+#include "imaging/fax_decode.h"
 #include "imaging/orientation.h"
 #include "imaging/parallel.h"
 #include "imaging/row_bits.h"
@@ -256,9 +256,9 @@ std::uint32_t rowsPerStrip(const TiffHandle& tiff, const Layout& layout)
                                      std::uint32_t(layout.stored.height));
 }
 
-Group4Stream rawStrip(TiffHandle& tiff, int strip, std::uint64_t size, bool reversed)
+FaxStream rawStrip(TiffHandle& tiff, int strip, std::uint64_t size, bool reversed)
 {
-    Group4Stream bytes(size);
+    FaxStream bytes(size);
     if (TIFFReadRawStrip(tiff.get(), std::uint32_t(strip), bytes.data(), tmsize_t(size)) != tmsize_t(size))
         tiff.fail(damaged);
     if (reversed)
@@ -274,7 +274,7 @@ void readGroup4Strips(TiffHandle& tiff, const Layout& layout, ByteSource& source
     const int count = (layout.stored.height + stripRows - 1) / stripRows;
     const bool reversed = tiff.shortTag(TIFFTAG_FILLORDER, FILLORDER_MSB2LSB) == FILLORDER_LSB2MSB;
     for (int first = 0; first < count;) {
-        std::vector<Group4Stream> strips;
+        std::vector<FaxStream> strips;
         for (std::uint64_t together = 0; first + int(strips.size()) < count && together < worthTogether;) {
             const int strip = first + int(strips.size());
             const std::uint64_t size = TIFFRawStripSize64(tiff.get(), std::uint32_t(strip));
@@ -285,8 +285,8 @@ void readGroup4Strips(TiffHandle& tiff, const Layout& layout, ByteSource& source
         }
         inTurns(int(strips.size()), [&](int i) {
             const int top = (first + i) * stripRows;
-            decodeGroup4(strips[std::size_t(i)], bitmap, top, std::min(stripRows, layout.stored.height - top),
-                         inverted);
+            decodeFax(strips[std::size_t(i)], FaxCoding::Group4, bitmap, top,
+                      std::min(stripRows, layout.stored.height - top), inverted);
         });
         first += int(strips.size());
     }
