@@ -1,5 +1,6 @@
 #include "imaging/fax_decode.h"
 
+#include <algorithm>
 #include <bit>
 #include <string>
 
@@ -14,14 +15,7 @@ namespace {
 
 std::string nameOf(FaxCoding coding)
 {
-    switch (coding) {
-    case FaxCoding::Group4:
-        return "group 4";
-    case FaxCoding::AlignedRows:
-        return "CCITT";
-    default:
-        return "group 3";
-    }
+    return coding == FaxCoding::Group4 ? "group 4" : "group 3";
 }
 
 // Takes the end-of-line code and the zeros that may fill up before it. False when there is something else.
@@ -43,24 +37,20 @@ bool takeEndOfLine(FaxBits& bits)
     return zeros >= int(endOfLineCode.size()) - 1;
 }
 
+// In group 3 an end of line stands before each row, and in the two-dimensional kind a bit that tells how the row is
+// coded.
 bool readRow(FaxRowReader& reader, FaxCoding coding)
 {
-    switch (coding) {
-    case FaxCoding::Group4:
+    if (coding == FaxCoding::Group4)
         return reader.readTwoDimensional();
-    case FaxCoding::AlignedRows:
-        reader.bits().skipToByte();
-        return reader.readOneDimensional();
-    case FaxCoding::Group3OneDimensional:
-        return takeEndOfLine(reader.bits()) && reader.readOneDimensional();
-    case FaxCoding::Group3TwoDimensional:
-        break;
-    }
-    if (!takeEndOfLine(reader.bits()))
+    FaxBits& bits = reader.bits();
+    if (!takeEndOfLine(bits))
         return false;
-    reader.bits().refill();
-    const bool oneDimensional = reader.bits().peek(1) == 1;
-    reader.bits().skip(1);
+    if (coding == FaxCoding::Group3OneDimensional)
+        return reader.readOneDimensional();
+    bits.refill();
+    const bool oneDimensional = bits.peek(1) == 1;
+    bits.skip(1);
     return oneDimensional ? reader.readOneDimensional() : reader.readTwoDimensional();
 }
 

@@ -10,8 +10,7 @@ enum class FaxCoding
 {
     Group4,
     Group3OneDimensional,
-    Group3TwoDimensional,
-    AlignedRows, // one-dimensional, from byte to byte, with nothing between the rows
+    Group3TwoDimensional
 };
 
 /// Fills rowCount whole rows of the bitmap, padding included. With inverted, what the stream calls white is ink. Throws

@@ -92,6 +92,60 @@ int takeRun(FaxBits& bits, bool black, int most)
     }
 }
 
+// How far a two-dimensional row has been decoded.
+struct Progress
+{
+    int* change; // the next one is put there
+    const int* b1;
+    int a0 = 0;
+
+    // The first change above that lies ahead, of those to the same colour as b1. There must be one.
+    void findB1()
+    {
+        while (*b1 <= a0)
+            b1 += 2;
+    }
+};
+
+// Lines that go straight down give the same changes as above, each as one bit: whole runs of ones are taken together,
+// and the places copied, up to the row's end.
+constexpr int worthCopying = 5;
+constexpr int worthRefilling = 32; // enough for a copy of some length
+
+void takeStraight(FaxBits& bits, Progress& row, int width)
+{
+    const int ones = std::min(std::countl_one(bits.ahead()), bits.ready());
+    const int* const from = row.b1;
+    do {
+        *row.change++ = row.a0 = *row.b1++;
+    } while (*row.b1 > row.a0 && row.a0 < width && row.b1 - from < ones);
+    bits.skip(int(row.b1 - from));
+}
+
+bool takeVertical(Progress& row, int offset)
+{
+    const int a1 = *row.b1 + offset;
+    if (a1 < row.a0)
+        return false;
+    *row.change++ = row.a0 = a1;
+    // The next change is to the other colour, so b1 is a neighbour. If this one lies left of b1, the one before may
+    // still be ahead.
+    row.b1 += row.b1[-1] > a1 ? -1 : 1;
+    return true;
+}
+
+bool takeHorizontal(FaxBits& bits, Progress& row, bool black, int width)
+{
+    bits.refill();
+    for (const bool colour : {black, !black}) {
+        const int run = takeRun(bits, colour, width - row.a0);
+        if (run < 0)
+            return false;
+        *row.change++ = row.a0 += run;
+    }
+    return true;
+}
+
 } // namespace
 
 FaxRowReader::FaxRowReader(const FaxStream& stream, int width)
@@ -134,64 +188,43 @@ bool FaxRowReader::readOneDimensional()
 
 bool FaxRowReader::readTwoDimensional()
 {
-    FaxBits bits = m_bits; // in registers
+    FaxBits bits = m_bits; // here the compiler keeps it in registers
     const int width = m_width;
     const int* const first = m_row.data() + 1;
-    const int* const full = first + width;
-    int* change = m_row.data() + 1;
-    const int* b1 = m_above.data() + 1;
-    int a0 = 0;
-    while (a0 < width) {
-        bits.refill();
-        if (change > full)
+    Progress row{m_row.data() + 1, m_above.data() + 1};
+    while (row.a0 < width) {
+        if (row.change - first > width)
             return false;
-        if (bits.ahead() >> 59 == 31) {
-            // Lines that go straight down: many changes below those above, a single bit each.
-            int ones = std::min(std::countl_one(bits.ahead()), 56);
-            const int* const from = b1;
-            do {
-                *change++ = a0 = *b1++;
-            } while (*b1 > a0 && b1 - from < ones && a0 < width);
-            bits.skip(int(b1 - from));
-            if (a0 < width)
-                while (*b1 <= a0)
-                    b1 += 2;
-            continue;
-        }
-        const ModeEntry& entry = modeTable.next(bits);
-        bits.skip(entry.length);
-        if (entry.mode == Mode::Vertical) {
-            const int a1 = *b1 + entry.offset;
-            if (a1 < a0)
-                return false;
-            *change++ = a0 = a1;
-            // The next change is to the other colour, so b1 is one of the neighbours. Only after a step to the left can
-            // the one before still lie ahead.
-            b1 += b1[-1] > a0 ? -1 : 1;
-        } else if (entry.mode == Mode::Horizontal) {
-            for (int i = 0; i < 2; ++i) {
-                const int run = takeRun(bits, (change - first) & 1, width - a0);
-                if (run < 0)
-                    return false;
-                *change++ = a0 += run;
-            }
-        } else if (entry.mode == Mode::Pass) {
-            a0 = b1[1];
-            b1 += 2;
-            if (change == first) // nothing is behind a row's beginning, not even a change that lies there
-                continue;
+        if (bits.ready() < worthRefilling)
+            bits.refill();
+        if (bits.ahead() >> (64 - worthCopying) == (1 << worthCopying) - 1) {
+            takeStraight(bits, row, width);
         } else {
-            return false;
+            const ModeEntry& entry = modeTable.next(bits);
+            bits.skip(entry.length);
+            if (entry.mode == Mode::Vertical) {
+                if (!takeVertical(row, entry.offset))
+                    return false;
+            } else if (entry.mode == Mode::Horizontal) {
+                if (!takeHorizontal(bits, row, (row.change - first) & 1, width))
+                    return false;
+            } else if (entry.mode == Mode::Pass) {
+                row.a0 = row.b1[1];
+                row.b1 += 2;
+                if (row.change == first) // before the row's first change b1 may lie at a0
+                    continue;
+            } else {
+                return false;
+            }
         }
-        if (a0 < width)
-            while (*b1 <= a0)
-                b1 += 2;
+        if (row.a0 < width)
+            row.findB1();
     }
-    if (change[-1] != a0) // ended by a pass
-        *change++ = a0;
+    if (row.change[-1] != row.a0) // it ended by a pass
+        *row.change++ = row.a0;
     m_bits = bits;
-    finishRow(change);
-    return a0 == width && !bits.beyondEnd();
+    finishRow(row.change);
+    return row.a0 == width && !bits.beyondEnd();
 }
 
 } // namespace imaging

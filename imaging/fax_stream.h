@@ -45,6 +45,9 @@ public:
         m_ready |= 56;
     }
 
+    /// How many bits can be taken before the next refill().
+    int ready() const { return m_ready; }
+
     /// The next bits as a number; count from 1 to what is ready.
     std::uint32_t peek(int count) const { return std::uint32_t(m_bits >> (64 - count)); }
 
@@ -56,9 +59,6 @@ public:
         m_bits <<= count;
         m_ready -= count;
     }
-
-    /// To the next whole byte of the stream.
-    void skipToByte() { skip(m_ready & 7); }
 
     /// Whether bits behind the stream's end have been taken.
     bool beyondEnd() const { return m_next * 8 - std::size_t(m_ready) > m_size * 8; }

@@ -7,33 +7,13 @@
 
 namespace imaging {
 
-// The word that is being laid down has the colour of its last pixel to its end. A change turns that around from its
-// place on; the words between two changes are one colour.
-//
-//     changes       5    9              70
-//     at first   00000000000 ... 0 |
-//     at 5       00000111111 ... 1 |
-//     at 9       00000111100 ... 0 |
-//     at 70      is laid down      | 00000011111 ...
-//
-// So each word is written once, and nothing has to be cleared before.
 void layRuns(std::uint64_t* row, int width, std::span<const int> changes, bool inverted)
 {
     const std::ptrdiff_t words = (std::ptrdiff_t(width) + 63) / 64;
-    std::uint64_t word = inverted ? allBits : 0;
-    std::ptrdiff_t index = 0;
-    for (const int change : changes) {
-        const std::ptrdiff_t next = change >> 6;
-        if (next != index) {
-            row[index] = word;
-            word = word & 1 ? allBits : 0;
-            std::fill(row + index + 1, row + next, word);
-            index = next;
-        }
-        word ^= maskFrom(change);
-    }
-    if (index < words)
-        row[index] = word;
+    std::fill_n(row, words, inverted ? allBits : 0);
+    // A change without a second one is the row's end. Most runs lie within one word.
+    for (std::size_t i = 0; i + 1 < changes.size(); i += 2)
+        forEachWord(changes[i], changes[i + 1], [row](std::ptrdiff_t k, std::uint64_t mask) { row[k] ^= mask; });
     row[words - 1] &= maskUpTo(width);
 }
 

@@ -256,6 +256,22 @@ std::uint32_t rowsPerStrip(const TiffHandle& tiff, const Layout& layout)
                                      std::uint32_t(layout.stored.height));
 }
 
+// The codings that we decode ourselves.
+std::optional<FaxCoding> faxCoding(const TiffHandle& tiff, const Layout& layout)
+{
+    if (layout.bitsPerPixel() != 1 || layout.tiled)
+        return std::nullopt;
+    switch (layout.compression) {
+    case COMPRESSION_CCITTFAX4:
+        return FaxCoding::Group4;
+    case COMPRESSION_CCITTFAX3:
+        return tiff.longTag(TIFFTAG_GROUP3OPTIONS, 0) & GROUP3OPT_2DENCODING ? FaxCoding::Group3TwoDimensional
+                                                                             : FaxCoding::Group3OneDimensional;
+    default:
+        return std::nullopt;
+    }
+}
+
 FaxStream rawStrip(TiffHandle& tiff, int strip, std::uint64_t size, bool reversed)
 {
     FaxStream bytes(size);
@@ -266,12 +282,13 @@ FaxStream rawStrip(TiffHandle& tiff, int strip, std::uint64_t size, bool reverse
     return bytes;
 }
 
-void readGroup4Strips(TiffHandle& tiff, const Layout& layout, ByteSource& source, bool inverted, Bitmap& bitmap)
+void readFaxStrips(TiffHandle& tiff, const Layout& layout, FaxCoding coding, ByteSource& source, Bitmap& bitmap)
 {
     // As many strips together as keep the cores at work; a broken directory may let all of them be the whole file.
     constexpr std::uint64_t worthTogether = std::uint64_t(1) << 24;
     const int stripRows = int(rowsPerStrip(tiff, layout));
     const int count = (layout.stored.height + stripRows - 1) / stripRows;
+    const bool inverted = inkTable(tiff, layout)[0];
     const bool reversed = tiff.shortTag(TIFFTAG_FILLORDER, FILLORDER_MSB2LSB) == FILLORDER_LSB2MSB;
     for (int first = 0; first < count;) {
         std::vector<FaxStream> strips;
@@ -285,8 +302,8 @@ void readGroup4Strips(TiffHandle& tiff, const Layout& layout, ByteSource& source
         }
         inTurns(int(strips.size()), [&](int i) {
             const int top = (first + i) * stripRows;
-            decodeFax(strips[std::size_t(i)], FaxCoding::Group4, bitmap, top,
-                      std::min(stripRows, layout.stored.height - top), inverted);
+            decodeFax(strips[std::size_t(i)], coding, bitmap, top, std::min(stripRows, layout.stored.height - top),
+                      inverted);
         });
         first += int(strips.size());
     }
@@ -453,8 +470,8 @@ RasterFile readTiff(ByteSource& source)
         readColours(tiff, layout, source, bitmap);
     } else if (layout.tiled) {
         readTiles(tiff, convert, bitmap);
-    } else if (layout.compression == COMPRESSION_CCITTFAX4 && layout.bitsPerPixel() == 1) {
-        readGroup4Strips(tiff, layout, source, inkTable(tiff, layout)[0], bitmap);
+    } else if (const auto coding = faxCoding(tiff, layout)) {
+        readFaxStrips(tiff, layout, *coding, source, bitmap);
     } else {
         readStrips(tiff, layout, convert, bitmap);
     }
