@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "tiff_bytes.h"
+#include "tests/support/tiff_bytes.h"
 
 using namespace imaging;
 using testing::HasSubstr;
