@@ -44,7 +44,7 @@ void putRun(FaxBitWriter& writer, bool black, int run)
     if (run > longestTerminatingRun) {
         for (; run > longestMakeUpRun + longestTerminatingRun; run -= longestMakeUpRun)
             writer.put(codes.back());
-        writer.put(codes[std::size_t(longestTerminatingRun + run / 64)]);
+        writer.put(codes[std::size_t(longestTerminatingRun) + std::size_t(run / 64)]);
         run %= 64;
     }
     writer.put(codes[std::size_t(run)]);
@@ -83,7 +83,7 @@ FaxBitWriter encodeRow(FaxBitWriter writer, const int* const row, const int* b1,
         }
         const int offset = *a1 - *b1;
         if (offset >= -farthestVertical && offset <= farthestVertical) {
-            writer.put(vertical[std::size_t(offset + farthestVertical)]);
+            writer.put(vertical[std::size_t(offset) + std::size_t(farthestVertical)]);
             a0 = *a1++;
             // The next change is to the other colour. If this one lies left of b1, the one before may still be ahead.
             b1 += b1[-1] > a0 ? -1 : 1;
@@ -95,9 +95,8 @@ FaxBitWriter encodeRow(FaxBitWriter writer, const int* const row, const int* b1,
             a0 = a1[1];
             a1 += 2;
         }
-        if (a0 < width)
-            while (*b1 <= a0)
-                b1 += 2;
+        while (a0 < width && *b1 <= a0)
+            b1 += 2;
     }
     return writer;
 }

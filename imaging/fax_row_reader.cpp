@@ -68,7 +68,7 @@ struct ModeEntry
 constexpr CodeTable<ModeEntry, longestModeCode> modeTable = [] {
     CodeTable<ModeEntry, longestModeCode> table;
     for (int offset = -farthestVertical; offset <= farthestVertical; ++offset) {
-        const std::string_view code = verticalCodes[std::size_t(offset + farthestVertical)];
+        const std::string_view code = verticalCodes[std::size_t(offset) + std::size_t(farthestVertical)];
         table.add(code, {Mode::Vertical, std::uint8_t(code.size()), std::int8_t(offset)});
     }
     table.add(passCode, {Mode::Pass, std::uint8_t(passCode.size()), 0});
@@ -149,7 +149,7 @@ bool takeHorizontal(FaxBits& bits, Progress& row, bool black, int width)
 } // namespace
 
 FaxRowReader::FaxRowReader(const FaxStream& stream, int width)
-    : m_width(width), m_bits(stream), m_above(std::size_t(width) + 6), m_row(std::size_t(width) + 6)
+    : m_width(width), m_bits(stream), m_above(std::size_t(width) + 1 + spareChanges), m_row(m_above.size())
 {
     m_row[1] = width;
     finishRow(m_row.data() + 2);

@@ -29,6 +29,10 @@ public:
 private:
     void finishRow(const int* behindLast);
 
+    // A row with more changes than pixels is refused, but only after the codes that are taken together, with a change
+    // for each of up to 63 bits, have been put down. The marks around a row need three places.
+    static constexpr int spareChanges = 63 + 3;
+
     int m_width;
     FaxBits m_bits;
     // Both rows have a 0 in front, which is not part of them, and behind their last change, which is the width,

@@ -185,6 +185,27 @@ TEST(Fax, OfBrokenStreamsWeReadNothingThatLibtiffRefusesOrSeesOtherwise)
     EXPECT_GT(read + refused, streams * 96 / 100);
 }
 
+// Runs of nothing fill a row with more changes than it has pixels, and many straight down come behind them.
+TEST(Fax, RunsOfNothingDoNotOverrunTheRow)
+{
+    constexpr int width = 128;
+    std::string digits;
+    for (int i = 0; i < width / 2; ++i)
+        digits += std::string(horizontalCode) + std::string(whiteRunCodes[1]) + std::string(blackRunCodes[1]);
+    for (int i = 0; i < width / 2; ++i)
+        digits += std::string(horizontalCode) + std::string(whiteRunCodes[0]) + std::string(blackRunCodes[0]);
+    digits += std::string(width, '1');
+    FaxData data = group4;
+    data.width = width;
+    data.height = 2;
+    data.bytes.resize((digits.size() + 7) / 8);
+    for (std::size_t i = 0; i < digits.size(); ++i)
+        data.bytes[i / 8] |= std::uint8_t((digits[i] == '1') << (7 - i % 8));
+    EXPECT_THROW(readByUs(data), ImagingError);
+    data.height = 1;
+    EXPECT_EQ(compareWithLibtiff(data), FaxVerdict::BothRead);
+}
+
 TEST(Fax, WhatIsRefusedIsToldWithItsRow)
 {
     // Of group 4: V0 is 1, horizontal 001, pass 0001; white 3 is 1000, 5 is 1100, black 2 is 11, 3 is 10.
