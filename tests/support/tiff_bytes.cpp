@@ -1,4 +1,4 @@
-#include "tiff_bytes.h"
+#include "tests/support/tiff_bytes.h"
 
 #include <algorithm>
 

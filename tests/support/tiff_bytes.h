@@ -2,7 +2,7 @@
 
 #include <tiffio.h>
 
-#include "test_files.h"
+#include "tests/support/test_files.h"
 
 /// A TIFF file put together byte by byte: the directory first, then the palette or other long values, then the one
 /// strip.
