@@ -319,9 +319,16 @@ std::int32_t burnDrawing(const drawing::Document& document, const PixelMap& map,
 void rasterizeFile(Rasterize& request, Fonts* fonts, CommitGate& gate)
 {
     const PenTable pens = readPenTable(request.penFile);
-    imaging::RasterFile raster = imaging::readRaster(request.rasterFile);
+    imaging::RasterFile raster;
+    drawing::Document document;
+    imaging::inTurns(2, [&](int file) { // at the same time
+        if (file == 0) {
+            raster = imaging::readRaster(request.rasterFile);
+        } else {
+            document = drawing::readDrawing(request.drawingFile);
+        }
+    });
     const PixelMap map(request.corner1, request.corner2, raster.bitmap.size());
-    const drawing::Document document = drawing::readDrawing(request.drawingFile);
     const imaging::Region* region = request.region ? &*request.region : nullptr;
     const auto typefaces = fonts ? fonts->open(request.fontsDir) : nullptr;
     request.result = burnDrawing(document, map, pens, region, typefaces.get(), raster);
