@@ -65,7 +65,9 @@ void Editor::showOpenedDrawing()
 {
     const drawing::ViewportRecord& shown = standin::document().activeViewport();
     views().restart({shown.center.x, shown.center.y}, shown.height);
-    if (!scene().extents().empty() && !view().visible().overlaps(scene().extents()))
+    // What the file says of the view is that of the model space.
+    const bool seen = session().inModelSpace() && view().visible().overlaps(scene().extents());
+    if (!scene().extents().empty() && !seen)
         zoomExtents();
     m_windows.drawingChanged();
 }

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include "drawing/document.h"
+#include "module/base/CArxApp.h"
 #include "module/raster/CCheckDef.h"
 #include "module/raster/CCurentRaster.h"
 #include "module/raster/CDocumentLock.h"
