@@ -100,7 +100,7 @@ using DrawingId = std::uint64_t;
 HALVORAN_STANDIN_API std::vector<DrawingId> openDrawings();
 /// 0 if no drawing is open.
 HALVORAN_STANDIN_API DrawingId activeDrawing();
-/// What modules do in the drawing that was active before ends by themselves. False if there is no such drawing.
+/// Modules let go of the one that was active before by themselves. False if there is no such drawing.
 HALVORAN_STANDIN_API bool activateDrawing(DrawingId drawing);
 /// One more drawing, which becomes the active one; an empty path makes a new one. What can't be opened leaves
 /// everything as it was.
