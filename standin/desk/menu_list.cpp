@@ -29,9 +29,10 @@ void fillMenuList(HMENU popup, const MenuList& list, const std::vector<std::wstr
         return;
     const auto at = static_cast<UINT>(place);
     const std::size_t count = std::min<std::size_t>(texts.size(), list.last - list.first + 1);
-    for (std::size_t i = 0; i < count; ++i)
+    for (std::size_t i = 0; i < count; ++i) {
         InsertMenuW(popup, at + static_cast<UINT>(i), MF_BYPOSITION | MF_STRING, list.first + static_cast<UINT>(i),
                     menuListText(i, texts[i]).c_str());
+    }
     if (count == 0)
         InsertMenuW(popup, at, MF_BYPOSITION | MF_STRING | MF_GRAYED, list.first, none.c_str());
 }

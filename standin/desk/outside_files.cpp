@@ -79,9 +79,10 @@ void OutsideFiles::takeDropped(HDROP drop)
 // One at a time: the command asks for a point that only the user can show.
 void OutsideFiles::place(const std::vector<std::filesystem::path>& rasters)
 {
-    if (rasters.size() > 1)
+    if (rasters.size() > 1) {
         m_events.said(L"Only " + rasters.front().filename().wstring() +
                       L" is placed: rasters are dropped one after the other.");
+    }
     m_events.typed(withPath(L"-imageattach", rasters.front()));
 }
 
