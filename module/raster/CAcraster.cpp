@@ -171,14 +171,22 @@ void CAcraster::TakeWorkingImage()
     m_pImage = m_objects.m_pDefinition ? m_objects.m_pDefinition->imageCopy(true) : nullptr;
 }
 
+// The user may have gone on to another drawing.
 void CAcraster::UnloadAfterUse()
 {
-    const CDocumentLock lock;
+    const CDocumentLock lock(m_objects.GetEntityId());
     if (!m_objects.Open(AcDb::kForWrite))
         return;
     if (m_objects.m_pDefinition->isLoaded())
         m_objects.m_pDefinition->unload(true);
     m_objects.Close();
+}
+
+bool CAcraster::IsInOtherDrawing() const
+{
+    const AcDbObjectId entity = m_objects.GetEntityId();
+    const AcDbDatabase* database = entity.isNull() ? nullptr : entity.database();
+    return database && database != acdbHostApplicationServices()->workingDatabase();
 }
 
 CSize CAcraster::GetSize() const

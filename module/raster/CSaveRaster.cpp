@@ -128,7 +128,7 @@ void CSaveRaster::FlushReactor()
 {
     std::optional<CDocumentLock> lock;
     try {
-        lock.emplace();
+        lock.emplace(m_definitionId); // of whichever drawing
     } catch (...) {
         // A host that refuses the lock may let the definition be opened all the same.
         lock.reset();

@@ -19,11 +19,10 @@ template <class Work> void WithDefinition(const AcDbObjectId& id, AcDb::OpenMode
 
 void ForEach(const std::vector<AcDbObjectId>& definitions, void (*work)(AcDbRasterImageDef&))
 {
-    if (definitions.empty())
-        return;
-    const CDocumentLock lock;
-    for (const AcDbObjectId& id : definitions)
+    for (const AcDbObjectId& id : definitions) {
+        const CDocumentLock lock(id);
         WithDefinition(id, AcDb::kForWrite, work);
+    }
 }
 
 } // namespace

@@ -91,7 +91,7 @@ void RunFileSwap(const PendingFileSwap& swap)
     if (!IsFile(swap.sourcePath))
         return;
 
-    const CDocumentLock lock;
+    const CDocumentLock lock(swap.definitionId);
     AcDbRasterImageDef* definition = nullptr;
     if (swap.definitionId.isValid())
         acdbOpenObject(definition, swap.definitionId, AcDb::kForWrite);

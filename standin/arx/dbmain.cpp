@@ -8,6 +8,7 @@
 #include "standin/arx/desk_services.h"
 #include "standin/arx/document_manager.h"
 #include "standin/arx/document_merge.h"
+#include "standin/arx/edit_log.h"
 #include "standin/arx/editor.h"
 #include "standin/arx/imgdef.h"
 #include "standin/arx/object_store.h"
@@ -110,12 +111,16 @@ Acad::ErrorStatus AcDbDatabase::insert(const AcGeMatrix3d& transform, AcDbDataba
         standin::recordBreach("A drawing was inserted without a document lock.");
         return Acad::eLockViolation;
     }
+    const std::vector<drawing::Handle>& entities = m_state->document.modelSpace().entities;
+    const std::size_t before = entities.size(); // what comes in lies behind them
     const auto showOneFile = [&](drawing::Handle present, drawing::Handle added) {
         return fileShown(*this, present) == fileShown(*source, added);
     };
     const auto added = standin::mergeModelSpace(m_state->document, source->m_state->document, showOneFile);
     for (const auto& [from, to] : added)
         showFile(*this, to, fileShown(*source, from));
+    for (std::size_t i = before; i < entities.size(); ++i)
+        standin::noteEntityChange(this, entities[i], true);
     m_state->changes.note();
     if (this == standin::drawingDatabase() && standin::deskServices())
         standin::deskServices()->redraw();

@@ -5,6 +5,7 @@
 #include "standin/arx/dbentity.h"
 #include "standin/arx/desk_services.h"
 #include "standin/arx/document_manager.h"
+#include "standin/arx/edit_log.h"
 #include "standin/arx/object_store.h"
 #include "standin/arx/rx_define.h"
 #include "standin/arx/strictness.h"
@@ -155,6 +156,8 @@ Acad::ErrorStatus AcDbObject::erase(Adesk::Boolean erasing)
         subErase(false);
     }
     setModified();
+    if (isKindOf(AcDbEntity::desc()))
+        standin::noteEntityChange(slot->database, slot->handle, !erasing);
     tell(*this, [&](AcDbObjectReactor& reactor) { reactor.erased(this, erasing); });
     return Acad::eOk;
 }

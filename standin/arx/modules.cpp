@@ -1,5 +1,7 @@
 #include "standin/arx/modules.h"
 
+#include <algorithm>
+
 #include "standin/arx/acedads.h"
 #include "standin/arx/application_list.h"
 #include "standin/arx/code_watch.h"
@@ -190,7 +192,7 @@ void DynamicLinker::send(AcRx::AppMsgCode message)
 void DynamicLinker::forgetLocks()
 {
     for (const auto& module : modules)
-        module->before.documentLocks = 0;
+        module->before.documentLocks = std::min(module->before.documentLocks, documentLocks());
 }
 
 Failure loadModule(const fs::path& name)
@@ -219,7 +221,7 @@ Failure loadModule(const fs::path& name)
         drop(loaded);
         return file.wstring() + L" refused to start.";
     }
-    if (drawingOpen())
+    for (std::size_t i = 0; i < openDrawings().size(); ++i)
         loaded.entryPoint(AcRx::kLoadDwgMsg, &loaded);
     return std::nullopt;
 }

@@ -10,6 +10,7 @@
 #include "drawing/document.h"
 #include "drawing/mendings.h"
 #include "standin/arx/dbmain.h"
+#include "standin/arx/edit_log.h"
 
 /// One per object that was ever asked for. It outlives the object and the database, so that an old id stays safe to
 /// ask.
@@ -55,6 +56,7 @@ struct AcDbDatabase::State
     drawing::Notes notes; // of what was mended in its file
     std::wstring fileName;
     standin::DrawingChanges changes;
+    standin::EditLog edits;
     std::unordered_map<drawing::Handle, standin::ObjectSlot*> slots;
 };
 

@@ -67,6 +67,7 @@ const Directive table[] = {
     row(L"slide", forControl("the position"), &Player::moveSlider),
     row(L"push", readPushButton, &Player::pushButton),
     row(L"file", path, &Player::acceptFile),
+    row(L"dropfile", path, &Player::dropFile),
     row(L"answer", readAnswer, &Player::answerBox),
     row(L"poke", readPoke, &Player::poke),
     row(L"tolerant", &Player::beTolerant),

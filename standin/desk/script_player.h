@@ -72,6 +72,7 @@ public:
     void moveSlider(const ControlNumber& slider);
     void pushButton(int id);
     void acceptFile(const std::filesystem::path& path);
+    void dropFile(const std::filesystem::path& path);
     void answerBox(int button);
 
     void poke(const PokeChoice& choice);

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 #include <commctrl.h>
+#include <shlobj.h>
 
 #include "standin/desk/screenshot.h"
 #include "standin/desk/script_player.h"
@@ -177,6 +178,21 @@ void Player::acceptFile(const std::filesystem::path& path)
     comesTrue([&] { return openDialog(m_foothold.threadId()) != dialog; });
     if (openDialog(m_foothold.threadId()) == dialog)
         throw Miss{L"the file dialog did not take the path"};
+    settle();
+}
+
+// As the system's file manager does it: the list of files lies in memory that the desk frees.
+void Player::dropFile(const std::filesystem::path& path)
+{
+    const std::wstring names = path.wstring() + std::wstring(2, L'\0');
+    const HGLOBAL memory = GlobalAlloc(GHND, sizeof(DROPFILES) + names.size() * sizeof(wchar_t));
+    auto* const list = static_cast<DROPFILES*>(GlobalLock(memory));
+    list->pFiles = sizeof(DROPFILES);
+    list->fWide = TRUE;
+    std::copy(names.begin(), names.end(), reinterpret_cast<wchar_t*>(list + 1));
+    GlobalUnlock(memory);
+    PostMessageW(m_frame.m_hWnd, WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
+    m_foothold.waitForPosted();
     settle();
 }
 
