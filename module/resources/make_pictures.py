@@ -666,15 +666,15 @@ def toolbar_pictures():
 
 
 def disabled_colour(colour):
-    """A grey between that of an outline and that of a white inside."""
+    """One of the two greys that every display of 256 colours has: outlines and strong colours, or light ones."""
     red, green, blue = colour
-    return (153 + (0.3 * red + 0.59 * green + 0.11 * blue) * 72 / 255,) * 3
+    return (160, 160, 164) if 0.3 * red + 0.59 * green + 0.11 * blue < 158 else (192, 192, 192)
 
 
 def indexed_bitmap_file(rows, colours):
     """A .bmp file of 256 colours; `rows` holds keys of `colours`. Its width is a multiple of four."""
     keys = list(colours)
-    palette = b"".join(bytes((round(colours[key][2]), round(colours[key][1]), round(colours[key][0]), 0)) for key in keys)
+    palette = b"".join(bytes((*reversed(colours[key]), 0)) for key in keys)
     palette += bytes(4 * (256 - len(keys)))
     pixels = b"".join(bytes(keys.index(pixel) for pixel in row) for row in reversed(rows))
     header = struct.pack("<IiiHHIIiiII", 40, len(rows[0]), len(rows), 1, 8, 0, len(pixels), 0, 0, 256, 256)

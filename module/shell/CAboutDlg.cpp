@@ -1,5 +1,7 @@
 #include "module/shell/CAboutDlg.h"
 
+#include <algorithm>
+
 #include "module/base/CArxApp.h"
 #include "module/base/CTempMFC.h"
 #include "module/resources/resource.h"
@@ -34,6 +36,7 @@ BOOL CAboutDlg::OnInitDialog()
 {
     const CTempMFC resources;
     CDialog::OnInitDialog();
+    MakeRoomForPicture();
     CenterWindow();
     m_strVersion.Format(L"%d.%d  (Build:%d.%d)", majorVersion, minorVersion, build, subBuild);
     m_strProduct = L"Halvoran 6.6 for AutoCAD";
@@ -48,7 +51,24 @@ void CAboutDlg::OnOK()
     CDialog::OnOK();
 }
 
-// The picture lies at the dialog's upper edge. The template leaves room for it.
+// The template counts in letters, the picture in pixels: how many of them a letter has differs from system to system.
+void CAboutDlg::MakeRoomForPicture()
+{
+    const CSize picture = m_pPicture->GetSize();
+    CRect client;
+    GetClientRect(&client);
+    CRect window;
+    GetWindowRect(&window);
+    const int wider = std::max<int>(picture.cx - client.Width(), 0);
+    SetWindowPos(nullptr, 0, 0, window.Width() + wider, window.Height() + picture.cy, SWP_NOMOVE | SWP_NOZORDER);
+    for (CWnd* control = GetWindow(GW_CHILD); control; control = control->GetWindow(GW_HWNDNEXT)) {
+        CRect place;
+        control->GetWindowRect(&place);
+        ScreenToClient(&place);
+        control->SetWindowPos(nullptr, place.left + wider / 2, place.top + picture.cy, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    }
+}
+
 void CAboutDlg::OnPaint()
 {
     CPaintDC context(this);

@@ -22,6 +22,8 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    void MakeRoomForPicture();
+
     CString m_strVersion;
     CString m_strProduct;
     CString m_strNotice;
