@@ -120,7 +120,9 @@ void MainFrame::openDrawingWindow()
     m_child->SetActiveView(m_view);
     RecalcLayout();
     m_child->RecalcLayout();
-    m_view->SetFocus();
+    // Whatever of the program is in front of the desk, a splash or a dialog, stays there.
+    if (GetActiveWindow() == this)
+        m_view->SetFocus();
 }
 
 void MainFrame::closeDrawingWindow()
@@ -160,9 +162,18 @@ LRESULT MainFrame::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     return CMDIFrameWnd::WindowProc(message, wParam, lParam);
 }
 
+// Keys that a window in front of the desk would get, but has nothing to do with: a floating bar, a module's splash.
+bool MainFrame::keysAreForDesk(const MSG& message) const
+{
+    return message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST && m_view != nullptr && IsWindowEnabled() &&
+           message.hwnd != m_hWnd && ::GetAncestor(message.hwnd, GA_ROOT) == message.hwnd;
+}
+
 // The wheel goes to what lies under the mouse, wherever the keyboard is.
 BOOL MainFrame::PreTranslateMessage(MSG* pMsg)
 {
+    if (keysAreForDesk(*pMsg))
+        pMsg->hwnd = m_view->m_hWnd;
     if (pMsg->message == WM_MOUSEWHEEL && m_view != nullptr && pMsg->hwnd != m_view->m_hWnd) {
         const POINT at{GET_X_LPARAM(pMsg->lParam), GET_Y_LPARAM(pMsg->lParam)};
         if (::WindowFromPoint(at) == m_view->m_hWnd) {

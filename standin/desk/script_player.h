@@ -63,6 +63,9 @@ public:
 
     void pressToolbarButton(int id);
     void pressToolbarArrow(int id);
+    void dockToolbar(Side side);
+    void floatToolbar(const Place& place);
+    void closeToolbar();
     void chooseMenuEntry(int id);
     void waitForDialog(const std::wstring& title);
     void setText(const ControlText& text);
@@ -81,6 +84,10 @@ public:
     void expectNoRaster() { expectRasterToBe(false); }
     void expectTool(int number);
     void expectNoTool();
+    void expectToolbar() { expectToolbarToBe(true); }
+    void expectNoToolbar() { expectToolbarToBe(false); }
+    void expectButton(const ControlInState& expected);
+    void expectEntry(const ControlInState& expected);
     void expectSelection(const imaging::Rect& pixels);
     void expectNoSelection();
     void expectPixel(const PixelInk& expected);
@@ -131,6 +138,8 @@ private:
     void pickInList(HWND list, int index) const;
     void pickInComboBox(HWND list, int index) const;
     ToolbarButton usableButton(int id) const;
+    void dragToolbar(POINT target) const;
+    void expectToolbarToBe(bool visible);
 
     MainFrame& m_frame;
     Console& m_console;

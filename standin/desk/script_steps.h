@@ -56,6 +56,18 @@ Key readKey(Words& words);
 
 imaging::Size readSize(Words& words);
 
+/// Of the main window.
+enum class Side
+{
+    top,
+    bottom,
+    left,
+    right
+};
+Side readSide(Words& words);
+
+Place readPlace(Words& words);
+
 /// A control of the open dialog and a number for it.
 struct ControlNumber
 {
@@ -85,6 +97,8 @@ struct ControlInState
     ControlState state = ControlState::usable;
 };
 ControlInState readControlState(Words& words);
+/// Of a toolbar's button or a menu's entry, which has no focus.
+ControlInState readButtonState(Words& words);
 
 /// The number of a dialog's button, which may be "ok" or "cancel".
 int readPushButton(Words& words);
