@@ -194,7 +194,7 @@ void CDockBar::layOutBars()
     arrange(horizontal() ? client.Width() : client.Height(), horizontal(), places);
     for (const Place& place : places) {
         place.bar->SetWindowPos(nullptr, place.rect.left, place.rect.top, place.rect.Width(), place.rect.Height(),
-                                SWP_NOACTIVATE | SWP_NOZORDER | SWP_FRAMECHANGED);
+                                SWP_NOACTIVATE | SWP_NOZORDER | SWP_NOCOPYBITS | SWP_FRAMECHANGED);
     }
 }
 
