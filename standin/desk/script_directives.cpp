@@ -73,6 +73,7 @@ const Directive table[] = {
     row(L"answer", readAnswer, &Player::answerBox),
     row(L"wait", number("the milliseconds"), &Player::wait),
     row(L"idle", &Player::waitForRest),
+    row(L"kill", &Player::kill),
     row(L"shot", path, &Player::takeShot),
 
     row(L"expect raster", &Player::expectRaster),

@@ -78,6 +78,7 @@ public:
 
     void wait(int milliseconds);
     void waitForRest();
+    void kill();
     void takeShot(const std::filesystem::path& path);
 
     void expectRaster() { expectRasterToBe(true); }

@@ -160,6 +160,13 @@ void Player::waitForRest()
         throw Miss{L"the desk did not come to rest"};
 }
 
+// Whatever comes behind this step in the script is not played.
+void Player::kill()
+{
+    m_console.line(L"The desk is killed.");
+    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(outcome()));
+}
+
 void Player::takeShot(const std::filesystem::path& path)
 {
     m_foothold.waitForPosted();
