@@ -6,6 +6,7 @@
 #include "module/base/CDefault.h"
 #include "module/commands/ShellCommands.h"
 #include "module/raster/CCurentRaster.h"
+#include "module/tools/CTool.h"
 #include "module/tools/ToolMessageHook.h"
 #include "tests/module/support/dialog_driver.h"
 #include "tests/module/toolbar/toolbar_fixture.h"
@@ -151,13 +152,9 @@ TEST_F(Toolbar, StatesFollowTheRasterAndTheTool)
     EXPECT_EQ(states(), none);
     States picking = none;
     picking[3] = checked;
-    delete[&]
-    {
-        auto* tool = new RecordingTool(1);
-        EXPECT_EQ(states(), picking);
-        return tool;
-    }
-    ();
+    const auto* pick = new RecordingTool(1);
+    EXPECT_EQ(states(), picking);
+    delete pick;
     openCurrent(test::blank(4, 2));
     const States current = {enabled, enabled, enabled, checked, enabled, enabled, enabled, enabled, checked, enabled};
     EXPECT_EQ(states(), current);
