@@ -21,7 +21,8 @@ void OnClose()
     text.Format(L"arx u %s", MisreadText("HVA6_13_64.arx").GetString());
     PostCommandText(text);
     DropCurrentRaster();
-    acedGetAcadFrame()->RecalcLayout();
+    if (CMDIFrameWnd* hostFrame = acedGetAcadFrame())
+        hostFrame->RecalcLayout();
 }
 
 } // namespace

@@ -188,7 +188,8 @@ void LaMfcToolbar::FollowFloating()
 {
     const CWnd* side = GetParent();
     const CWnd* frame = side ? side->GetParent() : nullptr;
-    if (frame && frame->m_hWnd != acedGetAcadFrame()->m_hWnd)
+    const CWnd* hostFrame = acedGetAcadFrame();
+    if (frame && hostFrame && frame->m_hWnd != hostFrame->m_hWnd)
         HookFrame(frame->m_hWnd, FloatingFrameProc);
 }
 
