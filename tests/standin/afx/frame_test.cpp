@@ -287,7 +287,9 @@ TEST_F(Frame, BarsKeepTheirRowsAndPlaces)
 
     // A double click on the blank part floats it, another one brings it back to where it was.
     second = placeIn(*frame, more);
-    const CPoint blank(2, second.Height() - 1);
+    CRect separator;
+    more.GetItemRect(2, &separator);
+    const CPoint blank = separator.CenterPoint();
     more.SendMessage(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(blank.x, blank.y));
     ASSERT_TRUE(more.IsFloating());
     ::SendMessageW(::GetAncestor(more, GA_ROOT), WM_NCLBUTTONDBLCLK, HTCAPTION, 0);
