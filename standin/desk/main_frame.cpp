@@ -154,12 +154,28 @@ LRESULT MainFrame::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     case endOfScriptMessage:
         closeAtOnce();
         return 0;
+    case WM_SETMESSAGESTRING:
+        showStatusText(static_cast<UINT>(wParam), reinterpret_cast<LPCWSTR>(lParam));
+        return 0;
     case WM_SETFOCUS:
         if (m_view != nullptr)
             m_view->SetFocus();
         return 0;
     }
     return CMDIFrameWnd::WindowProc(message, wParam, lParam);
+}
+
+// Of the button or menu entry under the mouse; without one the status line tells the desk's state again.
+void MainFrame::showStatusText(UINT id, LPCWSTR text)
+{
+    CString shown(text);
+    if (text == nullptr && id != 0 && id != AFX_IDS_IDLEMESSAGE)
+        GetMessageString(id, shown);
+    if (shown.IsEmpty()) {
+        stateChanged();
+    } else {
+        m_statusPanel.showState(shown.GetString());
+    }
 }
 
 // Keys that a window in front of the desk would get, but has nothing to do with: a floating bar, a module's splash.

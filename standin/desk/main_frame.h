@@ -73,6 +73,7 @@ private:
     std::vector<standin::Handle> currentSelection() override;
     bool runDeskCommand(const std::vector<standin::CommandArgument>& arguments) override;
 
+    void showStatusText(UINT id, LPCWSTR text);
     bool keysAreForDesk(const MSG& message) const;
     void fitDrawingWindow();
     void toggleGround();

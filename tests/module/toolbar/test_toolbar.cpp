@@ -186,14 +186,20 @@ TEST_F(Toolbar, TipsAndStatusTextsAreParted)
         {40001, L"Adjust program settings\nSettings"},
     };
     LaMfcToolbar& bar = toolbar();
+    CWnd statusLine;
+    statusLine.CreateEx(0, L"STATIC", L"", WS_CHILD, CRect(0, 0, 10, 10), frame(), AFX_IDW_STATUS_BAR);
     for (const auto& [id, text] : texts) {
         const std::wstring whole = text;
         NMTTDISPINFOW tip = {};
         tip.hdr = {reinterpret_cast<HWND>(bar.SendMessage(TB_GETTOOLTIPS)), id, static_cast<UINT>(TTN_GETDISPINFOW)};
         bar.SendMessage(WM_NOTIFY, id, reinterpret_cast<LPARAM>(&tip));
         EXPECT_EQ(std::wstring(tip.szText), whole.substr(whole.find(L'\n') + 1));
+        NMTBHOTITEM hot = {};
+        hot.hdr = {bar.m_hWnd, AFX_IDW_TOOLBAR, static_cast<UINT>(TBN_HOTITEMCHANGE)};
+        hot.idNew = static_cast<int>(id);
+        bar.SendMessage(WM_NOTIFY, AFX_IDW_TOOLBAR, reinterpret_cast<LPARAM>(&hot));
         CString status;
-        frame()->GetMessageString(id, status);
+        statusLine.GetWindowText(status);
         EXPECT_EQ(std::wstring(status), whole.substr(0, whole.find(L'\n')));
     }
 }
