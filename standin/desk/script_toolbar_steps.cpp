@@ -1,5 +1,6 @@
 // The steps of a script that work a module's toolbar and menus.
 
+#include <windows.h>
 #include <commctrl.h>
 
 #include "standin/desk/module_toolbar.h"

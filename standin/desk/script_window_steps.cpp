@@ -1,5 +1,6 @@
 // The steps of a script that work dialogs, and those that wait.
 
+#include <windows.h>
 #include <commctrl.h>
 
 #include "standin/desk/screenshot.h"
