@@ -31,7 +31,9 @@ void DrawingWindows::show(standin::DrawingId drawing)
         if (&each != &shown)
             each.frame->ShowWindow(SW_HIDE);
     }
-    shown.view->SetFocus();
+    // Whatever of the program is in front of the desk, a splash or a dialog, stays there.
+    if (CWnd::GetActiveWindow() == &m_frame)
+        shown.view->SetFocus();
 }
 
 void DrawingWindows::make(standin::DrawingId drawing)

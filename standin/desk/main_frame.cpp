@@ -138,6 +138,9 @@ LRESULT MainFrame::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     case endOfScriptMessage:
         closeAtOnce();
         return 0;
+    case WM_SETMESSAGESTRING:
+        showStatusText(static_cast<UINT>(wParam), reinterpret_cast<LPCWSTR>(lParam));
+        return 0;
     case WM_SETFOCUS:
         if (view() != nullptr)
             view()->SetFocus();
@@ -154,9 +157,31 @@ LRESULT MainFrame::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     return CMDIFrameWnd::WindowProc(message, wParam, lParam);
 }
 
+// Of the button or menu entry under the mouse; without one the status line tells the desk's state again.
+void MainFrame::showStatusText(UINT id, LPCWSTR text)
+{
+    CString shown(text);
+    if (text == nullptr && id != 0 && id != AFX_IDS_IDLEMESSAGE)
+        GetMessageString(id, shown);
+    if (shown.IsEmpty()) {
+        stateChanged();
+    } else {
+        m_statusPanel.showState(shown.GetString());
+    }
+}
+
+// Keys that a window in front of the desk would get, but has nothing to do with: a floating bar, a module's splash.
+bool MainFrame::keysAreForDesk(const MSG& message) const
+{
+    return message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST && view() != nullptr && IsWindowEnabled() &&
+           message.hwnd != m_hWnd && ::GetAncestor(message.hwnd, GA_ROOT) == message.hwnd;
+}
+
 // The wheel goes to what lies under the mouse, wherever the keyboard is.
 BOOL MainFrame::PreTranslateMessage(MSG* pMsg)
 {
+    if (keysAreForDesk(*pMsg))
+        pMsg->hwnd = view()->m_hWnd;
     if (pMsg->message == WM_MOUSEWHEEL && view() != nullptr && pMsg->hwnd != view()->m_hWnd) {
         const POINT at{GET_X_LPARAM(pMsg->lParam), GET_Y_LPARAM(pMsg->lParam)};
         if (::WindowFromPoint(at) == view()->m_hWnd) {

@@ -91,6 +91,8 @@ private:
     void updateListed(CCmdUI& item);
     /// Types it at the command line, after what runs has been cancelled.
     void typeCommand(const std::wstring& text);
+    void showStatusText(UINT id, LPCWSTR text);
+    bool keysAreForDesk(const MSG& message) const;
     void toggleGround();
     void hovered(Vec2 view);
     void onClose();

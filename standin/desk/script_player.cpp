@@ -216,6 +216,11 @@ void Player::settle() const
 {
     m_foothold.waitForPosted();
     comesTrue([this] { return deskWaits(); }, m_limits.run);
+    // A splash goes by itself after a while; until then it would lie over what the script works on.
+    if (const HWND splash = openSplash(m_foothold.threadId())) {
+        PostMessageW(splash, WM_CLOSE, 0, 0);
+        m_foothold.waitForPosted();
+    }
     // A hand works on what it sees: a painting that is still due would cover what the next step draws on the view.
     m_foothold.ask([this] { RedrawWindow(m_frame.m_hWnd, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN); });
     m_foothold.waitForPosted();

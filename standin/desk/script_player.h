@@ -64,6 +64,9 @@ public:
 
     void pressToolbarButton(int id);
     void pressToolbarArrow(int id);
+    void dockToolbar(Side side);
+    void floatToolbar(const Place& place);
+    void closeToolbar();
     void chooseMenuEntry(int id);
     void waitForDialog(const std::wstring& title);
     void setText(const ControlText& text);
@@ -81,12 +84,17 @@ public:
 
     void wait(int milliseconds);
     void waitForRest();
+    void kill();
     void takeShot(const Shot& shot);
 
     void expectRaster() { expectRasterToBe(true); }
     void expectNoRaster() { expectRasterToBe(false); }
     void expectTool(int number);
     void expectNoTool();
+    void expectToolbar() { expectToolbarToBe(true); }
+    void expectNoToolbar() { expectToolbarToBe(false); }
+    void expectButton(const ControlInState& expected);
+    void expectEntry(const ControlInState& expected);
     void expectSelection(const imaging::Rect& pixels);
     void expectNoSelection();
     void expectPixel(const PixelInk& expected);
@@ -143,6 +151,8 @@ private:
     void pokeControl(HWND control, int choice) const;
     imaging::Rect partOnScreen(const PicturePart& part) const;
     imaging::Rect viewPartOnScreen(const imaging::Rect& box) const;
+    void dragToolbar(POINT target) const;
+    void expectToolbarToBe(bool visible);
 
     MainFrame& m_frame;
     Console& m_console;

@@ -165,6 +165,29 @@ PokeChoice readPoke(Words& words)
     return {number, words.path()};
 }
 
+ControlInState readButtonState(Words& words)
+{
+    const ControlInState state = readControlState(words);
+    if (state.state == ControlState::focused)
+        throw ScriptError("a button or an entry is usable, greyed, ticked or clear");
+    return state;
+}
+
+Place readPlace(Words& words)
+{
+    return words.place();
+}
+
+Side readSide(Words& words)
+{
+    static const std::map<std::wstring, Side> sides = {
+        {L"top", Side::top}, {L"bottom", Side::bottom}, {L"left", Side::left}, {L"right", Side::right}};
+    const auto found = sides.find(words.next("the side"));
+    if (found == sides.end())
+        throw ScriptError("a side is top, bottom, left or right");
+    return found->second;
+}
+
 int readPushButton(Words& words)
 {
     if (words.take(L"ok"))

@@ -57,6 +57,18 @@ Key readKey(Words& words);
 
 imaging::Size readSize(Words& words);
 
+/// Of the main window.
+enum class Side
+{
+    top,
+    bottom,
+    left,
+    right
+};
+Side readSide(Words& words);
+
+Place readPlace(Words& words);
+
 /// A control of the open dialog and a number for it.
 struct ControlNumber
 {
@@ -86,6 +98,8 @@ struct ControlInState
     ControlState state = ControlState::usable;
 };
 ControlInState readControlState(Words& words);
+/// Of a toolbar's button or a menu's entry, which has no focus.
+ControlInState readButtonState(Words& words);
 
 /// A number that settles by chance what is done, and the file that is named if one is asked for.
 struct PokeChoice

@@ -1,4 +1,4 @@
-// The steps of a script that work toolbars, menus and dialogs, and those that wait.
+// The steps of a script that work dialogs, and those that wait.
 
 #include <windows.h>
 #include <commctrl.h>
@@ -9,66 +9,6 @@
 #include "standin/text.h"
 
 namespace desk::script {
-
-ToolbarButton Player::usableButton(int id) const
-{
-    ToolbarButton button;
-    comesTrue([&] {
-        button = findToolbarButton(m_foothold.threadId(), id);
-        return button.toolbar != nullptr && button.visible && button.enabled;
-    });
-    if (button.toolbar == nullptr)
-        throw Miss{L"no toolbar has that button"};
-    if (!button.visible)
-        throw Miss{L"the toolbar is hidden"};
-    if (!button.enabled)
-        throw Miss{L"the button is greyed"};
-    return button;
-}
-
-void Player::pressToolbarButton(int id)
-{
-    const ToolbarButton found = usableButton(id);
-    // On the left, as the arrow of a button that has one lies at its right.
-    const POINT at{found.place.left + 8, (found.place.top + found.place.bottom) / 2};
-    m_hand.click(found.toolbar, at);
-    settle();
-}
-
-void Player::pressToolbarArrow(int id)
-{
-    const ToolbarButton found = usableButton(id);
-    if (!found.hasArrow)
-        throw Miss{L"the button has no arrow"};
-    POINT at{found.place.right - 5, (found.place.top + found.place.bottom) / 2};
-    m_hand.press(found.toolbar, at, MouseButton::left);
-    if (!comesTrue([this] { return openMenu(m_foothold.threadId()) != nullptr; }))
-        throw Miss{L"no menu popped up"};
-    ClientToScreen(found.toolbar, &at);
-    m_hand.releaseOverMenu(menuOwner(m_foothold.threadId()), at);
-    settle();
-}
-
-void Player::chooseMenuEntry(int id)
-{
-    MenuItem item;
-    if (!comesTrue([&] {
-            const HMENU menu = openMenu(m_foothold.threadId());
-            if (menu != nullptr)
-                item = findMenuItem(menu, id);
-            return menu != nullptr;
-        }))
-        throw Miss{L"no menu is open"};
-    if (!item.found)
-        throw Miss{L"the menu has no such entry"};
-    if (!item.enabled)
-        throw Miss{L"the entry is greyed"};
-    const POINT middle{(item.place.left + item.place.right) / 2, (item.place.top + item.place.bottom) / 2};
-    m_hand.clickMenu(menuOwner(m_foothold.threadId()), middle);
-    if (!comesTrue([this] { return openMenu(m_foothold.threadId()) == nullptr; }))
-        throw Miss{L"the menu stayed open"};
-    settle();
-}
 
 void Player::waitForDialog(const std::wstring& title)
 {
@@ -275,6 +215,13 @@ imaging::Rect Player::viewPartOnScreen(const imaging::Rect& box) const
     POINT corner{0, 0};
     ClientToScreen(m_frame.view()->m_hWnd, &corner);
     return part.offset(corner.x, corner.y);
+}
+
+// Whatever comes behind this step in the script is not played.
+void Player::kill()
+{
+    m_console.line(L"The desk is killed.");
+    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(outcome()));
 }
 
 void Player::takeShot(const Shot& shot)

@@ -15,6 +15,8 @@ std::wstring classOf(HWND window);
 std::vector<HWND> topWindows(DWORD threadId);
 /// The uppermost dialog that can be worked with; null if there is none.
 HWND openDialog(DWORD threadId);
+/// A picture that a module shows over the desk for a while; null if there is none.
+HWND openSplash(DWORD threadId);
 /// A visible control with that id in the window or in a window within it; null if there is none.
 HWND findControl(HWND parent, int id);
 
@@ -48,6 +50,7 @@ struct MenuItem
 {
     bool found = false;
     bool enabled = false;
+    bool checked = false;
     RECT place{}; // screen coordinates
 };
 /// The menu that has popped up last; null if there is none.

@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "module/raster/CCurentRaster.h"
+#include "module/shell/CFloatingBar.h"
 #include "module/start/CModuleApp.h"
 #include "module/tools/CBaseRotateTool.h"
 #include "module/tools/CEditPasteTool.h"
@@ -131,7 +132,7 @@ protected:
     void atDoubleClickElsewhere() { pressOn(m_other, WM_LBUTTONDBLCLK); }
     void atPressOnToolbar()
     {
-        CWnd toolbar;
+        CFloatingBar toolbar;
         toolbar.CreateEx(WS_EX_NOACTIVATE, L"STATIC", L"toolbar", WS_POPUP, CRect(0, 0, 10, 10), nullptr, 0);
         g_pArxApp->m_pToolbar = &toolbar;
         pressOn(toolbar, WM_LBUTTONDOWN);
