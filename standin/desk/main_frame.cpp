@@ -171,7 +171,7 @@ void MainFrame::showStatusText(UINT id, LPCWSTR text)
 }
 
 // Keys that a window in front of the desk would get, but has nothing to do with: a floating bar, a module's splash.
-bool MainFrame::keysAreForDesk(const MSG& message) const
+bool MainFrame::keysAreForDesk(const MSG& message)
 {
     return message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST && view() != nullptr && IsWindowEnabled() &&
            message.hwnd != m_hWnd && ::GetAncestor(message.hwnd, GA_ROOT) == message.hwnd;

@@ -92,7 +92,7 @@ private:
     /// Types it at the command line, after what runs has been cancelled.
     void typeCommand(const std::wstring& text);
     void showStatusText(UINT id, LPCWSTR text);
-    bool keysAreForDesk(const MSG& message) const;
+    bool keysAreForDesk(const MSG& message);
     void toggleGround();
     void hovered(Vec2 view);
     void onClose();
