@@ -39,7 +39,7 @@ void CSplashWnd::Show()
     if (!splashEnabled || splash)
         return;
     splash = new CSplashWnd;
-    if (splash->Create())
+    if (splash->Open())
         splash->UpdateWindow();
 }
 
@@ -55,7 +55,7 @@ CSplashWnd::~CSplashWnd()
 }
 
 // False of one that has deleted itself.
-BOOL CSplashWnd::Create()
+BOOL CSplashWnd::Open()
 {
     const CSize size = PictureSize();
     const LPCWSTR windowClass = AfxRegisterWndClass(0, LoadCursorW(nullptr, IDC_ARROW));

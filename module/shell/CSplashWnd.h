@@ -17,7 +17,7 @@ public:
     ~CSplashWnd() override;
 
 protected:
-    BOOL Create();
+    BOOL Open();
     void PostNcDestroy() override;
 
     int OnCreate(LPCREATESTRUCT create);

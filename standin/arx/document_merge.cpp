@@ -138,7 +138,7 @@ private:
             const auto* definition = m_source.find<drawing::ImageDefinition>(entry.object);
             if (!definition)
                 continue;
-            const std::string name = freeImageName(entry.key, entry.object);
+            const std::string name = freeImageName(entry.key, *definition);
             const drawing::Dictionary* present = m_target.imageDictionary();
             if (const Handle there = present ? present->find(name) : 0) {
                 m_definitions[entry.object] = there;
@@ -152,12 +152,13 @@ private:
     }
 
     // The name itself where it is free or stands for the same file; else with a number behind it.
-    std::string freeImageName(const std::string& name, Handle source) const
+    std::string freeImageName(const std::string& name, const drawing::ImageDefinition& added) const
     {
         const drawing::Dictionary* present = m_target.imageDictionary();
         std::string candidate = name;
         for (int number = 1; present && present->find(candidate) != 0; ++number) {
-            if (m_showOneFile(present->find(candidate), source))
+            const auto* definition = m_target.find<drawing::ImageDefinition>(present->find(candidate));
+            if (definition && definition->path == added.path && m_showOneFile(definition->handle, added.handle))
                 break;
             candidate = name + '_' + std::to_string(number);
         }

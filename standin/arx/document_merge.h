@@ -15,7 +15,7 @@ namespace standin {
 drawing::Document extractEntities(const drawing::Document& source, const std::set<drawing::Handle>& entities,
                                   const drawing::Vector3& basePoint);
 
-/// Whether an image definition of the target and one of the source show one and the same file.
+/// Whether an image definition of the target and one of the source, of one stored path, show one and the same file.
 using ShowOneFile = std::function<bool(drawing::Handle target, drawing::Handle source)>;
 
 /// Adds the source's model space to the target's, on top, with the layers, linetypes, text styles, blocks and image
