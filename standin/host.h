@@ -191,6 +191,9 @@ HALVORAN_STANDIN_API Failure unloadModule(const std::wstring& name);
 HALVORAN_STANDIN_API std::vector<std::filesystem::path> loadedModules();
 /// The modules of the application list that are to be loaded at the start; returns what went wrong, if anything.
 HALVORAN_STANDIN_API std::vector<std::wstring> loadStartupModules();
+/// The module files beside the running program that the application list does not know: those of a program folder that
+/// was just unpacked, or moved. Returns what went wrong, if anything.
+HALVORAN_STANDIN_API std::vector<std::wstring> loadUnlistedModules();
 /// Keeps the application list under another key below HKEY_CURRENT_USER: for tests.
 HALVORAN_STANDIN_API void setApplicationListKey(const std::wstring& key);
 /// Unloads all modules, whatever they answer.

@@ -248,6 +248,23 @@ std::vector<fs::path> loadedModules()
     return files;
 }
 
+std::vector<std::wstring> loadUnlistedModules()
+{
+    std::vector<std::wstring> failures;
+    const std::vector<Application> listed = allApplications();
+    std::error_code error;
+    for (const auto& entry : fs::directory_iterator(programFolder(), error)) {
+        const bool known = std::ranges::any_of(listed, [&](const Application& application) {
+            return sameText(application.modulePath, entry.path().wstring());
+        });
+        if (known || !sameText(entry.path().extension().wstring(), L".arx"))
+            continue;
+        if (Failure failure = loadModule(entry.path()))
+            failures.push_back(*failure);
+    }
+    return failures;
+}
+
 std::vector<std::wstring> loadStartupModules()
 {
     std::vector<std::wstring> failures;

@@ -50,6 +50,11 @@ DeskApp theDesk;
 bool DeskApp::begin()
 {
     bool done = true;
+    // A module enters itself in the list, so those that it does not know come first.
+    if (m_options.modules.empty()) {
+        for (const std::wstring& failure : standin::loadUnlistedModules())
+            m_frame->commandPanel().print(failure);
+    }
     for (const std::wstring& failure : standin::loadStartupModules())
         m_frame->commandPanel().print(failure);
     for (const auto& module : m_options.modules) {
