@@ -17,6 +17,8 @@ public:
     std::wstring lookAtRest() const;
     /// The same at any other time: the host's rules alone.
     static std::wstring look();
+    /// Whether it is a breach that the module may be brought to by erasing what it works on.
+    static bool isTolerated(const std::string& breach);
 
 private:
     int m_gdiObjects;
