@@ -20,7 +20,7 @@ constexpr int mostOpenObjects = 2;
 constexpr int mostSelectionSets = 1;
 // The module leaves its document locked when the current raster was erased behind its back, which has always been so.
 constexpr int mostDocumentLocks = 5;
-constexpr std::string_view locksLeft = "document locks that nobody gave back";
+constexpr std::string_view locksLeft = " document locks";
 constexpr int mostHooks = 1;  // the tool's
 constexpr int mostTimers = 3; // the monitor, and one-shots that wait
 
