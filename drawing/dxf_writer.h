@@ -31,7 +31,7 @@ private:
 
     const Document& m_document;
     std::string m_codePage;
-    GroupSink m_sink;
+    DxfSink m_sink;
 };
 
 } // namespace drawing
