@@ -37,4 +37,10 @@ struct BinaryPart
     bool operator==(const BinaryPart&) const = default;
 };
 
+/// True if the object is held by its bits alone, so that only a file of that form can take it.
+inline bool isOnlyBinary(const Object& object)
+{
+    return object.binary && object.binary->whole;
+}
+
 } // namespace drawing

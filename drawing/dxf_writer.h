@@ -27,6 +27,7 @@ private:
     void writeEntities();
     void writeEntitiesOf(const Block& block, bool paperSpace);
     void writeEntity(const Entity& entity, bool paperSpace);
+    Dictionary withoutBinary(const Dictionary& dictionary) const;
     void writeObjects();
 
     const Document& m_document;

@@ -232,7 +232,8 @@ std::span<const Kind> dictionaryKinds()
         {0x2A, "DICTIONARY", false, dictionary},
         {0, "ACDBDICTIONARYWDFLT", false, dictionaryWithDefault},
         {0, "DICTIONARYVAR", false, dictionaryVariable},
-        {0x50, "ACDBPLACEHOLDER", false, placeholder},
+        {0, "ACDBPLACEHOLDER", false, placeholder},
+        {0x50, "ACDBPLACEHOLDER", false, placeholder}, // as later programs number it
         {0x48, "GROUP", false, group},
         {0x49, "MLINESTYLE", false, multilineStyle},
         {0x4F, "XRECORD", false, extendedRecord},

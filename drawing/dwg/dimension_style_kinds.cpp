@@ -39,7 +39,12 @@ void dimensionStyle(ObjectFields& f)
     bool reserved = false;
     f.bits.bit(reserved);
     externalReference(f);
-    f.handle(340, Reference::HardPointer); // the style of the texts
+    Handle textStyle = 0;
+    if (!f.takeHandle(340, textStyle) && !f.reading()) {
+        textStyle = f.names.obtain("STYLE", "Standard");
+    }
+    f.bits.handle(textStyle, Reference::HardPointer);
+    f.giveHandle(340, textStyle);
     f.handle(341, Reference::HardPointer); // blocks in place of arrows: of leaders,
     f.handle(342, Reference::HardPointer); // of both ends,
     f.handle(343, Reference::HardPointer); // of the first,

@@ -72,6 +72,12 @@ void DwgReader::readClassSection()
     }
 }
 
+std::string_view DwgReader::headerContent() const
+{
+    return markedContent(m_bytes, m_header.sections[headerVariablesSection], Marked::HeaderVariables,
+                         "the section of the header variables");
+}
+
 // No two objects may share bytes; that bounds what all of them together hold.
 void DwgReader::checkPlaces() const
 {
@@ -102,6 +108,13 @@ void DwgReader::readObjects()
     ObjectDecoder decoder(m_bytes, m_classes, m_encoding, m_names);
     m_objects.reserve(m_places.size());
     // Multiline styles count the linetypes in the order of their table.
+    const Roots roots = readRoots(headerContent(), m_encoding);
+    const Handle linetypes = roots[Root::LinetypeControl];
+    const auto control = std::lower_bound(m_places.begin(), m_places.end(), linetypes,
+                                          [](const ObjectPlace& place, Handle handle) { return place.handle < handle; });
+    if (control != m_places.end() && control->handle == linetypes) {
+        m_names.setLinetypes(decoder.decode(*control).control.records);
+    }
     for (const ObjectPlace& each : m_places) {
         DecodedObject object = decoder.decode(each);
         if (!object.failure.empty()) {
@@ -140,10 +153,7 @@ template <class T> T* DwgReader::storeAs(Handle handle, Handle owner)
 
 void DwgReader::buildTables()
 {
-    const std::string_view content =
-        markedContent(m_bytes, m_header.sections[headerVariablesSection], Marked::HeaderVariables,
-                      "the section of the header variables");
-    const Roots roots = readRoots(content, m_encoding);
+    const Roots roots = readRoots(headerContent(), m_encoding);
     for (const std::string_view kind : tableOrder) {
         const Handle handle = roots[rootOf(kind)];
         const DecodedObject* control = decoded(handle);
@@ -173,9 +183,7 @@ void DwgReader::buildTables()
 void DwgReader::readHeader()
 {
     Document& document = m_builder.document();
-    const std::string_view content =
-        markedContent(m_bytes, m_header.sections[headerVariablesSection], Marked::HeaderVariables,
-                      "the section of the header variables");
+    const std::string_view content = headerContent();
     const Roots roots = readRoots(content, m_encoding);
     const DecodedObject* styles = decoded(roots[Root::MultilineStyleDictionary]);
     if (const auto* dictionary = styles ? dynamic_cast<const Dictionary*>(styles->object.get()) : nullptr) {
@@ -286,7 +294,9 @@ void DwgReader::buildRest()
 {
     for (const ObjectPlace& place : m_places) {
         DecodedObject& object = *decoded(place.handle);
-        if (!object.object || dynamic_cast<Entity*>(object.object.get()) ||
+        // The list of viewports is left empty, as the host's later releases leave it.
+        const bool viewportList = object.type == viewportHeaderControlType || object.type == viewportHeaderType;
+        if (viewportList || !object.object || dynamic_cast<Entity*>(object.object.get()) ||
             dynamic_cast<TableRecord*>(object.object.get())) {
             continue;
         }

@@ -27,6 +27,7 @@ public:
 
 private:
     void readClassSection();
+    std::string_view headerContent() const;
     void checkPlaces() const;
     void readNames();
     void readObjects();

@@ -43,13 +43,13 @@ struct CodeRange
 ValueType typeOf(int code)
 {
     using enum ValueType;
-    static constexpr std::array<CodeRange, 30> ranges{
+    static constexpr std::array<CodeRange, 35> ranges{
         {{0, 4, Text},       {5, 5, ObjectHandle},     {6, 9, Text},           {10, 37, Point},
          {38, 59, Real},     {60, 79, Short},          {90, 99, Long},         {100, 104, Text},
          {105, 105, ObjectHandle}, {110, 119, Point},  {120, 149, Real},       {170, 179, Short},
          {210, 239, Point},  {270, 279, Short},        {280, 299, Byte},       {300, 309, Text},
          {310, 319, Chunk},  {320, 369, ObjectHandle}, {370, 389, Short},      {390, 399, ObjectHandle},
-         {400, 409, Short},  {410, 419, Text},         {420, 429, Long},       {1000, 1003, Text},
+         {400, 409, Short},  {410, 419, Text},         {420, 429, Long},       {430, 439, Text}, {440, 459, Long}, {460, 469, Real}, {470, 479, Text}, {480, 481, ObjectHandle}, {1000, 1003, Text},
          {1004, 1004, Chunk}, {1005, 1005, ObjectHandle}, {1010, 1039, Point}, {1040, 1059, Real},
          {1060, 1070, Short}, {1071, 1071, Long}}};
     const auto found = std::find_if(ranges.begin(), ranges.end(),

@@ -344,10 +344,22 @@ private:
     void record(const Field& each)
     {
         Handle handle = m_bits.reading() ? 0 : m_names.find(each.kind, m_variables.text(each.name));
+        if (!m_bits.reading() && handle == 0) {
+            handle = usualRecord(each.kind);
+        }
         m_bits.plainHandle(handle, Reference::HardPointer);
         if (m_bits.reading()) {
             m_variables.setText(each.name, m_names.nameOf(handle), each.code);
         }
+    }
+
+    // What is current has to be there, or the host repairs the drawing.
+    Handle usualRecord(std::string_view kind) const
+    {
+        if (kind == "UCS" || kind == "BLOCK_RECORD") {
+            return 0; // the world's, or an ordinary arrow
+        }
+        return m_names.find(kind, kind == "LAYER" ? "0" : kind == "LTYPE" ? "ByLayer" : "Standard");
     }
 
     void dimensionVariable(const DimensionVariable& each)

@@ -29,6 +29,10 @@ void clip(ObjectFields& f)
     int type = static_cast<int>(Image::ClipType::Rectangle);
     f.take(71, type);
     f.bits.shortNumber(type);
+    // The host can't do with a polygon that is left open.
+    if (type == static_cast<int>(Image::ClipType::Polygon) && !corners.empty() && corners.front() != corners.back()) {
+        corners.push_back(corners.front());
+    }
     auto count = static_cast<int>(corners.size());
     if (type == static_cast<int>(Image::ClipType::Polygon)) {
         f.bits.count(count, rawPointBits);

@@ -68,7 +68,8 @@ void layout(ObjectFields& f)
 std::span<const Kind> layoutKinds()
 {
     static constexpr Kind kinds[] = {
-        {0x52, "LAYOUT", false, layout},
+        {0, "LAYOUT", false, layout},
+        {0x52, "LAYOUT", false, layout}, // as later programs number it
         {0, "PLOTSETTINGS", false, plotSettings},
     };
     return kinds;

@@ -41,6 +41,8 @@ public:
     /// The records that `obtain` noted down.
     const std::vector<Record>& made() const { return m_made; }
     Handle next() const { return m_next; }
+    /// Takes the next handle for an object of another kind.
+    Handle reserve() { return m_next++; }
 
 private:
     std::unordered_map<Handle, std::string> m_names;
