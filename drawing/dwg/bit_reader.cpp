@@ -180,7 +180,7 @@ std::string BitReader::text()
 {
     const auto length = static_cast<std::uint16_t>(shortNumber());
     std::string result = raw(length);
-    // Some writers count a closing zero in.
+    // The host counts a closing zero in, other programs don't.
     while (!result.empty() && result.back() == '\0') {
         result.pop_back();
     }

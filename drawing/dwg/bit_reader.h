@@ -63,7 +63,7 @@ public:
     double real();
     /// A real that may share its highest bytes with `base`.
     double realNear(double base);
-    /// The bytes of a text, with its length before it.
+    /// The bytes of a text, with its length before it; a zero that closes it is left out.
     std::string text();
     HandleReference handle();
 

@@ -11,7 +11,7 @@ namespace drawing::dwg {
 namespace {
 
 constexpr unsigned bitsOfByte = 8;
-constexpr std::size_t longestText = 0x7FFF;
+constexpr std::size_t longestText = 0x7FFE;
 
 } // namespace
 
@@ -149,8 +149,12 @@ void BitWriter::text(std::string_view bytes)
     if (bytes.size() > longestText) {
         throw DrawingError("a text of " + std::to_string(bytes.size()) + " bytes is too long for this form");
     }
-    shortNumber(static_cast<int>(bytes.size()));
+    // The host counts a closing zero in.
+    shortNumber(bytes.empty() ? 0 : static_cast<int>(bytes.size()) + 1);
     raw(bytes);
+    if (!bytes.empty()) {
+        byte(0);
+    }
 }
 
 void BitWriter::handle(HandleReference reference)

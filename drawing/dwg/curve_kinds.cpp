@@ -210,7 +210,7 @@ void leader(ObjectFields& f)
     f.point3(213, Vector3{});
     f.real(40, 0.0);
     f.real(41, 0.0);
-    f.bit(74, false);
+    f.bit(74);
     f.bit(71);
     int color = 0;
     f.bits.shortNumber(color);

@@ -95,26 +95,31 @@ void DwgReader::checkPlaces() const
     }
 }
 
+// The records of a table, before its objects are read.
+std::vector<Handle> DwgReader::recordsOf(ObjectDecoder& decoder, Handle control) const
+{
+    const auto found = std::lower_bound(m_places.begin(), m_places.end(), control,
+                                        [](const ObjectPlace& place, Handle handle) { return place.handle < handle; });
+    return found != m_places.end() && found->handle == control ? decoder.decode(*found).control.records
+                                                               : std::vector<Handle>();
+}
+
 void DwgReader::readNames()
 {
+    const Roots roots = readRoots(headerContent(), m_encoding);
     ObjectDecoder decoder(m_bytes, m_classes, m_encoding, m_names);
+    const std::vector<Handle> blocks = recordsOf(decoder, roots[Root::BlockControl]);
     for (const ObjectPlace& each : m_places) {
-        decoder.enterName(each);
+        decoder.enterName(each, blocks);
     }
+    // Multiline styles count the linetypes in the order of their table.
+    m_names.setLinetypes(recordsOf(decoder, roots[Root::LinetypeControl]));
 }
 
 void DwgReader::readObjects()
 {
     ObjectDecoder decoder(m_bytes, m_classes, m_encoding, m_names);
     m_objects.reserve(m_places.size());
-    // Multiline styles count the linetypes in the order of their table.
-    const Roots roots = readRoots(headerContent(), m_encoding);
-    const Handle linetypes = roots[Root::LinetypeControl];
-    const auto control = std::lower_bound(m_places.begin(), m_places.end(), linetypes,
-                                          [](const ObjectPlace& place, Handle handle) { return place.handle < handle; });
-    if (control != m_places.end() && control->handle == linetypes) {
-        m_names.setLinetypes(decoder.decode(*control).control.records);
-    }
     for (const ObjectPlace& each : m_places) {
         DecodedObject object = decoder.decode(each);
         if (!object.failure.empty()) {
@@ -168,12 +173,10 @@ void DwgReader::buildTables()
         m_stored.insert(handle);
         Table& table = m_builder.addTable(std::move(made));
         std::vector<Handle> records = control->control.special;
-        if (kind == "LTYPE") {
-            std::reverse(records.begin(), records.end()); // ByBlock comes first in DXF
-        }
         records.insert(records.end(), control->control.records.begin(), control->control.records.end());
         for (const Handle record : records) {
-            if (storeAs<TableRecord>(record, handle)) {
+            if (auto* stored = storeAs<TableRecord>(record, handle)) {
+                stored->recordName = m_names.nameOf(record);
                 table.records.push_back(record);
             }
         }
@@ -255,11 +258,24 @@ void DwgReader::buildBlock(Block& block)
     for (const Handle handle : chain(header.first, header.last, block.handle)) {
         auto* entity = storeAs<Entity>(handle, block.handle);
         block.entities.push_back(handle);
-        buildEntity(*entity, block);
+        buildEntity(*entity);
+    }
+    numberViewports(block);
+}
+
+// DXF numbers the viewports of a sheet, and the first one stands for the sheet itself.
+void DwgReader::numberViewports(const Block& block)
+{
+    int number = 0;
+    for (const Handle handle : block.entities) {
+        if (auto* viewport = m_builder.document().find<Viewport>(handle)) {
+            viewport->number = ++number;
+            viewport->status = viewport->flags & Viewport::offFlag ? 0 : number;
+        }
     }
 }
 
-void DwgReader::buildEntity(Entity& entity, const Block&)
+void DwgReader::buildEntity(Entity& entity)
 {
     const Links links = decoded(entity.handle)->links;
     const auto sequenceEnd = [&]() -> Handle {

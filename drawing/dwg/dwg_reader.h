@@ -29,6 +29,7 @@ private:
     void readClassSection();
     std::string_view headerContent() const;
     void checkPlaces() const;
+    std::vector<Handle> recordsOf(ObjectDecoder& decoder, Handle control) const;
     void readNames();
     void readObjects();
     void readHeader();
@@ -36,7 +37,8 @@ private:
     void buildTables();
     void buildBlocks();
     void buildBlock(Block& block);
-    void buildEntity(Entity& entity, const Block& block);
+    void buildEntity(Entity& entity);
+    void numberViewports(const Block& block);
     void buildRest();
     void checkCycles() const;
     std::vector<Handle> chain(Handle first, Handle last, Handle owner);

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "drawing/binary_part.h"
+#include "drawing/dwg/anonymous_names.h"
 #include "drawing/dwg/checksum.h"
 #include "drawing/dwg/extended_values.h"
 #include "drawing/dwg/hexadecimal.h"
@@ -276,7 +277,9 @@ void DwgWriter::writeBlockHeader(const Block& block, const std::vector<Handle>& 
             fields.references.push_back(reference);
         }
     }
-    Record record = recordOf(block);
+    Block stored = block;
+    stored.recordName = storedBlockName(block.recordName);
+    Record record = recordOf(stored);
     ObjectFields f(block.handle, m_encoding, m_names, record);
     Ties ties{m_document.table("BLOCK_RECORD").handle, block.reactors, block.extensionDictionary};
     objectCommon(f, ties);
@@ -344,7 +347,7 @@ void DwgWriter::writeObject(const Object& object, Ties ties, Links links)
     try {
         const auto* bracket = dynamic_cast<const BlockBracket*>(&object);
         const auto* block = bracket ? m_document.find<Block>(bracket->owner) : nullptr;
-        Record record = recordOf(object, block ? block->recordName : std::string());
+        Record record = recordOf(object, block ? storedBlockName(block->recordName) : std::string());
         ObjectFields f(object.handle, m_encoding, m_names, record);
         f.links = links;
         ties.reactors = object.reactors;
@@ -517,8 +520,8 @@ void DwgWriter::writeControl(const Table& table)
         setApart(m_document.modelSpace().handle);
         setApart(m_document.paperSpace().handle);
     } else if (table.kind == "LTYPE") {
-        setApart(m_names.find("LTYPE", "ByLayer"));
         setApart(m_names.find("LTYPE", "ByBlock"));
+        setApart(m_names.find("LTYPE", "ByLayer"));
     }
     Record record;
     ObjectFields f(table.handle, m_encoding, m_names, record);

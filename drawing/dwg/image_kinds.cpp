@@ -29,22 +29,28 @@ void clip(ObjectFields& f)
     int type = static_cast<int>(Image::ClipType::Rectangle);
     f.take(71, type);
     f.bits.shortNumber(type);
-    // The host can't do with a polygon that is left open.
-    if (type == static_cast<int>(Image::ClipType::Polygon) && !corners.empty() && corners.front() != corners.back()) {
-        corners.push_back(corners.front());
+    // A polygon closes by itself here; elsewhere its first corner stands again at the end.
+    const bool polygon = type == static_cast<int>(Image::ClipType::Polygon);
+    if (polygon && corners.size() > 1 && corners.front() == corners.back()) {
+        corners.pop_back();
     }
     auto count = static_cast<int>(corners.size());
-    if (type == static_cast<int>(Image::ClipType::Polygon)) {
+    if (polygon) {
         f.bits.count(count, rawPointBits);
     } else {
         count = rectangleCorners;
     }
     corners.resize(static_cast<std::size_t>(count));
     f.give(71, type);
-    f.give(91, count);
     for (Vector2& corner : corners) {
         f.bits.rawReal(corner.x);
         f.bits.rawReal(corner.y);
+    }
+    if (polygon && !corners.empty()) {
+        corners.push_back(corners.front());
+    }
+    f.give(91, static_cast<int>(corners.size()));
+    for (const Vector2& corner : corners) {
         f.give(14, corner);
     }
 }

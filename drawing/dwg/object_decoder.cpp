@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "drawing/dwg/anonymous_names.h"
 #include "drawing/dwg/checksum.h"
 #include "drawing/dwg/extended_values.h"
 #include "drawing/error.h"
@@ -140,7 +141,7 @@ void ObjectDecoder::extendedData(Head& head) const
     }
 }
 
-void ObjectDecoder::enterName(const ObjectPlace& place)
+void ObjectDecoder::enterName(const ObjectPlace& place, const std::vector<Handle>& blocks)
 {
     Head found = head(place);
     const TableType* table = tableOfRecord(found.type);
@@ -155,6 +156,12 @@ void ObjectDecoder::enterName(const ObjectPlace& place)
     BitTransfer bits(found.data, found.handles, place.handle, m_encoding);
     std::string name;
     bits.text(name);
+    if (found.type == blockHeaderType) {
+        const auto listed = std::find(blocks.begin(), blocks.end(), place.handle);
+        if (listed != blocks.end()) {
+            name = numberedBlockName(name, static_cast<std::size_t>(listed - blocks.begin()));
+        }
+    }
     m_names.add(table->kind, name, place.handle);
 }
 

@@ -38,7 +38,8 @@ public:
     /// Where the object ends, its checksum included. Throws DrawingError if it does not lie in the file.
     std::size_t end(const ObjectPlace& place) const;
     /// If the object is a record of a table, enters its name.
-    void enterName(const ObjectPlace& place);
+    /// Blocks without names of their own are numbered by their place in `blocks`, the records of the table.
+    void enterName(const ObjectPlace& place, const std::vector<Handle>& blocks);
     /// Throws DrawingError if what all objects have can't be read. An object of an unknown kind is kept as bits, and so
     /// is one whose own fields can't be read, with the reason.
     DecodedObject decode(const ObjectPlace& place);

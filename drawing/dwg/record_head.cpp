@@ -9,7 +9,6 @@ enum RecordFlag
 {
     fromReference = 16,
     resolved = 32,
-    referenced = 64,
 };
 
 } // namespace
@@ -19,11 +18,12 @@ int recordHead(ObjectFields& f)
     int flags = 0;
     f.text(2);
     f.take(70, flags);
-    const int used = flagBit(f, flags, referenced);
+    bool used = true; // that something refers to the record is no news to DXF
+    f.bits.bit(used);
     int place = 0; // in the external reference, from 1
     f.bits.shortNumber(place);
     const int foreign = flagBit(f, flags, fromReference);
-    return f.reading() ? used | foreign | (place > 0 ? resolved : 0) : flags;
+    return f.reading() ? foreign | (place > 0 ? resolved : 0) : flags;
 }
 
 void externalReference(ObjectFields& f)

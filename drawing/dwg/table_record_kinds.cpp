@@ -16,7 +16,7 @@ namespace {
 enum LayerState
 {
     frozenState = 1,
-    onState = 2,
+    offState = 2,
     frozenInNewState = 4,
     lockedState = 8,
     plottedState = 16,
@@ -34,7 +34,7 @@ void layer(ObjectFields& f)
     f.take(62, color);
     f.take(290, plotted);
     f.take(370, weight);
-    int state = (flags & Layer::frozenFlag ? frozenState : 0) | (color >= 0 ? onState : 0) |
+    int state = (flags & Layer::frozenFlag ? frozenState : 0) | (color < 0 ? offState : 0) |
                 (flags & Layer::frozenInNewViewports ? frozenInNewState : 0) |
                 (flags & Layer::lockedFlag ? lockedState : 0) | (plotted != 0 ? plottedState : 0) |
                 lineweightNumber(weight) << lineweightShift;
@@ -45,7 +45,7 @@ void layer(ObjectFields& f)
              (state & frozenInNewState ? Layer::frozenInNewViewports : 0) |
              (state & lockedState ? Layer::lockedFlag : 0);
     f.give(70, flags);
-    f.give(62, state & onState ? index : -index);
+    f.give(62, state & offState ? -index : index);
     if ((state & plottedState) == 0) {
         f.give(290, 0);
     }
@@ -61,8 +61,8 @@ void textStyle(ObjectFields& f)
     constexpr int vertical = 4;
     f.marker("AcDbTextStyleTableRecord");
     int flags = recordHead(f);
-    flags |= flagBit(f, flags, vertical);
     flags |= flagBit(f, flags, shapeFile);
+    flags |= flagBit(f, flags, vertical);
     f.give(70, flags);
     f.real(40);
     f.real(41);
@@ -222,23 +222,34 @@ enum ViewMode
     perspective = 1,
     frontClip = 2,
     backClip = 4,
-    upIsY = 8,
     frontNotAtEye = 16,
 };
 
+// The last flag's bit says the opposite.
 int viewMode(ObjectFields& f, int mode)
 {
-    return flagBit(f, mode, perspective) | flagBit(f, mode, frontClip) | flagBit(f, mode, backClip) |
-           flagBit(f, mode, frontNotAtEye);
+    int read = flagBit(f, mode, perspective);
+    read |= flagBit(f, mode, frontClip);
+    read |= flagBit(f, mode, backClip);
+    return read | (flagBit(f, ~mode, frontNotAtEye) ^ frontNotAtEye);
+}
+
+void axis(ObjectFields& f, int code, Vector3 usual)
+{
+    f.take(code, usual);
+    f.bits.real(usual.x);
+    f.bits.real(usual.y);
+    f.bits.real(usual.z);
+    f.give(code, usual);
 }
 
 void coordinateSystem(ObjectFields& f)
 {
-    f.point3(110, Vector3{});
-    f.point3(111, Vector3{1, 0, 0});
-    f.point3(112, Vector3{0, 1, 0});
-    f.real(146, 0.0);
-    f.shortNumber(79, 0);
+    axis(f, 110, {});
+    axis(f, 111, {1, 0, 0});
+    axis(f, 112, {0, 1, 0});
+    f.real(146);
+    f.shortNumber(79);
 }
 
 void view(ObjectFields& f)
@@ -340,7 +351,8 @@ void viewport(ObjectFields& f)
     f.bit(73);
     int icon = 0; // one bit shows it, one puts it at the origin
     f.take(74, icon);
-    icon = flagBit(f, icon, 1) | flagBit(f, icon, 2);
+    const int shown = flagBit(f, icon, 1);
+    icon = shown | flagBit(f, icon, 2);
     f.give(74, icon);
     gridAndSnap(f);
     bool reserved = false;

@@ -1,0 +1,116 @@
+"""compare_objects.py HOST OURS: compares the DXF that the host wrote of a drawing with the DXF of what we read from its
+binary form, object for object by their handles, as another maker's library sees them. Exits with 1 if they differ."""
+
+import collections
+import sys
+
+import ezdxf
+from ezdxf.math import Vec3
+
+# What the binary form of this release does not tell, or the host's later releases add to their DXF.
+IGNORED = {
+    "LAYER": {"material_handle"},
+    "MTEXT": {"rect_height", "rect_width"},
+    "VIEWPORT": {"circle_zoom"},
+    "BLOCK": {"paperspace"},
+    "ENDBLK": {"paperspace"},
+    "SPLINE": {"flags"},
+}
+# Kinds that are carried along as bits, and marks that each save numbers anew.
+UNREAD = {"MULTILEADER", "MLINE", "MESH", "ACAD_TABLE", "3DSOLID", "REGION", "SHAPE", "WIPEOUT", "PDFUNDERLAY", "SEQEND"}
+complaints = []
+
+
+def same(a, b):
+    if a is None or b is None:
+        return (a or 0) == (b or 0)
+    if isinstance(a, (int, float)) and isinstance(b, (int, float)):
+        return abs(a - b) <= 1e-9 * max(1, abs(a))
+    if isinstance(a, str):
+        return a.lower() == str(b).lower()
+    return Vec3(a).isclose(Vec3(b), abs_tol=1e-9)
+
+
+def value(entity, key):
+    found = entity.dxf.get(key)
+    return entity.dxf.get_default(key) if found is None else found
+
+
+def content(entity):
+    kind = entity.dxftype()
+    if kind == "LWPOLYLINE":
+        return [x for point in entity.get_points() for x in point]
+    if kind == "SPLINE":
+        return [x for p in entity.control_points for x in p] + list(entity.knots) + list(entity.weights)
+    if kind == "LEADER":
+        return [x for p in entity.vertices for x in Vec3(p).xyz]
+    if kind == "IMAGE":
+        return [x for p in entity.boundary_path for x in (p[0], p[1])]
+    if kind == "HATCH":
+        lines = entity.pattern.lines if entity.pattern else []
+        return [len(entity.paths.paths)] + [x for line in lines for x in (line.angle, *line.base_point, *line.offset)]
+    if kind == "MTEXT":
+        return [entity.text]
+    return []
+
+
+def compare(a, b):
+    kind = a.dxftype()
+    where = f"{kind} {a.dxf.handle}"
+    if kind != b.dxftype():
+        complaints.append(f"{where} is {b.dxftype()}")
+        return
+    for key in set(a.dxfattribs()) | set(b.dxfattribs()):
+        if key not in IGNORED.get(kind, ()) and not same(value(a, key), value(b, key)):
+            complaints.append(f"{where} {key}: {value(a, key)} became {value(b, key)}")
+    before, after = content(a), content(b)
+    if len(before) != len(after) or not all(same(x, y) for x, y in zip(before, after)):
+        complaints.append(f"{where}: {before} became {after}")
+
+
+def main():
+    host, ours = ezdxf.readfile(sys.argv[1]), ezdxf.readfile(sys.argv[2])
+    compared = collections.Counter()
+    for block in host.blocks:
+        twin = ours.blocks.get(block.name)
+        if twin is None:
+            complaints.append(f"the block {block.name} is missing")
+            continue
+        theirs = [e for e in block if e.dxftype() not in UNREAD]
+        found = [e for e in twin if e.dxftype() not in UNREAD]
+        if [e.dxf.handle for e in theirs] != [e.dxf.handle for e in found]:
+            complaints.append(f"the block {block.name} has other entities, or in another order")
+        for a in theirs:
+            b = ours.entitydb.get(a.dxf.handle)
+            if b is not None:
+                compare(a, b)
+                compared[a.dxftype()] += 1
+                for x, y in zip(getattr(a, "vertices", []), getattr(b, "vertices", [])):
+                    if a.dxftype() == "POLYLINE":
+                        compare(x, y)
+                for x, y in zip(getattr(a, "attribs", []), getattr(b, "attribs", [])):
+                    compare(x, y)
+    for table in ("layers", "linetypes", "styles", "dimstyles", "views", "block_records"):
+        for record in getattr(host, table):
+            twin = ours.entitydb.get(record.dxf.handle)
+            if twin is not None and twin.dxftype() == record.dxftype():
+                compare(record, twin)
+                compared[record.dxftype()] += 1
+            elif twin is None and record.dxf.name not in [r.dxf.name for r in getattr(ours, table)]:
+                # The host made a layer of its own when it wrote the DXF.
+                if record.dxftype() != "LAYER":
+                    complaints.append(f"{record.dxftype()} {record.dxf.name} is missing")
+    for name in host.rootdict.keys():
+        if name.startswith("ACAD_") and name not in ours.rootdict and name not in (
+            "ACAD_TABLESTYLE", "ACAD_MATERIAL", "ACAD_VISUALSTYLE", "ACAD_SCALELIST", "ACAD_MLEADERSTYLE",
+            "ACAD_DETAILVIEWSTYLE", "ACAD_SECTIONVIEWSTYLE", "ACAD_COLOR", "ACAD_CIP_PREVIOUS_PRODUCT_INFO",
+            "ACAD_WIPEOUT_VARS", "ACAD_PDFDEFINITIONS"):
+            complaints.append(f"the dictionary {name} is missing")
+    for complaint in complaints:
+        print(complaint)
+    print("compared:", dict(compared))
+    sys.exit(1 if complaints else 0)
+
+
+if __name__ == "__main__":
+    main()
