@@ -27,10 +27,10 @@ struct BinaryPart
         bool operator==(const Extension&) const = default;
     };
 
-    int type = 0;           // of a kind that all files know; 0: told by the class
-    std::string className;  // of the record in the list of classes
-    bool whole = false;     // the bits are all that there is of the object besides what all objects have
-    std::string bits;       // the most significant of each byte first
+    int type = 0;          // of a kind that all files know; 0: told by the class
+    std::string className; // of the record in the list of classes
+    bool whole = false;    // the bits are all that there is of the object besides what all objects have
+    std::string bits;      // the most significant of each byte first
     std::size_t bitCount = 0;
     std::vector<Reference> references;
     std::vector<Extension> extensions;

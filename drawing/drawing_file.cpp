@@ -73,7 +73,7 @@ DrawingForm formOfExtension(const std::filesystem::path& path)
 {
     const auto extension = path.extension().u8string();
     return lowerCase(std::string(extension.begin(), extension.end())) == ".dwg" ? DrawingForm::Dwg
-                                                                                 : DrawingForm::DxfText;
+                                                                                : DrawingForm::DxfText;
 }
 
 Document readDrawingBytes(std::string_view bytes, Notes* notes)

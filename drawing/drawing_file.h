@@ -24,8 +24,8 @@ enum class DrawingForm
 /// a binary file is the one that its text form has, and the reason; a drawing comes back whole or not at all.
 Document readDrawing(const std::filesystem::path& path, Notes* notes = nullptr);
 
-/// Writes the drawing as a file of the release 2000: into a fresh file beside the target, which is then renamed over it,
-/// so that the target is never half-written. What has no place in the form is left out, and `notes` says so. Throws
+/// Writes the drawing as a file of the release 2000: into a fresh file beside the target, which is then renamed over
+/// it, so that the target is never half-written. What has no place in the form is left out, and `notes` says so. Throws
 /// DrawingError.
 void writeDrawing(const Document& document, const std::filesystem::path& path, DrawingForm form = DrawingForm::DxfText,
                   Notes* notes = nullptr);

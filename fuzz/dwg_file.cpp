@@ -1,12 +1,13 @@
-// Reads any bytes as a drawing in the host's binary form, and writes what was read in that form and as DXF. The checksums
-// of a file can't be guessed, so the input is a seed for changes to a written file whose checksums are put right.
-
-#include "drawing/drawing_file.h"
-#include "drawing/dwg/checksum.h"
+// Reads any bytes as a drawing in the host's binary form, and writes what was read in that form and as DXF. The
+// checksums of a file can't be guessed, so the input is a seed for changes to a written file whose checksums are put
+// right.
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
+
+#include "drawing/drawing_file.h"
+#include "drawing/dwg/checksum.h"
 
 namespace {
 

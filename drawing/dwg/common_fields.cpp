@@ -119,8 +119,7 @@ void entityCommon(ObjectFields& f, Ties& ties)
     }
     Handle layerHandle = f.reading() ? 0 : f.names.obtain("LAYER", layer);
     f.bits.handle(layerHandle, Reference::HardPointer);
-    Handle linetypeHandle =
-        f.reading() || linetypeKind != linetypeByHandle ? 0 : f.names.obtain("LTYPE", linetype);
+    Handle linetypeHandle = f.reading() || linetypeKind != linetypeByHandle ? 0 : f.names.obtain("LTYPE", linetype);
     if (linetypeKind == linetypeByHandle) {
         f.bits.handle(linetypeHandle, Reference::HardPointer);
     }

@@ -1,7 +1,7 @@
 // Dictionaries, what they commonly hold, groups and multiline styles.
 
-#include "drawing/dwg/kinds.h"
 #include "drawing/dwg/extended_values.h"
+#include "drawing/dwg/kinds.h"
 #include "drawing/error.h"
 
 namespace drawing::dwg {

@@ -9,9 +9,9 @@ namespace {
 // Bits of a dimension's group 70, besides the kind in the lowest three.
 enum DimensionFlag
 {
-    ownBlock = 32,      // the block belongs to this dimension alone
+    ownBlock = 32, // the block belongs to this dimension alone
     ordinateAlongX = 64,
-    textPlaced = 128,   // by the user
+    textPlaced = 128, // by the user
 };
 
 // What the form tells of them: the text's flag is turned round.

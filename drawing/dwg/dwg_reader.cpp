@@ -21,12 +21,15 @@ constexpr std::string_view tableOrder[] = {"VPORT", "LTYPE", "LAYER",    "STYLE"
 
 Root rootOf(std::string_view kind)
 {
-    constexpr std::pair<std::string_view, Root> roots[] = {
-        {"BLOCK_RECORD", Root::BlockControl}, {"LAYER", Root::LayerControl},
-        {"STYLE", Root::StyleControl},        {"LTYPE", Root::LinetypeControl},
-        {"VIEW", Root::ViewControl},          {"UCS", Root::SystemControl},
-        {"VPORT", Root::ViewportControl},     {"APPID", Root::ApplicationControl},
-        {"DIMSTYLE", Root::DimensionStyleControl}};
+    constexpr std::pair<std::string_view, Root> roots[] = {{"BLOCK_RECORD", Root::BlockControl},
+                                                           {"LAYER", Root::LayerControl},
+                                                           {"STYLE", Root::StyleControl},
+                                                           {"LTYPE", Root::LinetypeControl},
+                                                           {"VIEW", Root::ViewControl},
+                                                           {"UCS", Root::SystemControl},
+                                                           {"VPORT", Root::ViewportControl},
+                                                           {"APPID", Root::ApplicationControl},
+                                                           {"DIMSTYLE", Root::DimensionStyleControl}};
     return std::find_if(std::begin(roots), std::end(roots), [&](const auto& each) { return each.first == kind; })
         ->second;
 }
@@ -228,8 +231,7 @@ std::vector<Handle> DwgReader::chain(Handle first, Handle last, Handle owner)
         at = entity->ties.neighboursAdjacent ? at + 1 : entity->ties.next;
     }
     if (first != 0) {
-        throw DrawingError("the entities that belong to the object " + formatHandle(owner) +
-                           " do not hang together");
+        throw DrawingError("the entities that belong to the object " + formatHandle(owner) + " do not hang together");
     }
     return handles;
 }

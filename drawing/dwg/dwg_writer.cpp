@@ -360,8 +360,7 @@ void DwgWriter::writeObject(const Object& object, Ties ties, Links links)
         }
         int type = 0;
         if (isOnlyBinary(object)) {
-            type = object.binary->type != 0 ? object.binary->type
-                                            : classType(object.name(), object.binary->className);
+            type = object.binary->type != 0 ? object.binary->type : classType(object.name(), object.binary->className);
         } else {
             const Kind* kind = kindOfRecord(record);
             if (!kind) {
@@ -545,18 +544,20 @@ void DwgWriter::writeViewportControl()
 
 Roots DwgWriter::roots() const
 {
-    constexpr std::pair<std::string_view, Root> controls[] = {
-        {"BLOCK_RECORD", Root::BlockControl}, {"LAYER", Root::LayerControl},
-        {"STYLE", Root::StyleControl},        {"LTYPE", Root::LinetypeControl},
-        {"VIEW", Root::ViewControl},          {"UCS", Root::SystemControl},
-        {"VPORT", Root::ViewportControl},     {"APPID", Root::ApplicationControl},
-        {"DIMSTYLE", Root::DimensionStyleControl}};
-    constexpr std::pair<std::string_view, Root> dictionaries[] = {
-        {"ACAD_GROUP", Root::GroupDictionary},
-        {"ACAD_MLINESTYLE", Root::MultilineStyleDictionary},
-        {"ACAD_LAYOUT", Root::LayoutDictionary},
-        {"ACAD_PLOTSETTINGS", Root::PlotSettingsDictionary},
-        {"ACAD_PLOTSTYLENAME", Root::PlotStyleDictionary}};
+    constexpr std::pair<std::string_view, Root> controls[] = {{"BLOCK_RECORD", Root::BlockControl},
+                                                              {"LAYER", Root::LayerControl},
+                                                              {"STYLE", Root::StyleControl},
+                                                              {"LTYPE", Root::LinetypeControl},
+                                                              {"VIEW", Root::ViewControl},
+                                                              {"UCS", Root::SystemControl},
+                                                              {"VPORT", Root::ViewportControl},
+                                                              {"APPID", Root::ApplicationControl},
+                                                              {"DIMSTYLE", Root::DimensionStyleControl}};
+    constexpr std::pair<std::string_view, Root> dictionaries[] = {{"ACAD_GROUP", Root::GroupDictionary},
+                                                                  {"ACAD_MLINESTYLE", Root::MultilineStyleDictionary},
+                                                                  {"ACAD_LAYOUT", Root::LayoutDictionary},
+                                                                  {"ACAD_PLOTSETTINGS", Root::PlotSettingsDictionary},
+                                                                  {"ACAD_PLOTSTYLENAME", Root::PlotStyleDictionary}};
     Roots roots;
     for (const auto& [kind, root] : controls) {
         roots[root] = m_document.table(kind).handle;
@@ -613,17 +614,13 @@ std::string DwgWriter::assemble()
     header.codePage = codePageNumberOf(m_codePage);
 
     std::string file(fileHeaderSize, '\0');
-    const AuxiliaryHeader auxiliary{writerVersion,
-                                    maintenance,
-                                    1,
-                                    variables.real("$TDCREATE"),
-                                    variables.real("$TDUPDATE"),
-                                    section.handleSeed};
+    const AuxiliaryHeader auxiliary{
+        writerVersion, maintenance, 1, variables.real("$TDCREATE"), variables.real("$TDUPDATE"), section.handleSeed};
     header.sections[auxiliaryHeaderSection] = append(file, writeAuxiliaryHeader(auxiliary));
     header.previewAddress = static_cast<std::uint32_t>(file.size());
     append(file, writePreview(previewOf(m_document), header.previewAddress));
-    header.sections[headerVariablesSection] = append(
-        file, markedSection(writeHeaderSection(section, m_encoding, m_names), Marked::HeaderVariables));
+    header.sections[headerVariablesSection] =
+        append(file, markedSection(writeHeaderSection(section, m_encoding, m_names), Marked::HeaderVariables));
     header.sections[classesSection] = append(file, markedSection(writeClasses(m_classes, m_encoding), Marked::Classes));
     std::sort(m_written.begin(), m_written.end(),
               [](const Written& a, const Written& b) { return a.handle < b.handle; });

@@ -19,16 +19,16 @@ struct Release
 };
 
 constexpr Release otherReleases[] = {
-    {"AC1009", "12"},   {"AC1012", "13"},   {"AC1014", "14"},   {"AC1018", "2004"}, {"AC1021", "2007"},
-    {"AC1024", "2010"}, {"AC1027", "2013"}, {"AC1032", "2018"},
+    {"AC1009", "12"},   {"AC1012", "13"},   {"AC1014", "14"},   {"AC1018", "2004"},
+    {"AC1021", "2007"}, {"AC1024", "2010"}, {"AC1027", "2013"}, {"AC1032", "2018"},
 };
 
 constexpr std::string_view codePages[] = {
-    "",         "us_ascii",  "iso8859-1", "iso8859-2", "iso8859-3", "iso8859-4", "iso8859-5", "iso8859-6", "iso8859-7",
-    "iso8859-8", "iso8859-9", "dos437",   "dos850",    "dos852",    "dos855",    "dos857",    "dos860",    "dos861",
-    "dos863",   "dos864",    "dos865",    "dos869",    "dos932",    "macintosh", "big5",      "ksc5601",   "johab",
-    "dos866",   "ANSI_1250", "ANSI_1251", "ANSI_1252", "gb2312",    "ANSI_1253", "ANSI_1254", "ANSI_1255", "ANSI_1256",
-    "ANSI_1257", "ANSI_874", "ANSI_932",  "ANSI_936",  "ANSI_949",  "ANSI_950",  "ANSI_1361", "utf16",     "ANSI_1258",
+    "",          "us_ascii",  "iso8859-1", "iso8859-2", "iso8859-3", "iso8859-4", "iso8859-5", "iso8859-6", "iso8859-7",
+    "iso8859-8", "iso8859-9", "dos437",    "dos850",    "dos852",    "dos855",    "dos857",    "dos860",    "dos861",
+    "dos863",    "dos864",    "dos865",    "dos869",    "dos932",    "macintosh", "big5",      "ksc5601",   "johab",
+    "dos866",    "ANSI_1250", "ANSI_1251", "ANSI_1252", "gb2312",    "ANSI_1253", "ANSI_1254", "ANSI_1255", "ANSI_1256",
+    "ANSI_1257", "ANSI_874",  "ANSI_932",  "ANSI_936",  "ANSI_949",  "ANSI_950",  "ANSI_1361", "utf16",     "ANSI_1258",
 };
 constexpr int windowsWest = 30;
 

@@ -171,10 +171,9 @@ constexpr Field behindDimensions[] = {
 };
 
 constexpr Root controls[] = {
-    Root::BlockControl,       Root::LayerControl,          Root::StyleControl,
-    Root::LinetypeControl,    Root::ViewControl,           Root::SystemControl,
-    Root::ViewportControl,    Root::ApplicationControl,    Root::DimensionStyleControl,
-    Root::ViewportHeaderControl,
+    Root::BlockControl,          Root::LayerControl,          Root::StyleControl,    Root::LinetypeControl,
+    Root::ViewControl,           Root::SystemControl,         Root::ViewportControl, Root::ApplicationControl,
+    Root::DimensionStyleControl, Root::ViewportHeaderControl,
 };
 
 // Transfers the section in one go; the direction is that of the bits.
@@ -404,9 +403,9 @@ private:
     void packedFlags()
     {
         constexpr PackedFlag flags[] = {
-            {"$ENDCAPS", 280, 5, 3, false, 0},   {"$JOINSTYLE", 280, 7, 3, false, 0},
-            {"$LWDISPLAY", 290, 9, 1, true, 0},  {"$XEDIT", 290, 10, 1, true, 1},
-            {"$EXTNAMES", 290, 11, 1, false, 1}, {"$PSTYLEMODE", 290, 13, 1, false, 1},
+            {"$ENDCAPS", 280, 5, 3, false, 0},     {"$JOINSTYLE", 280, 7, 3, false, 0},
+            {"$LWDISPLAY", 290, 9, 1, true, 0},    {"$XEDIT", 290, 10, 1, true, 1},
+            {"$EXTNAMES", 290, 11, 1, false, 1},   {"$PSTYLEMODE", 290, 13, 1, false, 1},
             {"$OLESTARTUP", 290, 14, 1, false, 0},
         };
         constexpr int lineweightMask = 0x1F;

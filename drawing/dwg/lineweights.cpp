@@ -8,7 +8,7 @@ namespace drawing::dwg {
 
 namespace {
 
-constexpr std::array<int, 24> weights{0,  5,  9,  13, 15, 18, 20,  25,  30,  35,  40,  50,
+constexpr std::array<int, 24> weights{0,  5,  9,  13, 15, 18,  20,  25,  30,  35,  40,  50,
                                       53, 60, 70, 80, 90, 100, 106, 120, 140, 158, 200, 211};
 constexpr int byLayer = 29;
 constexpr int byBlock = 30;

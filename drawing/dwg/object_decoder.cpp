@@ -39,10 +39,16 @@ struct UnreadKind
     bool entity;
 };
 constexpr UnreadKind unreadKinds[] = {
-    {0x21, "SHAPE", true},     {0x25, "REGION", true},   {0x26, "3DSOLID", true},
-    {0x27, "BODY", true},      {0x2B, "OLEFRAME", true}, {0x2F, "MLINE", true},
-    {0x4A, "OLE2FRAME", true}, {0x51, "VBA_PROJECT", false},
-    {498, "ACAD_PROXY_ENTITY", true},                    {499, "ACAD_PROXY_OBJECT", false},
+    {0x21, "SHAPE", true},
+    {0x25, "REGION", true},
+    {0x26, "3DSOLID", true},
+    {0x27, "BODY", true},
+    {0x2B, "OLEFRAME", true},
+    {0x2F, "MLINE", true},
+    {0x4A, "OLE2FRAME", true},
+    {0x51, "VBA_PROJECT", false},
+    {498, "ACAD_PROXY_ENTITY", true},
+    {499, "ACAD_PROXY_OBJECT", false},
 };
 
 const UnreadKind* unreadKind(int type)
@@ -181,8 +187,8 @@ void keepRest(BitReader& data, BitReader& handles, Handle own, BinaryPart& part)
     while (handles.left() >= leastHandleBits) {
         const HandleReference reference = handles.handle();
         const bool step = static_cast<unsigned>(reference.kind) >= static_cast<unsigned>(Reference::OneUp);
-        part.references.push_back({static_cast<std::uint8_t>(step ? Reference::SoftPointer : reference.kind),
-                                   reference.target(own)});
+        part.references.push_back(
+            {static_cast<std::uint8_t>(step ? Reference::SoftPointer : reference.kind), reference.target(own)});
     }
 }
 

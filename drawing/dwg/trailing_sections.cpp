@@ -16,9 +16,9 @@ constexpr std::size_t savesOffset = 7;
 
 // In the order in which the second header has them.
 constexpr Root secondHeaderRoots[] = {
-    Root::BlockControl,       Root::LayerControl,          Root::StyleControl,    Root::LinetypeControl,
-    Root::ViewControl,        Root::SystemControl,         Root::ViewportControl, Root::ApplicationControl,
-    Root::DimensionStyleControl, Root::ViewportHeaderControl, Root::NamedObjects, Root::MultilineStyleDictionary,
+    Root::BlockControl,          Root::LayerControl,          Root::StyleControl,    Root::LinetypeControl,
+    Root::ViewControl,           Root::SystemControl,         Root::ViewportControl, Root::ApplicationControl,
+    Root::DimensionStyleControl, Root::ViewportHeaderControl, Root::NamedObjects,    Root::MultilineStyleDictionary,
     Root::GroupDictionary,
 };
 

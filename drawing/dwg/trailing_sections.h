@@ -18,7 +18,7 @@ struct AuxiliaryHeader
 {
     int writerVersion = 0;
     int maintenance = 0;
-    int saves = 1; // how often the drawing was saved
+    int saves = 1;      // how often the drawing was saved
     double created = 0; // days, as in $TDCREATE
     double updated = 0;
     Handle handleSeed = 0;

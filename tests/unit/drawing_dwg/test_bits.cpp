@@ -29,8 +29,16 @@ TEST(Bits, NumbersHaveTheirShortestForm)
         {"real 1", [](BitWriter& w) { w.real(1); }, "\x40"},
         {"real 0", [](BitWriter& w) { w.real(0); }, "\x80"},
         {"real equal to its base", [](BitWriter& w) { w.realNear(3.5, 3.5); }, std::string(1, '\0')},
-        {"handle 4F as a hard pointer", [](BitWriter& w) { w.handle({Reference::HardPointer, 0x4F}); }, "\x51\x4F"},
-        {"handle 0", [](BitWriter& w) { w.handle({Reference::HardPointer, 0}); }, "\x50"},
+        {"handle 4F as a hard pointer",
+         [](BitWriter& w) {
+             w.handle({Reference::HardPointer, 0x4F});
+         },
+         "\x51\x4F"},
+        {"handle 0",
+         [](BitWriter& w) {
+             w.handle({Reference::HardPointer, 0});
+         },
+         "\x50"},
         {"text", [](BitWriter& w) { w.text("AB"); }, std::string("\x40\xD0\x50\x80\x00", 5)},
         {"modular char 130", [](BitWriter& w) { w.modularChar(130); }, "\x82\x01"},
         {"modular char -1413", [](BitWriter& w) { w.signedModularChar(-1413); }, "\x85\x4B"},

@@ -36,8 +36,8 @@ protected:
     dwg::DecodedObject decode(Handle handle) const
     {
         const TextEncoding encoding("ANSI_1252");
-        const auto classes = dwg::readClasses(
-            dwg::markedContent(file, sectionOf(file, 1), dwg::Marked::Classes, "classes"), encoding);
+        const auto classes =
+            dwg::readClasses(dwg::markedContent(file, sectionOf(file, 1), dwg::Marked::Classes, "classes"), encoding);
         dwg::RecordNames names;
         dwg::ObjectDecoder decoder(file, classes, encoding, names);
         for (const dwg::ObjectPlace& place : places) {
@@ -85,7 +85,8 @@ TEST_F(WrittenFile, MarksAtTheEndAreTheComplementsOfThoseAtTheBeginning)
 {
     const auto check = [&](std::size_t begin, std::size_t end) {
         for (std::size_t i = 0; i < 16; ++i) {
-            EXPECT_EQ(static_cast<unsigned char>(file[begin + i]) ^ static_cast<unsigned char>(file[end - 16 + i]), 255);
+            EXPECT_EQ(static_cast<unsigned char>(file[begin + i]) ^ static_cast<unsigned char>(file[end - 16 + i]),
+                      255);
         }
     };
     for (const unsigned number : {0u, 1u}) {
@@ -196,7 +197,8 @@ TEST_F(WrittenFile, ImageHasDictionaryDefinitionReactorAndSize)
 TEST_F(WrittenFile, DefaultObjectsAreThere)
 {
     const Document read = readDrawingBytes(file);
-    for (const char* key : {"ACAD_GROUP", "ACAD_LAYOUT", "ACAD_MLINESTYLE", "ACAD_PLOTSETTINGS", "ACAD_PLOTSTYLENAME"}) {
+    for (const char* key :
+         {"ACAD_GROUP", "ACAD_LAYOUT", "ACAD_MLINESTYLE", "ACAD_PLOTSETTINGS", "ACAD_PLOTSTYLENAME"}) {
         EXPECT_NE(read.find(read.rootDictionary().find(key)), nullptr) << key;
     }
     EXPECT_EQ(read.header.text("$CMLSTYLE"), "Standard");
@@ -225,9 +227,10 @@ TEST(WrittenImage, PolygonalBoundaryIsClosedAgainWhenRead)
 
 TEST(OtherReleases, AreRefusedByName)
 {
-    const std::pair<const char*, const char*> releases[] = {
-        {"AC1014", "release 14"},   {"AC1018", "release 2004"}, {"AC1021", "release 2007"}, {"AC1024", "release 2010"},
-        {"AC1027", "release 2013"}, {"AC1032", "release 2018"}, {"AC1099", "unknown release"}};
+    const std::pair<const char*, const char*> releases[] = {{"AC1014", "release 14"},     {"AC1018", "release 2004"},
+                                                            {"AC1021", "release 2007"},   {"AC1024", "release 2010"},
+                                                            {"AC1027", "release 2013"},   {"AC1032", "release 2018"},
+                                                            {"AC1099", "unknown release"}};
     for (const auto& [code, words] : releases) {
         std::string file = dwgOf(Document());
         file.replace(0, 6, code);
