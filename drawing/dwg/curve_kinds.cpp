@@ -210,7 +210,11 @@ void leader(ObjectFields& f)
     f.point3(213, Vector3{});
     f.real(40, 0.0);
     f.real(41, 0.0);
-    f.bit(74);
+    int hookAlong = 1;
+    f.take(74, hookAlong);
+    bool along = hookAlong != 0;
+    f.bits.bit(along);
+    f.give(74, along ? 1 : 0);
     f.bit(71);
     int color = 0;
     f.bits.shortNumber(color);

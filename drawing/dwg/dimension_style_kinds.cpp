@@ -8,22 +8,38 @@ namespace drawing::dwg {
 
 namespace {
 
+// Each has its group, also where its value is the usual one.
 void variable(ObjectFields& f, const DimensionVariable& each)
 {
-    switch (each.form) {
-    case ValueForm::Bit:
-        f.bit(each.code, each.usual != 0);
-        break;
-    case ValueForm::Short:
-        f.shortNumber(each.code, static_cast<int>(each.usual));
-        break;
-    case ValueForm::Real:
-        f.real(each.code, each.usual);
-        break;
-    case ValueForm::Text:
-        f.text(each.code, "");
-        break;
+    if (each.form == ValueForm::Text) {
+        f.text(each.code);
+        return;
     }
+    if (each.form == ValueForm::Real) {
+        double value = each.usual;
+        f.take(each.code, value);
+        f.bits.real(value);
+        f.give(each.code, value);
+        return;
+    }
+    int value = static_cast<int>(each.usual);
+    f.take(each.code, value);
+    if (each.form == ValueForm::Bit) {
+        bool bit = value != 0;
+        f.bits.bit(bit);
+        value = bit ? 1 : 0;
+    } else {
+        f.bits.shortNumber(value);
+    }
+    f.give(each.code, value);
+}
+
+void lineweight(ObjectFields& f, int code)
+{
+    int value = -2;
+    f.take(code, value);
+    f.bits.shortNumber(value);
+    f.give(code, value);
 }
 
 void dimensionStyle(ObjectFields& f)
@@ -34,8 +50,8 @@ void dimensionStyle(ObjectFields& f)
     for (const DimensionVariable& each : dimensionVariables()) {
         variable(f, each);
     }
-    f.shortNumber(371, -2);
-    f.shortNumber(372, -2);
+    lineweight(f, 371);
+    lineweight(f, 372);
     bool reserved = false;
     f.bits.bit(reserved);
     externalReference(f);

@@ -344,7 +344,10 @@ private:
     {
         Handle handle = m_bits.reading() ? 0 : m_names.find(each.kind, m_variables.text(each.name));
         if (!m_bits.reading() && handle == 0) {
-            handle = usualRecord(each.kind);
+            // The host's own arrows may be named without the line before their blocks' names.
+            const std::string name = m_variables.text(each.name);
+            handle = each.kind == "BLOCK_RECORD" && !name.empty() ? m_names.find(each.kind, "_" + name)
+                                                                  : usualRecord(each.kind);
         }
         m_bits.plainHandle(handle, Reference::HardPointer);
         if (m_bits.reading()) {

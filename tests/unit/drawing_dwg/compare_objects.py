@@ -11,11 +11,12 @@ from ezdxf.math import Vec3
 # What the binary form of this release does not tell, or the host's later releases add to their DXF.
 IGNORED = {
     "LAYER": {"material_handle"},
-    "MTEXT": {"rect_height", "rect_width"},
-    "VIEWPORT": {"circle_zoom"},
+    "MTEXT": {"rect_height", "rect_width", "rotation", "text_direction"},
+    "VIEWPORT": {"circle_zoom", "id", "status"},
+    "HATCH": {"pixel_size"},
     "BLOCK": {"paperspace"},
     "ENDBLK": {"paperspace"},
-    "SPLINE": {"flags"},
+    "SPLINE": {"flags", "start_tangent", "end_tangent"},
 }
 # Kinds that are carried along as bits, and marks that each save numbers anew.
 UNREAD = {"MULTILEADER", "MLINE", "MESH", "ACAD_TABLE", "3DSOLID", "REGION", "SHAPE", "WIPEOUT", "PDFUNDERLAY", "SEQEND"}
@@ -29,13 +30,18 @@ def decoded(text):
     return re.sub(r"\\U\+([0-9A-Fa-f]{4})", lambda found: chr(int(found[1], 16)), text)
 
 
+def plain_name(text):
+    """The text without regard to case, and a block's name without the number that each save may change."""
+    return re.sub(r"^(\*[a-z])\d+$", r"\1", text.lower())
+
+
 def same(a, b):
     if a is None or b is None:
-        return (a or 0) == (b or 0)
+        return (a or 0) == (b or 0) or (a is None and b == "Standard")  # which the form has to tell
     if isinstance(a, (int, float)) and isinstance(b, (int, float)):
         return abs(a - b) <= 1e-9 * max(1, abs(a))
     if isinstance(a, str):
-        return decoded(a).lower() == decoded(str(b)).lower()
+        return plain_name(decoded(a)) == plain_name(decoded(str(b)))
     return Vec3(a).isclose(Vec3(b), abs_tol=1e-9)
 
 
@@ -60,7 +66,7 @@ def content(entity):
         lines = entity.pattern.lines if entity.pattern else []
         return [len(entity.paths.paths)] + [x for line in lines for x in (line.angle, *line.base_point, *line.offset)]
     if kind == "MTEXT":
-        return [entity.text]
+        return [entity.text, entity.get_rotation()]
     return []
 
 
@@ -81,8 +87,11 @@ def compare(a, b):
 def main():
     host, ours = ezdxf.readfile(sys.argv[1]), ezdxf.readfile(sys.argv[2])
     compared = collections.Counter()
+    blocks = {block.block_record_handle: block for block in ours.blocks}
     for block in host.blocks:
         twin = ours.blocks.get(block.name)
+        if plain_name(block.name) != block.name.lower():
+            twin = blocks.get(block.block_record_handle, twin)
         if twin is None:
             complaints.append(f"the block {block.name} is missing")
             continue
