@@ -496,9 +496,6 @@ void DwgWriter::writeMadeRecords()
 {
     for (std::size_t i = 0; i < m_names.made().size(); ++i) {
         const RecordNames::Record of = m_names.made()[i];
-        if (of.kind == "BLOCK_RECORD") {
-            throw DrawingError("the block " + of.name + " is missing");
-        }
         const auto record = madeRecord(of, m_document);
         m_madeRecords[of.kind].push_back(of.handle);
         writeObject(*record, {}, {});

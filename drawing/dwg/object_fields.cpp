@@ -11,6 +11,7 @@ namespace drawing::dwg {
 namespace {
 
 constexpr int markerCode = 100;
+constexpr std::string_view blockKind = "BLOCK_RECORD";
 constexpr double degreesOfRadian = 180 / std::numbers::pi;
 
 } // namespace
@@ -372,7 +373,15 @@ void ObjectFields::name(int code, std::string_view kind, Reference reference, st
 {
     std::string value(omitted);
     take(code, value);
-    Handle record = reading() || value.empty() ? 0 : names.obtain(kind, value);
+    Handle record = 0;
+    if (!reading() && kind == blockKind) {
+        record = names.find(kind, value);
+        if (record == 0) {
+            throw DrawingError("the block " + value + " is missing");
+        }
+    } else if (!reading() && !value.empty()) {
+        record = names.obtain(kind, value);
+    }
     bits.handle(record, reference);
     const std::string& read = names.nameOf(record);
     if (reading() && !read.empty() && read != omitted) {
