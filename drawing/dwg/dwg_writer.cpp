@@ -376,7 +376,7 @@ void DwgWriter::writeObject(const Object& object, Ties ties, Links links)
             dynamic_cast<const SequenceEnd*>(&object) || &object == &m_document.rootDictionary()) {
             throw;
         }
-        throw UnwritableObject{object.handle, std::string(object.name())}; // NOLINT(hicpp-exception-baseclass)
+        throw UnwritableObject{object.handle, std::string(object.name())};
     }
 }
 
