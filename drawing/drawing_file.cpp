@@ -51,6 +51,9 @@ Document readDxf(std::string_view bytes, Notes* notes)
         text = textFromBinary(bytes);
         bytes = text;
     }
+    if (dwg::isDwg(bytes)) {
+        throw DrawingError("this is a drawing in the host's own binary form; only DXF can be read here");
+    }
     DxfReader reader(bytes);
     Document document = reader.read();
     if (notes) {

@@ -229,8 +229,8 @@ void leader(ObjectFields& f)
 std::span<const Kind> curveKinds()
 {
     static constexpr Kind kinds[] = {
-        {0x24, "SPLINE", true, spline},
-        {0x2D, "LEADER", true, leader},
+        {0x24, true, "SPLINE", spline},
+        {0x2D, true, "LEADER", leader},
     };
     return kinds;
 }

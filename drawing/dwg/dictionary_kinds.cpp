@@ -229,15 +229,15 @@ void sortedEntities(ObjectFields& f)
 std::span<const Kind> dictionaryKinds()
 {
     static constexpr Kind kinds[] = {
-        {0x2A, "DICTIONARY", false, dictionary},
-        {0, "ACDBDICTIONARYWDFLT", false, dictionaryWithDefault},
-        {0, "DICTIONARYVAR", false, dictionaryVariable},
-        {0, "ACDBPLACEHOLDER", false, placeholder},
-        {0x50, "ACDBPLACEHOLDER", false, placeholder}, // as later programs number it
-        {0x48, "GROUP", false, group},
-        {0x49, "MLINESTYLE", false, multilineStyle},
-        {0x4F, "XRECORD", false, extendedRecord},
-        {0, "SORTENTSTABLE", false, sortedEntities},
+        {0x2A, false, "DICTIONARY", dictionary},
+        {0, false, "ACDBDICTIONARYWDFLT", dictionaryWithDefault},
+        {0, false, "DICTIONARYVAR", dictionaryVariable},
+        {0, false, "ACDBPLACEHOLDER", placeholder},
+        {0x50, false, "ACDBPLACEHOLDER", placeholder}, // as later programs number it
+        {0x48, false, "GROUP", group},
+        {0x49, false, "MLINESTYLE", multilineStyle},
+        {0x4F, false, "XRECORD", extendedRecord},
+        {0, false, "SORTENTSTABLE", sortedEntities},
     };
     return kinds;
 }

@@ -201,13 +201,13 @@ template <int number> bool isKind(const Record& record)
 std::span<const Kind> dimensionKinds()
 {
     static constexpr Kind kinds[] = {
-        {0x14, "DIMENSION", true, ordinateDimension, isKind<6>},
-        {0x15, "DIMENSION", true, linearDimension, isKind<0>},
-        {0x16, "DIMENSION", true, alignedDimension, isKind<1>},
-        {0x17, "DIMENSION", true, threePointDimension, isKind<5>},
-        {0x18, "DIMENSION", true, angularDimension, isKind<2>},
-        {0x19, "DIMENSION", true, radiusDimension, isKind<4>},
-        {0x1A, "DIMENSION", true, diameterDimension, isKind<3>},
+        {0x14, true, "DIMENSION", ordinateDimension, isKind<6>},
+        {0x15, true, "DIMENSION", linearDimension, isKind<0>},
+        {0x16, true, "DIMENSION", alignedDimension, isKind<1>},
+        {0x17, true, "DIMENSION", threePointDimension, isKind<5>},
+        {0x18, true, "DIMENSION", angularDimension, isKind<2>},
+        {0x19, true, "DIMENSION", radiusDimension, isKind<4>},
+        {0x1A, true, "DIMENSION", diameterDimension, isKind<3>},
     };
     return kinds;
 }

@@ -71,7 +71,7 @@ void dimensionStyle(ObjectFields& f)
 
 std::span<const Kind> dimensionStyleKinds()
 {
-    static constexpr Kind kinds[] = {{0x45, "DIMSTYLE", false, dimensionStyle}};
+    static constexpr Kind kinds[] = {{0x45, false, "DIMSTYLE", dimensionStyle}};
     return kinds;
 }
 

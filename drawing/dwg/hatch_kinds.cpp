@@ -200,7 +200,7 @@ void hatch(ObjectFields& f)
 
 std::span<const Kind> hatchKinds()
 {
-    static constexpr Kind kinds[] = {{0x4E, "HATCH", true, hatch}};
+    static constexpr Kind kinds[] = {{0x4E, true, "HATCH", hatch}};
     return kinds;
 }
 

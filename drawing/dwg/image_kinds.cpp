@@ -105,10 +105,10 @@ void variables(ObjectFields& f)
 std::span<const Kind> imageKinds()
 {
     static constexpr Kind kinds[] = {
-        {0, "IMAGE", true, image},
-        {0, "IMAGEDEF", false, definition},
-        {0, "IMAGEDEF_REACTOR", false, reactor},
-        {0, "RASTERVARIABLES", false, variables},
+        {0, true, "IMAGE", image},
+        {0, false, "IMAGEDEF", definition},
+        {0, false, "IMAGEDEF_REACTOR", reactor},
+        {0, false, "RASTERVARIABLES", variables},
     };
     return kinds;
 }

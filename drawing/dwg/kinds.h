@@ -10,9 +10,9 @@ namespace drawing::dwg {
 /// A kind of object as the form has it. What stands once here is read and written.
 struct Kind
 {
-    int type = 0;          // the number that all files know it by; 0: told by the file's list of classes
-    std::string_view name; // of the record in DXF
+    int type = 0; // the number that all files know it by; 0: told by the file's list of classes
     bool entity = false;
+    std::string_view name; // of the record in DXF
     void (*fields)(ObjectFields& f) = nullptr;
     /// Which of several kinds of one name a record is; null: the only one.
     bool (*holds)(const Record& record) = nullptr;

@@ -68,9 +68,9 @@ void layout(ObjectFields& f)
 std::span<const Kind> layoutKinds()
 {
     static constexpr Kind kinds[] = {
-        {0, "LAYOUT", false, layout},
-        {0x52, "LAYOUT", false, layout}, // as later programs number it
-        {0, "PLOTSETTINGS", false, plotSettings},
+        {0, false, "LAYOUT", layout},
+        {0x52, false, "LAYOUT", layout}, // as later programs number it
+        {0, false, "PLOTSETTINGS", plotSettings},
     };
     return kinds;
 }

@@ -233,14 +233,14 @@ void noFields(ObjectFields&) {}
 std::span<const Kind> plainEntityKinds()
 {
     static constexpr Kind kinds[] = {
-        {blockType, "BLOCK", true, blockBegin}, {endBlockType, "ENDBLK", true, noFields},
-        {0x06, "SEQEND", true, noFields},       {0x08, "INSERT", true, repeatedReference, isRepeated},
-        {0x07, "INSERT", true, blockReference}, {0x11, "ARC", true, arc},
-        {0x12, "CIRCLE", true, circle},         {0x13, "LINE", true, line},
-        {0x1B, "POINT", true, point},           {0x1C, "3DFACE", true, face},
-        {0x1F, "SOLID", true, solid},           {0x20, "TRACE", true, solid},
-        {0x23, "ELLIPSE", true, ellipse},       {0x28, "RAY", true, endlessLine},
-        {0x29, "XLINE", true, endlessLine},
+        {blockType, true, "BLOCK", blockBegin}, {endBlockType, true, "ENDBLK", noFields},
+        {0x06, true, "SEQEND", noFields},       {0x08, true, "INSERT", repeatedReference, isRepeated},
+        {0x07, true, "INSERT", blockReference}, {0x11, true, "ARC", arc},
+        {0x12, true, "CIRCLE", circle},         {0x13, true, "LINE", line},
+        {0x1B, true, "POINT", point},           {0x1C, true, "3DFACE", face},
+        {0x1F, true, "SOLID", solid},           {0x20, true, "TRACE", solid},
+        {0x23, true, "ELLIPSE", ellipse},       {0x28, true, "RAY", endlessLine},
+        {0x29, true, "XLINE", endlessLine},
     };
     return kinds;
 }

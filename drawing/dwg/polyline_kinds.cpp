@@ -325,16 +325,16 @@ bool isSpaceVertex(const Record& record)
 std::span<const Kind> polylineKinds()
 {
     static constexpr Kind kinds[] = {
-        {0x4D, "LWPOLYLINE", true, lightPolyline},
-        {0x10, "POLYLINE", true, spacePolyline, isInSpace},
-        {0x1E, "POLYLINE", true, mesh, isMesh},
-        {0x1D, "POLYLINE", true, polyfaceMesh, isPolyface},
-        {0x0F, "POLYLINE", true, flatPolyline},
-        {0x0E, "VERTEX", true, polyfaceFace, isFace},
-        {0x0D, "VERTEX", true, polyfaceVertex, isPolyfaceVertex},
-        {0x0C, "VERTEX", true, meshVertex, isMeshVertex},
-        {0x0B, "VERTEX", true, spaceVertex, isSpaceVertex},
-        {0x0A, "VERTEX", true, flatVertex},
+        {0x4D, true, "LWPOLYLINE", lightPolyline},
+        {0x10, true, "POLYLINE", spacePolyline, isInSpace},
+        {0x1E, true, "POLYLINE", mesh, isMesh},
+        {0x1D, true, "POLYLINE", polyfaceMesh, isPolyface},
+        {0x0F, true, "POLYLINE", flatPolyline},
+        {0x0E, true, "VERTEX", polyfaceFace, isFace},
+        {0x0D, true, "VERTEX", polyfaceVertex, isPolyfaceVertex},
+        {0x0C, true, "VERTEX", meshVertex, isMeshVertex},
+        {0x0B, true, "VERTEX", spaceVertex, isSpaceVertex},
+        {0x0A, true, "VERTEX", flatVertex},
     };
     return kinds;
 }

@@ -379,9 +379,9 @@ void application(ObjectFields& f)
 std::span<const Kind> tableRecordKinds()
 {
     static constexpr Kind kinds[] = {
-        {0x33, "LAYER", false, layer},       {0x35, "STYLE", false, textStyle}, {0x39, "LTYPE", false, linetype},
-        {0x3D, "VIEW", false, view},         {0x3F, "UCS", false, userSystem},  {0x41, "VPORT", false, viewport},
-        {0x43, "APPID", false, application},
+        {0x33, false, "LAYER", layer},       {0x35, false, "STYLE", textStyle}, {0x39, false, "LTYPE", linetype},
+        {0x3D, false, "VIEW", view},         {0x3F, false, "UCS", userSystem},  {0x41, false, "VPORT", viewport},
+        {0x43, false, "APPID", application},
     };
     return kinds;
 }

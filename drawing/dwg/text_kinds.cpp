@@ -212,11 +212,11 @@ void tolerance(ObjectFields& f)
 std::span<const Kind> textKinds()
 {
     static constexpr Kind kinds[] = {
-        {0x01, "TEXT", true, text},
-        {0x02, "ATTRIB", true, attribute},
-        {0x03, "ATTDEF", true, attributeDefinition},
-        {0x2C, "MTEXT", true, multilineText},
-        {0x2E, "TOLERANCE", true, tolerance},
+        {0x01, true, "TEXT", text},
+        {0x02, true, "ATTRIB", attribute},
+        {0x03, true, "ATTDEF", attributeDefinition},
+        {0x2C, true, "MTEXT", multilineText},
+        {0x2E, true, "TOLERANCE", tolerance},
     };
     return kinds;
 }

@@ -59,7 +59,7 @@ void viewport(ObjectFields& f)
 
 std::span<const Kind> viewportKinds()
 {
-    static constexpr Kind kinds[] = {{0x22, "VIEWPORT", true, viewport}};
+    static constexpr Kind kinds[] = {{0x22, true, "VIEWPORT", viewport}};
     return kinds;
 }
 
