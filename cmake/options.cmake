@@ -28,8 +28,21 @@ if(HALVORAN_SANITIZE)
     add_link_options(-fsanitize=address,undefined)
 endif()
 
-# halvoran_program(TARGET): puts a binary into the program folder.
-function(halvoran_program target)
+# halvoran_program(TARGET FILE DESCRIPTION): puts a binary, whose file has that name, into the program folder, with a version
+# resource that bears the description. A program is also given a manifest.
+function(halvoran_program target file_name description)
+    set(file_type VFT_DLL)
+    set(manifest "")
+    get_target_property(type ${target} TYPE)
+    if(type STREQUAL EXECUTABLE)
+        set(file_type VFT_APP)
+        set(manifest "CREATEPROCESS_MANIFEST_RESOURCE_ID RT_MANIFEST \"${PROJECT_SOURCE_DIR}/platform/program.manifest\"")
+    endif()
+    set(resource ${CMAKE_CURRENT_BINARY_DIR}/${target}_version.rc)
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/version.rc.in ${resource} @ONLY)
+    set_source_files_properties(${resource} PROPERTIES OBJECT_DEPENDS
+        "${PROJECT_SOURCE_DIR}/platform/version.h;${PROJECT_SOURCE_DIR}/platform/version.rc;${PROJECT_SOURCE_DIR}/platform/program.manifest")
+    target_sources(${target} PRIVATE ${resource})
     set_target_properties(${target} PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY ${HALVORAN_PROGRAM_FOLDER}
         LIBRARY_OUTPUT_DIRECTORY ${HALVORAN_PROGRAM_FOLDER})

@@ -86,11 +86,12 @@ struct FlattenOptions
         0.01; // how far, at most, straight lines may stray from a curve; drawing units; 0: a fixed fineness
     // What can be seen of the drawing: endless lines are cut to it, and left out without it.
     std::optional<Extents> window;
-    double viewHeight = 0;          // of the view in drawing units, for points that are sized by it; 0: they are dots
-    bool hiddenToo = false;         // pieces on layers that are off or frozen and invisible entities also come
-    int depth = 32;                 // of block references in block references; what lies deeper is left out
-    std::size_t limit = 50'000'000; // of points in all; when it is passed the rest is left out
-    FontSource* fonts = nullptr;    // must outlive what is flattened; null: all text in the stroke font
+    double viewHeight = 0;            // of the view in drawing units, for points that are sized by it; 0: they are dots
+    bool hiddenToo = false;           // pieces on layers that are off or frozen and invisible entities also come
+    int depth = 32;                   // of block references in block references; what lies deeper is left out
+    std::size_t limit = 50'000'000;   // of points in all; when it is passed the rest is left out
+    std::size_t hatchLimit = 200'000; // of dashes of one hatch's pattern; a hatch that has more is left out
+    FontSource* fonts = nullptr;      // must outlive what is flattened; null: all text in the stroke font
 };
 
 /// Called with each piece, the lowest first.

@@ -318,7 +318,7 @@ std::optional<Contours> contoursOf(const Hatch& hatch, double stretch, double to
     }
     const bool told =
         hatch.style == Hatch::Style::Normal || dropIslands(contours, hatch.style == Hatch::Style::Outer ? 1 : 0);
-    return told && !contours.empty() ? std::optional(std::move(contours)) : std::nullopt;
+    return told ? std::optional(std::move(contours)) : std::nullopt;
 }
 
 bool addPatternDashes(const HatchPatternLine& line, const Contours& contours, std::size_t most, Dashes& dashes)

@@ -9,20 +9,53 @@ namespace drawing {
 
 namespace {
 
-// A point of the flattened polyline; the width may jump there.
+// A point of the flattened polyline; the width may jump there. Within an arc it has no directions of its own.
 struct Sample
 {
     Vector2 position;
     double widthBefore = 0;
     double widthAfter = 0;
-    bool jumps() const { return widthBefore != widthAfter; }
+    Vector2 directionBefore = {};
+    Vector2 directionAfter = {};
+    bool corner = false; // where an arc meets something that it does not run on into: both end square
+    bool parts() const { return corner || widthBefore != widthAfter; }
 };
+
+Vector2 directionOf(const Vector2& from, const Vector2& to)
+{
+    const Vector2 d = to - from;
+    const double size = length(d);
+    return size > 0 ? d * (1 / size) : Vector2{};
+}
+
+Vector2 turned(const Vector2& v, double angle)
+{
+    return {v.x * std::cos(angle) - v.y * std::sin(angle), v.x * std::sin(angle) + v.y * std::cos(angle)};
+}
+
+// An arc sets out half its angle to the right of its chord if it turns left, and comes in as much to the left.
+void giveDirections(Sample& start, Sample& end, double bulge)
+{
+    const Vector2 chord = directionOf(start.position, end.position);
+    const double half = 2 * std::atan(bulge);
+    start.directionAfter = turned(chord, -half);
+    end.directionBefore = turned(chord, half);
+}
+
+bool isCorner(const Sample& vertex, double bulgeBefore, double bulgeAfter)
+{
+    constexpr double runsOn = 0.01; // sine of the angle
+    const Vector2 &a = vertex.directionBefore, &b = vertex.directionAfter;
+    const bool straightOn = std::abs(a.x * b.y - a.y * b.x) < runsOn && a.x * b.x + a.y * b.y > 0;
+    return (bulgeBefore != 0 || bulgeAfter != 0) && !straightOn;
+}
 
 std::vector<Sample> sampled(const std::vector<PolylinePoint>& points, bool closed, double stretch, double tolerance)
 {
     std::vector<Sample> samples{{points[0].position, 0, points[0].startWidth}};
     const std::size_t segments = closed ? points.size() : points.size() - 1;
     for (std::size_t i = 0; i < segments; ++i) {
+        const std::size_t start = samples.size() - 1;
         const PolylinePoint& from = points[i];
         const PolylinePoint& to = points[(i + 1) % points.size()];
         const auto run = bulgePoints(from.position, to.position, from.bulge, stretch, tolerance);
@@ -32,21 +65,19 @@ std::vector<Sample> sampled(const std::vector<PolylinePoint>& points, bool close
             samples.push_back({run[k], width, width});
         }
         samples.back().widthAfter = to.startWidth;
+        giveDirections(samples[start], samples.back(), from.bulge);
+        samples[start].corner = i > 0 && isCorner(samples[start], points[i - 1].bulge, from.bulge);
     }
     if (closed) {
         samples.front().widthBefore = samples.back().widthBefore;
+        samples.front().directionBefore = samples.back().directionBefore;
+        samples.front().corner = isCorner(samples.front(), points.back().bulge, points.front().bulge);
+        samples.back().corner = samples.front().corner;
     } else {
         samples.back().widthAfter = samples.back().widthBefore;
         samples.front().widthBefore = samples.front().widthAfter;
     }
     return samples;
-}
-
-Vector2 directionOf(const Vector2& from, const Vector2& to)
-{
-    const Vector2 d = to - from;
-    const double size = length(d);
-    return size > 0 ? d * (1 / size) : Vector2{};
 }
 
 // The left-hand side, half a unit wide, of a corner between two directions: mitred, but for sharp corners,
@@ -216,10 +247,12 @@ void emitWide(const std::vector<Sample>& samples, bool closed, const Transform& 
         }
         const bool first = i == 0 && !closed;
         const bool last = i + 1 == edges && !closed;
-        const Vector2 before = first || from.jumps() ? Vector2{} : directions[(i + edges - 1) % edges];
-        const Vector2 after = last || to.jumps() ? Vector2{} : directions[(i + 1) % edges];
-        const Vector2 startSide = sideAt(before, own, own) * from.widthAfter;
-        const Vector2 endSide = sideAt(own, after, own) * to.widthBefore;
+        const Vector2 before = first || from.parts() ? Vector2{} : directions[(i + edges - 1) % edges];
+        const Vector2 after = last || to.parts() ? Vector2{} : directions[(i + 1) % edges];
+        const Vector2 setsOut = from.directionAfter == Vector2{} ? own : from.directionAfter;
+        const Vector2 comesIn = to.directionBefore == Vector2{} ? own : to.directionBefore;
+        const Vector2 startSide = sideAt(before, own, setsOut) * from.widthAfter;
+        const Vector2 endSide = sideAt(own, after, comesIn) * to.widthBefore;
         strips.add(
             {{from.position + startSide, to.position + endSide}, {from.position - startSide, to.position - endSide}},
             own);

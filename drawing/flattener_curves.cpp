@@ -31,12 +31,14 @@ void Flattener::spline(const Spline& spline, const Place& place)
 
 void Flattener::hatch(const Hatch& hatch, const Place& place)
 {
-    constexpr std::size_t mostDashes = 200'000;
     const Transform map =
         place.map * Transform::fromExtrusion(hatch.extrusion) * Transform::translation({0, 0, hatch.elevation});
     auto contours = contoursOf(hatch, largestStretch(map), m_options.tolerance);
     if (!contours) {
         m_complete = false;
+        return;
+    }
+    if (contours->empty()) {
         return;
     }
     const auto seen = [&](const Vector2& point) {
@@ -52,7 +54,7 @@ void Flattener::hatch(const Hatch& hatch, const Place& place)
     }
     Dashes dashes;
     for (const HatchPatternLine& line : hatch.lines) {
-        if (!addPatternDashes(line, *contours, mostDashes, dashes)) {
+        if (!addPatternDashes(line, *contours, m_options.hatchLimit, dashes)) {
             m_complete = false;
             return;
         }

@@ -9,7 +9,8 @@
 
 #include "imaging/codec.h"
 #include "imaging/error.h"
-#include "imaging/group4.h"
+#include "imaging/fax_decode.h"
+#include "imaging/fax_encode.h"
 #include "imaging/orientation.h"
 
 // CALS raster, type 1: 16 header records of 128 characters, "key: value" padded with blanks, then the whole image as
@@ -149,10 +150,10 @@ Bitmap readPixels(ByteSource& source, Size size)
 {
     // No row takes more than two bytes a pixel; what lies behind the image need not be loaded.
     const std::uint64_t mostBytes = (std::uint64_t(size.width) * 2 + 8) * std::uint64_t(size.height);
-    Group4Stream stream(std::min(source.size() - headerLength, mostBytes));
+    FaxStream stream(std::min(source.size() - headerLength, mostBytes));
     source.readExactly(headerLength, stream.data(), stream.size());
     Bitmap bitmap = Bitmap::uninitialized(size);
-    decodeGroup4(stream, bitmap, 0, size.height, false);
+    decodeFax(stream, FaxCoding::Group4, bitmap, 0, size.height, false);
     return bitmap;
 }
 

@@ -8,7 +8,7 @@
 
 #include "imaging/codec.h"
 #include "imaging/error.h"
-#include "imaging/group4.h"
+#include "imaging/fax_decode.h"
 #include "imaging/orientation.h"
 #include "imaging/parallel.h"
 #include "imaging/row_bits.h"
@@ -256,9 +256,25 @@ std::uint32_t rowsPerStrip(const TiffHandle& tiff, const Layout& layout)
                                      std::uint32_t(layout.stored.height));
 }
 
-Group4Stream rawStrip(TiffHandle& tiff, int strip, std::uint64_t size, bool reversed)
+// The codings that we decode ourselves.
+std::optional<FaxCoding> faxCoding(const TiffHandle& tiff, const Layout& layout)
 {
-    Group4Stream bytes(size);
+    if (layout.bitsPerPixel() != 1 || layout.tiled)
+        return std::nullopt;
+    switch (layout.compression) {
+    case COMPRESSION_CCITTFAX4:
+        return FaxCoding::Group4;
+    case COMPRESSION_CCITTFAX3:
+        return tiff.longTag(TIFFTAG_GROUP3OPTIONS, 0) & GROUP3OPT_2DENCODING ? FaxCoding::Group3TwoDimensional
+                                                                             : FaxCoding::Group3OneDimensional;
+    default:
+        return std::nullopt;
+    }
+}
+
+FaxStream rawStrip(TiffHandle& tiff, int strip, std::uint64_t size, bool reversed)
+{
+    FaxStream bytes(size);
     if (TIFFReadRawStrip(tiff.get(), std::uint32_t(strip), bytes.data(), tmsize_t(size)) != tmsize_t(size))
         tiff.fail(damaged);
     if (reversed)
@@ -266,15 +282,16 @@ Group4Stream rawStrip(TiffHandle& tiff, int strip, std::uint64_t size, bool reve
     return bytes;
 }
 
-void readGroup4Strips(TiffHandle& tiff, const Layout& layout, ByteSource& source, bool inverted, Bitmap& bitmap)
+void readFaxStrips(TiffHandle& tiff, const Layout& layout, FaxCoding coding, ByteSource& source, Bitmap& bitmap)
 {
     // As many strips together as keep the cores at work; a broken directory may let all of them be the whole file.
     constexpr std::uint64_t worthTogether = std::uint64_t(1) << 24;
     const int stripRows = int(rowsPerStrip(tiff, layout));
     const int count = (layout.stored.height + stripRows - 1) / stripRows;
+    const bool inverted = inkTable(tiff, layout)[0];
     const bool reversed = tiff.shortTag(TIFFTAG_FILLORDER, FILLORDER_MSB2LSB) == FILLORDER_LSB2MSB;
     for (int first = 0; first < count;) {
-        std::vector<Group4Stream> strips;
+        std::vector<FaxStream> strips;
         for (std::uint64_t together = 0; first + int(strips.size()) < count && together < worthTogether;) {
             const int strip = first + int(strips.size());
             const std::uint64_t size = TIFFRawStripSize64(tiff.get(), std::uint32_t(strip));
@@ -285,8 +302,8 @@ void readGroup4Strips(TiffHandle& tiff, const Layout& layout, ByteSource& source
         }
         inTurns(int(strips.size()), [&](int i) {
             const int top = (first + i) * stripRows;
-            decodeGroup4(strips[std::size_t(i)], bitmap, top, std::min(stripRows, layout.stored.height - top),
-                         inverted);
+            decodeFax(strips[std::size_t(i)], coding, bitmap, top, std::min(stripRows, layout.stored.height - top),
+                      inverted);
         });
         first += int(strips.size());
     }
@@ -453,8 +470,8 @@ RasterFile readTiff(ByteSource& source)
         readColours(tiff, layout, source, bitmap);
     } else if (layout.tiled) {
         readTiles(tiff, convert, bitmap);
-    } else if (layout.compression == COMPRESSION_CCITTFAX4 && layout.bitsPerPixel() == 1) {
-        readGroup4Strips(tiff, layout, source, inkTable(tiff, layout)[0], bitmap);
+    } else if (const auto coding = faxCoding(tiff, layout)) {
+        readFaxStrips(tiff, layout, *coding, source, bitmap);
     } else {
         readStrips(tiff, layout, convert, bitmap);
     }

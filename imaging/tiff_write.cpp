@@ -2,7 +2,7 @@
 #include <vector>
 
 #include "imaging/codec.h"
-#include "imaging/group4.h"
+#include "imaging/fax_encode.h"
 #include "imaging/parallel.h"
 #include "imaging/row_bits.h"
 #include "imaging/tiff_file.h"
@@ -51,14 +51,15 @@ void writeGroup4Strips(TiffHandle& tiff, const Bitmap& bitmap, int stripRows)
     constexpr int atOnce = 16;
     const int count = (bitmap.height() + stripRows - 1) / stripRows;
     for (int begin = 0; begin < count; begin += atOnce) {
-        std::vector<std::vector<std::uint8_t>> strips(std::size_t(std::min(atOnce, count - begin)));
+        std::vector<MemorySink> strips(std::size_t(std::min(atOnce, count - begin)));
         inTurns(int(strips.size()), [&](int i) {
             const int first = (begin + i) * stripRows;
-            strips[std::size_t(i)] = encodeGroup4(bitmap, first, std::min(stripRows, bitmap.height() - first));
+            encodeGroup4(bitmap, first, std::min(stripRows, bitmap.height() - first), strips[std::size_t(i)]);
         });
         for (std::size_t i = 0; i < strips.size(); ++i) {
-            if (TIFFWriteRawStrip(tiff.get(), std::uint32_t(begin) + std::uint32_t(i), strips[i].data(),
-                                  tmsize_t(strips[i].size())) < 0)
+            std::vector<std::byte> bytes = strips[i].take();
+            if (TIFFWriteRawStrip(tiff.get(), std::uint32_t(begin) + std::uint32_t(i), bytes.data(),
+                                  tmsize_t(bytes.size())) < 0)
                 tiff.fail("Writing the image failed");
         }
     }

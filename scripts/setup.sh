@@ -9,8 +9,10 @@ build_packages=(
 )
 test_packages=(
     libtiff-dev libpng-dev libjpeg62-turbo-dev zlib1g-dev
-    libtiff-tools imagemagick netpbm python3 python3-ezdxf clang-format
+    libtiff-tools imagemagick netpbm python3 python3-ezdxf clang clang-format
 )
+guide_packages=(python3 python3-markdown)
+guide_picture_packages=(imagemagick)
 
 # ensure_packages NAME...: installs what is missing as root, or says the line that does.
 ensure_packages() {

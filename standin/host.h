@@ -89,24 +89,41 @@ public:
 /// Null takes the services away again; without them windows are null and nothing can be selected.
 HALVORAN_STANDIN_API void setDeskServices(DeskServices* services);
 
-// --- Drawings: one at a time. Messages are in words for the user; nothing means success. ---
+// --- Drawings. Several may be open, and one of them is active: all that is said below of "the drawing", in this part
+// and in those that follow, speaks of that one. Messages are in words for the user; nothing means success. ---
 
 using Failure = std::optional<std::wstring>;
+/// Of a drawing for as long as it is open, and of no other one afterwards; 0 is no drawing's.
+using DrawingId = std::uint64_t;
 
-/// Each closes the present drawing first. A failed opening leaves no drawing open, an empty path makes a new drawing.
+/// In the order of their opening.
+HALVORAN_STANDIN_API std::vector<DrawingId> openDrawings();
+/// 0 if no drawing is open.
+HALVORAN_STANDIN_API DrawingId activeDrawing();
+/// Modules let go of the one that was active before by themselves. False if there is no such drawing.
+HALVORAN_STANDIN_API bool activateDrawing(DrawingId drawing);
+/// One more drawing, which becomes the active one; an empty path makes a new one. What can't be opened leaves
+/// everything as it was.
+HALVORAN_STANDIN_API Failure addDrawing(const std::filesystem::path& path);
+
+/// Each closes the present drawing first and puts another one in its place. After a failed opening there is none in its
+/// place; an empty path makes a new drawing.
 HALVORAN_STANDIN_API Failure newDrawing();
 HALVORAN_STANDIN_API Failure openDrawing(const std::filesystem::path& path);
 /// Announces beginSave, then saveComplete or abortSave; the drawing takes the new path.
 HALVORAN_STANDIN_API Failure saveDrawing(const std::filesystem::path& path);
-/// Modules hear kUnloadDwgMsg and the database's end; then reactors hear of the images that go.
+/// Modules hear kUnloadDwgMsg and the database's end; then reactors hear of the images that go. The drawing that was
+/// active before becomes the active one.
 HALVORAN_STANDIN_API void closeDrawing();
 HALVORAN_STANDIN_API bool drawingOpen();
 /// Whether there is something to save: a record was changed through the host's API, by eraseEntity, restoreEntity or
 /// setSystemVariable since the drawing was opened or saved. Opening objects, reading images, and loading and unloading
 /// a definition that ends as it began change nothing. What the desk edits in the document itself it has to note itself.
 HALVORAN_STANDIN_API bool drawingModified();
+HALVORAN_STANDIN_API bool drawingModified(DrawingId drawing);
 /// Empty for a drawing that has no file yet.
 HALVORAN_STANDIN_API std::filesystem::path drawingPath();
+HALVORAN_STANDIN_API std::filesystem::path drawingPath(DrawingId drawing);
 /// What was mended in the drawing's file when it was opened: plain sentences, as a rule none.
 HALVORAN_STANDIN_API std::vector<std::wstring> drawingNotes();
 /// The current drawing's database and its document; the document is only there while a drawing is open. An edit to the
@@ -127,6 +144,34 @@ HALVORAN_STANDIN_API bool eraseEntity(Handle entity, LayerLock lock = LayerLock:
 HALVORAN_STANDIN_API bool restoreEntity(Handle entity);
 HALVORAN_STANDIN_API bool entityErased(Handle entity);
 
+// --- Taking back: what was changed through the host's API, by modules or by the calls above. What the desk edits in
+// the document itself it has to note itself. ---
+
+/// How a raster was: the image of its definition, and how the image entities lie that show it. It shares its pixels
+/// with the drawing, so that it costs memory only once the drawing has others.
+class RasterState;
+
+struct DrawingChange
+{
+    Handle object = 0;                         // the entity, or the definition of a raster
+    bool added = false;                        // of an entity: it was put into the drawing, else taken out
+    std::shared_ptr<const RasterState> before; // of a raster, else null
+};
+
+/// The changes since the last call: first the entities in their order, then the rasters that are others now.
+HALVORAN_STANDIN_API std::vector<DrawingChange> takeChanges();
+/// Null if there is no such definition.
+HALVORAN_STANDIN_API std::shared_ptr<const RasterState> rasterState(Handle definition);
+/// False, with everything as it is, if something of the raster is open or its image can't be loaded.
+HALVORAN_STANDIN_API bool restoreRaster(const RasterState& state);
+
+struct PixelsHeld
+{
+    const void* pixels = nullptr; // tells them apart; null if none are held
+    std::size_t bytes = 0;
+};
+HALVORAN_STANDIN_API PixelsHeld pixelsHeld(const RasterState& state);
+
 // --- Painting ---
 
 /// The present pixels of the definition behind an image entity, which are read now if nobody asked for them before.
@@ -137,8 +182,8 @@ HALVORAN_STANDIN_API bool imageFramesShown();
 
 // --- Modules ---
 
-/// Loads a module file, which hears kInitAppMsg and, with a drawing open, kLoadDwgMsg. A bare name is looked for beside
-/// the running program. A module that is loaded already is left as it is.
+/// Loads a module file, which hears kInitAppMsg and, for each open drawing, kLoadDwgMsg. A bare name is looked for
+/// beside the running program. A module that is loaded already is left as it is.
 HALVORAN_STANDIN_API Failure loadModule(const std::filesystem::path& file);
 /// By file name, with or without folder and extension, or by the name in the application list. Refused while the module
 /// is locked or answers the message with an error.
@@ -146,10 +191,24 @@ HALVORAN_STANDIN_API Failure unloadModule(const std::wstring& name);
 HALVORAN_STANDIN_API std::vector<std::filesystem::path> loadedModules();
 /// The modules of the application list that are to be loaded at the start; returns what went wrong, if anything.
 HALVORAN_STANDIN_API std::vector<std::wstring> loadStartupModules();
+/// The module files beside the running program that the application list does not know: those of a program folder that
+/// was just unpacked, or moved. Returns what went wrong, if anything.
+HALVORAN_STANDIN_API std::vector<std::wstring> loadUnlistedModules();
 /// Keeps the application list under another key below HKEY_CURRENT_USER: for tests.
 HALVORAN_STANDIN_API void setApplicationListKey(const std::wstring& key);
 /// Unloads all modules, whatever they answer.
 HALVORAN_STANDIN_API void unloadAllModules();
+
+/// What modules hold at this moment, of the drawing and, as far as the stand-in sees it, of the system.
+struct HeldNow
+{
+    int documentLocks = 0;
+    int openObjects = 0;
+    int selectionSets = 0;
+    int timers = 0;
+    int hooks = 0;
+};
+HALVORAN_STANDIN_API HeldNow heldNow();
 
 // --- Commands ---
 
@@ -174,7 +233,7 @@ HALVORAN_STANDIN_API bool setSystemVariable(const std::wstring& name, const Vari
 
 HALVORAN_STANDIN_API std::vector<std::string> breaches();
 HALVORAN_STANDIN_API void clearBreaches();
-/// Locks that lockDocument gave and unlockDocument did not take back, commands' own left out.
+/// Locks on any drawing that lockDocument gave and unlockDocument did not take back, commands' own left out.
 HALVORAN_STANDIN_API int documentLocks();
 /// Objects that are open now.
 HALVORAN_STANDIN_API int openObjects();

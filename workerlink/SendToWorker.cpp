@@ -1,5 +1,7 @@
 #include "workerlink/SendToWorker.h"
 
+#include <vector>
+
 #include "workerlink/LinkLimits.h"
 #include "workerlink/RunWorker.h"
 #include "workerlink/SerializeMessage.h"

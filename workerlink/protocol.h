@@ -34,8 +34,10 @@ inline constexpr int OwnFormatRow = -1;
 /// The format number that a conversion keeps the source's kind of file with.
 inline constexpr std::uint32_t SameFormat = 0;
 
-/// What rasterizing answers when no entity lay over the raster, which then stays as it was; 0 otherwise.
+/// What rasterizing answers when no entity lay over the raster, which then stays as it was, and when an entity held
+/// more than can be drawn; 0 otherwise.
 inline constexpr std::int32_t NothingOverRaster = -1;
+inline constexpr std::int32_t SomethingLeftOut = 1;
 
 /// The names of the semaphores by which the worker tells how far it is; the transfer's number stands for %lu.
 inline constexpr wchar_t WorkingSemaphore[] = L"WORKING_%lu";

@@ -4,6 +4,8 @@
 
 class CAcraster;
 class CCheckDef;
+class CDefault;
+class CFloatingBar;
 class CSaveRaster;
 class CTool;
 
@@ -18,12 +20,14 @@ public:
     CArxApp(const CArxApp&) = delete;
     CArxApp& operator=(const CArxApp&) = delete;
 
-    CWnd* m_pToolbar = nullptr;         // the module's toolbar; null when there is none
+    CFloatingBar* m_pToolbar = nullptr; // the LaMfcToolbar, owned; null after it was deleted for an unloading, and
+                                        // without a window if it could not be made
     HINSTANCE m_hInstance = nullptr;    // of the module's file
     CAcraster* m_pRaster = nullptr;     // the current raster, owned; null when none is; see DropCurrentRaster
     CTool* m_pTool = nullptr;           // the active tool; sets and clears this itself, and is ended by deleting it
     UINT m_nClipFormat;                 // clipboard format of the module's own
     CString m_strTempFile;              // a name in the temporary folder; what stands under it at the end is deleted
+    CDefault* m_pDefault = nullptr;     // the settings, owned
     bool m_bSuspended = false;          // the raster's objects are closed for a host call
     CSaveRaster* m_pSaveList = nullptr; // the newest reactor on an edited definition; see CSaveRaster
     double m_dLastScale = 1;            // last confirmed for a raster that was placed, in drawing units per millimetre

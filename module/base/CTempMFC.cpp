@@ -12,12 +12,16 @@ struct ApplicationNames
     static ApplicationNames Current()
     {
         const CWinApp* application = AfxGetApp();
+        if (!application)
+            return {};
         return {application->m_pszAppName, application->m_pszRegistryKey, application->m_pszProfileName};
     }
 
     void MakeCurrent() const
     {
         CWinApp* application = AfxGetApp();
+        if (!application)
+            return;
         application->m_pszAppName = name;
         application->m_pszRegistryKey = registryKey;
         application->m_pszProfileName = profileName;
@@ -73,4 +77,16 @@ void CTempMFC::Reset()
 {
     depth = 0;
     SwitchToHost();
+}
+
+CTempHost::CTempHost()
+{
+    if (depth > 0)
+        SwitchToHost();
+}
+
+CTempHost::~CTempHost()
+{
+    if (depth > 0)
+        SwitchToModule();
 }

@@ -7,6 +7,7 @@
 #include "module/commands/RasterizeCommand.h"
 #include "module/commands/RotateCommand.h"
 #include "module/commands/SaveCommand.h"
+#include "module/commands/ShellCommands.h"
 #include "module/commands/ToolCommands.h"
 
 namespace {
@@ -15,6 +16,10 @@ constexpr const wchar_t* commandGroup = L"HVA6";
 constexpr Adesk::Int32 commandFlags = ACRX_CMD_MODAL | ACRX_CMD_REDRAW | ACRX_CMD_NOPERSPECTIVE | ACRX_CMD_NOPAPERSPACE;
 
 constexpr CommandRow commandTable[] = {
+    {L"HALVORAN", ShowToolbarCommand},      //
+    {L"HV6", ShowToolbarCommand},           //
+    {L"ORVO_PROP", SettingsCommand},        //
+    {L"ORVO_ABOUT", AboutCommand},          //
     {L"ORVO_NEW", NewRasterCommand},        //
     {L"ORVO_OPEN", InsertRasterCommand},    //
     {L"ORVO_SAVEAS", SaveAsCommand},        //

@@ -2,10 +2,13 @@
 
 #include "module/base/CTempFile.h"
 #include "module/base/CTempMFC.h"
+#include "module/base/SayOnCommandLine.h"
 #include "module/commands/PlaceRaster.h"
 #include "module/dialogs/CDNewRaster.h"
 #include "module/dialogs/PaperSizes.h"
 #include "module/raster/AskWorker.h"
+#include "module/raster/CShownFile.h"
+#include "module/raster/PendingFileSwap.h"
 #include "workerlink/WorkerMessage.h"
 
 namespace {
@@ -17,6 +20,21 @@ constexpr DWORD cals = 50;
 WorkerPoint PointOf(const AcGePoint3d& point)
 {
     return {point.x, point.y, point.z};
+}
+
+// False if the worker can't make it, or if it would take the place of edits that are nowhere else.
+bool MakeRaster(WorkerMessage& message)
+{
+    const CShownFile shown(acdbHostApplicationServices()->workingDatabase(), message.newRaster.rasterFile);
+    if (shown.IsEdited()) {
+        SayOnCommandLine(message.newRaster.rasterFile +
+                         L" is shown in the drawing and has changes that are not saved.");
+        return false;
+    }
+    if (!AskWorker(message))
+        return false;
+    DropPendingFileSwap(message.newRaster.rasterFile);
+    return true;
 }
 
 } // namespace
@@ -42,7 +60,7 @@ void NewRasterCommand()
                                    PixelsOfLength(dialog.m_dHeight, dialog.m_nDpi)};
     message.newRaster.scale = dialog.GetScale();
     message.newRaster.insertion = PointOf(dialog.m_insertion);
-    if (!AskWorker(message)) {
+    if (!MakeRaster(message)) {
         ShowError(L"ERROR: Problem creating the new raster");
         return;
     }

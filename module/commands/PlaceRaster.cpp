@@ -1,5 +1,7 @@
 #include "module/commands/PlaceRaster.h"
 
+#include <memory>
+
 #include "module/base/CArxApp.h"
 #include "module/base/CScopeGuard.h"
 #include "module/base/SayOnCommandLine.h"

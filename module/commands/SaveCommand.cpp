@@ -6,9 +6,10 @@
 
 void SaveAsCommand()
 {
-    WithCurrentRaster([](CAcraster& raster) {
+    WithCurrentRaster([](CAcraster& raster, const CCurentRaster& current) {
         const bool selectionOnly =
             raster.HasSelection() && AfxMessageBox(IDS_SAVE_SELECTION, MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
-        SaveUnderChosenName(raster, selectionOnly ? &raster.GetRegion() : nullptr);
+        if (current.GetIfCurrent())
+            SaveUnderChosenName(raster, selectionOnly ? &raster.GetRegion() : nullptr);
     });
 }

@@ -150,10 +150,8 @@ void CDChras::Change()
         return;
     CAcraster& raster = *current.m_pRaster;
     const CSize wanted(PixelsOfLength(m_dWidth, m_nDpi), PixelsOfLength(m_dHeight, m_nDpi));
-    const bool possible =
-        wanted.cx > 0 && wanted.cy > 0 && wanted.cx <= LargestRasterWidth && wanted.cy <= LargestRasterHeight;
-    const CSize result = possible ? raster.KeepProportions(wanted) : CSize(0, 0);
-    if (result.cx < 1 || result.cy < 1) {
+    const CSize result = wanted.cx > 0 && wanted.cy > 0 ? raster.KeepProportions(wanted) : CSize(0, 0);
+    if (result.cx < 1 || result.cy < 1 || result.cx > LargestRasterWidth || result.cy > LargestRasterHeight) {
         SayOnCommandLine(L"The raster was not changed: there can be none of that size.");
         return;
     }

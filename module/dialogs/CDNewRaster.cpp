@@ -66,8 +66,7 @@ void CDNewRaster::SetSize(double width, double height)
 
 void CDNewRaster::OnPageChosen()
 {
-    if (!UpdateData(TRUE))
-        return;
+    UpdateData(TRUE);
     if (m_nPage >= 0) {
         const PaperSize& page = PaperSizes[static_cast<std::size_t>(m_nPage)];
         SetSize(page.width / PaperUnitsPerMillimetre, page.height / PaperUnitsPerMillimetre);

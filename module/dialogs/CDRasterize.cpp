@@ -2,13 +2,13 @@
 
 #include <cwchar>
 
+#include "module/base/CDefault.h"
 #include "module/dialogs/PenSwatches.h"
 #include "module/raster/Coordinates.h"
 #include "module/resources/resource.h"
 
 namespace {
 
-constexpr const wchar_t* settingsSection = L"ProgramDefault";
 constexpr double widthColumnShare = 0.66;
 constexpr double colorColumnShare = 0.34;
 constexpr int scrollBarWidth = 16;
@@ -39,7 +39,7 @@ ON_NOTIFY(LVN_KEYDOWN, IDC_RASTERIZE_PENS, &CDRasterize::OnListKey)
 ON_NOTIFY(LVN_ENDLABELEDITW, IDC_RASTERIZE_PENS, &CDRasterize::OnLabelEdited)
 END_MESSAGE_MAP()
 
-CDRasterize::CDRasterize() : CDialog(IDD_RASTERIZE), m_pPens(std::make_unique<CPenList>(settingsSection, 1.0)) {}
+CDRasterize::CDRasterize() : CDialog(IDD_RASTERIZE), m_pPens(std::make_unique<CPenList>(SettingsSection, 1.0)) {}
 
 CDRasterize::~CDRasterize() = default;
 
@@ -90,7 +90,7 @@ void CDRasterize::EnableSave(bool enable)
 
 void CDRasterize::OnOK()
 {
-    m_pPens->StoreSettings(settingsSection);
+    m_pPens->StoreSettings(SettingsSection);
     CDialog::OnOK();
 }
 
@@ -109,7 +109,7 @@ void CDRasterize::OnFromFile()
 
 void CDRasterize::OnSave()
 {
-    m_pPens->StoreSettings(settingsSection);
+    m_pPens->StoreSettings(SettingsSection);
     // The focus must not stay on a button that goes grey: no key would reach the dialog any more.
     GetDlgItem(IDOK)->SetFocus();
     EnableSave(false);

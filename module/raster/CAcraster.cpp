@@ -1,6 +1,7 @@
 #include "module/raster/CAcraster.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "module/base/CArxApp.h"
@@ -14,6 +15,14 @@ namespace {
 constexpr double millimetresPerInch = 25.4;
 
 unsigned rastersMade = 0;
+
+// Of an edited image its own, of any other its file's.
+int ResolutionOf(const AcDbRasterImageDef& definition)
+{
+    if (const std::optional<int> unsaved = UnsavedResolution(definition.objectId()))
+        return *unsaved;
+    return TruncateToInt(millimetresPerInch / definition.resolutionMMPerPixel().x);
+}
 
 } // namespace
 
@@ -35,7 +44,7 @@ CAcraster::CAcraster(const ads_name entityName) : m_nSerial(++rastersMade), m_ob
     m_pRegion = std::make_unique<CRgn>();
     m_pRegion->CreateRectRgnIndirect(GetImageRect());
     m_nLockCount = 1;
-    m_nDpi = TruncateToInt(millimetresPerInch / m_objects.m_pDefinition->resolutionMMPerPixel().x);
+    m_nDpi = ResolutionOf(*m_objects.m_pDefinition);
 }
 
 CAcraster::CAcraster(AcDbRasterImageDef* definition, Atil::Image* image)
@@ -43,7 +52,7 @@ CAcraster::CAcraster(AcDbRasterImageDef* definition, Atil::Image* image)
       m_pRegion(std::make_unique<CRgn>())
 {
     m_pRegion->CreateRectRgnIndirect(GetImageRect());
-    m_nDpi = TruncateToInt(millimetresPerInch / m_objects.m_pDefinition->resolutionMMPerPixel().x);
+    m_nDpi = ResolutionOf(*m_objects.m_pDefinition);
 }
 
 CAcraster::~CAcraster()
@@ -129,7 +138,7 @@ void CAcraster::Reload(bool attachReactor)
     TakeWorkingImage();
     m_bDirty = false;
     if (attachReactor && m_objects.m_pDefinition)
-        AttachSaveReactor(m_objects.m_pDefinition);
+        AttachSaveReactor(m_objects.m_pDefinition, m_nDpi);
 }
 
 void CAcraster::KeepLoaded()
@@ -162,14 +171,22 @@ void CAcraster::TakeWorkingImage()
     m_pImage = m_objects.m_pDefinition ? m_objects.m_pDefinition->imageCopy(true) : nullptr;
 }
 
+// The user may have gone on to another drawing.
 void CAcraster::UnloadAfterUse()
 {
-    const CDocumentLock lock;
+    const CDocumentLock lock(m_objects.GetEntityId());
     if (!m_objects.Open(AcDb::kForWrite))
         return;
     if (m_objects.m_pDefinition->isLoaded())
         m_objects.m_pDefinition->unload(true);
     m_objects.Close();
+}
+
+bool CAcraster::IsInOtherDrawing() const
+{
+    const AcDbObjectId entity = m_objects.GetEntityId();
+    const AcDbDatabase* database = entity.isNull() ? nullptr : entity.database();
+    return database && database != acdbHostApplicationServices()->workingDatabase();
 }
 
 CSize CAcraster::GetSize() const

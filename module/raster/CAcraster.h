@@ -55,7 +55,7 @@ public:
     int GetLockCount() const { return m_life == Life::Managed ? m_nLockCount : -1; }
     /// Closes the objects for a host call (`close`) and reopens them for write; the working image stays.
     void Suspend(bool close);
-    /// Commits the working image. The caller holds a lock, which stays as it is. There is no way back. With
+    /// Commits the working image. The caller holds a lock, which stays as it is. The module has no way back. With
     /// `attachReactor` the definition gets a reactor that asks before the edited image goes, unless it has one.
     void Reload(bool attachReactor);
     /// Makes an image that this object had to load stay loaded when the object goes.
@@ -69,6 +69,8 @@ public:
     bool IsOpen() const { return m_objects.m_pDefinition != nullptr; }
     /// Of the definition while it is open, else null.
     AcDbObjectId GetDefinitionId() const { return IsOpen() ? m_objects.m_pDefinition->objectId() : AcDbObjectId(); }
+    /// Whether the image lies in a drawing that is open but is not the one that the user works on.
+    bool IsInOtherDrawing() const;
     /// Another number for every object: tells a raster from a later one that lies at the same address.
     unsigned GetSerial() const { return m_nSerial; }
     CSize GetSize() const; // 0 by 0 of an image that has gone under its lock

@@ -1,5 +1,7 @@
 // What is done to the working image in memory.
 
+#include <memory>
+
 #include "module/raster/CAcraster.h"
 #include "module/raster/Coordinates.h"
 #include "module/raster/RegionRectangles.h"

@@ -1,5 +1,7 @@
 // Burning entities of the drawing into the raster. The worker draws them, from a drawing file of their own.
 
+#include <memory>
+
 #include "module/base/CArxApp.h"
 #include "module/base/CScopeGuard.h"
 #include "module/base/CTempFile.h"
@@ -80,5 +82,7 @@ bool CAcraster::Rasterize(const AcDbObjectIdArray& entities, CPenList& pens)
         AfxMessageBox(L"No raster under the entities");
         return false;
     }
+    if (message.rasterize.result == SomethingLeftOut)
+        SayOnCommandLine(L"Not all of it was rasterized: an object holds more than can be drawn.");
     return ReadBack(image.m_strPath);
 }

@@ -1,11 +1,15 @@
 // The working image in files: written as TIFF for the worker, read back from it, saved under a name of the user's.
 
+#include <memory>
+#include <optional>
+
 #include "module/base/CScopeGuard.h"
 #include "module/base/CTempFile.h"
 #include "module/base/SayOnCommandLine.h"
 #include "module/raster/AskWorker.h"
 #include "module/raster/CAcraster.h"
 #include "module/raster/CSaveRaster.h"
+#include "module/raster/CShownFile.h"
 #include "module/raster/LentRegion.h"
 #include "module/raster/PendingFileSwap.h"
 #include "module/raster/SetAsideFile.h"
@@ -127,10 +131,18 @@ bool CAcraster::SaveFrom(CTempFile& source, const CString& path, DWORD formatCod
 {
     if (IsOwnFile(path))
         return SaveOntoOwnFile(source, path, formatCode, region);
-    if (SendSave(source.m_strPath, path, formatCode, region))
-        return true;
-    SayOnCommandLine(workerFailed);
-    return false;
+    const AcDbObjectId own = m_objects.m_pDefinition->objectId();
+    const CShownFile shown(own.database(), path, own);
+    if (shown.IsEdited()) {
+        SayOnCommandLine(L"The raster was not saved: the file is shown in the drawing and has changes of its own.");
+        return false;
+    }
+    if (!SendSave(source.m_strPath, path, formatCode, region)) {
+        SayOnCommandLine(workerFailed);
+        return false;
+    }
+    DropPendingFileSwap(path);
+    return true;
 }
 
 void CAcraster::KeepInFile() const
@@ -245,5 +257,5 @@ void CAcraster::ShowEditedImage(CTempFile& source, const CString& name)
     }
     m_pImage = edited.release();
     // The one that it had went with the image.
-    AttachSaveReactor(&definition);
+    AttachSaveReactor(&definition, m_nDpi);
 }

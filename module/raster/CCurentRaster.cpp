@@ -5,8 +5,10 @@
 #include "module/base/CArxApp.h"
 #include "module/raster/CAcraster.h"
 
-CCurentRaster::CCurentRaster() : m_pRaster(g_pArxApp->m_pRaster)
+CCurentRaster::CCurentRaster()
 {
+    DropRasterOfOtherDrawing();
+    m_pRaster = g_pArxApp->m_pRaster;
     if (m_pRaster && !m_pRaster->Lock(1)) {
         DropCurrentRaster();
         m_pRaster = nullptr;
@@ -26,6 +28,13 @@ void DropCurrentRaster()
 {
     // What the raster's end sets off must not find it any more.
     delete std::exchange(g_pArxApp->m_pRaster, nullptr);
+}
+
+void DropRasterOfOtherDrawing()
+{
+    const CAcraster* raster = g_pArxApp->m_pRaster;
+    if (raster && raster->IsInOtherDrawing())
+        DropCurrentRaster();
 }
 
 CAcraster* CCurentRaster::GetIfCurrent() const

@@ -3,7 +3,8 @@
 class CAcraster;
 
 /// Holds the current raster locked for write. All work on the current raster goes through one of these; on the heap it
-/// keeps one lock across a whole stroke. A raster that can't be locked has vanished from the drawing and is dropped.
+/// keeps one lock across a whole stroke. A raster that can't be locked has vanished from the drawing and is dropped,
+/// and so is one of a drawing that the user has left.
 class CCurentRaster
 {
 public:
@@ -24,3 +25,7 @@ private:
 
 /// Deletes the current raster, if there is one, without a word.
 void DropCurrentRaster();
+
+/// The same, if the user works on another drawing now. Nobody may try to lock such a raster: what fails there leaves
+/// its lock on the wrong document.
+void DropRasterOfOtherDrawing();

@@ -2,11 +2,15 @@
 
 #include "platform/platform.h"
 
-/// Holds the current document, if there is one, locked for write, for code that the host did not enter by a command.
+/// Holds a document, if there is one, locked for write, for code that the host did not enter by a command.
 class CDocumentLock
 {
 public:
+    /// The current one.
     CDocumentLock();
+    /// The one that the object lies in, which need not be the current one; of an object that lies in none, the current
+    /// one.
+    explicit CDocumentLock(AcDbObjectId object);
     virtual ~CDocumentLock();
     CDocumentLock(const CDocumentLock&) = delete;
     CDocumentLock& operator=(const CDocumentLock&) = delete;
@@ -15,5 +19,7 @@ public:
     void Abandon() { m_pDocument = nullptr; }
 
 private:
+    explicit CDocumentLock(AcApDocument* document);
+
     AcApDocument* m_pDocument;
 };

@@ -16,6 +16,8 @@ public:
 
     /// Finds the entity anew, by the name that outlasts whatever the host does to it. False if it has gone.
     bool Find();
+    /// Of the entity, as it was found last.
+    AcDbObjectId GetEntityId() const { return m_entityId; }
     /// False, with nothing open, if either can't be opened.
     bool Open(AcDb::OpenMode mode);
     /// The entity alone, for a moment: it is closed again, the definition stays open.

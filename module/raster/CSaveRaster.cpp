@@ -13,6 +13,7 @@
 #include "module/raster/CAcraster.h"
 #include "module/raster/CCurentRaster.h"
 #include "module/raster/CDocumentLock.h"
+#include "module/raster/PendingFileSwap.h"
 #include "module/raster/SaveUnderChosenName.h"
 #include "module/resources/resource.h"
 
@@ -72,8 +73,9 @@ CSaveRaster::~CSaveRaster()
 
 void CSaveRaster::TakeOff()
 {
+    // For notification it opens also while somebody else has it open for write.
     AcDbRasterImageDef* definition = nullptr;
-    if (acdbOpenObject(definition, m_definitionId, AcDb::kForRead, true) != Acad::eOk)
+    if (acdbOpenObject(definition, m_definitionId, AcDb::kForNotify, true) != Acad::eOk)
         return;
     definition->removeReactor(this);
     definition->close();
@@ -90,15 +92,23 @@ void CSaveRaster::Unlink()
         m_pNext->m_pPrevious = m_pPrevious;
 }
 
-Adesk::Boolean CSaveRaster::onDeleteImage(const AcDbRasterImageDef* definition, const Atil::Image* image)
+void CSaveRaster::LeaveImage(const AcDbRasterImageDef* definition, const Atil::Image* image)
 {
     definition->removeReactor(this);
     m_bOnDefinition = false;
     // The host hands out what it has open for write; the copy is the module's own.
     if (definition->imageModified() && image)
         OfferToSave(const_cast<AcDbRasterImageDef&>(*definition), const_cast<Atil::Image&>(*image));
-    if (!m_bClosing)
+}
+
+Adesk::Boolean CSaveRaster::onDeleteImage(const AcDbRasterImageDef* definition, const Atil::Image* image)
+{
+    LeaveImage(definition, image);
+    if (!m_bClosing) {
+        // The image goes whatever was saved, and perhaps the definition: there will be nothing to load again.
+        ForgetDefinitionOfSwap(m_definitionId);
         delete this;
+    }
     return 0;
 }
 
@@ -118,7 +128,7 @@ void CSaveRaster::FlushReactor()
 {
     std::optional<CDocumentLock> lock;
     try {
-        lock.emplace();
+        lock.emplace(m_definitionId); // of whichever drawing
     } catch (...) {
         // A host that refuses the lock may let the definition be opened all the same.
         lock.reset();
@@ -135,13 +145,14 @@ void CSaveRaster::FlushReactor()
         delete this;
     });
     const std::unique_ptr<Atil::Image> image(definition->imageCopy(true));
-    onDeleteImage(definition, image.get());
+    LeaveImage(definition, image.get());
 }
 
 void CSaveRaster::ForgetAll()
 {
-    while (!AllReactors().empty())
-        delete AllReactors().back();
+    const std::vector<CSaveRaster*> all = AllReactors();
+    for (CSaveRaster* each : all)
+        delete each;
 }
 
 bool FindReactor(CSaveRaster* first, const AcDbObjectId* definition, bool deleteIt)
@@ -161,11 +172,24 @@ bool FindReactor(CSaveRaster* first, const AcDbObjectId* definition, bool delete
     return found != nullptr;
 }
 
-void AttachSaveReactor(AcDbRasterImageDef* definition)
+void AttachSaveReactor(AcDbRasterImageDef* definition, int dotsPerInch)
 {
     const AcDbObjectId id = definition->objectId();
     if (!FindReactor(g_pArxApp->m_pSaveList, &id, false))
         new CSaveRaster(definition); // deletes itself when the image goes
+    for (CSaveRaster* each : AllReactors()) {
+        if (each->m_definitionId == id)
+            each->m_nDpi = dotsPerInch;
+    }
+}
+
+std::optional<int> UnsavedResolution(const AcDbObjectId& definition)
+{
+    for (const CSaveRaster* each : AllReactors()) {
+        if (each->m_definitionId == definition && each->m_nDpi > 0)
+            return each->m_nDpi;
+    }
+    return std::nullopt;
 }
 
 void FlushSaveReactors()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "platform/platform.h"
 
 /// Watches a definition whose image was edited: before the host deletes the image, or before the module goes, it asks
@@ -31,13 +33,17 @@ public:
     static void ForgetAll();
 
 private:
+    friend void AttachSaveReactor(AcDbRasterImageDef* definition, int dotsPerInch);
+    friend std::optional<int> UnsavedResolution(const AcDbObjectId& definition);
     friend bool FindReactor(CSaveRaster* first, const AcDbObjectId* definition, bool deleteIt);
 
+    void LeaveImage(const AcDbRasterImageDef* definition, const Atil::Image* image);
     void TakeOff();
     void Unlink();
     AcDbRasterImageDef* OpenDefinition() const;
 
     AcDbObjectId m_definitionId;
+    int m_nDpi = 0;                     // of the edited image
     CSaveRaster* m_pPrevious = nullptr; // always null, see above
     CSaveRaster* m_pNext = nullptr;
     bool m_bOnDefinition = true;
@@ -48,8 +54,12 @@ private:
 /// the whole rest of the chain is deleted, the last first.
 bool FindReactor(CSaveRaster* first, const AcDbObjectId* definition, bool deleteIt);
 
-/// Gives the definition, which is open, a reactor unless the chain has one.
-void AttachSaveReactor(AcDbRasterImageDef* definition);
+/// Gives the definition, which is open, a reactor unless the chain has one. The edited image has that many dots per
+/// inch.
+void AttachSaveReactor(AcDbRasterImageDef* definition, int dotsPerInch);
+
+/// The resolution of a definition's edited image, which its file has not yet; nothing if nobody edited it.
+std::optional<int> UnsavedResolution(const AcDbObjectId& definition);
 
 /// Flushes reactors until the chain is empty.
 void FlushSaveReactors();

@@ -64,6 +64,12 @@ void DropPendingFileSwap(const CString& target)
     g_pPendingFileSwap.reset();
 }
 
+void ForgetDefinitionOfSwap(const AcDbObjectId& definition)
+{
+    if (g_pPendingFileSwap && g_pPendingFileSwap->definitionId == definition)
+        g_pPendingFileSwap->definitionId.setNull();
+}
+
 void ForgetDatabaseOfSwap(const AcDbDatabase* database)
 {
     if (g_pPendingFileSwap && g_pPendingFileSwap->definitionId.database() == database)
@@ -85,7 +91,7 @@ void RunFileSwap(const PendingFileSwap& swap)
     if (!IsFile(swap.sourcePath))
         return;
 
-    const CDocumentLock lock;
+    const CDocumentLock lock(swap.definitionId);
     AcDbRasterImageDef* definition = nullptr;
     if (swap.definitionId.isValid())
         acdbOpenObject(definition, swap.definitionId, AcDb::kForWrite);

@@ -24,7 +24,8 @@ void DropPendingFileSwap(const CString& target);
 /// Takes the postponed replacement out of its slot and carries it out, whether it works or not.
 void RunPendingFileSwap();
 
-/// The database goes, and the definition with it: nothing will be loaded again.
+/// The definition, or its whole database, goes: nothing will be loaded again.
+void ForgetDefinitionOfSwap(const AcDbObjectId& definition);
 void ForgetDatabaseOfSwap(const AcDbDatabase* database);
 
 /// Moves the saved file into place while the definition lets go of its image; an image that was edited since is left in

@@ -1,5 +1,7 @@
 #include "module/raster/SaveUnderChosenName.h"
 
+#include <optional>
+
 #include "module/base/SayOnCommandLine.h"
 #include "module/raster/CAcraster.h"
 #include "module/resources/resource.h"

@@ -66,8 +66,8 @@ FileRelease CSetAsideFile::SetAside(const CString& path)
 
 void CSetAsideFile::Remove()
 {
-    if (!m_strAside.IsEmpty())
-        DeleteFileW(m_strAside);
+    if (!m_strAside.IsEmpty() && !DeleteFileW(m_strAside))
+        SayOnCommandLine(L"The raster's former file could not be removed. It lies in " + m_strAside);
     m_strPath.Empty();
 }
 

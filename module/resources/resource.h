@@ -26,6 +26,13 @@
 #define IDB_ROTATE_HALF 147
 #define IDB_ROTATE_FREE 149
 
+// Ten pictures of 16 by 15 in a row, those of the toolbar's buttons in their order; 0xC6C6C6 is see-through.
+#define IDB_TOOLBAR 141
+#define IDB_TOOLBAR_DISABLED 142
+
+// The picture of splash and about box: 501 by 381, 256 colours.
+#define IDB_SPLASH 102
+
 // Beside the rows of the properties: root, row and group, 16 by 16 each.
 #define IDB_PROPERTIES 213
 
@@ -53,6 +60,7 @@
 #define IDS_COLOR 17854
 #define IDS_PAGE_ALTERED 17873
 #define IDS_LINE_WIDTH 40016
+#define IDS_CLOSE_TOOLBAR 40025
 #define IDS_SAVE_CHANGES 57606
 
 // The rotate dialog. The modes are a group of four buttons with numbers in a row.
@@ -116,6 +124,19 @@
 #define IDC_RASTERIZE_ONLY_SELECTION 1034
 #define IDC_RASTERIZE_SAVE 1193
 
+// "Settings".
+#define IDD_SETTINGS 105
+#define IDC_SETTINGS_LOAD_AT_START 1000
+#define IDC_SETTINGS_LOAD_ON_DEMAND 1001
+#define IDC_SETTINGS_UNLOAD 1002
+#define IDC_SETTINGS_HIDE_TOOLBAR 1057
+
+// The about box.
+#define IDD_ABOUT 100
+#define IDC_ABOUT_PRODUCT 1001
+#define IDC_ABOUT_NOTICE 1002
+#define IDC_ABOUT_VERSION 1108
+
 // The area tool's menu.
 #define IDM_AREA 142
 #define ID_AREA_COPY 32801
@@ -133,7 +154,28 @@
 #define ID_ROTATE_START 122
 #define ID_ROTATE_TRANSPARENT 32824
 
+// The toolbar: its template, and the bitmap that the class library loads with it. A button's texts are the string of
+// its number.
+#define IDR_TOOLBAR 29999
+#define ID_TOOLBAR_FIRST 32795
+#define ID_TOOLBAR_AREA 32795
+#define ID_TOOLBAR_PEN 32797
+#define ID_TOOLBAR_ERASER 32798
+#define ID_TOOLBAR_LINE 32799
+#define ID_TOOLBAR_SELECT 32800
+#define ID_TOOLBAR_INSERT 32809
+#define ID_TOOLBAR_RASTER 32810
+#define ID_TOOLBAR_SETTINGS 40001
+#define ID_TOOLBAR_ABOUT 40007
+#define ID_TOOLBAR_SAVE_AS 40009
+#define ID_TOOLBAR_NEW 59999
+#define ID_TOOLBAR_LAST 59999
+
+// The settings button's menu; its entries are ID_TOOLBAR_SETTINGS and ID_TOOLBAR_ABOUT.
+#define IDM_SETTINGS 129
+
 // Raster menu.
+#define IDM_RASTER 121
 #define ID_RASTER_INVERT 32812
 #define ID_RASTER_FLIP_HORIZONTAL 32813
 #define ID_RASTER_FLIP_VERTICAL 32814

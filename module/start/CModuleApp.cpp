@@ -2,13 +2,17 @@
 
 #include <utility>
 
+#include "module/base/CDefault.h"
 #include "module/base/CTempMFC.h"
 #include "module/base/ExtensionModule.h"
 #include "module/commands/CommandTable.h"
+#include "module/dialogs/CSettings.h"
 #include "module/raster/CCheckDef.h"
 #include "module/raster/CCurentRaster.h"
 #include "module/raster/CSaveRaster.h"
 #include "module/raster/PendingFileSwap.h"
+#include "module/shell/CFloatingBar.h"
+#include "module/shell/CSplashWnd.h"
 #include "module/start/MonitorTimer.h"
 #include "module/tools/CTool.h"
 #include "module/tools/RotateStart.h"
@@ -40,6 +44,7 @@ CModuleApp::~CModuleApp()
         FlushSaveReactors();
         RunPendingFileSwap();
         delete std::exchange(m_pReactor, nullptr);
+        delete std::exchange(m_pDefault, nullptr);
         delete std::exchange(m_pToolbar, nullptr);
         DropCurrentRaster();
         CSaveRaster::ForgetAll();
@@ -48,6 +53,8 @@ CModuleApp::~CModuleApp()
         delete m_pTool;
         ButtonClickTimer.reset();
         CancelRotateStart();
+        CSettings::CancelTimers();
+        CSplashWnd::Close();
         StopMonitorTimer();
         CMemMapWatch::WakeAll();
         DeleteFileW(m_strTempFile);

@@ -11,7 +11,7 @@ namespace {
 AcRx::AppRetCode InitModule(void* applicationId)
 {
     g_pArxApp = new CModuleApp;
-    // Start-up has no result of 0 at present; the host would unload the module on it.
+    // Start-up has no result of 0 at present. The host would let the module go on it, and the object stays for that.
     if (ModuleStartup() == 0)
         return AcRx::kRetError;
     if (AcRxDynamicLinker* linker = acrxDynamicLinker)

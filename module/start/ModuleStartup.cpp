@@ -1,15 +1,19 @@
 #include "module/start/ModuleStartup.h"
 
 #include "module/base/CArxApp.h"
+#include "module/base/CDefault.h"
 #include "module/base/CTempMFC.h"
 #include "module/base/ExtensionModule.h"
 #include "module/commands/CommandTable.h"
+#include "module/shell/CSplashWnd.h"
 #include "module/start/MonitorTimer.h"
+#include "module/toolbar/LaMfcToolbar.h"
 #include "workerlink/SendToWorker.h"
 
 namespace {
 
 constexpr int started = 1;
+constexpr int startedWithoutToolbar = 3;
 
 // The host loads the module by itself at its own start, and when one of the commands is entered.
 constexpr auto defaultLoadReason =
@@ -47,7 +51,13 @@ int ModuleStartup()
     ExtensionModuleInit(g_pArxApp->m_hInstance);
     const CTempMFC resources;
     SetWorkerPath(ProgramFilePath(L"HVV6.exe"));
+    CSplashWnd::Enable(true);
+    CSplashWnd::Show();
     RegisterForDemandLoading();
+    g_pArxApp->m_pDefault = new CDefault;
+    // The commands work without a toolbar, but nothing watches over the raster then, and no frames crawl.
+    if (!CreateToolbar())
+        return startedWithoutToolbar;
     StartMonitorTimer();
     acedArxLoad(L"ACISMUI");
     return started;

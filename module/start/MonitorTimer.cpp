@@ -5,12 +5,21 @@
 #include "module/raster/CCurentRaster.h"
 #include "module/raster/PendingFileSwap.h"
 #include "module/start/CrawlingFrames.h"
+#include "module/tools/CTool.h"
 
 namespace {
 
 constexpr UINT monitorPeriod = 50; // ms
 
 UINT_PTR monitorTimer;
+
+// A tool draws on the view that it was started in, and gets nothing of what the mouse does in another one. The host may
+// go on to another drawing without a message that the tool would end by.
+void EndToolOfOtherView()
+{
+    if (g_pArxApp->m_pTool && !g_pArxApp->m_pTool->IsInActiveView())
+        delete g_pArxApp->m_pTool;
+}
 
 // Editing works in model space only.
 void DropRasterOutsideModelSpace()
@@ -47,6 +56,8 @@ void CALLBACK MonitorTimerProc(HWND, UINT, UINT_PTR, DWORD)
         return;
     AdvanceCrawlingFrames();
     RunPendingFileSwap();
+    EndToolOfOtherView();
+    DropRasterOfOtherDrawing();
     DropRasterOutsideModelSpace();
     PaintFramesOfCurrentRaster();
 }

@@ -191,7 +191,7 @@ int CEditPasteTool::OnLButtonUp(CPoint /*point*/, UINT /*flags*/)
 int CEditPasteTool::OnRButtonDown(CPoint point, UINT /*flags*/)
 {
     m_menuPoint = point;
-    TrackToolMenu(this, IDM_PASTE, point, [](CMenu& menu) {
+    TrackToolMenu(this, IDM_PASTE, *m_pView, point, [](CMenu& menu) {
         menu.CheckMenuItem(ID_PASTE_TRANSPARENT, MF_BYCOMMAND | (PasteTransparent ? MF_CHECKED : MF_UNCHECKED));
     });
     return 1;

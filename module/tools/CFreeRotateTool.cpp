@@ -206,7 +206,7 @@ int CFreeRotateTool::OnRButtonDown(CPoint point, UINT /*flags*/)
 {
     if (!m_bReady)
         return 1;
-    TrackToolMenu(this, IDM_ROTATE, point, [this](CMenu& menu) {
+    TrackToolMenu(this, IDM_ROTATE, *m_pView, point, [this](CMenu& menu) {
         menu.EnableMenuItem(ID_ROTATE_TRANSPARENT, MF_BYCOMMAND | (m_bSelectedArea ? MF_ENABLED : MF_GRAYED));
         menu.CheckMenuItem(ID_ROTATE_TRANSPARENT, MF_BYCOMMAND | (m_bTransparent ? MF_CHECKED : MF_UNCHECKED));
     });

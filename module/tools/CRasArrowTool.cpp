@@ -1,5 +1,7 @@
 #include "module/tools/CRasArrowTool.h"
 
+#include <utility>
+
 #include "module/base/RedrawView.h"
 #include "module/base/SayOnCommandLine.h"
 #include "module/raster/CAcraster.h"
@@ -200,7 +202,7 @@ void CRasArrowTool::MoveRegion(const CTwoPointDrag& drag)
 
 int CRasArrowTool::OnRButtonDown(CPoint point, UINT /*flags*/)
 {
-    TrackToolMenu(this, IDM_AREA, point, [](CMenu& menu) {
+    TrackToolMenu(this, IDM_AREA, *m_pView, point, [](CMenu& menu) {
         const CCurentRaster current;
         const bool selection = current.m_pRaster && current.m_pRaster->HasSelection();
         const auto enable = [&menu](UINT id, bool enabled) {

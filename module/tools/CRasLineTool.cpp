@@ -1,5 +1,7 @@
 #include "module/tools/CRasLineTool.h"
 
+#include <utility>
+
 #include "module/raster/CAcraster.h"
 #include "module/raster/CCurentRaster.h"
 #include "module/resources/resource.h"

@@ -32,6 +32,12 @@ CTool::~CTool()
     StopToolCloseTimer();
 }
 
+bool CTool::IsInActiveView() const
+{
+    const CView* view = acedGetAcadDwgView();
+    return view && view->m_hWnd == m_hView;
+}
+
 unsigned CTool::MadeSoFar()
 {
     return madeSoFar;

@@ -41,6 +41,9 @@ public:
     /// at the next message.
     bool HasView() const { return IsWindow(m_hView) != FALSE; }
 
+    /// False as well once the user has gone on to another drawing, or to none.
+    bool IsInActiveView() const;
+
     /// How many tools have been made. Who keeps a tool's address while messages are worked off compares this as well:
     /// the tool may have ended, and another one been made at the same address.
     static unsigned MadeSoFar();

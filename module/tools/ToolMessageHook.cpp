@@ -3,6 +3,7 @@
 #include "module/base/CArxApp.h"
 #include "module/base/COneShotTimer.h"
 #include "module/base/CTempMFC.h"
+#include "module/shell/CFloatingBar.h"
 #include "module/tools/CTool.h"
 
 int ToolInputEnabled = 1;
@@ -160,6 +161,11 @@ bool Dispatch(MSG& message)
         break;
     case WM_COMMAND:
         OnCommand(message);
+        break;
+    case WM_DESTROY:
+        // Whatever window it is for: the frame that the toolbar floats in may be the one that goes.
+        if (g_pArxApp->m_pToolbar)
+            g_pArxApp->m_pToolbar->UnhookFrame();
         break;
     default:
         break;

@@ -109,12 +109,18 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    void trackDrag();
+    /// Until the button comes up; `grab` is the screen point where it went down.
+    void trackDrag(CPoint grab);
     void toggleFloating();
+    void floatAt(CPoint corner);
     CPoint m_floatPosition{-1, -1}; // where the bar floated last, on the screen
+    UINT m_formerSide = 0;          // the dock bar that the bar left to float; 0 if there was none
+    CRect m_formerPlace;            // in that dock bar
 };
 
-/// One side of a frame, or the inside of a floating frame: holds docked bars in rows.
+/// One side of a frame, or the inside of a floating frame: holds docked bars in rows, the first row at the upper or
+/// left edge. A bar keeps the place along its row where it was put, as far as the side is long enough and others leave
+/// it.
 class HALVORAN_STANDIN_API CDockBar : public CControlBar
 {
     DECLARE_DYNAMIC(CDockBar)
@@ -124,27 +130,42 @@ public:
 
     using CWnd::Create;
     BOOL Create(CWnd* pParentWnd, DWORD dwStyle, UINT nID);
-    /// With a screen rectangle the bar goes where it lies along the side, else behind the last one.
+    /// With a screen rectangle the bar goes where its middle lies: into a row, or into one of its own in front of the
+    /// first or behind the last. Without one it gets the last row for itself.
     void DockControlBar(CControlBar* pBar, LPCRECT lpRect = nullptr);
     void RemoveControlBar(CControlBar* pBar);
-    int GetDockedCount() const { return static_cast<int>(m_bars.size()); }
-    CControlBar* GetDockedControlBar(int index) const { return m_bars.at(static_cast<std::size_t>(index)); }
+    int GetDockedCount() const { return static_cast<int>(docked().size()); }
+    CControlBar* GetDockedControlBar(int index) const { return docked().at(static_cast<std::size_t>(index)); }
     CSize CalcFixedLayout(BOOL bStretch, BOOL bHorz) override;
     void OnUpdateCmdUI(CFrameWnd* pTarget, BOOL bDisableIfNoHndler) override;
 
     BOOL m_bFloating;
 
 private:
+    struct Docked
+    {
+        CControlBar* bar;
+        int offset; // where along the side it was put
+    };
+    using Row = std::vector<Docked>;
     struct Place
     {
         CControlBar* bar;
         CRect rect;
     };
+    std::vector<CControlBar*> docked() const;
     /// Where the visible bars go within a side of the given length, and the size of them all.
     CSize arrange(int length, bool horizontal, std::vector<Place>& places);
     bool horizontal() const;
+    int length() const;
+    /// The row of a client rectangle; a new one if it lies beside all of them.
+    Row& rowAt(const CRect& rect);
+    void insertAt(CControlBar* pBar, const CRect& rect);
+    void takeOut(CControlBar* pBar);
+    /// Of one row, with room for all of its bars.
+    static void arrangeRow(std::vector<Place>& places, std::size_t first, int length, bool horizontal);
 
-    std::vector<CControlBar*> m_bars;
+    std::vector<Row> m_rows;
 
     friend class CFrameWnd;
     friend class CMiniDockFrameWnd;
@@ -170,6 +191,7 @@ protected:
     afx_msg void OnClose();
     afx_msg void OnNcLButtonDown(UINT nHitTest, CPoint point);
     afx_msg void OnNcLButtonDblClk(UINT nHitTest, CPoint point);
+    afx_msg int OnMouseActivate(CWnd* pDesktopWnd, UINT nHitTest, UINT message);
     afx_msg void OnDestroy();
 
     CDockBar m_wndDockBar{TRUE};

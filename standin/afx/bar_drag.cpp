@@ -41,16 +41,23 @@ private:
     bool m_visible = false;
 };
 
+// Where a mouse message happened, on the screen: by its own account, which goes for posted ones too.
+CPoint screenPoint(const MSG& message)
+{
+    CPoint at(message.lParam);
+    ::ClientToScreen(message.hwnd, &at);
+    return at;
+}
+
 } // namespace
 
-void CControlBar::trackDrag()
+void CControlBar::trackDrag(CPoint start)
 {
     CFrameWnd* site = m_pDockSite;
     if (!site)
         return;
-    const CPoint start(static_cast<LPARAM>(::GetMessagePos()));
     CRect bar;
-    GetWindowRect(&bar);
+    (IsFloating() ? GetParentFrame() : static_cast<CWnd*>(this))->GetWindowRect(&bar);
     const CSize grab = start - bar.TopLeft();
     CPoint end = start;
     bool dropped = false;
@@ -60,14 +67,14 @@ void CControlBar::trackDrag()
     MSG message{};
     while (::GetCapture() == m_hWnd && ::GetMessageW(&message, nullptr, 0, 0)) {
         if (message.message == WM_LBUTTONUP) {
-            end = CPoint(message.pt);
+            end = screenPoint(message);
             dropped = true;
             break;
         }
         if (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE)
             break;
         if (message.message == WM_MOUSEMOVE) {
-            outline.show(CRect(CPoint(message.pt) - grab, bar.Size()));
+            outline.show(CRect(screenPoint(message) - grab, bar.Size()));
         } else {
             ::DispatchMessageW(&message);
         }
@@ -80,26 +87,45 @@ void CControlBar::trackDrag()
     const CSize moved = end - start;
     if (!dropped || (std::abs(moved.cx) < 4 && std::abs(moved.cy) < 4))
         return;
-    const CRect target(CPoint(end) - grab, bar.Size());
     if (CDockBar* side = site->DockBarAt(end, m_dwDockStyle)) {
+        // On another side the bar lies the other way: it hangs from where it was let go.
+        const CRect target(side == m_pDockBar ? end - grab : end - CSize(4, 4), bar.Size());
         site->DockControlBar(this, side, &target);
     } else {
-        m_floatPosition = target.TopLeft();
-        site->FloatControlBar(this, m_floatPosition);
+        floatAt(end - grab);
     }
 }
 
+void CControlBar::floatAt(CPoint corner)
+{
+    if (m_pDockBar && !IsFloating()) {
+        m_formerSide = static_cast<UINT>(m_pDockBar->GetDlgCtrlID());
+        GetWindowRect(&m_formerPlace);
+        m_pDockBar->ScreenToClient(&m_formerPlace);
+    }
+    m_floatPosition = corner;
+    m_pDockSite->FloatControlBar(this, corner);
+}
+
+// Back and forth between the latest place afloat and the one at a side.
 void CControlBar::toggleFloating()
 {
     CFrameWnd* site = m_pDockSite;
     if (!site)
         return;
-    if (IsFloating()) {
-        site->DockControlBar(this);
+    if (!IsFloating()) {
+        CRect bar;
+        GetWindowRect(&bar);
+        const bool known = m_floatPosition != CPoint(-1, -1);
+        floatAt(known ? m_floatPosition : bar.TopLeft() + CSize(24, 24));
         return;
     }
     CRect bar;
-    GetWindowRect(&bar);
-    const bool known = m_floatPosition != CPoint(-1, -1);
-    site->FloatControlBar(this, known ? m_floatPosition : bar.TopLeft() + CSize(24, 24));
+    GetParentFrame()->GetWindowRect(&bar);
+    m_floatPosition = bar.TopLeft();
+    CWnd* side = m_formerSide ? site->GetControlBar(m_formerSide) : nullptr;
+    CRect place(m_formerPlace);
+    if (side)
+        side->ClientToScreen(&place);
+    site->DockControlBar(this, m_formerSide, side ? &place : nullptr);
 }

@@ -252,7 +252,9 @@ BOOL CControlBar::hitsTool(CPoint) const
 void CControlBar::OnLButtonDown(UINT nFlags, CPoint point)
 {
     if (m_pDockBar && m_dwDockStyle && !hitsTool(point)) {
-        trackDrag();
+        CPoint grab(point);
+        ClientToScreen(&grab);
+        trackDrag(grab);
     } else {
         CWnd::OnLButtonDown(nFlags, point);
     }

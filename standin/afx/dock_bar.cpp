@@ -11,11 +11,12 @@ ON_WM_CLOSE()
 ON_WM_DESTROY()
 ON_WM_NCLBUTTONDOWN()
 ON_WM_NCLBUTTONDBLCLK()
+ON_WM_MOUSEACTIVATE()
 END_MESSAGE_MAP()
 
 CDockBar::~CDockBar()
 {
-    for (CControlBar* bar : m_bars)
+    for (CControlBar* bar : docked())
         bar->m_pDockBar = nullptr;
     if (m_hWnd)
         DestroyWindow();
@@ -33,29 +34,70 @@ bool CDockBar::horizontal() const
     return m_bFloating || (m_dwStyle & CBRS_ORIENT_HORZ) != 0;
 }
 
+int CDockBar::length() const
+{
+    CRect client;
+    GetClientRect(&client);
+    return horizontal() ? client.Width() : client.Height();
+}
+
+std::vector<CControlBar*> CDockBar::docked() const
+{
+    std::vector<CControlBar*> bars;
+    for (const Row& row : m_rows) {
+        for (const Docked& docked : row)
+            bars.push_back(docked.bar);
+    }
+    return bars;
+}
+
+CDockBar::Row& CDockBar::rowAt(const CRect& rect)
+{
+    std::vector<Place> places;
+    arrange(length(), horizontal(), places);
+    const int middle = horizontal() ? rect.CenterPoint().y : rect.CenterPoint().x;
+    for (Row& row : m_rows) {
+        for (const Place& place : places) {
+            const bool inRow =
+                std::any_of(row.begin(), row.end(), [&](const Docked& at) { return at.bar == place.bar; });
+            const int end = horizontal() ? place.rect.bottom : place.rect.right;
+            if (inRow && middle >= 0 && middle < end)
+                return row;
+        }
+    }
+    return *m_rows.emplace(middle < 0 ? m_rows.begin() : m_rows.end());
+}
+
+void CDockBar::insertAt(CControlBar* pBar, const CRect& rect)
+{
+    const int offset = horizontal() ? rect.left : rect.top;
+    Row& row = rowAt(rect);
+    for (Row& each : m_rows) // it may come from another row, or from farther along this one
+        std::erase_if(each, [&](const Docked& at) { return at.bar == pBar; });
+    row.insert(std::find_if(row.begin(), row.end(), [&](const Docked& at) { return at.offset > offset; }),
+               {pBar, offset});
+    std::erase_if(m_rows, [](const Row& each) { return each.empty(); });
+}
+
+void CDockBar::takeOut(CControlBar* pBar)
+{
+    for (Row& row : m_rows)
+        std::erase_if(row, [&](const Docked& at) { return at.bar == pBar; });
+    std::erase_if(m_rows, [](const Row& row) { return row.empty(); });
+}
+
 void CDockBar::DockControlBar(CControlBar* pBar, LPCRECT lpRect)
 {
-    auto place = m_bars.end();
-    if (lpRect) {
-        // In front of the first bar whose middle lies behind the wanted place.
-        place = std::find_if(m_bars.begin(), m_bars.end(), [&](CControlBar* bar) {
-            CRect rect;
-            bar->GetWindowRect(&rect);
-            return bar != pBar &&
-                   (horizontal() ? rect.CenterPoint().x > lpRect->left : rect.CenterPoint().y > lpRect->top);
-        });
-    }
     CDockBar* former = pBar->m_pDockBar;
-    if (former == this) {
-        const auto present = std::find(m_bars.begin(), m_bars.end(), pBar);
-        if (present < place) {
-            std::rotate(present, present + 1, place);
-        } else {
-            std::rotate(place, present, present + 1);
-        }
-        return;
+    if (lpRect) {
+        CRect rect(*lpRect);
+        ScreenToClient(&rect);
+        insertAt(pBar, rect);
+    } else if (former != this) {
+        m_rows.push_back({{pBar, 0}});
     }
-    m_bars.insert(place, pBar);
+    if (former == this)
+        return;
     pBar->m_pDockBar = this;
     if (!m_bFloating)
         pBar->m_dwStyle = (pBar->m_dwStyle & ~static_cast<DWORD>(CBRS_ALIGN_ANY)) | (m_dwStyle & CBRS_ALIGN_ANY);
@@ -63,18 +105,18 @@ void CDockBar::DockControlBar(CControlBar* pBar, LPCRECT lpRect)
         m_bFloating ? pBar->m_dwStyle | CBRS_FLOATING : pBar->m_dwStyle & ~static_cast<DWORD>(CBRS_FLOATING);
     pBar->SetParent(this);
     if (former) {
-        std::erase(former->m_bars, pBar);
+        former->takeOut(pBar);
         // A floating frame goes with its last bar.
-        if (former->m_bFloating && former->m_bars.empty())
+        if (former->m_bFloating && former->m_rows.empty())
             former->GetParentFrame()->DestroyWindow();
     }
 }
 
 void CDockBar::RemoveControlBar(CControlBar* pBar)
 {
-    std::erase(m_bars, pBar);
+    takeOut(pBar);
     pBar->m_pDockBar = nullptr;
-    if (m_bFloating && m_bars.empty()) {
+    if (m_bFloating && m_rows.empty()) {
         // The bar's window is a child of the frame and on its way out: the frame follows it later.
         ::PostMessageW(::GetParent(m_hWnd), WM_CLOSE, 0, 0);
     } else if (m_pDockSite) {
@@ -82,29 +124,56 @@ void CDockBar::RemoveControlBar(CControlBar* pBar)
     }
 }
 
+void CDockBar::arrangeRow(std::vector<Place>& places, std::size_t first, int length, bool horizontalSide)
+{
+    const auto shift = [&](std::size_t i, int by) {
+        places[i].rect.OffsetRect(horizontalSide ? by : 0, horizontalSide ? 0 : by);
+    };
+    const auto begin = [&](std::size_t i) { return horizontalSide ? places[i].rect.left : places[i].rect.top; };
+    const auto end = [&](std::size_t i) { return horizontalSide ? places[i].rect.right : places[i].rect.bottom; };
+    // Each where it was put, unless the one before it is in the way; then back from the side's end as far as needed.
+    int free = 0;
+    for (std::size_t i = first; i < places.size(); ++i) {
+        shift(i, std::max<int>(free - begin(i), 0));
+        free = end(i);
+    }
+    free = length;
+    for (std::size_t i = places.size(); i-- > first;) {
+        shift(i, std::min<int>(free - end(i), 0));
+        free = begin(i);
+    }
+}
+
 CSize CDockBar::arrange(int length, bool horizontalSide, std::vector<Place>& places)
 {
-    // Rows fill up along the side; a bar that does not fit any more begins the next row.
-    int along = 0;
     int across = 0;
-    int thickness = 0;
     int longest = 0;
-    for (CControlBar* bar : m_bars) {
-        if (!bar->IsVisible())
-            continue;
-        const CSize size = bar->currentSize();
-        const int extent = horizontalSide ? size.cx : size.cy;
-        if (along > 0 && along + extent > length) {
+    for (const Row& row : m_rows) {
+        std::size_t first = places.size();
+        int taken = 0;
+        int thickness = 0;
+        const auto endRow = [&] {
+            arrangeRow(places, first, length, horizontalSide);
+            for (std::size_t i = first; i < places.size(); ++i)
+                longest = std::max<int>(longest, horizontalSide ? places[i].rect.right : places[i].rect.bottom);
+            first = places.size();
             across += thickness;
-            along = thickness = 0;
+            taken = thickness = 0;
+        };
+        for (const Docked& docked : row) {
+            if (!docked.bar->IsVisible())
+                continue;
+            const CSize size = docked.bar->currentSize();
+            const int extent = horizontalSide ? size.cx : size.cy;
+            if (taken > 0 && taken + extent > length)
+                endRow(); // what does not fit any more begins a line of its own, for as long as that is so
+            const int along = std::max(docked.offset, 0);
+            places.push_back({docked.bar, CRect(horizontalSide ? CPoint(along, across) : CPoint(across, along), size)});
+            taken += extent;
+            thickness = std::max<int>(thickness, horizontalSide ? size.cy : size.cx);
         }
-        const CPoint corner = horizontalSide ? CPoint(along, across) : CPoint(across, along);
-        places.push_back({bar, CRect(corner, size)});
-        along += extent;
-        longest = std::max(longest, along);
-        thickness = std::max<int>(thickness, horizontalSide ? size.cy : size.cx);
+        endRow();
     }
-    across += thickness;
     return horizontalSide ? CSize(longest, across) : CSize(across, longest);
 }
 
@@ -125,7 +194,7 @@ void CDockBar::layOutBars()
     arrange(horizontal() ? client.Width() : client.Height(), horizontal(), places);
     for (const Place& place : places) {
         place.bar->SetWindowPos(nullptr, place.rect.left, place.rect.top, place.rect.Width(), place.rect.Height(),
-                                SWP_NOACTIVATE | SWP_NOZORDER | SWP_FRAMECHANGED);
+                                SWP_NOACTIVATE | SWP_NOZORDER | SWP_NOCOPYBITS | SWP_FRAMECHANGED);
     }
 }
 
@@ -153,7 +222,7 @@ void CMiniDockFrameWnd::RecalcLayout(BOOL)
     CRect window(CPoint(0, 0), size);
     ::AdjustWindowRectEx(&window, GetStyle(), FALSE, GetExStyle());
     bool shown = false;
-    for (CControlBar* bar : m_wndDockBar.m_bars)
+    for (CControlBar* bar : m_wndDockBar.docked())
         shown = shown || bar->IsVisible();
     // Without a visible bar the frame hides, and keeps its size for the next time.
     if (shown) {
@@ -167,11 +236,11 @@ void CMiniDockFrameWnd::RecalcLayout(BOOL)
 
 void CMiniDockFrameWnd::OnClose()
 {
-    if (m_wndDockBar.m_bars.empty()) {
+    if (m_wndDockBar.m_rows.empty()) {
         DestroyWindow();
         return;
     }
-    for (CControlBar* bar : m_wndDockBar.m_bars)
+    for (CControlBar* bar : m_wndDockBar.docked())
         bar->ShowWindow(SW_HIDE);
     RecalcLayout();
 }
@@ -186,8 +255,8 @@ void CMiniDockFrameWnd::OnDestroy()
 void CMiniDockFrameWnd::OnNcLButtonDown(UINT nHitTest, CPoint point)
 {
     // By its title the bar moves as by its own blank part, so that it can be docked again.
-    if (nHitTest == HTCAPTION && !m_wndDockBar.m_bars.empty()) {
-        m_wndDockBar.m_bars.front()->trackDrag();
+    if (nHitTest == HTCAPTION && m_wndDockBar.GetDockedCount() > 0) {
+        m_wndDockBar.GetDockedControlBar(0)->trackDrag(point);
     } else {
         CFrameWnd::OnNcLButtonDown(nHitTest, point);
     }
@@ -195,9 +264,15 @@ void CMiniDockFrameWnd::OnNcLButtonDown(UINT nHitTest, CPoint point)
 
 void CMiniDockFrameWnd::OnNcLButtonDblClk(UINT nHitTest, CPoint point)
 {
-    if (nHitTest == HTCAPTION && !m_wndDockBar.m_bars.empty()) {
-        m_wndDockBar.m_bars.front()->toggleFloating();
+    if (nHitTest == HTCAPTION && m_wndDockBar.GetDockedCount() > 0) {
+        m_wndDockBar.GetDockedControlBar(0)->toggleFloating();
     } else {
         CFrameWnd::OnNcLButtonDblClk(nHitTest, point);
     }
+}
+
+int CMiniDockFrameWnd::OnMouseActivate(CWnd* pDesktopWnd, UINT nHitTest, UINT message)
+{
+    // A click on a floating button leaves the keyboard where it is.
+    return nHitTest == HTCLIENT ? MA_NOACTIVATE : CFrameWnd::OnMouseActivate(pDesktopWnd, nHitTest, message);
 }

@@ -145,7 +145,12 @@ void CFrameWnd::OnSize(UINT nType, int cx, int cy)
 void CFrameWnd::OnActivate(UINT nState, CWnd* pWndOther, BOOL bMinimized)
 {
     CWnd::OnActivate(nState, pWndOther, bMinimized);
-    if (nState != WA_INACTIVE && !bMinimized && m_pViewActive)
+    if (nState == WA_INACTIVE || bMinimized)
+        return;
+    // Not every window manager keeps owned windows above the one that comes to the front.
+    for (const CMiniDockFrameWnd* floating : m_floatingFrames)
+        ::SetWindowPos(floating->m_hWnd, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    if (m_pViewActive)
         m_pViewActive->OnActivateView(TRUE, m_pViewActive, m_pViewActive);
 }
 

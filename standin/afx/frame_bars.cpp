@@ -116,6 +116,11 @@ void CFrameWnd::DockControlBar(CControlBar* pBar, CDockBar* pDockBar, LPCRECT lp
 
 void CFrameWnd::FloatControlBar(CControlBar* pBar, CPoint point, DWORD)
 {
+    if (pBar->IsFloating() && pBar->m_pDockBar->GetDockedCount() == 1) {
+        pBar->GetParentFrame()->SetWindowPos(nullptr, point.x, point.y, 0, 0,
+                                             SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+        return;
+    }
     CMiniDockFrameWnd* frame = new CMiniDockFrameWnd;
     if (!frame->Create(this, point))
         return;

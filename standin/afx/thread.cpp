@@ -2,6 +2,7 @@
 
 #include "standin/afx/afx_app.h"
 #include "standin/afx/afx_exception.h"
+#include "standin/afx/afx_frame.h"
 #include "standin/afx/afx_thread.h"
 #include "standin/afx/state.h"
 
@@ -132,6 +133,19 @@ BOOL CWinThread::PreTranslateMessage(MSG* pMsg)
     return FALSE;
 }
 
+namespace {
+
+BOOL CALLBACK updateFloatingFrame(HWND window, LPARAM mainWindow)
+{
+    const CWnd* frame = CWnd::FromHandlePermanent(window);
+    if (frame && window != reinterpret_cast<HWND>(mainWindow) && frame->IsKindOf(RUNTIME_CLASS(CFrameWnd)) &&
+        ::IsWindowVisible(window))
+        CWnd::SendMessageToDescendants(window, WM_IDLEUPDATECMDUI, TRUE, 0);
+    return TRUE;
+}
+
+} // namespace
+
 BOOL CWinThread::OnIdle(LONG lCount)
 {
     if (lCount <= 0) {
@@ -139,6 +153,9 @@ BOOL CWinThread::OnIdle(LONG lCount)
         if (mainWindow && mainWindow->m_hWnd && mainWindow->IsWindowVisible()) {
             ::SendMessageW(mainWindow->m_hWnd, WM_IDLEUPDATECMDUI, TRUE, 0);
             CWnd::SendMessageToDescendants(mainWindow->m_hWnd, WM_IDLEUPDATECMDUI, TRUE, 0);
+            // Floating frames are no descendants of the main window.
+            ::EnumThreadWindows(::GetCurrentThreadId(), updateFloatingFrame,
+                                reinterpret_cast<LPARAM>(mainWindow->m_hWnd));
         }
     } else {
         afx::deleteTemporaryObjects();

@@ -7,6 +7,8 @@
 CSize CToolBar::layOut(BOOL bHorz)
 {
     const int count = GetCount();
+    // So that separators lie across a column.
+    ModifyStyle(bHorz ? CCS_VERT : 0, bHorz ? 0 : CCS_VERT);
     // In a column every button ends its line. The control lays itself out anew only for a new button, so that one whose
     // line changes is taken out and put in again.
     for (int i = 0; i < count; ++i) {

@@ -54,7 +54,8 @@ void CView::OnPaint()
 
 void CView::OnActivateView(BOOL bActivate, CView*, CView*)
 {
-    if (bActivate && !GetTopLevelParent()->IsIconic())
+    // A frame that is not the active window is not brought to the front by that.
+    if (bActivate && ::GetActiveWindow() == GetTopLevelParent()->m_hWnd && !GetTopLevelParent()->IsIconic())
         SetFocus();
 }
 

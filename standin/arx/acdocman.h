@@ -35,9 +35,11 @@ class HALVORAN_STANDIN_API AcApDocManager
 public:
     virtual ~AcApDocManager() = default;
 
-    /// Null if no drawing is open.
+    /// The active one's, as long as nobody runs code for another one; null if no drawing is open.
     virtual AcApDocument* curDocument() const = 0;
     virtual AcApDocument* mdiActiveDocument() const = 0;
+    /// The open document that the database belongs to; null if it belongs to none.
+    virtual AcApDocument* document(const AcDbDatabase* database) const = 0;
     /// Locks are counted: every call that returns eOk needs an unlockDocument of its own.
     virtual Acad::ErrorStatus lockDocument(AcApDocument* document, AcAp::DocLockMode mode = AcAp::kWrite,
                                            const ACHAR* globalCommand = nullptr, const ACHAR* localCommand = nullptr,

@@ -297,6 +297,12 @@ bool liesIn(const void* address, HMODULE file)
     return GetModuleHandleExW(flags, static_cast<LPCWSTR>(address), &owner) && owner == file;
 }
 
+LeftInSystem presentCalls()
+{
+    const std::lock_guard guard(notes().mutex);
+    return {static_cast<int>(notes().timers.size()), static_cast<int>(notes().hooks.size())};
+}
+
 LeftInSystem endCallsInto(HMODULE file)
 {
     const std::lock_guard guard(notes().mutex);

@@ -20,6 +20,8 @@ struct LeftInSystem
     int hooks = 0;
     int windowClasses = 0;
 };
+/// All that is noted of the files that are watched, window classes left out.
+LeftInSystem presentCalls();
 /// Ends what calls into the file, and how much of it there was.
 LeftInSystem endCallsInto(HMODULE file);
 

@@ -8,6 +8,7 @@
 #include "standin/arx/desk_services.h"
 #include "standin/arx/document_manager.h"
 #include "standin/arx/document_merge.h"
+#include "standin/arx/edit_log.h"
 #include "standin/arx/editor.h"
 #include "standin/arx/imgdef.h"
 #include "standin/arx/object_store.h"
@@ -39,6 +40,7 @@ AcDbDatabase::~AcDbDatabase()
         slot->database = nullptr;
         slot->readers = 0;
         slot->writer = false;
+        slot->notifiers = 0;
         slot->object.reset();
         slot->erased.reset();
     }
@@ -63,6 +65,38 @@ Acad::ErrorStatus AcDbDatabase::readDwgFile(const ACHAR* fileName, int, bool, co
     return Acad::eOk;
 }
 
+namespace {
+
+template <class Call> void withDefinition(AcDbDatabase& database, drawing::Handle handle, Call call)
+{
+    standin::ObjectSlot& slot = *standin::idOf(database, handle).slot();
+    if (auto* definition = dynamic_cast<AcDbRasterImageDef*>(standin::objectOf(slot)))
+        standin::withWriteOpen(slot, [&] { call(*definition); });
+}
+
+// The file that a definition shows now, or the name of the one that is missing.
+std::wstring fileShown(AcDbDatabase& database, drawing::Handle handle)
+{
+    std::wstring file;
+    withDefinition(database, handle, [&](const AcDbRasterImageDef& definition) {
+        file = definition.activeFileName();
+        if (file.empty())
+            file = definition.sourceFileName();
+    });
+    return file;
+}
+
+// A file that the definition's own name does not lead to is shown all the same.
+void showFile(AcDbDatabase& database, drawing::Handle handle, const std::wstring& file)
+{
+    withDefinition(database, handle, [&](AcDbRasterImageDef& definition) {
+        if (file != definition.activeFileName() && file != definition.sourceFileName())
+            definition.setActiveFileName(file.c_str());
+    });
+}
+
+} // namespace
+
 Acad::ErrorStatus AcDbDatabase::insert(const AcGeMatrix3d& transform, AcDbDatabase* source, bool preserveSource)
 {
     if (!source || source == this || !preserveSource)
@@ -77,7 +111,16 @@ Acad::ErrorStatus AcDbDatabase::insert(const AcGeMatrix3d& transform, AcDbDataba
         standin::recordBreach("A drawing was inserted without a document lock.");
         return Acad::eLockViolation;
     }
-    standin::mergeModelSpace(m_state->document, source->m_state->document);
+    const std::vector<drawing::Handle>& entities = m_state->document.modelSpace().entities;
+    const std::size_t before = entities.size(); // what comes in lies behind them
+    const auto showOneFile = [&](drawing::Handle present, drawing::Handle added) {
+        return fileShown(*this, present) == fileShown(*source, added);
+    };
+    const auto added = standin::mergeModelSpace(m_state->document, source->m_state->document, showOneFile);
+    for (const auto& [from, to] : added)
+        showFile(*this, to, fileShown(*source, from));
+    for (std::size_t i = before; i < entities.size(); ++i)
+        standin::noteEntityChange(this, entities[i], true);
     m_state->changes.note();
     if (this == standin::drawingDatabase() && standin::deskServices())
         standin::deskServices()->redraw();

@@ -5,6 +5,7 @@
 #include "standin/arx/dbentity.h"
 #include "standin/arx/desk_services.h"
 #include "standin/arx/document_manager.h"
+#include "standin/arx/edit_log.h"
 #include "standin/arx/object_store.h"
 #include "standin/arx/rx_define.h"
 #include "standin/arx/strictness.h"
@@ -34,6 +35,10 @@ Acad::ErrorStatus refuse(Acad::ErrorStatus status, const standin::ObjectSlot& sl
 
 Acad::ErrorStatus openSlot(standin::ObjectSlot& slot, AcDb::OpenMode mode)
 {
+    if (mode == AcDb::kForNotify) {
+        ++slot.notifiers;
+        return Acad::eOk;
+    }
     if (slot.writer)
         return refuse(Acad::eWasOpenForWrite, slot, "was opened while it was open for write");
     if (mode == AcDb::kForRead) {
@@ -110,7 +115,9 @@ Acad::ErrorStatus AcDbObject::close()
     }
     if (!slot->open())
         return refuse(Acad::eNotOpenForRead, *slot, "was closed though it was not open");
-    if (slot->writer) {
+    if (slot->notifiers > 0) { // opened last
+        --slot->notifiers;
+    } else if (slot->writer) {
         slot->writer = false;
     } else {
         --slot->readers;
@@ -149,6 +156,8 @@ Acad::ErrorStatus AcDbObject::erase(Adesk::Boolean erasing)
         subErase(false);
     }
     setModified();
+    if (isKindOf(AcDbEntity::desc()))
+        standin::noteEntityChange(slot->database, slot->handle, !erasing);
     tell(*this, [&](AcDbObjectReactor& reactor) { reactor.erased(this, erasing); });
     return Acad::eOk;
 }

@@ -13,7 +13,8 @@ struct AcDb
     enum OpenMode
     {
         kForRead = 0,
-        kForWrite = 1
+        kForWrite = 1,
+        kForNotify = 2
     };
 
     /// Drawing file formats that can be written.

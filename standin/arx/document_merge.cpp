@@ -58,9 +58,11 @@ template <class Type> std::unique_ptr<Type> cast(std::unique_ptr<drawing::Object
 class Merge
 {
 public:
-    Merge(Document& target, Document source) : m_target(target), m_source(std::move(source)) {}
+    Merge(Document& target, Document source, const ShowOneFile& showOneFile)
+        : m_target(target), m_source(std::move(source)), m_showOneFile(showOneFile)
+    {}
 
-    void run()
+    std::map<Handle, Handle> run()
     {
         for (const std::string_view kind : {"APPID", "LTYPE", "LAYER", "STYLE", "DIMSTYLE"})
             moveRecords(kind);
@@ -69,6 +71,7 @@ public:
         for (const auto& [from, to] : m_blocks)
             moveEntities(*m_source.find<drawing::Block>(from), *m_target.find<drawing::Block>(to));
         moveEntities(m_source.modelSpace(), m_target.modelSpace());
+        return m_added;
     }
 
 private:
@@ -135,7 +138,7 @@ private:
             const auto* definition = m_source.find<drawing::ImageDefinition>(entry.object);
             if (!definition)
                 continue;
-            const std::string name = freeImageName(entry.key, definition->path);
+            const std::string name = freeImageName(entry.key, *definition);
             const drawing::Dictionary* present = m_target.imageDictionary();
             if (const Handle there = present ? present->find(name) : 0) {
                 m_definitions[entry.object] = there;
@@ -143,18 +146,19 @@ private:
             }
             auto moved = cast<drawing::ImageDefinition>(m_source.erase(entry.object).object);
             release(*moved);
-            m_definitions[entry.object] = m_target.addImageDefinition(name, std::move(moved)).handle;
+            m_definitions[entry.object] = m_added[entry.object] =
+                m_target.addImageDefinition(name, std::move(moved)).handle;
         }
     }
 
     // The name itself where it is free or stands for the same file; else with a number behind it.
-    std::string freeImageName(const std::string& name, const std::string& path) const
+    std::string freeImageName(const std::string& name, const drawing::ImageDefinition& added) const
     {
         const drawing::Dictionary* present = m_target.imageDictionary();
         std::string candidate = name;
         for (int number = 1; present && present->find(candidate) != 0; ++number) {
             const auto* definition = m_target.find<drawing::ImageDefinition>(present->find(candidate));
-            if (definition && definition->path == path)
+            if (definition && definition->path == added.path && m_showOneFile(definition->handle, added.handle))
                 break;
             candidate = name + '_' + std::to_string(number);
         }
@@ -235,8 +239,10 @@ private:
 
     Document& m_target;
     Document m_source;
+    const ShowOneFile& m_showOneFile;
     std::map<Handle, Handle> m_blocks;      // in the source, in the target
     std::map<Handle, Handle> m_definitions; // in the source, in the target
+    std::map<Handle, Handle> m_added;       // those of them that the target had not
     std::map<std::string, std::string> m_blockNames;
 };
 
@@ -272,9 +278,9 @@ Document extractEntities(const Document& source, const std::set<Handle>& entitie
     return result;
 }
 
-void mergeModelSpace(Document& target, const Document& source)
+std::map<Handle, Handle> mergeModelSpace(Document& target, const Document& source, const ShowOneFile& showOneFile)
 {
-    Merge(target, copyOf(source)).run();
+    return Merge(target, copyOf(source), showOneFile).run();
 }
 
 } // namespace standin

@@ -18,27 +18,6 @@ const Command* findCommand(const std::wstring& name)
     return static_cast<const Command*>(commandStack().lookupCmd(name.c_str()));
 }
 
-// The command's own lock on the document, for as long as it runs; the drawing may be closed meanwhile.
-class CommandLock
-{
-public:
-    explicit CommandLock(AcAp::DocLockMode mode) : m_document(documentManager().current())
-    {
-        if (m_document)
-            m_document->commandLocks.push_back(mode);
-    }
-    ~CommandLock()
-    {
-        if (m_document && m_document == documentManager().current() && !m_document->commandLocks.empty())
-            m_document->commandLocks.pop_back();
-    }
-    CommandLock(const CommandLock&) = delete;
-    CommandLock& operator=(const CommandLock&) = delete;
-
-private:
-    OpenDocument* m_document;
-};
-
 void announceStart(const std::wstring& name)
 {
     editor().tell([&](AcEditorReactor& reactor) { reactor.commandWillStart(name.c_str()); });
@@ -61,10 +40,6 @@ void announceOutcome(const std::wstring& name, CommandOutcome outcome)
     });
 }
 
-} // namespace
-
-namespace {
-
 // The class library's exceptions that a handler lets out end in a message to the user, as they do in the class library
 // itself; any other is a fault of the module.
 CommandOutcome runHandler(const Command& command)
@@ -85,6 +60,13 @@ CommandOutcome runHandler(const Command& command)
         recordBreach("An exception came out of the command " + name + '.');
     }
     return CommandOutcome::failed;
+}
+
+// One in another, as a desk command may be run within a desk command.
+std::vector<std::unique_ptr<CommandLock>>& deskCommandLocks()
+{
+    static std::vector<std::unique_ptr<CommandLock>> locks;
+    return locks;
 }
 
 } // namespace
@@ -117,16 +99,13 @@ std::optional<CommandOutcome> runModuleCommand(const std::wstring& name)
 
 void beginDeskCommand(const std::wstring& name)
 {
-    if (OpenDocument* document = documentManager().current())
-        document->commandLocks.push_back(AcAp::kWrite);
+    deskCommandLocks().push_back(std::make_unique<CommandLock>(AcAp::kWrite));
     announceStart(upperCase(name));
 }
 
 void endDeskCommand(const std::wstring& name, CommandOutcome outcome)
 {
-    OpenDocument* document = documentManager().current();
-    if (document && !document->commandLocks.empty())
-        document->commandLocks.pop_back();
+    deskCommandLocks().pop_back();
     announceOutcome(upperCase(name), outcome);
 }
 

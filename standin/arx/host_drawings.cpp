@@ -13,35 +13,58 @@ namespace standin {
 
 namespace {
 
-OpenDocument* current()
+OpenDocument* active()
 {
-    return documentManager().current();
+    return documentManager().active();
 }
 
-void makeCurrent(std::unique_ptr<AcDbDatabase> database)
+void add(std::unique_ptr<AcDbDatabase> database)
 {
-    auto document = std::make_unique<OpenDocument>();
-    document->setDatabase(std::move(database));
-    documentManager().setCurrent(std::move(document));
+    documentManager().add(std::move(database));
     dynamicLinker().send(AcRx::kLoadDwgMsg);
     if (deskServices())
         deskServices()->redraw();
 }
 
-} // namespace
-
-Failure newDrawing()
+bool modified(const OpenDocument* document)
 {
-    closeDrawing();
-    makeCurrent(std::make_unique<AcDbDatabase>());
-    return std::nullopt;
+    return document && document->database()->state().changes.any();
 }
 
-Failure openDrawing(const std::filesystem::path& path)
+std::filesystem::path pathOf(const OpenDocument* document)
 {
-    if (path.empty())
-        return newDrawing();
-    closeDrawing();
+    return document ? document->fileName() : L"";
+}
+
+} // namespace
+
+std::vector<DrawingId> openDrawings()
+{
+    std::vector<DrawingId> ids;
+    for (const auto& document : documentManager().documents())
+        ids.push_back(document->id());
+    return ids;
+}
+
+DrawingId activeDrawing()
+{
+    return active() ? active()->id() : 0;
+}
+
+bool activateDrawing(DrawingId drawing)
+{
+    OpenDocument* document = documentManager().find(drawing);
+    if (document)
+        documentManager().activate(*document);
+    return document != nullptr;
+}
+
+Failure addDrawing(const std::filesystem::path& path)
+{
+    if (path.empty()) {
+        add(std::make_unique<AcDbDatabase>());
+        return std::nullopt;
+    }
     std::error_code error;
     const std::filesystem::path file = std::filesystem::absolute(path, error);
     drawing::Document document;
@@ -55,17 +78,28 @@ Failure openDrawing(const std::filesystem::path& path)
     database->state().document = std::move(document);
     database->state().notes = std::move(notes);
     database->state().fileName = file.wstring();
-    makeCurrent(std::move(database));
+    add(std::move(database));
     return std::nullopt;
+}
+
+Failure newDrawing()
+{
+    return openDrawing({});
+}
+
+Failure openDrawing(const std::filesystem::path& path)
+{
+    closeDrawing();
+    return addDrawing(path);
 }
 
 Failure saveDrawing(const std::filesystem::path& path)
 {
-    if (!current())
+    if (!active())
         return L"No drawing is open.";
     std::error_code error;
     const std::wstring name = std::filesystem::absolute(path, error).wstring();
-    AcDbDatabase* database = current()->database();
+    AcDbDatabase* database = active()->database();
     editor().tell([&](AcEditorReactor& reactor) { reactor.beginSave(database, name.c_str()); });
     try {
         drawing::writeDrawing(database->state().document, name, drawing::formOfExtension(name));
@@ -81,7 +115,7 @@ Failure saveDrawing(const std::filesystem::path& path)
 
 void closeDrawing()
 {
-    OpenDocument* document = current();
+    OpenDocument* document = active();
     if (!document)
         return;
     dynamicLinker().send(AcRx::kUnloadDwgMsg);
@@ -90,30 +124,40 @@ void closeDrawing()
         recordBreach("The drawing was closed with " + std::to_string(document->locks.size()) +
                      " document locks that nobody gave back.");
     }
+    documentManager().removeActive();
     dynamicLinker().forgetLocks();
-    documentManager().setCurrent(nullptr);
 }
 
 bool drawingOpen()
 {
-    return current() != nullptr;
+    return active() != nullptr;
 }
 
 bool drawingModified()
 {
-    return current() && current()->database()->state().changes.any();
+    return modified(active());
+}
+
+bool drawingModified(DrawingId drawing)
+{
+    return modified(documentManager().find(drawing));
 }
 
 std::filesystem::path drawingPath()
 {
-    return current() ? current()->fileName() : L"";
+    return pathOf(active());
+}
+
+std::filesystem::path drawingPath(DrawingId drawing)
+{
+    return pathOf(documentManager().find(drawing));
 }
 
 std::vector<std::wstring> drawingNotes()
 {
     std::vector<std::wstring> notes;
-    if (current()) {
-        for (const std::string& note : current()->database()->state().notes)
+    if (active()) {
+        for (const std::string& note : active()->database()->state().notes)
             notes.push_back(fromUtf8(note));
     }
     return notes;
@@ -121,12 +165,12 @@ std::vector<std::wstring> drawingNotes()
 
 AcDbDatabase* drawingDatabase()
 {
-    return current() ? current()->database() : nullptr;
+    return active() ? active()->database() : nullptr;
 }
 
 drawing::Document& document()
 {
-    return current()->database()->state().document;
+    return active()->database()->state().document;
 }
 
 } // namespace standin

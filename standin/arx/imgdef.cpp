@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "standin/arx/desk_services.h"
+#include "standin/arx/edit_log.h"
 #include "standin/arx/image_entities.h"
 #include "standin/arx/image_file.h"
 #include "standin/arx/object_store.h"
@@ -24,6 +25,7 @@ struct AcDbRasterImageDef::State
     std::optional<imaging::RasterInfo> info;
     std::optional<imaging::Size> sizeInFile; // that the records followed last, whatever was committed since
     std::unique_ptr<Atil::Image> image;
+    std::weak_ptr<const imaging::Bitmap> pixelsOfFile; // as they were read last, while anybody has them still
     std::shared_ptr<const imaging::Bitmap>
         pixelsAtOpening;      // held while the image is open, so that writing makes new ones
     std::wstring refusedFile; // could not be read, in the state that it had then
@@ -152,6 +154,7 @@ Acad::ErrorStatus AcDbRasterImageDef::read()
         return Acad::eFileAccessErr;
     }
     m_state->image = std::move(loaded->image);
+    m_state->pixelsOfFile = m_state->image->pixels();
     m_state->info = loaded->info;
     m_state->loadedFile = source;
     m_state->imageModified = false;
@@ -287,6 +290,7 @@ Acad::ErrorStatus AcDbRasterImageDef::openImage(Atil::Image*& image)
         standin::recordBreach("An image was opened twice.");
         return Acad::eWasOpenForWrite;
     }
+    standin::noteRasterChange(database(), objectId().handle());
     m_state->imageOpen = true;
     m_state->pixelsAtOpening = m_state->image->pixels();
     image = m_state->image.get();
@@ -319,6 +323,22 @@ void AcDbRasterImageDef::setImageModified(bool value)
 {
     if (assertWriteEnabled("setImageModified") == Acad::eOk)
         m_state->imageModified = value;
+}
+
+const Atil::Image* AcDbRasterImageDef::loadedImage() const
+{
+    return m_state->image.get();
+}
+
+bool AcDbRasterImageDef::putImage(const Atil::Image& image)
+{
+    const bool ready = assertWriteEnabled("putImage") == Acad::eOk && !m_state->imageOpen;
+    if (!ready || load() != Acad::eOk)
+        return false;
+    *m_state->image = image;
+    m_state->imageModified = image.pixels() != m_state->pixelsOfFile.lock();
+    setModified();
+    return true;
 }
 
 std::shared_ptr<const imaging::Bitmap> AcDbRasterImageDef::pixels() const

@@ -90,6 +90,12 @@ class HALVORAN_STANDIN_API AcDbRasterImageDef : public AcDbObject
     /// The same, read first if the definition is loaded. A file that could not be read is tried again only after the
     /// name or the file has changed.
     std::shared_ptr<const imaging::Bitmap> pixelsForPainting();
+    /// The image itself, if it has been read, or null.
+    const Atil::Image* loadedImage() const;
+    /// Another image in the place of the present one, whose pixels it shares; it counts as modified unless its pixels
+    /// are those that were read from the file. One that is not loaded is loaded first. Needs the definition open for
+    /// write. False if the image is in use or the file can't be read.
+    bool putImage(const Atil::Image& image);
     /// Lets go of the image as the drawing closes.
     void releaseImage();
     /// Gives the records the number of pixels that the file of a loaded definition has; the pictures keep their edges.

@@ -1,5 +1,6 @@
 #include "standin/arx/imgent.h"
 
+#include "standin/arx/edit_log.h"
 #include "standin/arx/image_entities.h"
 #include "standin/arx/imgdef.h"
 #include "standin/arx/object_store.h"
@@ -127,6 +128,7 @@ Adesk::Boolean AcDbRasterImage::setOrientation(const AcGePoint3d& origin, const 
     if (assertWriteEnabled("setOrientation") != Acad::eOk || !usable)
         return false;
     drawing::Image& image = record();
+    standin::noteRasterChange(database(), image.definition);
     const drawing::Image before = image;
     image.position = {origin.x, origin.y, origin.z};
     image.u = recordVector(u / pixels.x);
@@ -155,6 +157,7 @@ void AcDbRasterImage::setDisplayOpt(ImageDisplayOpt option, Adesk::Boolean value
 {
     if (assertWriteEnabled("setDisplayOpt") != Acad::eOk)
         return;
+    standin::noteRasterChange(database(), record().definition);
     int& display = record().display;
     const int before = display;
     display = value ? display | option : display & ~option;

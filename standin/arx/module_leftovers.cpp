@@ -68,10 +68,12 @@ int dropObjectReactors(const Module& module)
 
 int dropLocks(const Module& module)
 {
-    OpenDocument* document = documentManager().current();
     const int left = documentLocks() - module.before.documentLocks;
-    for (int i = 0; i < left; ++i)
-        document->locks.pop_back();
+    int toDrop = left;
+    for (const auto& document : documentManager().documents()) {
+        for (; toDrop > 0 && !document->locks.empty(); --toDrop)
+            document->locks.pop_back();
+    }
     return left;
 }
 
@@ -87,6 +89,13 @@ int dropSets(const Module& module)
 Holdings presentHoldings()
 {
     return {documentLocks(), openObjects(), selectionSets()};
+}
+
+HeldNow heldNow()
+{
+    const Holdings held = presentHoldings();
+    const LeftInSystem calls = presentCalls();
+    return {held.documentLocks, held.openObjects, held.selectionSets, calls.timers, calls.hooks};
 }
 
 void dropLeftovers(const Module& module)

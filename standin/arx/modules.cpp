@@ -1,5 +1,7 @@
 #include "standin/arx/modules.h"
 
+#include <algorithm>
+
 #include "standin/arx/acedads.h"
 #include "standin/arx/application_list.h"
 #include "standin/arx/code_watch.h"
@@ -190,7 +192,7 @@ void DynamicLinker::send(AcRx::AppMsgCode message)
 void DynamicLinker::forgetLocks()
 {
     for (const auto& module : modules)
-        module->before.documentLocks = 0;
+        module->before.documentLocks = std::min(module->before.documentLocks, documentLocks());
 }
 
 Failure loadModule(const fs::path& name)
@@ -219,7 +221,7 @@ Failure loadModule(const fs::path& name)
         drop(loaded);
         return file.wstring() + L" refused to start.";
     }
-    if (drawingOpen())
+    for (std::size_t i = 0; i < openDrawings().size(); ++i)
         loaded.entryPoint(AcRx::kLoadDwgMsg, &loaded);
     return std::nullopt;
 }
@@ -244,6 +246,23 @@ std::vector<fs::path> loadedModules()
     for (const auto& module : dynamicLinker().modules)
         files.push_back(module->file);
     return files;
+}
+
+std::vector<std::wstring> loadUnlistedModules()
+{
+    std::vector<std::wstring> failures;
+    const std::vector<Application> listed = allApplications();
+    std::error_code error;
+    for (const auto& entry : fs::directory_iterator(programFolder(), error)) {
+        const bool known = std::ranges::any_of(listed, [&](const Application& application) {
+            return sameText(application.modulePath, entry.path().wstring());
+        });
+        if (known || !sameText(entry.path().extension().wstring(), L".arx"))
+            continue;
+        if (Failure failure = loadModule(entry.path()))
+            failures.push_back(*failure);
+    }
+    return failures;
 }
 
 std::vector<std::wstring> loadStartupModules()

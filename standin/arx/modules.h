@@ -10,7 +10,7 @@
 
 namespace standin {
 
-/// What is held of the drawing: of locks those that lockDocument gave.
+/// What is held of the open drawings: of locks those that lockDocument gave.
 struct Holdings
 {
     int documentLocks = 0;

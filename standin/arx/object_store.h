@@ -10,6 +10,7 @@
 #include "drawing/document.h"
 #include "drawing/mendings.h"
 #include "standin/arx/dbmain.h"
+#include "standin/arx/edit_log.h"
 
 /// One per object that was ever asked for. It outlives the object and the database, so that an old id stays safe to
 /// ask.
@@ -20,9 +21,10 @@ struct standin::ObjectSlot
     std::unique_ptr<AcDbObject> object; // made when it is first needed
     int readers = 0;
     bool writer = false;
+    int notifiers = 0;                               // for notification it opens whatever else has it open
     std::optional<drawing::Document::Erased> erased; // the record, while it is out of the drawing
 
-    bool open() const { return writer || readers > 0; }
+    bool open() const { return writer || readers > 0 || notifiers > 0; }
 };
 
 namespace standin {
@@ -54,6 +56,7 @@ struct AcDbDatabase::State
     drawing::Notes notes; // of what was mended in its file
     std::wstring fileName;
     standin::DrawingChanges changes;
+    standin::EditLog edits;
     std::unordered_map<drawing::Handle, standin::ObjectSlot*> slots;
 };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <filesystem>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -24,9 +26,14 @@ const DeskCommand* findDeskCommand(const std::wstring& name);
 /// Groups of commands, each in its own file.
 namespace commands {
 
+/// A path as it is typed, which may stand in quotes; nothing if the user gave up.
+std::optional<std::filesystem::path> askPath(Editor& editor, const wchar_t* prompt);
+
 standin::CommandOutcome newDrawing(Editor& editor);
 standin::CommandOutcome openDrawing(Editor& editor);
 standin::CommandOutcome openNamed(Editor& editor);
+standin::CommandOutcome closeDrawing(Editor& editor);
+standin::CommandOutcome closeAllDrawings(Editor& editor);
 standin::CommandOutcome save(Editor& editor);
 standin::CommandOutcome saveAs(Editor& editor);
 standin::CommandOutcome saveNamed(Editor& editor);
@@ -46,6 +53,7 @@ standin::CommandOutcome line(Editor& editor);
 standin::CommandOutcome polyline(Editor& editor);
 standin::CommandOutcome circle(Editor& editor);
 standin::CommandOutcome text(Editor& editor);
+standin::CommandOutcome attachImage(Editor& editor);
 
 standin::CommandOutcome select(Editor& editor);
 standin::CommandOutcome erase(Editor& editor);

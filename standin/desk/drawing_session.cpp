@@ -5,9 +5,24 @@
 namespace desk {
 namespace {
 
-bool putIn(drawing::Handle entity, bool present)
+bool turnRaster(Edit& edit)
 {
-    return present ? standin::restoreEntity(entity) : standin::eraseEntity(entity, standin::LayerLock::overridden);
+    auto present = standin::rasterState(edit.object);
+    if (present == nullptr || !standin::restoreRaster(*edit.raster))
+        return false;
+    edit.raster = std::move(present);
+    return true;
+}
+
+bool turn(Edit& edit)
+{
+    if (edit.raster != nullptr)
+        return turnRaster(edit);
+    const bool done = edit.added ? standin::eraseEntity(edit.object, standin::LayerLock::overridden)
+                                 : standin::restoreEntity(edit.object);
+    if (done)
+        edit.added = !edit.added;
+    return done;
 }
 
 // The sheet itself as a drawing file has it: the first of a layout's viewports, which is no object of its user's.
@@ -19,14 +34,6 @@ bool isSheet(const drawing::Entity& entity)
 
 } // namespace
 
-standin::Failure DrawingSession::open(const std::filesystem::path& path)
-{
-    forget();
-    const standin::Failure failure = path.empty() ? standin::newDrawing() : standin::openDrawing(path);
-    m_modified = false;
-    return failure;
-}
-
 standin::Failure DrawingSession::save(const std::filesystem::path& path, const ViewTransform& view)
 {
     drawing::ViewportRecord& shown = standin::document().activeViewport();
@@ -37,24 +44,6 @@ standin::Failure DrawingSession::save(const std::filesystem::path& path, const V
     if (!failure)
         m_modified = false;
     return failure;
-}
-
-void DrawingSession::close()
-{
-    forget();
-    if (standin::drawingOpen())
-        standin::closeDrawing();
-}
-
-void DrawingSession::forget()
-{
-    m_history.clear();
-    m_modified = false;
-}
-
-bool DrawingSession::modified() const
-{
-    return m_modified || standin::drawingModified();
 }
 
 bool DrawingSession::inModelSpace() const
@@ -95,23 +84,35 @@ bool DrawingSession::erase(const std::vector<drawing::Handle>& entities)
 {
     bool all = true;
     for (const drawing::Handle entity : entities) {
-        if (standin::eraseEntity(entity)) {
-            m_history.record({entity, false});
-        } else {
+        if (!standin::eraseEntity(entity))
             all = false;
-        }
     }
     return all;
 }
 
+void DrawingSession::endOfCommand()
+{
+    for (const standin::DrawingChange& change : standin::takeChanges())
+        m_history.record({change.object, change.added, change.before});
+    m_history.commit();
+}
+
 bool DrawingSession::undo()
 {
-    return m_history.undo(putIn);
+    return moveInHistory(&EditHistory::undo);
 }
 
 bool DrawingSession::redo()
 {
-    return m_history.redo(putIn);
+    return moveInHistory(&EditHistory::redo);
+}
+
+bool DrawingSession::moveInHistory(bool (EditHistory::*move)(const EditHistory::Turn&))
+{
+    endOfCommand();
+    const bool done = (m_history.*move)(turn);
+    standin::takeChanges(); // what was taken back is no edit
+    return done;
 }
 
 } // namespace desk

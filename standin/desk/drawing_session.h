@@ -11,19 +11,17 @@
 
 namespace desk {
 
-/// The open drawing as the desk works on it: its file, the space that is shown, the desk's own edits, and whether all
-/// of it is saved.
+/// An open drawing as the desk works on it while it is the active one: its file, the space that is shown, the edits
+/// that can be taken back, and whether all of it is saved.
 class DrawingSession
 {
 public:
-    /// An empty path makes a new drawing. After a failure none is open.
-    standin::Failure open(const std::filesystem::path& path);
     /// With the view, which is shown again when the drawing is opened next.
     standin::Failure save(const std::filesystem::path& path, const ViewTransform& view);
-    void close();
 
-    /// Something was changed since the drawing was opened or saved.
-    bool modified() const;
+    /// The desk itself has changed something since the drawing was opened or saved; what was changed through the host's
+    /// API the host knows.
+    bool markedModified() const { return m_modified; }
     void markModified() { m_modified = true; }
 
     bool inModelSpace() const;
@@ -36,17 +34,19 @@ public:
     void add(std::unique_ptr<drawing::Entity> entity);
     /// False if one of them is in use and was left.
     bool erase(const std::vector<drawing::Handle>& entities);
-    /// What was added and erased since the last call can be undone as one.
-    void endOfCommand() { m_history.commit(); }
+    /// What was changed since the last call, by the desk or by modules, can be undone as one.
+    void endOfCommand();
     /// False if there is nothing to be taken back (or done again), or it can't be done now.
     bool undo();
     bool redo();
+    EditHistory& history() { return m_history; }
+    const EditHistory& history() const { return m_history; }
 
 private:
-    void forget();
+    bool moveInHistory(bool (EditHistory::*move)(const EditHistory::Turn&));
 
     EditHistory m_history;
-    bool m_modified = false; // by the desk itself; the host knows of what it changed
+    bool m_modified = false;
 };
 
 } // namespace desk

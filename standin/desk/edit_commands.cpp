@@ -9,6 +9,8 @@ namespace {
 
 using standin::CommandOutcome;
 
+const wchar_t* const inUse = L"What was changed is in use, and was left as it is.";
+
 // What was selected beforehand, else what the user selects now.
 std::optional<std::vector<drawing::Handle>> chosenEntities(Editor& editor)
 {
@@ -51,7 +53,7 @@ CommandOutcome undo(Editor& editor)
 {
     if (editor.undo())
         return CommandOutcome::ended;
-    editor.print(L"Nothing to undo.");
+    editor.print(editor.session().history().canUndo() ? inUse : L"Nothing to undo.");
     return CommandOutcome::failed;
 }
 
@@ -59,7 +61,7 @@ CommandOutcome redo(Editor& editor)
 {
     if (editor.redo())
         return CommandOutcome::ended;
-    editor.print(L"Nothing to redo.");
+    editor.print(editor.session().history().canRedo() ? inUse : L"Nothing to redo.");
     return CommandOutcome::failed;
 }
 

@@ -25,7 +25,7 @@ Editor::Editor(EditorWindows& windows)
     : m_windows(windows),
       m_prompter(
           windows, [this] { processInput(); }, [this](const std::wstring& text) { return selectByText(text); }),
-      m_views(windows), m_selection(windows)
+      m_noDrawing(0, windows, m_fonts)
 {}
 
 // --- The keyboard ---
@@ -38,6 +38,9 @@ void Editor::post(const std::wstring& text)
 
 void Editor::processInput()
 {
+    // What a tool edited while no command ran is a step of its own.
+    if (m_running == 0)
+        endOfEdit();
     // A module's command takes no typed input: the text waits until it has ended.
     while (!m_queue.empty() && (m_running == 0 || m_prompter.wantsAnswer()))
         feed(m_queue.take());
@@ -84,7 +87,7 @@ void Editor::enterLine(const std::wstring& line)
 void Editor::cancelCommand()
 {
     m_windows.setTypedText(L"");
-    m_selection.cancelWindow();
+    m_active->selection.cancelWindow();
     m_prompter.cancel();
     m_windows.overlayChanged();
 }
@@ -92,10 +95,10 @@ void Editor::cancelCommand()
 void Editor::escapeKey()
 {
     m_queue.clear();
-    const bool nothingToCancel = m_running == 0 && !m_selection.windowCorner() && m_windows.typedText().empty();
+    const bool nothingToCancel = m_running == 0 && !m_active->selection.windowCorner() && m_windows.typedText().empty();
     cancelCommand();
     if (nothingToCancel)
-        m_selection.clear();
+        m_active->selection.clear();
 }
 
 // --- The mouse ---
@@ -115,8 +118,8 @@ void Editor::leftDown(Vec2 view, bool shift)
     const bool selecting = prompt != nullptr ? prompt->entities : m_running == 0;
     if (prompt != nullptr && prompt->points && !prompt->entities) {
         m_prompter.point(at);
-    } else if (selecting && m_selection.windowCorner()) {
-        m_selection.finishWindow(scene(), at);
+    } else if (selecting && m_active->selection.windowCorner()) {
+        m_active->selection.finishWindow(scene(), at);
     } else if (selecting) {
         pickAt(at, shift);
     }
@@ -125,14 +128,14 @@ void Editor::leftDown(Vec2 view, bool shift)
 void Editor::leftUp(Vec2 view)
 {
     const Vec2 moved = view - m_pressedAt;
-    if (m_selection.windowCorner() && std::max(std::abs(moved.x), std::abs(moved.y)) >= clickSlack)
-        m_selection.finishWindow(scene(), this->view().toDrawing(view));
+    if (m_active->selection.windowCorner() && std::max(std::abs(moved.x), std::abs(moved.y)) >= clickSlack)
+        m_active->selection.finishWindow(scene(), this->view().toDrawing(view));
 }
 
 std::optional<Editor::Overlay> Editor::overlay() const
 {
     const Vec2 at = view().toDrawing(m_cursor);
-    if (const auto corner = m_selection.windowCorner())
+    if (const auto corner = m_active->selection.windowCorner())
         return Overlay{Prompt::Rubber::rectangle, *corner, at, true, Selection::crosses(*corner, at)};
     const Prompt* prompt = m_prompter.present();
     if (prompt != nullptr && prompt->rubber != Prompt::Rubber::none)
@@ -142,7 +145,7 @@ std::optional<Editor::Overlay> Editor::overlay() const
 
 void Editor::showPending(std::vector<Vec2> points)
 {
-    m_pending = std::move(points);
+    m_active->pending = std::move(points);
     m_windows.overlayChanged();
 }
 
@@ -155,6 +158,8 @@ void Editor::execute(const std::wstring& line)
     runNamed(line);
     m_windows.showPrompt(L"");
     m_windows.stateChanged();
+    if (m_running == 0 && m_toShow != 0)
+        showDrawing(std::exchange(m_toShow, 0));
     if (!m_queue.empty())
         m_windows.wake();
 }
@@ -189,7 +194,7 @@ void Editor::runNamed(const std::wstring& name)
     } else {
         print(L"Unknown command \"" + name + L"\". Press F1 for help.");
     }
-    m_session.endOfCommand();
+    endOfEdit();
     m_runningName = outerName;
     --m_running;
 }
@@ -212,12 +217,12 @@ std::optional<std::vector<drawing::Handle>> Editor::askEntities(const std::wstri
     prompt.text = text;
     prompt.entities = true;
     const Reply reply = ask(prompt);
-    m_selection.cancelWindow();
+    m_active->selection.cancelWindow();
     if (reply.kind == Reply::Kind::cancel) {
-        m_selection.clear();
+        m_active->selection.clear();
         return std::nullopt;
     }
-    return std::vector<drawing::Handle>(m_selection.entities().begin(), m_selection.entities().end());
+    return std::vector<drawing::Handle>(m_active->selection.entities().begin(), m_active->selection.entities().end());
 }
 
 bool Editor::selectByText(const std::wstring& text)
@@ -230,8 +235,8 @@ bool Editor::selectByText(const std::wstring& text)
     if (!point)
         return false;
     m_prompter.setLastPoint(*point);
-    if (m_selection.windowCorner()) {
-        m_selection.finishWindow(scene(), *point);
+    if (m_active->selection.windowCorner()) {
+        m_active->selection.finishWindow(scene(), *point);
     } else {
         pickAt(*point, false);
     }
@@ -240,47 +245,58 @@ bool Editor::selectByText(const std::wstring& text)
 
 void Editor::pickAt(Vec2 at, bool remove)
 {
-    m_selection.pick(scene(), at, pickReach * view().unitsPerPixel(), remove);
+    m_active->selection.pick(scene(), at, pickReach * view().unitsPerPixel(), remove);
 }
 
 void Editor::selectAll()
 {
-    m_selection.set(m_session.entitiesOfSpace());
+    m_active->selection.set(m_active->session.entitiesOfSpace());
 }
 
 // --- Edits ---
 
 void Editor::addEntity(std::unique_ptr<drawing::Entity> entity)
 {
-    m_session.add(std::move(entity));
+    m_active->session.add(std::move(entity));
     drawingChanged();
 }
 
 bool Editor::eraseEntities(const std::vector<drawing::Handle>& entities)
 {
-    const bool all = m_session.erase(entities);
-    m_selection.clear();
+    const bool all = m_active->session.erase(entities);
+    m_active->selection.clear();
     drawingChanged();
     return all;
 }
 
 bool Editor::undo()
 {
-    const bool done = m_session.undo();
+    const bool done = m_active->session.undo();
     historyMoved();
     return done;
 }
 
 bool Editor::redo()
 {
-    const bool done = m_session.redo();
+    const bool done = m_active->session.redo();
     historyMoved();
     return done;
 }
 
+void Editor::endOfEdit()
+{
+    if (m_active == &m_noDrawing)
+        return;
+    m_active->session.endOfCommand();
+    std::vector<EditHistory*> histories;
+    for (const auto& each : m_drawings)
+        histories.push_back(&each->session.history());
+    limitKeptPixels(histories);
+}
+
 void Editor::historyMoved()
 {
-    m_selection.clear();
+    m_active->selection.clear();
     drawingChanged();
 }
 

@@ -7,32 +7,30 @@
 #include <string>
 #include <vector>
 
+#include "fonts/font_folder.h"
 #include "standin/desk/command_input.h"
-#include "standin/desk/drawing_session.h"
 #include "standin/desk/editor_windows.h"
+#include "standin/desk/open_drawing.h"
 #include "standin/desk/prompter.h"
-#include "standin/desk/scene_cache.h"
-#include "standin/desk/selection.h"
-#include "standin/desk/view_history.h"
 
 namespace desk {
 
 /// Runs the commands behind the windows, and gives them, the keyboard and the mouse the parts that they work on: the
-/// prompt, the selection, the view and the drawing.
+/// prompt, and of the active drawing the selection, the view and the drawing itself.
 class Editor
 {
 public:
     explicit Editor(EditorWindows& windows);
 
     EditorWindows& windows() { return m_windows; }
-    const Selection& selection() const { return m_selection; }
-    Selection& selection() { return m_selection; }
-    ViewHistory& views() { return m_views; }
-    const DrawingSession& session() const { return m_session; }
-    drawing::FontSource& fonts() { return m_scenes.fonts(); }
+    const Selection& selection() const { return m_active->selection; }
+    Selection& selection() { return m_active->selection; }
+    ViewHistory& views() { return m_active->views; }
+    const DrawingSession& session() const { return m_active->session; }
+    drawing::FontSource& fonts() { return m_fonts; }
 
-    const ViewTransform& view() const { return m_views.present(); }
-    const Scene& scene() { return m_scenes.at(view()); }
+    const ViewTransform& view() const { return m_active->views.present(); }
+    const Scene& scene() { return m_active->scenes.at(view()); }
 
     /// --- Input from the windows
     void post(const std::wstring& text);
@@ -71,15 +69,26 @@ public:
     /// Runs one of the desk's own commands with its answers given beforehand; false if there is no such command.
     bool runDeskCommand(const std::wstring& name, std::deque<Reply> answers);
 
-    /// --- The drawing. What fails the user is told.
-    /// Empty path: a new drawing. After a failure no drawing is open.
+    /// --- The drawings. What fails the user is told.
+    /// One more drawing, which is shown; an empty path makes a new one. A file that is open already is only shown.
     bool openDrawing(const std::filesystem::path& path);
     bool saveDrawing(const std::filesystem::path& path);
+    /// The active one, without a question of the desk's own; the one before it is shown.
     void closeDrawing();
-    /// Asks whether to save a changed drawing; false if the user would rather go on.
+    /// Goes to another open drawing. A command that waits for input is cancelled first, and what is queued is dropped:
+    /// it was meant for the drawing that is left. While a module is at work, nothing happens.
+    void showDrawing(standin::DrawingId drawing);
+    /// In the order of their opening; `steps` may be negative.
+    void showNextDrawing(int steps);
+    bool modified(standin::DrawingId drawing) const;
+    /// Asks whether to save the active drawing if it was changed; false if the user would rather go on.
     bool mayDiscard();
+    /// The same for each open drawing in turn, which is shown while it is asked about.
+    bool mayDiscardAll();
     /// A module or a command changed what the drawing shows.
     void drawingChanged();
+    /// A module did so through the host's API, perhaps outside any command: by a tool.
+    void hostChangedDrawing();
     /// Everything is flattened and painted anew, without the drawing counting as changed.
     void regenerate();
 
@@ -94,7 +103,7 @@ public:
     std::optional<Overlay> overlay() const;
     /// A run of points that a command has gathered so far, in drawing units.
     void showPending(std::vector<Vec2> points);
-    const std::vector<Vec2>& pending() const { return m_pending; }
+    const std::vector<Vec2>& pending() const { return m_active->pending; }
 
 private:
     void feed(wchar_t character);
@@ -105,10 +114,13 @@ private:
     void askVariable(const std::wstring& name, const standin::VariableValue& present);
     bool selectByText(const std::wstring& text);
     void pickAt(Vec2 at, bool remove);
-    void forgetDrawing();
+    OpenDrawing* find(standin::DrawingId drawing) const;
+    bool showIfOpen(const std::filesystem::path& path);
+    void makeActive(OpenDrawing& drawing);
     void showOpenedDrawing();
     void historyMoved();
     void spaceChanged();
+    void endOfEdit();
 
     EditorWindows& m_windows;
     InputQueue m_queue;
@@ -116,13 +128,13 @@ private:
     std::wstring m_lastCommand, m_runningName;
     int m_running = 0;
 
-    ViewHistory m_views;
-    DrawingSession m_session;
-    SceneCache m_scenes{m_session};
-    Selection m_selection;
+    fonts::FontFolder m_fonts{fonts::folderBesideProgram()};
+    OpenDrawing m_noDrawing;
+    std::vector<std::unique_ptr<OpenDrawing>> m_drawings; // in the order of their opening
+    OpenDrawing* m_active = &m_noDrawing;
+    standin::DrawingId m_toShow = 0; // once the running command has ended
 
     Vec2 m_cursor, m_pressedAt; // view pixels
-    std::vector<Vec2> m_pending;
 };
 
 } // namespace desk

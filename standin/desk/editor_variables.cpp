@@ -43,13 +43,13 @@ void Editor::askVariable(const std::wstring& name, const standin::VariableValue&
     const Reply reply = ask(prompt);
     if (reply.kind != Reply::Kind::text)
         return;
-    const bool wasModel = m_session.inModelSpace();
+    const bool wasModel = m_active->session.inModelSpace();
     if (!standin::setSystemVariable(name, typedValue(reply.text, present))) {
         print(name + L" can't be set to " + reply.text + L".");
         return;
     }
-    m_session.markModified();
-    if (m_session.inModelSpace() != wasModel)
+    m_active->session.markModified();
+    if (m_active->session.inModelSpace() != wasModel)
         spaceChanged();
 }
 

@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "standin/host.h"
+
 namespace desk {
 
 /// What the editor and its parts need of the desk's windows.
@@ -22,7 +24,7 @@ public:
     virtual void drawingChanged() = 0;
     virtual void viewChanged() = 0;
     virtual void overlayChanged() = 0;
-    /// A drawing was opened, saved or closed, or a command began or ended.
+    /// A drawing was opened, shown, saved or closed, or a command began or ended.
     virtual void stateChanged() = 0;
 
     /// Has Editor::processInput called from the message loop.
@@ -34,15 +36,18 @@ public:
     virtual std::optional<std::filesystem::path> askForModule() = 0;
     /// IDYES, IDNO or IDCANCEL.
     virtual int askToSave(const std::wstring& drawing) = 0;
+    /// A drawing was opened from that file, or saved in it.
+    virtual void fileUsed(const std::filesystem::path& file) = 0;
     virtual void alert(const std::wstring& text) = 0;
     virtual void showHelp() = 0;
     /// How long paintings took since the last report.
     virtual void reportFrameTimes() = 0;
-    /// Ends the program once the running command has ended; a changed drawing is asked about.
+    /// Ends the program once the running command has ended; changed drawings are asked about.
     virtual void close() = 0;
-    /// The drawing window comes with the first drawing and goes with the last.
-    virtual void openDrawingWindow() = 0;
-    virtual void closeDrawingWindow() = 0;
+    /// Each drawing has a window of its own, which is made when the drawing is shown first. The one that is shown
+    /// covers the others.
+    virtual void showDrawingWindow(standin::DrawingId drawing) = 0;
+    virtual void closeDrawingWindow(standin::DrawingId drawing) = 0;
 };
 
 } // namespace desk

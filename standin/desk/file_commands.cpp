@@ -8,7 +8,19 @@ namespace {
 
 using standin::CommandOutcome;
 
-// A path as typed; it may stand in quotes.
+CommandOutcome outcome(bool done)
+{
+    return done ? CommandOutcome::ended : CommandOutcome::failed;
+}
+
+CommandOutcome tell(Editor& editor, const standin::Failure& failure, const std::wstring& success)
+{
+    editor.print(failure ? *failure : success);
+    return outcome(!failure);
+}
+
+} // namespace
+
 std::optional<std::filesystem::path> askPath(Editor& editor, const wchar_t* prompt)
 {
     Prompt ask;
@@ -24,41 +36,38 @@ std::optional<std::filesystem::path> askPath(Editor& editor, const wchar_t* prom
     return std::filesystem::path(path);
 }
 
-CommandOutcome outcome(bool done)
-{
-    return done ? CommandOutcome::ended : CommandOutcome::failed;
-}
-
-CommandOutcome tell(Editor& editor, const standin::Failure& failure, const std::wstring& success)
-{
-    editor.print(failure ? *failure : success);
-    return outcome(!failure);
-}
-
-} // namespace
-
 CommandOutcome newDrawing(Editor& editor)
 {
-    if (!editor.mayDiscard())
-        return CommandOutcome::cancelled;
     return outcome(editor.openDrawing({}));
 }
 
 CommandOutcome openDrawing(Editor& editor)
 {
-    if (!editor.mayDiscard())
-        return CommandOutcome::cancelled;
     const auto path = editor.windows().askForDrawing(false);
     return path ? outcome(editor.openDrawing(*path)) : CommandOutcome::cancelled;
 }
 
 CommandOutcome openNamed(Editor& editor)
 {
-    // The path comes first: what is typed ahead can't answer for the work that would be lost, as a box asks.
     const auto path = askPath(editor, L"Enter name of drawing to open:");
-    if (!path || !editor.mayDiscard())
+    return path ? outcome(editor.openDrawing(*path)) : CommandOutcome::cancelled;
+}
+
+CommandOutcome closeDrawing(Editor& editor)
+{
+    if (!editor.mayDiscard())
         return CommandOutcome::cancelled;
-    return outcome(editor.openDrawing(*path));
+    editor.closeDrawing();
+    return CommandOutcome::ended;
+}
+
+CommandOutcome closeAllDrawings(Editor& editor)
+{
+    while (standin::drawingOpen()) {
+        if (closeDrawing(editor) == CommandOutcome::cancelled)
+            return CommandOutcome::cancelled;
+    }
+    return CommandOutcome::ended;
 }
 
 CommandOutcome save(Editor& editor)

@@ -50,6 +50,11 @@ DeskApp theDesk;
 bool DeskApp::begin()
 {
     bool done = true;
+    // A module enters itself in the list, so those that it does not know come first.
+    if (m_options.modules.empty()) {
+        for (const std::wstring& failure : standin::loadUnlistedModules())
+            m_frame->commandPanel().print(failure);
+    }
     for (const std::wstring& failure : standin::loadStartupModules())
         m_frame->commandPanel().print(failure);
     for (const auto& module : m_options.modules) {
@@ -93,19 +98,25 @@ BOOL DeskApp::InitInstance()
 
     SetRegistryKey(L"Orvolabs");
     m_frame = new desk::MainFrame;
-    if (!m_frame->create(m_options.width, m_options.height)) {
+    // A script finds the same window at every run.
+    const bool byHand = m_options.script.empty();
+    if (!byHand && m_options.size.empty())
+        m_options.size = desk::MainFrame::usualSize;
+    if (!m_frame->create(m_options.size)) {
         m_console->line(L"The main window can't be made.");
         m_status = static_cast<int>(Outcome::badScript);
         return FALSE;
     }
     m_pMainWnd = m_frame;
+    if (byHand)
+        m_frame->keepPlace();
     m_frame->ShowWindow(SW_SHOW);
     m_frame->UpdateWindow();
     // Nobody is there to close a box before the script has begun.
-    m_frame->setAlertsShown(m_options.script.empty());
+    m_frame->setAlertsShown(byHand);
     const bool begun = begin();
     m_frame->setAlertsShown(true);
-    if (m_options.script.empty())
+    if (byHand)
         return TRUE;
     if (begun) {
         playScript(std::move(steps));

@@ -6,18 +6,21 @@
 #include "standin/desk/coordinate_input.h"
 #include "standin/desk/crosshair.h"
 #include "standin/desk/desk_resources.h"
+#include "standin/desk/frame_lists.h"
+#include "standin/desk/window_place.h"
 
 namespace desk {
 namespace {
 
 constexpr UINT processInputMessage = WM_APP + 1;
 constexpr UINT_PTR endOfScriptTimer = 1;
-const wchar_t* const programName = L"Halvoran Desk";
 
 // What a menu entry types at the command line, after what runs has been cancelled.
 const std::map<UINT, const wchar_t*> typedByMenu = {
     {ID_DESK_NEW, L"new "},
     {ID_DESK_OPEN, L"open "},
+    {ID_DESK_CLOSE, L"close "},
+    {ID_DESK_CLOSE_ALL, L"closeall "},
     {ID_DESK_SAVE, L"save "},
     {ID_DESK_SAVE_AS, L"saveas "},
     {ID_DESK_LOAD_MODULE, L"appload "},
@@ -51,7 +54,12 @@ MainFrame::MainFrame()
     : m_editor(*this),
       m_commandPanel(m_fonts, {[this] { m_editor.enterKey(); }, [this] { return m_editor.blanksAreText(); },
                                [this] { m_editor.escapeKey(); }, [this] { RecalcLayout(); }}),
-      m_statusPanel(m_fonts, [this] { onDeskCommand(ID_DESK_TOGGLE_SPACE); })
+      m_statusPanel(m_fonts, [this] { onDeskCommand(ID_DESK_TOGGLE_SPACE); }),
+      m_files({[this](const std::wstring& text) { typeCommand(text); },
+               [this](const std::wstring& line) { print(line); }, [this](const std::wstring& text) { alert(text); }}),
+      m_tabs(m_fonts, {[this](standin::DrawingId drawing) { m_editor.showDrawing(drawing); },
+                       [this](standin::DrawingId drawing) { closeLater(drawing); }}),
+      m_drawingWindows(*this, [this] { return makeView(); })
 {}
 
 MainFrame::~MainFrame()
@@ -61,16 +69,15 @@ MainFrame::~MainFrame()
     DestroyIcon(m_smallIcon);
 }
 
-bool MainFrame::create(int width, int height)
+bool MainFrame::create(imaging::Size size)
 {
     if (!LoadFrame(IDR_DESK, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN))
         return false;
-    SetWindowText(programName);
     m_bigIcon = makeProgramIcon(32);
     m_smallIcon = makeProgramIcon(16);
     SetIcon(m_bigIcon, TRUE);
     SetIcon(m_smallIcon, FALSE);
-    // One drawing fills the client area: nothing to scroll, and no edge around it.
+    // A drawing fills the client area: nothing to scroll, and no edge around it.
     CWnd* const client = CWnd::FromHandle(m_hWndMDIClient);
     client->ModifyStyle(WS_HSCROLL | WS_VSCROLL, 0, SWP_FRAMECHANGED);
     client->ModifyStyleEx(WS_EX_CLIENTEDGE, 0, SWP_FRAMECHANGED);
@@ -78,9 +85,18 @@ bool MainFrame::create(int width, int height)
     if (!m_statusPanel.Create(this) || !m_commandPanel.Create(this))
         return false;
     EnableDocking(CBRS_ALIGN_ANY);
+    // Behind the docked bars, so that the tabs lie next to the drawing.
+    if (!m_tabs.Create(this))
+        return false;
     m_dark = AfxGetApp()->GetProfileInt(L"View", L"DarkGround", 0) != 0;
     standin::setDeskServices(this);
-    MoveWindow(0, 0, width, height);
+    m_files.loadRecent();
+    DragAcceptFiles(m_hWnd, TRUE);
+    if (!size.empty()) {
+        MoveWindow(0, 0, size.width, size.height);
+    } else if (!restoreWindowPlace(m_hWnd)) {
+        MoveWindow(0, 0, usualSize.width, usualSize.height);
+    }
     RecalcLayout();
     stateChanged();
     return true;
@@ -91,44 +107,14 @@ bool MainFrame::create(int width, int height)
 void MainFrame::RecalcLayout(BOOL bNotify)
 {
     CMDIFrameWnd::RecalcLayout(bNotify);
-    fitDrawingWindow();
+    m_drawingWindows.fit();
 }
 
-// The one drawing window fills the client area without a frame of its own.
-void MainFrame::fitDrawingWindow()
+DrawingView* MainFrame::makeView()
 {
-    if (m_child == nullptr || m_hWndMDIClient == nullptr)
-        return;
-    CRect client;
-    ::GetClientRect(m_hWndMDIClient, &client);
-    m_child->MoveWindow(&client);
-}
-
-void MainFrame::openDrawingWindow()
-{
-    if (m_view != nullptr)
-        return;
-    m_child = new CMDIChildWnd;
-    m_child->Create(nullptr, L"Drawing", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, CRect(0, 0, 100, 100), this);
-    m_child->ModifyStyle(WS_CAPTION | WS_THICKFRAME | WS_SYSMENU | WS_MINIMIZEBOX | WS_MAXIMIZEBOX | WS_BORDER, 0,
-                         SWP_FRAMECHANGED);
-    m_child->ModifyStyleEx(WS_EX_CLIENTEDGE | WS_EX_WINDOWEDGE, 0, SWP_FRAMECHANGED);
-    m_view = new DrawingView(
+    return new DrawingView(
         m_editor, m_dark ? Palette::dark() : Palette::light(), [this](wchar_t key) { m_commandPanel.type(key); },
         [this](Vec2 at) { hovered(at); });
-    m_view->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 100, 100), m_child, AFX_IDW_PANE_FIRST);
-    m_child->SetActiveView(m_view);
-    RecalcLayout();
-    m_child->RecalcLayout();
-    m_view->SetFocus();
-}
-
-void MainFrame::closeDrawingWindow()
-{
-    if (m_child == nullptr)
-        return;
-    m_view = nullptr;
-    std::exchange(m_child, nullptr)->MDIDestroy();
 }
 
 // --- Messages ---
@@ -152,21 +138,54 @@ LRESULT MainFrame::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     case endOfScriptMessage:
         closeAtOnce();
         return 0;
-    case WM_SETFOCUS:
-        if (m_view != nullptr)
-            m_view->SetFocus();
+    case WM_SETMESSAGESTRING:
+        showStatusText(static_cast<UINT>(wParam), reinterpret_cast<LPCWSTR>(lParam));
         return 0;
+    case WM_SETFOCUS:
+        if (view() != nullptr)
+            view()->SetFocus();
+        return 0;
+    case WM_DROPFILES:
+        SetForegroundWindow();
+        m_files.takeDropped(reinterpret_cast<HDROP>(wParam));
+        return 0;
+    case WM_INITMENUPOPUP:
+        if (HIWORD(lParam) == 0)
+            fillMenuLists(reinterpret_cast<HMENU>(wParam));
+        break;
     }
     return CMDIFrameWnd::WindowProc(message, wParam, lParam);
+}
+
+// Of the button or menu entry under the mouse; without one the status line tells the desk's state again.
+void MainFrame::showStatusText(UINT id, LPCWSTR text)
+{
+    CString shown(text);
+    if (text == nullptr && id != 0 && id != AFX_IDS_IDLEMESSAGE)
+        GetMessageString(id, shown);
+    if (shown.IsEmpty()) {
+        stateChanged();
+    } else {
+        m_statusPanel.showState(shown.GetString());
+    }
+}
+
+// Keys that a window in front of the desk would get, but has nothing to do with: a floating bar, a module's splash.
+bool MainFrame::keysAreForDesk(const MSG& message)
+{
+    return message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST && view() != nullptr && IsWindowEnabled() &&
+           message.hwnd != m_hWnd && ::GetAncestor(message.hwnd, GA_ROOT) == message.hwnd;
 }
 
 // The wheel goes to what lies under the mouse, wherever the keyboard is.
 BOOL MainFrame::PreTranslateMessage(MSG* pMsg)
 {
-    if (pMsg->message == WM_MOUSEWHEEL && m_view != nullptr && pMsg->hwnd != m_view->m_hWnd) {
+    if (keysAreForDesk(*pMsg))
+        pMsg->hwnd = view()->m_hWnd;
+    if (pMsg->message == WM_MOUSEWHEEL && view() != nullptr && pMsg->hwnd != view()->m_hWnd) {
         const POINT at{GET_X_LPARAM(pMsg->lParam), GET_Y_LPARAM(pMsg->lParam)};
-        if (::WindowFromPoint(at) == m_view->m_hWnd) {
-            m_view->SendMessage(WM_MOUSEWHEEL, pMsg->wParam, pMsg->lParam);
+        if (::WindowFromPoint(at) == view()->m_hWnd) {
+            view()->SendMessage(WM_MOUSEWHEEL, pMsg->wParam, pMsg->lParam);
             return TRUE;
         }
     }
@@ -193,14 +212,29 @@ void MainFrame::onDeskCommand(UINT id)
         m_commandPanel.toggleHeight();
         return;
     case ID_DESK_TOGGLE_SPACE:
-        m_editor.post(L"CANCELCMD");
-        m_editor.post(m_editor.session().inModelSpace() ? L"layout " : L"model ");
+        typeCommand(m_editor.session().inModelSpace() ? L"layout " : L"model ");
+        return;
+    case ID_DESK_GUIDE:
+        m_files.openGuide();
+        return;
+    case ID_DESK_NEXT_DRAWING:
+        m_editor.showNextDrawing(1);
+        return;
+    case ID_DESK_PREVIOUS_DRAWING:
+        m_editor.showNextDrawing(-1);
         return;
     }
     if (const auto typed = typedByMenu.find(id); typed != typedByMenu.end()) {
-        m_editor.post(L"CANCELCMD");
-        m_editor.post(typed->second);
+        typeCommand(typed->second);
+    } else {
+        chooseListed(id);
     }
+}
+
+void MainFrame::typeCommand(const std::wstring& text)
+{
+    m_editor.post(L"CANCELCMD");
+    m_editor.post(text);
 }
 
 void MainFrame::onUpdateDeskCommand(CCmdUI* item)
@@ -212,6 +246,7 @@ void MainFrame::onUpdateDeskCommand(CCmdUI* item)
     case ID_DESK_LOAD_MODULE:
     case ID_DESK_EXIT:
     case ID_DESK_HELP:
+    case ID_DESK_GUIDE:
     case ID_DESK_TRANSCRIPT:
         item->Enable(TRUE);
         break;
@@ -225,9 +260,14 @@ void MainFrame::onUpdateDeskCommand(CCmdUI* item)
         item->Enable(open);
         item->SetCheck(open && !m_editor.session().inModelSpace() ? 1 : 0);
         break;
+    case ID_DESK_NEXT_DRAWING:
+    case ID_DESK_PREVIOUS_DRAWING:
+        item->Enable(standin::openDrawings().size() > 1);
+        break;
     default:
         item->Enable(open);
     }
+    updateListed(*item);
 }
 
 void MainFrame::onClose()
@@ -239,7 +279,7 @@ void MainFrame::onClose()
         PostMessage(WM_CLOSE);
         return;
     }
-    if (m_editor.mayDiscard())
+    if (m_editor.mayDiscardAll())
         shutDown();
 }
 
@@ -258,7 +298,10 @@ void MainFrame::shutDown()
 {
     if (std::exchange(m_quitting, true))
         return;
-    m_editor.closeDrawing();
+    if (m_placeKept)
+        saveWindowPlace(m_hWnd);
+    while (standin::drawingOpen())
+        m_editor.closeDrawing();
     standin::unloadAllModules();
     if (m_closed)
         m_closed();
@@ -274,8 +317,8 @@ void MainFrame::toggleGround()
 {
     m_dark = !m_dark;
     AfxGetApp()->WriteProfileInt(L"View", L"DarkGround", m_dark ? 1 : 0);
-    if (m_view != nullptr)
-        m_view->setPalette(m_dark ? Palette::dark() : Palette::light());
+    m_drawingWindows.forEachView(
+        [this](DrawingView& view) { view.setPalette(m_dark ? Palette::dark() : Palette::light()); });
 }
 
 void MainFrame::hovered(Vec2 view)

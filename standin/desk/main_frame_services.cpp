@@ -9,7 +9,6 @@ namespace desk {
 namespace {
 
 constexpr UINT processInputMessage = WM_APP + 1;
-const wchar_t* const programName = L"Halvoran Desk";
 
 Reply replyOf(const standin::CommandArgument& argument)
 {
@@ -52,8 +51,9 @@ void MainFrame::setTypedText(const std::wstring& text)
 
 void MainFrame::drawingChanged()
 {
-    if (m_view != nullptr)
-        m_view->repaintScene();
+    if (view() != nullptr)
+        view()->repaintScene();
+    showDrawingNames();
 }
 
 void MainFrame::viewChanged()
@@ -63,15 +63,13 @@ void MainFrame::viewChanged()
 
 void MainFrame::overlayChanged()
 {
-    if (m_view != nullptr)
-        m_view->repaintOverlay();
+    if (view() != nullptr)
+        view()->repaintOverlay();
 }
 
 void MainFrame::stateChanged()
 {
-    const auto path = standin::drawingPath();
-    const std::wstring drawing = path.empty() ? L"Untitled" : path.filename().wstring();
-    SetWindowText(standin::drawingOpen() ? (drawing + L" - " + programName).c_str() : programName);
+    showDrawingNames();
     m_statusPanel.showSpace(!standin::drawingOpen() ? L"" : m_editor.session().inModelSpace() ? L"MODEL" : L"LAYOUT");
     const std::size_t picked = m_editor.selection().entities().size();
     if (m_editor.commandRunning()) {
@@ -140,9 +138,9 @@ void MainFrame::showHelp()
 
 void MainFrame::reportFrameTimes()
 {
-    if (m_view == nullptr)
+    if (view() == nullptr)
         return;
-    const FrameTimes times = m_view->takeFrameTimes();
+    const FrameTimes times = view()->takeFrameTimes();
     print(std::to_wstring(times.frames) + L" paintings, average " +
           formatNumber(times.frames > 0 ? times.total / times.frames : 0) + L" ms, longest " +
           formatNumber(times.longest) + L" ms");
@@ -163,7 +161,7 @@ standin::ViewState MainFrame::viewState()
 
 void MainFrame::redraw()
 {
-    m_editor.regenerate();
+    m_editor.hostChangedDrawing();
 }
 
 std::optional<std::vector<standin::Handle>> MainFrame::selectEntities()

@@ -5,14 +5,13 @@
 
 #include "standin/desk/frame_pattern.h"
 #include "standin/desk/module_resources.h"
-#include "standin/desk/script_windows.h"
+#include "standin/desk/module_toolbar.h"
 #include "standin/host.h"
 
 namespace desk::script {
 namespace {
 
-// What the module shows to everybody: the number of its button that saves, and the patterns of its frames.
-constexpr int saveRasterButton = 40009;
+// What the module shows to everybody: the patterns of its frames.
 constexpr int selectionPatternBitmap = 139;
 constexpr int rasterPatternBitmap = 30000;
 // The frame is repainted every 50 ms: after this time every frame that is to be seen is.
@@ -61,11 +60,20 @@ imaging::Rect viewRect(const SceneImage& image, imaging::Size pixels, const imag
 
 } // namespace
 
-bool ModuleEye::rasterIsCurrent() const
+ToolbarButton ModuleEye::button(int id) const
 {
     ToolbarButton button{};
-    m_foothold.ask([&] { button = findToolbarButton(m_foothold.threadId(), saveRasterButton); });
-    return button.toolbar != nullptr ? button.enabled : seesRasterFrame();
+    m_foothold.ask([&] {
+        AfxGetThread()->OnIdle(0);
+        button = findToolbarButton(m_foothold.threadId(), id);
+    });
+    return button;
+}
+
+bool ModuleEye::rasterIsCurrent() const
+{
+    const ToolbarButton save = button(saveRasterButton);
+    return save.visible ? save.enabled : seesRasterFrame();
 }
 
 bool ModuleEye::seesRasterFrame() const
@@ -122,10 +130,23 @@ bool ModuleEye::seesTool(int tool, std::wstring& seen) const
     seen = L"no tool holds the mouse";
     if (!toolHoldsMouse())
         return false;
+    if (const auto number = buttonOfTool(tool)) {
+        const ToolbarButton its = button(*number);
+        if (its.visible) {
+            seen = L"the tool's button is not pressed";
+            return showsToolAtWork(its, tool);
+        }
+    }
     const auto found = toolByCursor(seen);
     if (found)
         seen = L"tool " + std::to_wstring(*found) + L" holds the mouse, as its cursor tells";
     return found == tool;
+}
+
+bool ModuleEye::showsToolAtWork(const ToolbarButton& its, int tool) const
+{
+    // With a raster the select button stays pressed; a raster is picked only while there is none.
+    return its.checked && (buttonOfTool(tool) != selectRasterButton || !button(saveRasterButton).enabled);
 }
 
 std::optional<int> ModuleEye::toolByCursor(std::wstring& seen) const

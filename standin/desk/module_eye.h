@@ -8,13 +8,14 @@
 #include "standin/desk/main_frame.h"
 #include "standin/desk/script_foothold.h"
 #include "standin/desk/script_hand.h"
+#include "standin/desk/script_windows.h"
 #include "standin/desk/tool_cursors.h"
 
 namespace desk::script {
 
 /// Tells what state the raster module is in from what a draughtsman can see and feel of it, so that the module need not
-/// offer anything for the sake of scripts: whether its save button is enabled, whether the mouse still reaches the
-/// drawing view, which cursor is shown there, and where its crawling frames run.
+/// offer anything for the sake of scripts: which buttons of its toolbar are enabled and checked, whether the mouse
+/// still reaches the drawing view, which cursor is shown there, and where its crawling frames run.
 class ModuleEye
 {
 public:
@@ -31,14 +32,17 @@ public:
 
     // All of it is called from the script thread and takes a moment.
 
-    /// A raster is current exactly when the button to save it is enabled; without a toolbar, when a frame crawls about
-    /// an image of the drawing again after the view was painted anew.
+    /// A toolbar's button in the state that it gets when the program is next idle. May be called from any thread.
+    ToolbarButton button(int id) const;
+
+    /// A raster is current exactly when the button to save it is enabled; while no toolbar is to be seen, when a frame
+    /// crawls about an image of the drawing again after the view was painted anew.
     bool rasterIsCurrent() const;
 
     /// Moves the mouse where it is already: a tool's hook keeps the message from the view.
     bool toolHoldsMouse() const;
-    /// A tool holds the mouse and its cursor tells that it is this one; see docs/desk.md for the numbers. `seen` says
-    /// what was seen instead.
+    /// A tool holds the mouse, and its button or, where it has none to be seen, its cursor tells that it is this one;
+    /// see docs/desk.md for the numbers. `seen` says what was seen instead.
     bool seesTool(int tool, std::wstring& seen) const;
     /// The selection's frame around the box of image pixels, on the image where it fits.
     bool seesSelection(const imaging::Rect& pixels, std::wstring& seen) const;
@@ -46,6 +50,8 @@ public:
 
 private:
     bool seesRasterFrame() const;
+    /// Whether the button of that number tells a tool at work.
+    bool showsToolAtWork(const ToolbarButton& button, int tool) const;
     /// Nothing if the cursor could be that of several tools; `seen` says why.
     std::optional<int> toolByCursor(std::wstring& seen) const;
     /// Moves the mouse there and looks.

@@ -21,7 +21,7 @@ const wchar_t* const usage = L"halvoran-desk [options] [DRAWING]\n"
                              L"  --script FILE    plays a script and ends: 0 all held, 1 a miss, 2 a script error\n"
                              L"  --log FILE       what a script's run says goes there instead of the standard output\n"
                              L"  --limit SECONDS  the longest that a script's run may take (300)\n"
-                             L"  --size WxH       the main window's size in pixels (1240x900)\n";
+                             L"  --size WxH       the main window's size in pixels\n";
 
 Options parseOptions(const std::vector<std::wstring>& arguments)
 {
@@ -47,8 +47,8 @@ Options parseOptions(const std::vector<std::wstring>& arguments)
             const auto cross = size.find(L'x');
             if (cross == std::wstring::npos)
                 throw OptionError("--size wants WIDTHxHEIGHT");
-            options.width = positiveNumber(size.substr(0, cross), "--size");
-            options.height = positiveNumber(size.substr(cross + 1), "--size");
+            options.size.width = positiveNumber(size.substr(0, cross), "--size");
+            options.size.height = positiveNumber(size.substr(cross + 1), "--size");
         } else if (argument == L"--help") {
             options.help = true;
         } else if (argument.starts_with(L"--")) {

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "imaging/geometry.h"
+
 namespace desk {
 
 /// What the program was started with.
@@ -13,7 +15,7 @@ struct Options
     std::vector<std::filesystem::path> modules;
     std::filesystem::path script, log, drawing; // empty if not given
     int runLimitSeconds = 300;
-    int width = 1240, height = 900;
+    imaging::Size size; // empty if not given
     bool help = false;
 };
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "fonts/font_folder.h"
 #include "standin/desk/drawing_session.h"
 #include "standin/desk/scene.h"
 
@@ -10,17 +9,16 @@ namespace desk {
 class SceneCache
 {
 public:
-    explicit SceneCache(const DrawingSession& drawing) : m_drawing(drawing) {}
+    SceneCache(const DrawingSession& drawing, drawing::FontSource& fonts) : m_drawing(drawing), m_fonts(fonts) {}
 
     /// Empty if no drawing is open. Holds until the next call.
     const Scene& at(const ViewTransform& view);
     /// What was flattened no longer holds.
     void drop() { m_stale = true; }
-    drawing::FontSource& fonts() { return m_fonts; }
 
 private:
     const DrawingSession& m_drawing;
-    fonts::FontFolder m_fonts{fonts::folderBesideProgram()};
+    drawing::FontSource& m_fonts;
     Scene m_scene;
     bool m_stale = true;
 };

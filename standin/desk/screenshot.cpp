@@ -32,18 +32,27 @@ imaging::Rect pictured(HWND window)
     return part;
 }
 
-void copyWindow(HWND window, bool main, const imaging::Rect& whole, PixelBuffer& target)
+imaging::Rect frameOf(HWND window)
 {
     RECT frame{};
     GetWindowRect(window, &frame);
-    const imaging::Rect part = pictured(window);
-    const HDC source = GetWindowDC(window);
+    return {frame.left, frame.top, frame.right, frame.bottom};
+}
+
+// `part` of the window to where it lies in a picture whose corner is that of `whole`; all on the screen.
+void copyWindow(HWND window, const imaging::Rect& part, const imaging::Rect& whole, PixelBuffer& target)
+{
+    const imaging::Rect frame = frameOf(window);
     const imaging::Rect at = part.offset(-whole.left, -whole.top);
+    const HDC source = GetWindowDC(window);
     BitBlt(target.context(), at.left, at.top, at.width(), at.height(), source, part.left - frame.left,
            part.top - frame.top, SRCCOPY);
     ReleaseDC(window, source);
-    if (main)
-        return;
+}
+
+void drawEdge(const imaging::Rect& part, const imaging::Rect& whole, PixelBuffer& target)
+{
+    const imaging::Rect at = part.offset(-whole.left, -whole.top);
     const RECT edge{at.left - 1, at.top - 1, at.right + 1, at.bottom + 1};
     FrameRect(target.context(), &edge, GetSysColorBrush(COLOR_BTNSHADOW));
 }
@@ -61,6 +70,26 @@ void drawPointer(POINT screen, const imaging::Rect& whole, PixelBuffer& target)
                screen.y - whole.top - static_cast<int>(info.yHotspot), cursor, 0, 0, 0, nullptr, DI_NORMAL);
 }
 
+// The lowest first. Nothing shall be missing because its turn to be painted had not come.
+std::vector<HWND> paintedWindows(DWORD threadId)
+{
+    auto windows = script::topWindows(threadId);
+    std::reverse(windows.begin(), windows.end());
+    for (const HWND window : windows)
+        RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    return windows;
+}
+
+Picture finished(PixelBuffer& buffer, const imaging::Rect& part, std::optional<POINT> pointer)
+{
+    if (pointer)
+        drawPointer(*pointer, part, buffer);
+    GdiFlush();
+    Picture picture{buffer.size(), {}};
+    picture.pixels.assign(buffer.pixels(), buffer.pixels() + std::size_t(buffer.size().width) * buffer.size().height);
+    return picture;
+}
+
 } // namespace
 
 Picture takePicture(HWND window, DWORD threadId, std::optional<POINT> pointer)
@@ -68,18 +97,22 @@ Picture takePicture(HWND window, DWORD threadId, std::optional<POINT> pointer)
     const imaging::Rect part = pictured(window);
     PixelBuffer buffer;
     buffer.resize({std::max(part.width(), 1), std::max(part.height(), 1)});
-    auto windows = script::topWindows(threadId);
-    std::reverse(windows.begin(), windows.end());
-    for (const HWND top : windows) // nothing shall be missing because its turn to be painted had not come
-        RedrawWindow(top, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-    for (const HWND top : windows)
-        copyWindow(top, top == window, part, buffer);
-    if (pointer)
-        drawPointer(*pointer, part, buffer);
-    GdiFlush();
-    Picture picture{buffer.size(), {}};
-    picture.pixels.assign(buffer.pixels(), buffer.pixels() + std::size_t(part.width()) * part.height());
-    return picture;
+    for (const HWND top : paintedWindows(threadId)) {
+        copyWindow(top, pictured(top), part, buffer);
+        if (top != window)
+            drawEdge(pictured(top), part, buffer);
+    }
+    return finished(buffer, part, pointer);
+}
+
+Picture takeFramedPicture(const imaging::Rect& part, DWORD threadId, std::optional<POINT> pointer)
+{
+    PixelBuffer buffer;
+    buffer.resize({std::max(part.width(), 1), std::max(part.height(), 1)});
+    PatBlt(buffer.context(), 0, 0, buffer.size().width, buffer.size().height, WHITENESS);
+    for (const HWND top : paintedWindows(threadId))
+        copyWindow(top, frameOf(top), part, buffer);
+    return finished(buffer, part, pointer);
 }
 
 void savePicture(const Picture& picture, const std::filesystem::path& path)

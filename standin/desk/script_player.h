@@ -13,6 +13,7 @@
 #include "standin/desk/script_console.h"
 #include "standin/desk/script_foothold.h"
 #include "standin/desk/script_hand.h"
+#include "standin/desk/script_soundness.h"
 #include "standin/desk/script_steps.h"
 #include "standin/desk/script_windows.h"
 
@@ -63,6 +64,9 @@ public:
 
     void pressToolbarButton(int id);
     void pressToolbarArrow(int id);
+    void dockToolbar(Side side);
+    void floatToolbar(const Place& place);
+    void closeToolbar();
     void chooseMenuEntry(int id);
     void waitForDialog(const std::wstring& title);
     void setText(const ControlText& text);
@@ -71,16 +75,26 @@ public:
     void moveSlider(const ControlNumber& slider);
     void pushButton(int id);
     void acceptFile(const std::filesystem::path& path);
+    void dropFile(const std::filesystem::path& path);
     void answerBox(int button);
+
+    void poke(const PokeChoice& choice);
+    /// From then on a step that can't be done is passed over, and after each it is looked whether the process is sound.
+    void beTolerant();
 
     void wait(int milliseconds);
     void waitForRest();
-    void takeShot(const std::filesystem::path& path);
+    void kill();
+    void takeShot(const Shot& shot);
 
     void expectRaster() { expectRasterToBe(true); }
     void expectNoRaster() { expectRasterToBe(false); }
     void expectTool(int number);
     void expectNoTool();
+    void expectToolbar() { expectToolbarToBe(true); }
+    void expectNoToolbar() { expectToolbarToBe(false); }
+    void expectButton(const ControlInState& expected);
+    void expectEntry(const ControlInState& expected);
     void expectSelection(const imaging::Rect& pixels);
     void expectNoSelection();
     void expectPixel(const PixelInk& expected);
@@ -106,6 +120,8 @@ private:
 
     void run();
     bool playAll();
+    bool play(const Step& step);
+    void lookForUnsoundness() const;
     void leave() const;
     void judgeBreaches();
     void showTranscript();
@@ -131,6 +147,12 @@ private:
     void pickInList(HWND list, int index) const;
     void pickInComboBox(HWND list, int index) const;
     ToolbarButton usableButton(int id) const;
+    void pokeMenu(int choice) const;
+    void pokeControl(HWND control, int choice) const;
+    imaging::Rect partOnScreen(const PicturePart& part) const;
+    imaging::Rect viewPartOnScreen(const imaging::Rect& box) const;
+    void dragToolbar(POINT target) const;
+    void expectToolbarToBe(bool visible);
 
     MainFrame& m_frame;
     Console& m_console;
@@ -138,8 +160,9 @@ private:
     Foothold m_foothold;
     Hand m_hand{m_foothold};
     ModuleEye m_eye{m_frame, m_foothold, m_hand};
-    bool m_pressed = false;         // the left button, by @press
-    std::optional<POINT> m_pointer; // where the script's mouse was last, in view pixels
+    bool m_pressed = false;               // the left button, by @press
+    std::optional<POINT> m_pointer;       // where the script's mouse was last, in view pixels
+    std::optional<Soundness> m_soundness; // once the run is tolerant
     std::vector<Step> m_steps;
     std::size_t m_transcriptShown = 0; // characters
     std::vector<std::wstring> m_expectedBreaches;

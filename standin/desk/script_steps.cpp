@@ -22,6 +22,32 @@ void readOptions(Words& words, const std::map<std::wstring_view, bool*>& options
     }
 }
 
+imaging::Rect boxFrom(const std::vector<double>& edges)
+{
+    return {static_cast<int>(edges[0]), static_cast<int>(edges[1]), static_cast<int>(edges[2]),
+            static_cast<int>(edges[3])};
+}
+
+PicturePart readPicturePart(Words& words)
+{
+    using What = PicturePart::What;
+    static const std::map<std::wstring, What> named = {{L"window", What::window},
+                                                       {L"view", What::view},
+                                                       {L"toolbar", What::toolbar},
+                                                       {L"dialog", What::dialog},
+                                                       {L"menu", What::menu}};
+    static constexpr std::wstring_view viewPrefix = L"view:";
+    const std::wstring word = words.next("the part of the picture");
+    if (const auto found = named.find(word); found != named.end())
+        return {found->second, {}};
+    if (!word.starts_with(viewPrefix))
+        throw ScriptError("a picture shows window, view, toolbar, dialog or menu");
+    const auto box = boxFrom(words.numbers(std::wstring_view(word).substr(viewPrefix.size()), 4, "a box of the view"));
+    if (box.empty())
+        throw ScriptError("the box of the view is empty");
+    return {What::view, box};
+}
+
 } // namespace
 
 Click readClick(Words& words)
@@ -133,6 +159,35 @@ ControlInState readControlState(Words& words)
     return {id, found->second};
 }
 
+PokeChoice readPoke(Words& words)
+{
+    const int number = words.number("the number");
+    return {number, words.path()};
+}
+
+ControlInState readButtonState(Words& words)
+{
+    const ControlInState state = readControlState(words);
+    if (state.state == ControlState::focused)
+        throw ScriptError("a button or an entry is usable, greyed, ticked or clear");
+    return state;
+}
+
+Place readPlace(Words& words)
+{
+    return words.place();
+}
+
+Side readSide(Words& words)
+{
+    static const std::map<std::wstring, Side> sides = {
+        {L"top", Side::top}, {L"bottom", Side::bottom}, {L"left", Side::left}, {L"right", Side::right}};
+    const auto found = sides.find(words.next("the side"));
+    if (found == sides.end())
+        throw ScriptError("a side is top, bottom, left or right");
+    return found->second;
+}
+
 int readPushButton(Words& words)
 {
     if (words.take(L"ok"))
@@ -164,9 +219,15 @@ PixelInk readPixelInk(Words& words)
 
 imaging::Rect readPixelBox(Words& words)
 {
-    const auto edges = words.numbers(words.next("the selection's box"), 4, "the selection's box");
-    return {static_cast<int>(edges[0]), static_cast<int>(edges[1]), static_cast<int>(edges[2]),
-            static_cast<int>(edges[3])};
+    return boxFrom(words.numbers(words.next("the selection's box"), 4, "the selection's box"));
+}
+
+Shot readShot(Words& words)
+{
+    Shot shot{words.wordAsPath(), {}};
+    while (!words.atEnd())
+        shot.parts.push_back(readPicturePart(words));
+    return shot;
 }
 
 } // namespace desk::script

@@ -1,6 +1,7 @@
 // What the steps of a script hold, and how they are read from a line's words. A reader throws ScriptError.
 #pragma once
 
+#include <filesystem>
 #include <vector>
 
 #include "imaging/geometry.h"
@@ -56,6 +57,18 @@ Key readKey(Words& words);
 
 imaging::Size readSize(Words& words);
 
+/// Of the main window.
+enum class Side
+{
+    top,
+    bottom,
+    left,
+    right
+};
+Side readSide(Words& words);
+
+Place readPlace(Words& words);
+
 /// A control of the open dialog and a number for it.
 struct ControlNumber
 {
@@ -85,6 +98,37 @@ struct ControlInState
     ControlState state = ControlState::usable;
 };
 ControlInState readControlState(Words& words);
+/// Of a toolbar's button or a menu's entry, which has no focus.
+ControlInState readButtonState(Words& words);
+
+/// A number that settles by chance what is done, and the file that is named if one is asked for.
+struct PokeChoice
+{
+    int number = 0;
+    std::filesystem::path file;
+};
+PokeChoice readPoke(Words& words);
+/// A part of the screen that a picture is to hold.
+struct PicturePart
+{
+    enum class What
+    {
+        window,
+        view,
+        toolbar,
+        dialog,
+        menu
+    };
+    What what = What::window;
+    imaging::Rect box; // in view pixels; if empty, all of it
+};
+
+struct Shot
+{
+    std::filesystem::path path;
+    std::vector<PicturePart> parts; // the box around them; if none, the inside of the desk's window
+};
+Shot readShot(Words& words);
 
 /// The number of a dialog's button, which may be "ok" or "cancel".
 int readPushButton(Words& words);

@@ -1,72 +1,14 @@
-// The steps of a script that work toolbars, menus and dialogs, and those that wait.
+// The steps of a script that work dialogs, and those that wait.
 
+#include <windows.h>
 #include <commctrl.h>
+#include <shlobj.h>
 
 #include "standin/desk/screenshot.h"
 #include "standin/desk/script_player.h"
 #include "standin/text.h"
 
 namespace desk::script {
-
-ToolbarButton Player::usableButton(int id) const
-{
-    ToolbarButton button;
-    comesTrue([&] {
-        button = findToolbarButton(m_foothold.threadId(), id);
-        return button.toolbar != nullptr && button.visible && button.enabled;
-    });
-    if (button.toolbar == nullptr)
-        throw Miss{L"no toolbar has that button"};
-    if (!button.visible)
-        throw Miss{L"the toolbar is hidden"};
-    if (!button.enabled)
-        throw Miss{L"the button is greyed"};
-    return button;
-}
-
-void Player::pressToolbarButton(int id)
-{
-    const ToolbarButton found = usableButton(id);
-    // On the left, as the arrow of a button that has one lies at its right.
-    const POINT at{found.place.left + 8, (found.place.top + found.place.bottom) / 2};
-    m_hand.click(found.toolbar, at);
-    settle();
-}
-
-void Player::pressToolbarArrow(int id)
-{
-    const ToolbarButton found = usableButton(id);
-    if (!found.hasArrow)
-        throw Miss{L"the button has no arrow"};
-    POINT at{found.place.right - 5, (found.place.top + found.place.bottom) / 2};
-    m_hand.press(found.toolbar, at, MouseButton::left);
-    if (!comesTrue([this] { return openMenu(m_foothold.threadId()) != nullptr; }))
-        throw Miss{L"no menu popped up"};
-    ClientToScreen(found.toolbar, &at);
-    m_hand.releaseOverMenu(menuOwner(m_foothold.threadId()), at);
-    settle();
-}
-
-void Player::chooseMenuEntry(int id)
-{
-    MenuItem item;
-    if (!comesTrue([&] {
-            const HMENU menu = openMenu(m_foothold.threadId());
-            if (menu != nullptr)
-                item = findMenuItem(menu, id);
-            return menu != nullptr;
-        }))
-        throw Miss{L"no menu is open"};
-    if (!item.found)
-        throw Miss{L"the menu has no such entry"};
-    if (!item.enabled)
-        throw Miss{L"the entry is greyed"};
-    const POINT middle{(item.place.left + item.place.right) / 2, (item.place.top + item.place.bottom) / 2};
-    m_hand.clickMenu(menuOwner(m_foothold.threadId()), middle);
-    if (!comesTrue([this] { return openMenu(m_foothold.threadId()) == nullptr; }))
-        throw Miss{L"the menu stayed open"};
-    settle();
-}
 
 void Player::waitForDialog(const std::wstring& title)
 {
@@ -179,6 +121,21 @@ void Player::acceptFile(const std::filesystem::path& path)
     settle();
 }
 
+// As the system's file manager does it: the list of files lies in memory that the desk frees.
+void Player::dropFile(const std::filesystem::path& path)
+{
+    const std::wstring names = path.wstring() + std::wstring(2, L'\0');
+    const HGLOBAL memory = GlobalAlloc(GHND, sizeof(DROPFILES) + names.size() * sizeof(wchar_t));
+    auto* const list = static_cast<DROPFILES*>(GlobalLock(memory));
+    list->pFiles = sizeof(DROPFILES);
+    list->fWide = TRUE;
+    std::copy(names.begin(), names.end(), reinterpret_cast<wchar_t*>(list + 1));
+    GlobalUnlock(memory);
+    PostMessageW(m_frame.m_hWnd, WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
+    m_foothold.waitForPosted();
+    settle();
+}
+
 void Player::answerBox(int id)
 {
     const HWND box = dialogInFront();
@@ -220,13 +177,66 @@ void Player::waitForRest()
         throw Miss{L"the desk did not come to rest"};
 }
 
-void Player::takeShot(const std::filesystem::path& path)
+imaging::Rect Player::partOnScreen(const PicturePart& part) const
+{
+    using What = PicturePart::What;
+    if (part.what == What::view)
+        return viewPartOnScreen(part.box);
+    const DWORD threadId = m_foothold.threadId();
+    std::vector<HWND> windows;
+    if (part.what == What::menu) {
+        windows = menuWindows(threadId);
+    } else {
+        windows.push_back(part.what == What::dialog    ? openDialog(threadId)
+                          : part.what == What::toolbar ? visibleToolbar(threadId)
+                                                       : m_frame.m_hWnd);
+    }
+    imaging::Rect whole;
+    for (const HWND window : windows) {
+        RECT place{};
+        GetWindowRect(window, &place);
+        whole = whole.unite({place.left, place.top, place.right, place.bottom});
+    }
+    if (whole.empty())
+        throw Miss{L"what the picture is to show is not there"};
+    return whole;
+}
+
+imaging::Rect Player::viewPartOnScreen(const imaging::Rect& box) const
+{
+    if (m_frame.view() == nullptr)
+        throw Miss{L"no drawing is open"};
+    RECT client{};
+    GetClientRect(m_frame.view()->m_hWnd, &client);
+    const imaging::Rect all{0, 0, client.right, client.bottom};
+    const imaging::Rect part = box.empty() ? all : box;
+    if (part.unite(all) != all)
+        throw Miss{L"the box reaches beyond the view"};
+    POINT corner{0, 0};
+    ClientToScreen(m_frame.view()->m_hWnd, &corner);
+    return part.offset(corner.x, corner.y);
+}
+
+// Whatever comes behind this step in the script is not played.
+void Player::kill()
+{
+    m_console.line(L"The desk is killed.");
+    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(outcome()));
+}
+
+void Player::takeShot(const Shot& shot)
 {
     m_foothold.waitForPosted();
+    imaging::Rect part;
+    for (const PicturePart& each : shot.parts)
+        part = part.unite(partOnScreen(each));
     std::string failure;
     m_foothold.ask([&] {
         try {
-            savePicture(takePicture(m_frame.m_hWnd, m_foothold.threadId(), pointerOnScreen()), path);
+            const Picture picture = shot.parts.empty()
+                                        ? takePicture(m_frame.m_hWnd, m_foothold.threadId(), pointerOnScreen())
+                                        : takeFramedPicture(part, m_foothold.threadId(), pointerOnScreen());
+            savePicture(picture, shot.path);
         } catch (const std::exception& error) {
             failure = error.what();
         }

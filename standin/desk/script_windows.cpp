@@ -120,6 +120,18 @@ HWND openDialog(DWORD threadId)
     return nullptr;
 }
 
+HWND openSplash(DWORD threadId)
+{
+    for (const HWND window : topWindows(threadId)) {
+        const auto style = static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE));
+        const bool bare = (style & WS_POPUP) != 0 && (style & WS_CAPTION) != WS_CAPTION;
+        // Menus, tips and floating bars belong to the desk's window or have the system's own classes.
+        if (bare && GetWindow(window, GW_OWNER) == nullptr && classOf(window).starts_with(L"Afx"))
+            return window;
+    }
+    return nullptr;
+}
+
 HWND findControl(HWND parent, int id)
 {
     ControlSearch search{id};
@@ -190,13 +202,28 @@ ToolbarButton findToolbarButton(DWORD threadId, int id)
     return {};
 }
 
-HMENU openMenu(DWORD threadId)
+HWND visibleToolbar(DWORD threadId)
 {
-    for (const HWND window : topWindows(threadId)) {
-        if (classOf(window) == L"#32768")
-            return reinterpret_cast<HMENU>(SendMessageW(window, getMenuHandle, 0, 0));
+    for (const HWND toolbar : toolbars(threadId)) {
+        if (!IsWindowVisible(toolbar))
+            continue;
+        const HWND frame = GetAncestor(toolbar, GA_ROOT);
+        return GetWindow(frame, GW_OWNER) != nullptr ? frame : toolbar;
     }
     return nullptr;
+}
+
+std::vector<HWND> menuWindows(DWORD threadId)
+{
+    std::vector<HWND> windows = topWindows(threadId);
+    std::erase_if(windows, [](HWND window) { return classOf(window) != L"#32768"; });
+    return windows;
+}
+
+HMENU openMenu(DWORD threadId)
+{
+    const std::vector<HWND> windows = menuWindows(threadId);
+    return windows.empty() ? nullptr : reinterpret_cast<HMENU>(SendMessageW(windows.front(), getMenuHandle, 0, 0));
 }
 
 MenuItem findMenuItem(HMENU menu, int id)
@@ -207,8 +234,9 @@ MenuItem findMenuItem(HMENU menu, int id)
         if (GetMenuItemID(menu, position) != static_cast<UINT>(id))
             continue;
         item.found = true;
-        item.enabled =
-            (GetMenuState(menu, static_cast<UINT>(position), MF_BYPOSITION) & (MF_GRAYED | MF_DISABLED)) == 0;
+        const UINT state = GetMenuState(menu, static_cast<UINT>(position), MF_BYPOSITION);
+        item.enabled = (state & (MF_GRAYED | MF_DISABLED)) == 0;
+        item.checked = (state & MF_CHECKED) != 0;
         GetMenuItemRect(nullptr, menu, static_cast<UINT>(position), &item.place);
         break;
     }

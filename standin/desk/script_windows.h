@@ -15,6 +15,8 @@ std::wstring classOf(HWND window);
 std::vector<HWND> topWindows(DWORD threadId);
 /// The uppermost dialog that can be worked with; null if there is none.
 HWND openDialog(DWORD threadId);
+/// A picture that a module shows over the desk for a while; null if there is none.
+HWND openSplash(DWORD threadId);
 /// A visible control with that id in the window or in a window within it; null if there is none.
 HWND findControl(HWND parent, int id);
 
@@ -41,14 +43,20 @@ struct ToolbarButton
 /// Looks through all toolbars, hidden ones too; toolbar is null if none has the button.
 ToolbarButton findToolbarButton(DWORD threadId, int id);
 
+/// The first toolbar that is seen, or the frame that it floats in; null if there is none.
+HWND visibleToolbar(DWORD threadId);
+
 struct MenuItem
 {
     bool found = false;
     bool enabled = false;
+    bool checked = false;
     RECT place{}; // screen coordinates
 };
 /// The menu that has popped up last; null if there is none.
 HMENU openMenu(DWORD threadId);
+/// The windows of all menus that have popped up, the last one first.
+std::vector<HWND> menuWindows(DWORD threadId);
 MenuItem findMenuItem(HMENU menu, int id);
 /// The window that menu input goes to.
 HWND menuOwner(DWORD threadId);

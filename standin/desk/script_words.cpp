@@ -123,7 +123,16 @@ bool Words::placeFollows()
 
 std::filesystem::path Words::path()
 {
-    const std::wstring text = remainder();
+    return pathFrom(remainder());
+}
+
+std::filesystem::path Words::wordAsPath()
+{
+    return pathFrom(next("the path"));
+}
+
+std::filesystem::path Words::pathFrom(const std::wstring& text) const
+{
     if (text.empty())
         throw ScriptError("the path is missing");
     return (m_folder / std::filesystem::path(text)).lexically_normal().make_preferred();

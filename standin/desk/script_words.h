@@ -48,10 +48,14 @@ public:
     Place place();
     /// "X,Y" and "view:X,Y" begin a place; words such as "shift" do not.
     bool placeFollows();
+    /// All that is left, as a path.
     std::filesystem::path path();
+    /// The next word, as a path.
+    std::filesystem::path wordAsPath();
 
 private:
     std::wstring quoted();
+    std::filesystem::path pathFrom(const std::wstring& text) const;
 
     std::wstring_view m_rest;
     std::filesystem::path m_folder;

@@ -294,20 +294,24 @@ drawing::FlattenOptions optionsFor(const PixelMap& map, imaging::Size size, draw
     options.window = map.window(size, widestPen);
     const drawing::Extents sheet = map.window(size, 0);
     options.viewHeight = sheet.high.y - sheet.low.y;
+    options.hatchLimit = 5'000'000;
     options.fonts = fonts;
     return options;
 }
 
-// Whether anything lay over pixels that may be drawn on.
-bool burnDrawing(const drawing::Document& document, const PixelMap& map, const PenTable& pens,
-                 const imaging::Region* region, drawing::FontSource* fonts, imaging::RasterFile& raster)
+// What the request answers.
+std::int32_t burnDrawing(const drawing::Document& document, const PixelMap& map, const PenTable& pens,
+                         const imaging::Region* region, drawing::FontSource* fonts, imaging::RasterFile& raster)
 {
     Burning burning(raster.bitmap, region);
     Burner burner(burning, map, pens, raster.info.resolution);
-    drawing::flattenBlock(document, document.modelSpace(), optionsFor(map, raster.bitmap.size(), fonts),
-                          [&](const drawing::FlatItem& item) { burner.burn(item); });
+    const bool whole =
+        drawing::flattenBlock(document, document.modelSpace(), optionsFor(map, raster.bitmap.size(), fonts),
+                              [&](const drawing::FlatItem& item) { burner.burn(item); });
     burning.paint();
-    return burning.touched();
+    if (!burning.touched())
+        return NothingOverRaster;
+    return whole ? 0 : SomethingLeftOut;
 }
 
 } // namespace
@@ -315,14 +319,20 @@ bool burnDrawing(const drawing::Document& document, const PixelMap& map, const P
 void rasterizeFile(Rasterize& request, Fonts* fonts, CommitGate& gate)
 {
     const PenTable pens = readPenTable(request.penFile);
-    imaging::RasterFile raster = imaging::readRaster(request.rasterFile);
+    imaging::RasterFile raster;
+    drawing::Document document;
+    imaging::inTurns(2, [&](int file) { // at the same time
+        if (file == 0) {
+            raster = imaging::readRaster(request.rasterFile);
+        } else {
+            document = drawing::readDrawing(request.drawingFile);
+        }
+    });
     const PixelMap map(request.corner1, request.corner2, raster.bitmap.size());
-    const drawing::Document document = drawing::readDrawing(request.drawingFile);
     const imaging::Region* region = request.region ? &*request.region : nullptr;
     const auto typefaces = fonts ? fonts->open(request.fontsDir) : nullptr;
-    const bool touched = burnDrawing(document, map, pens, region, typefaces.get(), raster);
-    request.result = touched ? 0 : NothingOverRaster;
-    if (touched)
+    request.result = burnDrawing(document, map, pens, region, typefaces.get(), raster);
+    if (request.result != NothingOverRaster)
         writeBack(request.rasterFile, raster, gate);
 }
 

@@ -94,7 +94,7 @@ struct Rasterize
     std::filesystem::path fontsDir;
     drawing::Vector2 corner1;              // drawing point of the pixel corner (0, height)
     drawing::Vector2 corner2;              // drawing point of the pixel corner (width, 0)
-    std::int32_t result = 0;               // out: 0, or NothingOverRaster
+    std::int32_t result = 0;               // out: 0, NothingOverRaster or SomethingLeftOut
     std::optional<imaging::Region> region; // where to draw, in pixels; everywhere when there is none
 };
 

@@ -6,6 +6,7 @@
 #include "module/commands/CommandTable.h"
 #include "module/raster/CCheckDef.h"
 #include "tests/module/support/desk_fixture.h"
+#include "tests/module/support/held_objects.h"
 
 namespace {
 
@@ -51,6 +52,35 @@ TEST_F(EntryPoint, OnlyFourMessagesDoAnything)
     EXPECT_EQ(send(AcRx::kUnloadAppMsg), 0);
     EXPECT_EQ(g_pArxApp, nullptr);
     EXPECT_EQ(acedRegCmds->lookupCmd(L"ORVO_INVERT"), nullptr);
+}
+
+TEST_F(EntryPoint, AllCommandsAreRegisteredInTheirOrder)
+{
+    const std::vector<std::wstring> names = {
+        L"HALVORAN",    L"HV6",          L"ORVO_PROP",    L"ORVO_ABOUT",    L"ORVO_NEW",     L"ORVO_OPEN",
+        L"ORVO_SAVEAS", L"ORVO_SELRAS",  L"ORVO_SELAREA", L"ORVO_RASPEN",   L"ORVO_RASLINE", L"ORVO_RASERAS",
+        L"ORVO_INVERT", L"ORVO_FLIPH",   L"ORVO_FLIPV",   L"ORVO_DESPEC",   L"ORVO_FILL",    L"ORVO_CROP",
+        L"ORVO_CHANGE", L"ORVO_RASPROP", L"ORVO_ROTATE",  L"ORVO_RASTERIZE"};
+    std::vector<std::wstring> seen;
+    for (const CommandRow& row : CommandTable())
+        seen.emplace_back(row.name);
+    EXPECT_EQ(seen, names);
+    EXPECT_EQ(CommandTable()[0].handler, CommandTable()[1].handler);
+    send(AcRx::kInitAppMsg);
+    for (const std::wstring& name : names)
+        EXPECT_TRUE(acedRegCmds->lookupCmd(name.c_str())) << std::filesystem::path(name).string();
+}
+
+TEST_F(EntryPoint, WithoutAToolbarTheModuleStaysButWatchesOverNothing)
+{
+    const test::HookAndTimerWatch watch;
+    ASSERT_EQ(frame(), nullptr) << "there is nowhere to dock it";
+    EXPECT_EQ(send(AcRx::kInitAppMsg), 0);
+    EXPECT_EQ(m_alerts, std::vector<std::wstring>{L"Impossible to create toolbar."});
+    EXPECT_TRUE(g_pArxApp->m_pToolbar);
+    EXPECT_EQ(test::HookAndTimerWatch::threadTimers(), 0) << "no monitor timer runs";
+    EXPECT_TRUE(acedRegCmds->lookupCmd(L"ORVO_INVERT"));
+    EXPECT_EQ(g_pArxApp->m_pAppId, this) << "the host was told as after any start";
 }
 
 TEST_F(EntryPoint, ADrawingThatClosesDropsTheRaster)

@@ -113,7 +113,8 @@ TEST_F(PlaceRaster, ThePageAndTheLimitsOfANewRaster)
         enter(dialog, IDC_PLACE_Y, L"1.5");
         EXPECT_EQ(text(dialog, IDC_PLACE_Y), L"1.5000");
         for (const int field : {IDC_NEW_WIDTH, IDC_NEW_HEIGHT, IDC_PLACE_SCALE, IDC_PLACE_X}) {
-            for (const wchar_t* hostile : {L"", L"letters", L"-7", L"1e308"})
+            const std::wstring endless(40000, L'9');
+            for (const wchar_t* hostile : {L"", L"letters", L"-7", L"1e308", endless.c_str()})
                 enter(dialog, field, hostile);
         }
         press(dialog, IDCANCEL);
@@ -131,8 +132,10 @@ TEST_F(PlaceRaster, ANewRasterIsMadeAndPlacedInBothFormats)
         int type;
         bool savePath;
     };
-    for (const Row& row : {Row{"new.tif", 0, true}, Row{"new.cal", 1, false}}) {
+    for (const Row& row : {Row{"new.tif", 0, true}, Row{"elsewhere\\new.cal", 1, false}}) {
         openDrawing({blank(4, 4)});
+        std::filesystem::create_directories(file("elsewhere"));
+        writeTiff(file("new.cal"), blank(2, 2), 300); // of the same name beside the drawing
         makeCurrent(0);
         m_deskCommands.clear();
         {
@@ -192,6 +195,42 @@ TEST_F(PlaceRaster, AWorkerThatFailsPlacesNothingAndLeavesNoFile)
     EXPECT_EQ(imagesOfTheDrawing().size(), 1u);
     EXPECT_FALSE(std::filesystem::exists(file("new.tif")));
     EXPECT_EQ(g_pArxApp->m_pRaster, nullptr);
+}
+
+TEST_F(PlaceRaster, AFileThatTheDrawingShowsIsLoadedAnewAndIsLeftAloneWhenItsImageWasEdited)
+{
+    const Picture flag = {"#..", "##."};
+    const Picture flipped = {"##.", "#.."};
+    for (const bool edited : {false, true}) {
+        openDrawing({flag});
+        makeCurrent(0);
+        if (edited) {
+            CCurentRaster current;
+            current.m_pRaster->FlipVertical();
+            current.m_pRaster->Reload(true);
+        }
+        m_said.clear();
+        {
+            DialogDriver driver;
+            driver.expectDialog([](HWND dialog) {
+                enter(dialog, IDC_NEW_WIDTH, L"25.4");
+                enter(dialog, IDC_NEW_HEIGHT, L"25.4");
+                enter(dialog, IDC_NEW_DPI, L"10");
+                press(dialog, IDC_NEW_BROWSE);
+            });
+            expectFile(driver, file("image0.tif"));
+            driver.expectDialog([](HWND question) { press(question, IDYES); });
+            driver.expectDialog([](HWND dialog) { press(dialog, IDOK); });
+            if (edited)
+                expectError(driver, L"ERROR: Problem creating the new raster");
+            const CDocumentLock lock;
+            NewRasterCommand();
+        }
+        EXPECT_EQ(readPicture(file("image0.tif")), edited ? flag : blank(10, 10));
+        EXPECT_EQ(pictureInDrawing(0), edited ? flipped : blank(10, 10));
+        EXPECT_EQ(m_said.size(), edited ? 1u : 0u);
+        forgetEdits();
+    }
 }
 
 TEST_F(PlaceRaster, ACancelledDialogGivesTheFormerRasterBack)

@@ -8,9 +8,9 @@
 #include "module/tools/CBaseRotateTool.h"
 #include "module/tools/CFreeRotateTool.h"
 #include "module/tools/RotateStart.h"
+#include "standin/desk/gdi_count.h"
 #include "tests/module/support/desk_fixture.h"
 #include "tests/module/support/dialog_driver.h"
-#include "tests/module/support/gdi_count.h"
 
 namespace {
 

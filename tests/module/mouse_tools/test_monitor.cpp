@@ -116,6 +116,18 @@ TEST_F(Monitor, ARasterThatIsGoneAndAPaperLayoutEndTheEditingInSilence)
     }
 }
 
+TEST_F(Monitor, AToolEndsWhenAnotherViewIsTheActiveOne)
+{
+    openRaster();
+    PenCommand();
+    tick();
+    EXPECT_NE(g_pArxApp->m_pTool, nullptr);
+    renewActiveView();
+    tick();
+    EXPECT_EQ(g_pArxApp->m_pTool, nullptr);
+    EXPECT_NE(g_pArxApp->m_pRaster, nullptr) << "the drawing is the same";
+}
+
 TEST_F(Monitor, KeepsTheHandlesOfTheFreeRotationOnTheViewButInADrag)
 {
     openRaster();

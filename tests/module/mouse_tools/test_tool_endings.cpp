@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "module/raster/CCurentRaster.h"
+#include "module/shell/CFloatingBar.h"
 #include "module/start/CModuleApp.h"
 #include "module/tools/CBaseRotateTool.h"
 #include "module/tools/CEditPasteTool.h"
@@ -131,7 +132,7 @@ protected:
     void atDoubleClickElsewhere() { pressOn(m_other, WM_LBUTTONDBLCLK); }
     void atPressOnToolbar()
     {
-        CWnd toolbar;
+        CFloatingBar toolbar;
         toolbar.CreateEx(WS_EX_NOACTIVATE, L"STATIC", L"toolbar", WS_POPUP, CRect(0, 0, 10, 10), nullptr, 0);
         g_pArxApp->m_pToolbar = &toolbar;
         pressOn(toolbar, WM_LBUTTONDOWN);
@@ -179,6 +180,18 @@ protected:
         endWithoutRaster();
         ASSERT_TRUE(standin::setSystemVariable(L"TILEMODE", std::int16_t(1)));
     }
+    void atOtherDrawing()
+    {
+        const standin::DrawingId own = standin::activeDrawing();
+        ASSERT_FALSE(standin::addDrawing({}));
+        monitorTick();
+        EXPECT_EQ(g_pArxApp->m_pRaster, nullptr);
+        EXPECT_EQ(standin::openObjects(), 0);
+        endWithoutRaster();
+        EXPECT_EQ(standin::documentLocks(), 0);
+        standin::closeDrawing();
+        EXPECT_EQ(standin::activeDrawing(), own);
+    }
     void atClosedDrawing()
     {
         closeDrawing();
@@ -218,6 +231,7 @@ protected:
         {"the image erased, seen by the monitor", &ToolEndings::atErasureSeenByTheMonitor, false},
         {"the image erased, seen by the mouse", &ToolEndings::atErasureSeenByTheMouse, false},
         {"a paper layout", &ToolEndings::atPaperLayout, false},
+        {"another drawing", &ToolEndings::atOtherDrawing, false},
         {"a closed drawing", &ToolEndings::atClosedDrawing, false},
         {"a closed view", &ToolEndings::atClosedView, false},
         {"the module's stop", &ToolEndings::atStop, false},

@@ -7,6 +7,7 @@
 #include "module/raster/CCurentRaster.h"
 #include "module/raster/CDocumentLock.h"
 #include "module/raster/CSaveRaster.h"
+#include "module/raster/PendingFileSwap.h"
 #include "module/start/CModuleApp.h"
 #include "tests/module/support/desk_fixture.h"
 #include "tests/module/support/dialog_driver.h"
@@ -244,6 +245,59 @@ TEST_F(SaveReactor, FindsAndDeletesInTheRestOfTheChain)
     EXPECT_EQ(g_pArxApp->m_pSaveList, nullptr) << "whichever goes empties the chain";
     EXPECT_TRUE(FindReactor(head, nullptr, true));
     EXPECT_EQ(reactorsOf(1) + reactorsOf(2), 0u);
+}
+
+TEST_F(SaveReactor, AHeldFileOfARasterThatTheChainHasLostIsReplacedAfterItsDrawingHasGone)
+{
+    openEdited(2);
+    {
+        const HANDLE held =
+            CreateFileW(imageFile(0).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+        test::DialogDriver driver;
+        expectQuestion(driver, imageFile(1), IDNO);
+        expectQuestion(driver, imageFile(0), IDYES);
+        expectFileDialog(driver, imageFile(0), IDOK);
+        standin::closeDrawing();
+        CloseHandle(held);
+    }
+    ASSERT_TRUE(g_pPendingFileSwap);
+    EXPECT_TRUE(g_pPendingFileSwap->definitionId.isNull());
+    RunPendingFileSwap();
+    EXPECT_EQ(readPicture(imageFile(0)), flippedSteps);
+    EXPECT_EQ(readPicture(imageFile(1)), steps);
+}
+
+TEST_F(SaveReactor, TheReactorGoesWithTheModuleAlsoWhileSomebodyElseHasTheDefinitionOpen)
+{
+    openEdited(2);
+    test::DialogDriver driver;
+    expectQuestion(driver, imageFile(1), IDNO);
+    const CDocumentLock lock;
+    AcDbRasterImageDef* definition = openDefinition(0);
+    stopModule();
+    EXPECT_TRUE(definition->reactors().empty());
+    definition->close();
+}
+
+TEST_F(SaveReactor, AnotherResolutionIsSavedWithTheEditThatGaveIt)
+{
+    openEdited();
+    CAcraster& edited = *g_pArxApp->m_pRaster;
+    edited.Lock(1);
+    edited.Resample(CSize(4, 2), 150);
+    edited.Reload(true);
+    edited.Unlock();
+    DropCurrentRaster();
+    CAcraster& again = makeCurrent(0);
+    EXPECT_EQ(again.GetDpi(), 150) << "a raster that is picked again still has it";
+    {
+        test::DialogDriver driver;
+        expectQuestion(driver, imageFile(0), IDYES);
+        expectFileDialog(driver, imageFile(0), IDOK);
+        standin::saveDrawing(file("saved.dxf"));
+    }
+    EXPECT_EQ(makeCurrent(0).GetDpi(), 150);
+    EXPECT_EQ(g_pArxApp->m_pSaveList, nullptr) << "and now it is the file's";
 }
 
 TEST_F(SaveReactor, AStrokeThatWasBrokenOffDoesNotKeepTheQuestionAway)

@@ -99,7 +99,7 @@ protected:
         LinkLimits& limits = CurrentLinkLimits();
         const LinkLimits usual = limits;
         if (worker[0] == "silent")
-            limits.workerStart = 2000;
+            limits.workerStart = 500;
         if (worker[0] == "hangs")
             limits.workerRun = 500;
         test::planWorker(worker);
@@ -269,6 +269,29 @@ TEST_F(Saving, APartSavedOntoTheOwnFileIsTheWholeRasterFromThenOn)
         EXPECT_FALSE(raster.HasSelection());
         raster.Unlock();
     }
+}
+
+TEST_F(Saving, TheFileOfAnotherRasterIsShownAnewAndIsLeftAloneWhenThatOneWasEdited)
+{
+    for (const bool edited : {false, true}) {
+        DropCurrentRaster();
+        openDrawing({steps, blank(8, 4)});
+        if (edited) {
+            CAcraster& other = makeCurrent(1);
+            other.Lock(1);
+            other.Invert();
+            other.Reload(true);
+            other.Unlock();
+            DropCurrentRaster();
+        }
+        CAcraster& raster = makeCurrent(0);
+        raster.Lock(1);
+        EXPECT_EQ(raster.SaveAs(file("image1.tif").c_str(), group4, nullptr), !edited);
+        raster.Unlock();
+        EXPECT_EQ(readPicture(file("image1.tif")), edited ? blank(8, 4) : steps);
+        EXPECT_EQ(pictureInDrawing(1), edited ? Picture(4, "########") : steps);
+    }
+    forgetEdits();
 }
 
 TEST_F(Saving, TheHostDoesNotAskAboutARasterThatIsBeingSaved)

@@ -5,8 +5,8 @@
 #include <cstring>
 #include <functional>
 
+#include "standin/desk/gdi_count.h"
 #include "tests/module/support/desk_fixture.h"
-#include "tests/module/support/gdi_count.h"
 #include "workerlink/SendToWorker.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <set>
 
-#include "tests/module/support/gdi_count.h"
+#include "standin/desk/gdi_count.h"
 
 namespace test {
 

@@ -1,4 +1,5 @@
 #include "module/base/CArxApp.h"
+#include "module/shell/CFloatingBar.h"
 #include "module/tools/ToolMessageHook.h"
 #include "tests/module/support/desk_fixture.h"
 #include "tests/module/support/held_objects.h"
@@ -20,7 +21,7 @@ protected:
         ButtonClickTimer.reset();
         LastToolCommand = 0;
         // Owned by the module, as its real toolbar is.
-        g_pArxApp->m_pToolbar = new CWnd;
+        g_pArxApp->m_pToolbar = new CFloatingBar;
         g_pArxApp->m_pToolbar->CreateEx(0, L"STATIC", L"toolbar", WS_POPUP, CRect(0, 0, 10, 10), nullptr, 0);
         m_other.CreateEx(0, L"STATIC", L"other", WS_POPUP, CRect(0, 0, 10, 10), nullptr, 0);
         test::pumpAll();

@@ -125,6 +125,8 @@ TEST_F(WorkerRun, AWorkerThatNeverSaysWorkingIsFoundOutAfterTheWholeTimeAndLeftA
         EXPECT_FALSE(result.ok);
         EXPECT_EQ(result.reply, nullptr);
         EXPECT_EQ(result.errorText, text(L"The process '%s' never started up correctly"));
+        if (row.exitCode != STILL_ACTIVE)
+            WaitForSingleObject(result.process, INFINITE);
         DWORD code = 0;
         EXPECT_TRUE(GetExitCodeProcess(result.process, &code));
         EXPECT_EQ(code, row.exitCode);

@@ -255,6 +255,55 @@ TEST_F(Frame, ABarFloatsAndComesBack)
     EXPECT_EQ(placeIn(*frame, tools).top, 0);
 }
 
+TEST_F(Frame, BarsKeepTheirRowsAndPlaces)
+{
+    makeTools();
+    Tools more;
+    ASSERT_TRUE(more.CreateEx(frame, TBSTYLE_FLAT, WS_CHILD | WS_VISIBLE | CBRS_ALIGN_TOP | CBRS_SIZE_DYNAMIC,
+                              CRect(0, 0, 0, 0), 59393));
+    ASSERT_TRUE(more.LoadToolBar(29999));
+    more.EnableDocking(CBRS_ALIGN_ANY);
+    frame->DockControlBar(&tools, AFX_IDW_DOCKBAR_TOP);
+    frame->DockControlBar(&more, AFX_IDW_DOCKBAR_TOP);
+    const CRect first = placeIn(*frame, tools);
+    CRect second = placeIn(*frame, more);
+    EXPECT_EQ(second.TopLeft(), CPoint(0, first.bottom)) << "each that comes without a place has a row of its own";
+
+    // Beside the first one, with room between them; the row that is left empty goes.
+    CRect wanted(CPoint(300, first.top), second.Size());
+    frame->ClientToScreen(&wanted);
+    frame->DockControlBar(&more, AFX_IDW_DOCKBAR_TOP, &wanted);
+    EXPECT_EQ(placeIn(*frame, more).TopLeft(), CPoint(300, 0));
+    EXPECT_EQ(placeIn(*frame, tools), first);
+    // In the way of each other: the second is pushed along; beyond the end it is pulled back.
+    wanted.OffsetRect(first.right - 20 - 300, 0);
+    frame->DockControlBar(&more, AFX_IDW_DOCKBAR_TOP, &wanted);
+    EXPECT_EQ(placeIn(*frame, more).left, first.right);
+    wanted.OffsetRect(2000, 0);
+    frame->DockControlBar(&more, AFX_IDW_DOCKBAR_TOP, &wanted);
+    CRect client;
+    frame->GetClientRect(&client);
+    EXPECT_EQ(placeIn(*frame, more).right, client.right);
+
+    // A double click on the blank part floats it, another one brings it back to where it was.
+    second = placeIn(*frame, more);
+    CRect separator;
+    more.GetItemRect(2, &separator);
+    const CPoint blank = separator.CenterPoint();
+    more.SendMessage(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(blank.x, blank.y));
+    ASSERT_TRUE(more.IsFloating());
+    ::SendMessageW(::GetAncestor(more, GA_ROOT), WM_NCLBUTTONDBLCLK, HTCAPTION, 0);
+    EXPECT_FALSE(more.IsFloating());
+    EXPECT_EQ(placeIn(*frame, more), second);
+
+    // In front of the first row.
+    wanted = CRect(CPoint(0, -40), second.Size());
+    frame->ClientToScreen(&wanted);
+    frame->DockControlBar(&more, AFX_IDW_DOCKBAR_TOP, &wanted);
+    EXPECT_EQ(placeIn(*frame, more).TopLeft(), CPoint(0, 0));
+    EXPECT_EQ(placeIn(*frame, tools).TopLeft(), CPoint(0, second.Height()));
+}
+
 TEST_F(Frame, ABarIsDraggedByItsGripper)
 {
     makeTools();

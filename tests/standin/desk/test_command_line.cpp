@@ -43,16 +43,15 @@ struct Entities
     std::map<std::uint64_t, bool> present;
     std::uint64_t locked = 0;
 
-    bool apply(std::uint64_t entity, bool there)
+    EditHistory::Turn function()
     {
-        if (entity == locked)
-            return false;
-        present[entity] = there;
-        return true;
-    }
-    EditHistory::Apply function()
-    {
-        return [this](std::uint64_t entity, bool there) { return apply(entity, there); };
+        return [this](desk::Edit& edit) {
+            if (edit.object == locked)
+                return false;
+            edit.added = !edit.added;
+            present[edit.object] = edit.added;
+            return true;
+        };
     }
 };
 

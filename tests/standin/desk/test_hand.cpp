@@ -237,6 +237,25 @@ TEST(Screenshot, ThePointerIsDrawnWithItsHotSpotWhereTheMouseIs)
     DestroyCursor(cursor);
 }
 
+TEST(Screenshot, AFramedPictureHoldsTheTitleBarAndNothingOfOtherPrograms)
+{
+    const Bench bench;
+    const imaging::Rect part{40, 40, 460, 360}; // ten pixels around the window
+    const auto framed = [&] { return desk::takeFramedPicture(part, GetCurrentThreadId()); };
+    const auto inside = [&] { return desk::takePicture(bench.window, GetCurrentThreadId()); };
+    const desk::Picture before = framed();
+    ASSERT_EQ(before.size, part.size());
+    EXPECT_EQ(before.pixels.front() & 0xFFFFFF, 0xFFFFFFU);
+    const desk::Picture insideBefore = inside();
+    SetWindowTextW(bench.window, L"A longer title");
+    const desk::Picture after = framed();
+    EXPECT_EQ(inside().pixels, insideBefore.pixels);
+    const auto changed = std::mismatch(before.pixels.begin(), before.pixels.end(), after.pixels.begin()).first;
+    const auto row = (changed - before.pixels.begin()) / part.width();
+    EXPECT_GT(row, 10);
+    EXPECT_LT(row, 10 + GetSystemMetrics(SM_CYSIZEFRAME) + GetSystemMetrics(SM_CYCAPTION));
+}
+
 TEST(Foothold, AClosedDeskIsToldToTheScript)
 {
     Stage stage;

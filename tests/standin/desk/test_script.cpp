@@ -94,6 +94,20 @@ TEST(Script, PathsCountFromTheScriptsFolder)
     EXPECT_EQ(words(L"D:\\x.tif").path().wstring(), L"D:\\x.tif");
 }
 
+TEST(Script, APictureIsOfAnyNumberOfParts)
+{
+    Words line = words(L"\"my menu.png\" toolbar view:10,20,30,50 menu");
+    const Shot shot = readShot(line);
+    EXPECT_EQ(shot.path.wstring(), L"C:\\scripts\\my menu.png");
+    ASSERT_EQ(shot.parts.size(), 3u);
+    EXPECT_EQ(shot.parts[0].what, PicturePart::What::toolbar);
+    EXPECT_EQ(shot.parts[1].what, PicturePart::What::view);
+    EXPECT_EQ(shot.parts[1].box, (imaging::Rect{10, 20, 30, 50}));
+    EXPECT_EQ(shot.parts[2].what, PicturePart::What::menu);
+    Words plain = words(L"a.png");
+    EXPECT_TRUE(readShot(plain).parts.empty());
+}
+
 // Both ways, so that neither the guide nor the table can fall behind.
 TEST(Script, TheGuideTellsOfEachDirective)
 {
@@ -158,6 +172,9 @@ TEST(Script, MistakesNameTheirLineAndWhatWasExpected)
         {"@expect control 5", "line 1: the control's state is missing"},
         {"@expect control 5 red", "line 1: a control is usable, greyed, ticked, clear or focused"},
         {"@shot", "line 1: the path is missing"},
+        {"@shot a.png sky", "line 1: a picture shows window, view, toolbar, dialog or menu"},
+        {"@shot a.png view:1,2", "line 1: a box of the view should be 4 numbers"},
+        {"@shot a.png view:5,5,5,9", "line 1: the box of the view is empty"},
     };
     for (const auto& [text, message] : cases)
         EXPECT_THAT(errorOf(text), testing::HasSubstr(message)) << text;

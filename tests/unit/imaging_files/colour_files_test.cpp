@@ -1,5 +1,5 @@
 // Grey and coloured files of other programs: what is darker than half becomes ink.
-#include "test_files.h"
+#include "tests/support/test_files.h"
 
 using namespace imaging;
 

@@ -5,7 +5,7 @@
 #include <unistd.h>
 
 #include "imaging/fresh_file.h"
-#include "test_files.h"
+#include "tests/support/test_files.h"
 
 // What stands beside a target while it is written, and what a writer that was killed leaves there.
 

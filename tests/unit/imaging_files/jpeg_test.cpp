@@ -4,7 +4,7 @@
 #include <jpeglib.h>
 
 #include "imaging/error.h"
-#include "test_files.h"
+#include "tests/support/test_files.h"
 
 using namespace imaging;
 using testing::HasSubstr;

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "imaging/error.h"
-#include "test_files.h"
+#include "tests/support/test_files.h"
 
 using namespace imaging;
 using testing::HasSubstr;

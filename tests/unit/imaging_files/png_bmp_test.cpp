@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "imaging/dib.h"
-#include "tiff_bytes.h"
+#include "tests/support/tiff_bytes.h"
 
 using namespace imaging;
 using testing::HasSubstr;

@@ -3,7 +3,7 @@
 #include <sys/resource.h>
 
 #include "imaging/error.h"
-#include "tiff_bytes.h"
+#include "tests/support/tiff_bytes.h"
 
 using namespace imaging;
 using testing::ElementsAre;
@@ -59,8 +59,10 @@ TEST_F(Writing, AnotherProgramSeesThePictureAndTheResolution)
             // ImageMagick takes a 1 in a bilevel PCX for black whatever the palette says.
             const bool pcx = format.format == Format::Pcx;
             ASSERT_TRUE(samePicture(seen, pcx ? darkInPpmOf("pcxtoppm " + name) : seenByImageMagick(name)));
-            const double dots = std::stod(runTool("identify -units PixelsPerInch -format '%x' " + name));
-            EXPECT_NEAR(dots, 300, 0.01);
+            if (width == 611) { // the width makes no difference
+                const double dots = std::stod(runTool("identify -units PixelsPerInch -format '%x' " + name));
+                EXPECT_NEAR(dots, 300, 0.01);
+            }
             const RasterFile read = readRaster(file(name));
             EXPECT_TRUE(samePicture(seen, read.bitmap));
             EXPECT_EQ(read.info.resolution, (Resolution{300, 300})) << "whole dots per inch must come back whole";

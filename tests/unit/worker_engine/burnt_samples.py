@@ -12,7 +12,9 @@ from pathlib import Path
 
 import ezdxf
 from ezdxf import path as paths
-from ezdxf.math import Matrix44
+from ezdxf.math import Matrix44, Vec3
+from ezdxf.render import hatching
+from ezdxf.render.trace import TraceBuilder
 
 DPI = 254  # a pen's hundredths of a millimetre are tenths of a pixel
 SLACK = 0.5  # pixels from the edge of what is to be ink, within which a pixel may be either
@@ -83,6 +85,31 @@ def blocks(space):
     space.add_line((0, 100), (100, 0), dxfattribs={"layer": "off"})
 
 
+def shapes(space):
+    space.add_lwpolyline([(8, 70), (30, 92), (40, 72)], dxfattribs={"const_width": 4, "color": 2})
+    space.add_lwpolyline([(50, 75, 1, 5, 0), (70, 90, 5, 2, 0.5), (92, 78, 2, 2, 0)], format="xyseb", dxfattribs={"color": 3})
+    space.add_ray((60, 20), (1, 0.3), dxfattribs={"color": 1})
+    space.add_xline((20, 5), (-2, 1), dxfattribs={"color": 4})
+    space.add_3dface([(5, 40), (25, 42), (22, 60), (6, 58)], dxfattribs={"color": 5})
+    hidden = space.add_3dface([(30, 40), (50, 42), (47, 60), (31, 58)], dxfattribs={"color": 5})
+    hidden.dxf.invisible = 0b0101
+    mesh = space.add_polymesh((3, 3), dxfattribs={"color": 6})
+    for row in range(3):
+        for column in range(3):
+            mesh.set_mesh_vertex((row, column), (60 + 10 * row + column, 35 + 9 * column - row, row * column))
+    space.add_leader([(55, 12), (70, 25), (85, 25)], dxfattribs={"color": 1, "has_arrowhead": 0})
+
+
+def patterns(space):
+    for name, scale, angle, corner in (("ANSI31", 1.5, 0, (5, 5)), ("ANSI37", 1.4, 20, (55, 5)), ("ANSI33", 1.3, 0, (5, 55)),
+                                       ("NET", 1.9, 33, (55, 55))):
+        x, y = corner
+        hatch = space.add_hatch(color=2)
+        hatch.set_pattern_fill(name, scale=scale, angle=angle)
+        hatch.paths.add_polyline_path([(x, y), (x + 40, y + 4), (x + 36, y + 40), (x + 3, y + 36)], is_closed=True)
+        hatch.paths.add_polyline_path([(x + 12, y + 20), (x + 20, y + 11), (x + 28, y + 20)], is_closed=True, flags=16)
+
+
 # The pens of the indices 1 to 7, and all others, in pixels; the corners; the raster's size.
 SAMPLES = {
     "lines": (lines, [20, 3, 7, 5, 2, 9, 4], (0, 0, 100, 100), (400, 400)),
@@ -92,6 +119,9 @@ SAMPLES = {
     "curves from near": (curves, [4, 3, 9, 5, 2, 12, 4], (20, 20, 60, 50), (600, 450)),
     "areas": (areas, [3, 3, 3, 3, 3, 3, 3], (0, 0, 100, 100), (380, 380)),
     "areas turned over": (areas, [3, 3, 3, 3, 3, 3, 3], (100, 100, 0, 0), (500, 280)),
+    "shapes": (shapes, [3, 3, 5, 4, 2, 3, 4], (0, 0, 100, 100), (350, 350)),
+    "patterns": (patterns, [3, 2, 5, 4, 2, 3, 4], (0, 0, 100, 100), (300, 300)),
+    "patterns turned over": (patterns, [3, 3, 5, 4, 2, 3, 4], (100, 0, 0, 100), (260, 320)),
     "blocks": (blocks, [3, 5, 2, 7, 9, 4, 6], (0, 0, 100, 100), (500, 500)),
 }
 
@@ -189,11 +219,35 @@ def judge_drawing(path, pens, corners, size):
     def flattened(curve, matrix):
         return pixels(curve.transform(matrix).flattening(fineness, segments=32))
 
+    def judge_face(face):
+        corners = face.wcs_vertices()
+        hidden = face.dxf.get("invisible", 0)
+        for number, corner in enumerate(corners):
+            if not hidden & (1 << number):
+                judge.stroke(pixels(matrix.transform_vertices([corner, corners[(number + 1) % len(corners)]])), pen)
+
     for entity, matrix, color in shown_entities(ezdxf.readfile(path).modelspace()):
         kind = entity.dxftype()
         pen = pens[min(color, len(pens)) - 1]
         if kind in ("SOLID", "TRACE"):
             judge.area([pixels(matrix.transform_vertices(entity.wcs_vertices()))])
+        elif kind == "HATCH" and not entity.has_solid_fill:
+            for a, b in hatching.hatch_entity(entity):
+                judge.stroke(pixels(matrix.transform_vertices([a, b])), pen)
+        elif kind == "LWPOLYLINE" and entity.has_width:
+            for face in TraceBuilder.from_polyline(entity, segments=256).faces():
+                judge.area([pixels(matrix.transform_vertices(Vec3.generate(face)))])
+        elif kind in ("RAY", "XLINE"):
+            way = entity.dxf.unit_vector * 1000
+            start = entity.dxf.start if kind == "RAY" else entity.dxf.start - way
+            judge.stroke(pixels(matrix.transform_vertices([start, entity.dxf.start + way])), pen)
+        elif kind == "3DFACE":
+            judge_face(entity)
+        elif kind == "POLYLINE" and entity.is_polygon_mesh:
+            for face in entity.virtual_entities():
+                judge_face(face)
+        elif kind == "LEADER":
+            judge.stroke(pixels(matrix.transform_vertices(entity.vertices)), pen)
         elif kind == "HATCH":
             judge.area([flattened(each, matrix) for each in paths.from_hatch(entity)])
         elif kind == "POINT":

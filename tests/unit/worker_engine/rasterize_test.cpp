@@ -241,6 +241,17 @@ TEST_F(RasterizeTest, LeavesTheFileWhenNothingLiesOverIt)
     EXPECT_EQ(burn(lineEntity("0.5,4.5", "2.9,4.5"), paper6x5, "30", Region(Rect{3, 0, 6, 5})).rasterize.result, 0);
 }
 
+TEST_F(RasterizeTest, TellsThatSomethingWasLeftOut)
+{
+    const std::string endlesslyFine =
+        "0 HATCH\n8 0\n10 0\n20 0\n30 0\n2 FINE\n70 0\n71 0\n91 1\n92 2\n72 0\n73 1\n93 4\n10 0\n20 0\n10 6\n20 0\n"
+        "10 6\n20 5\n10 0\n20 5\n97 0\n75 1\n76 1\n52 0\n41 1\n77 0\n78 1\n53 0\n43 0\n44 0\n45 0\n46 1e-9\n79 0\n98 "
+        "0\n";
+    EXPECT_EQ(burn(endlesslyFine + lineEntity("0.5,4.5", "3.5,4.5"), paper6x5).rasterize.result, SomethingLeftOut);
+    EXPECT_EQ(picture("raster"), (Picture{"####..", "......", "......", "......", "......"}));
+    EXPECT_EQ(burn(endlesslyFine, paper6x5).rasterize.result, NothingOverRaster);
+}
+
 TEST_F(RasterizeTest, AbsurdCoordinatesAreHarmless)
 {
     for (const std::string& each :
