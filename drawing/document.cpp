@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "drawing/code_pages.h"
 #include "drawing/document_builder.h"
 
 namespace drawing {
@@ -236,6 +237,14 @@ Dictionary& Document::rootDictionary()
 const Dictionary& Document::rootDictionary() const
 {
     return *find<Dictionary>(m_objects.front());
+}
+
+std::string windowsCodePageName(const Document& document)
+{
+    constexpr int fallbackPage = 1252;
+    const auto own = codePageNumber(document.header.text("$DWGCODEPAGE"));
+    const int number = windowsCodePage(own.value_or(fallbackPage));
+    return "ANSI_" + std::to_string(openCodePage(number) ? number : fallbackPage);
 }
 
 } // namespace drawing

@@ -187,6 +187,10 @@ private:
     Handle m_paperSpace = 0;
 };
 
+/// The name of the code page that the drawing's files are to be in: its own ($DWGCODEPAGE), or its like on Windows,
+/// which other programs know.
+std::string windowsCodePageName(const Document& document);
+
 /// True if the names are the same but for the case of ASCII letters.
 bool sameName(std::string_view a, std::string_view b);
 

@@ -4,8 +4,11 @@
 #include <system_error>
 
 #include "drawing/binary_form.h"
+#include "drawing/dwg/dwg_reader.h"
+#include "drawing/dwg/dwg_writer.h"
 #include "drawing/dxf_reader.h"
 #include "drawing/dxf_writer.h"
+#include "drawing/lower_case.h"
 #include "files/fresh_file.h"
 
 namespace drawing {
@@ -48,8 +51,8 @@ Document readDxf(std::string_view bytes, Notes* notes)
         text = textFromBinary(bytes);
         bytes = text;
     }
-    if (bytes.starts_with("AC1") && bytes.find('\0') != std::string_view::npos) {
-        throw DrawingError("this is a drawing in the host's own binary form; only DXF can be read");
+    if (dwg::isDwg(bytes)) {
+        throw DrawingError("this is a drawing in the host's own binary form; only DXF can be read here");
     }
     DxfReader reader(bytes);
     Document document = reader.read();
@@ -64,19 +67,57 @@ std::string writeDxf(const Document& document, DxfForm form)
     return DxfWriter(document, form).write();
 }
 
+DrawingForm formOfContent(std::string_view bytes)
+{
+    return dwg::isDwg(bytes) ? DrawingForm::Dwg : isBinaryForm(bytes) ? DrawingForm::DxfBinary : DrawingForm::DxfText;
+}
+
+DrawingForm formOfExtension(const std::filesystem::path& path)
+{
+    const auto extension = path.extension().u8string();
+    return lowerCase(std::string(extension.begin(), extension.end())) == ".dwg" ? DrawingForm::Dwg
+                                                                                : DrawingForm::DxfText;
+}
+
+Document readDrawingBytes(std::string_view bytes, Notes* notes)
+{
+    if (formOfContent(bytes) != DrawingForm::Dwg) {
+        return readDxf(bytes, notes);
+    }
+    dwg::DwgReader reader(bytes);
+    Document document = reader.read();
+    if (notes) {
+        *notes = reader.notes();
+    }
+    return document;
+}
+
+std::string writeDrawingBytes(const Document& document, DrawingForm form, Notes* notes)
+{
+    if (form != DrawingForm::Dwg) {
+        return writeDxf(document, form == DrawingForm::DxfBinary ? DxfForm::Binary : DxfForm::Text);
+    }
+    dwg::DwgWriter writer(document);
+    std::string bytes = writer.write();
+    if (notes) {
+        *notes = writer.notes();
+    }
+    return bytes;
+}
+
 Document readDrawing(const std::filesystem::path& path, Notes* notes)
 {
     try {
-        return readDxf(readBytes(path), notes);
+        return readDrawingBytes(readBytes(path), notes);
     } catch (const DrawingError& error) {
         throw error.inFile(shownName(path));
     }
 }
 
-void writeDrawing(const Document& document, const std::filesystem::path& path, DxfForm form)
+void writeDrawing(const Document& document, const std::filesystem::path& path, DrawingForm form, Notes* notes)
 {
     try {
-        const std::string bytes = writeDxf(document, form);
+        const std::string bytes = writeDrawingBytes(document, form, notes);
         files::FreshFile file(path);
         file.write(0, bytes.data(), bytes.size());
         file.commit();

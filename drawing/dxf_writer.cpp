@@ -4,6 +4,8 @@
 #include <set>
 #include <string>
 
+#include "drawing/binary_part.h"
+#include "drawing/known_classes.h"
 #include "drawing/numbers.h"
 
 namespace drawing {
@@ -13,39 +15,10 @@ namespace {
 constexpr std::string_view releaseWritten = "AC1015";
 constexpr std::string_view maintenanceRelease = "6";
 
-// The code page that the file is to be in: the drawing's own, or its like on Windows, which other programs know.
-std::string codePageOf(const Document& document)
-{
-    constexpr int fallbackPage = 1252;
-    const auto own = codePageNumber(document.header.text("$DWGCODEPAGE"));
-    const int number = windowsCodePage(own.value_or(fallbackPage));
-    return "ANSI_" + std::to_string(openCodePage(number) ? number : fallbackPage);
-}
-
-struct KnownClass
-{
-    std::string_view name;
-    std::string_view className;
-    std::string_view application;
-    std::string_view flags;
-    bool entity;
-};
-
-// Kinds that a reader knows by the file's list of classes only.
-constexpr KnownClass knownClasses[] = {
-    {"ACDBDICTIONARYWDFLT", "AcDbDictionaryWithDefault", "ObjectDBX Classes", "0", false},
-    {"ACDBPLACEHOLDER", "AcDbPlaceHolder", "ObjectDBX Classes", "0", false},
-    {"LAYOUT", "AcDbLayout", "ObjectDBX Classes", "0", false},
-    {"IMAGE", "AcDbRasterImage", "ISM", "127", true},
-    {"IMAGEDEF", "AcDbRasterImageDef", "ISM", "0", false},
-    {"IMAGEDEF_REACTOR", "AcDbRasterImageDefReactor", "ISM", "1", false},
-    {"RASTERVARIABLES", "AcDbRasterVariables", "ISM", "0", false},
-};
-
 } // namespace
 
 DxfWriter::DxfWriter(const Document& document, DxfForm form)
-    : m_document(document), m_codePage(codePageOf(document)), m_sink(TextEncoding(m_codePage), form)
+    : m_document(document), m_codePage(windowsCodePageName(document)), m_sink(TextEncoding(m_codePage), form)
 {}
 
 std::string DxfWriter::write()
@@ -118,13 +91,13 @@ void DxfWriter::writeClasses()
             }
         }
     }
-    for (const KnownClass& known : knownClasses) {
+    for (const KnownClass& known : knownClasses()) {
         if (!present.contains(std::string(known.name))) {
             m_sink.group(0, "CLASS");
             m_sink.groups({{1, std::string(known.name)},
                            {2, std::string(known.className)},
                            {3, std::string(known.application)},
-                           {90, std::string(known.flags)},
+                           {90, std::to_string(known.flags)},
                            {280, "0"},
                            {281, known.entity ? "1" : "0"}});
         }
@@ -189,7 +162,7 @@ void DxfWriter::writeEntities()
 void DxfWriter::writeEntitiesOf(const Block& block, bool paperSpace)
 {
     for (const Handle handle : block.entities) {
-        if (const auto* entity = m_document.find<Entity>(handle)) {
+        if (const auto* entity = m_document.find<Entity>(handle); entity && !isOnlyBinary(*entity)) {
             writeEntity(*entity, paperSpace);
         }
     }
@@ -224,11 +197,25 @@ void DxfWriter::writeEntity(const Entity& entity, bool paperSpace)
     }
 }
 
+// What only the binary form can hold has no place here, and no name either.
+Dictionary DxfWriter::withoutBinary(const Dictionary& dictionary) const
+{
+    Dictionary copy = dictionary;
+    std::erase_if(copy.entries, [&](const Dictionary::Entry& entry) {
+        const Object* held = m_document.find(entry.object);
+        return held && isOnlyBinary(*held);
+    });
+    return copy;
+}
+
 void DxfWriter::writeObjects()
 {
     beginSection("OBJECTS");
     for (const Handle handle : m_document.objects()) {
-        if (const Object* object = m_document.find(handle)) {
+        const Object* object = m_document.find(handle);
+        if (const auto* dictionary = dynamic_cast<const Dictionary*>(object)) {
+            FieldWriter(m_sink).write(withoutBinary(*dictionary));
+        } else if (object && !isOnlyBinary(*object)) {
             FieldWriter(m_sink).write(*object);
         }
     }

@@ -27,11 +27,12 @@ private:
     void writeEntities();
     void writeEntitiesOf(const Block& block, bool paperSpace);
     void writeEntity(const Entity& entity, bool paperSpace);
+    Dictionary withoutBinary(const Dictionary& dictionary) const;
     void writeObjects();
 
     const Document& m_document;
     std::string m_codePage;
-    GroupSink m_sink;
+    DxfSink m_sink;
 };
 
 } // namespace drawing

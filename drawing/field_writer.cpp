@@ -7,11 +7,11 @@
 
 namespace drawing {
 
-GroupSink::GroupSink(TextEncoding encoding, DxfForm form)
+DxfSink::DxfSink(TextEncoding encoding, DxfForm form)
     : m_encoding(std::move(encoding)), m_form(form), m_bytes(form == DxfForm::Binary ? binarySentinel() : "")
 {}
 
-void GroupSink::group(int code, std::string_view value)
+void DxfSink::group(int code, std::string_view value)
 {
     // A value is one line; the format writes control characters as a caret and a letter.
     std::string line;
@@ -29,7 +29,7 @@ void GroupSink::group(int code, std::string_view value)
     }
 }
 
-void GroupSink::textGroup(int code, std::string_view value)
+void DxfSink::textGroup(int code, std::string_view value)
 {
     const std::string number = std::to_string(code);
     constexpr std::size_t codeWidth = 3;

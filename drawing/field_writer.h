@@ -16,14 +16,23 @@ enum class DxfForm
     Binary,
 };
 
-/// The bytes of a DXF file as they grow; in text form a line with the code and a line with the value.
+/// Takes the groups of records as they are written.
 class GroupSink
 {
 public:
-    GroupSink(TextEncoding encoding, DxfForm form);
+    virtual ~GroupSink() = default;
 
-    void group(int code, std::string_view value);
+    virtual void group(int code, std::string_view value) = 0;
     void groups(const Groups& groups);
+};
+
+/// The bytes of a DXF file as they grow; in text form a line with the code and a line with the value.
+class DxfSink final : public GroupSink
+{
+public:
+    DxfSink(TextEncoding encoding, DxfForm form);
+
+    void group(int code, std::string_view value) override;
     std::string take() { return std::move(m_bytes); }
 
 private:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,6 +9,7 @@
 namespace drawing {
 
 class FieldVisitor;
+struct BinaryPart;
 
 /// Identifies an object within its drawing and through every save; 0 means none.
 using Handle = std::uint64_t;
@@ -52,6 +54,8 @@ struct Object
     Groups applicationGroups; // 102 "{NAME" ... 102 "}" of applications, in a row
     Groups embedded;          // from 101 "Embedded Object" on
     Groups extendedData;      // 1001 and what follows
+    /// What only the host's binary form can hold; null as a rule.
+    std::shared_ptr<const BinaryPart> binary;
 };
 
 } // namespace drawing

@@ -62,7 +62,12 @@ int run(const std::filesystem::path& drawing, const std::filesystem::path& pens,
     drawing::FlattenOptions options;
     options.tolerance = 0.25 * topRight.x / raster.bitmap.width(); // a quarter of a pixel, as the worker does
     std::cout << "| Step | ms |\n|---|---:|\n";
-    measure("drawing, read", [&] { drawing::readDrawing(drawing); });
+    const std::filesystem::path binary = std::filesystem::path(drawing).replace_extension(".dwg");
+    const std::filesystem::path text = std::filesystem::path(drawing).replace_extension(".again.dxf");
+    measure("drawing, read as DXF", [&] { drawing::readDrawing(drawing); });
+    measure("drawing, written as DXF", [&] { drawing::writeDrawing(document, text); });
+    measure("drawing, written as AC1015", [&] { drawing::writeDrawing(document, binary, drawing::DrawingForm::Dwg); });
+    measure("drawing, read as AC1015", [&] { drawing::readDrawing(binary); });
     measure("drawing, flattened", [&] {
         pieces = 0;
         drawing::flattenBlock(document, document.modelSpace(), options, [&](drawing::FlatItem&&) { ++pieces; });

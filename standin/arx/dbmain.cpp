@@ -154,7 +154,7 @@ Acad::ErrorStatus AcDbDatabase::saveAs(const ACHAR* fileName, bool, AcDb::AcDbDw
     const std::wstring name = fileName;
     standin::editor().tell([&](AcEditorReactor& reactor) { reactor.beginSave(this, name.c_str()); });
     try {
-        drawing::writeDrawing(m_state->document, std::filesystem::path(name));
+        drawing::writeDrawing(m_state->document, std::filesystem::path(name), drawing::DrawingForm::Dwg);
     } catch (const drawing::DrawingError&) {
         standin::editor().tell([this](AcEditorReactor& reactor) { reactor.abortSave(this); });
         return Acad::eFileAccessErr;

@@ -102,7 +102,7 @@ Failure saveDrawing(const std::filesystem::path& path)
     AcDbDatabase* database = active()->database();
     editor().tell([&](AcEditorReactor& reactor) { reactor.beginSave(database, name.c_str()); });
     try {
-        drawing::writeDrawing(database->state().document, name);
+        drawing::writeDrawing(database->state().document, name, drawing::formOfExtension(name));
     } catch (const drawing::DrawingError& failure) {
         editor().tell([&](AcEditorReactor& reactor) { reactor.abortSave(database); });
         return fromUtf8(failure.what());

@@ -76,7 +76,7 @@ void writeDrawingOf(const std::filesystem::path& raster, const Placement& placem
     drawing::ImageDefinition& added = document.addImageDefinition(utf8(raster.stem()), std::move(definition));
     document.attachDefinition(document.addEntity(document.modelSpace(), std::move(image)), added);
     document.obtainRasterVariables();
-    drawing::writeDrawing(document, file);
+    drawing::writeDrawing(document, file, drawing::DrawingForm::Dwg);
 }
 
 } // namespace

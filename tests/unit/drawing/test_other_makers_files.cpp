@@ -59,7 +59,7 @@ TEST_P(OtherMakersFile, BinaryFormHoldsTheSame)
 {
     const auto binary = *s_folder / (std::string(GetParam()) + "-binary.dxf");
     const Document document = readDrawing(binary);
-    writeDrawing(document, *s_folder / "after.dxf", DxfForm::Binary);
+    writeDrawing(document, *s_folder / "after.dxf", DrawingForm::DxfBinary);
     EXPECT_EQ(writeDxf(readDrawing(*s_folder / "after.dxf")), writeDxf(document));
     std::string output;
     EXPECT_TRUE(runScript("compare_drawings.py", binary.string() + " " + (*s_folder / "after.dxf").string(), output))

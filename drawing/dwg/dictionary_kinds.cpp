@@ -1,0 +1,245 @@
+// Dictionaries, what they commonly hold, groups and multiline styles.
+
+#include "drawing/dwg/extended_values.h"
+#include "drawing/dwg/kinds.h"
+#include "drawing/error.h"
+
+namespace drawing::dwg {
+
+namespace {
+
+struct Entry
+{
+    std::string key;
+    Handle object = 0;
+};
+
+void dictionaryFields(ObjectFields& f)
+{
+    f.marker("AcDbDictionary");
+    std::vector<Entry> entries;
+    int hardOwner = 0;
+    for (const PlacedGroup& group : f.takeAll({3, 350, 360})) {
+        if (group.code == 3) {
+            entries.push_back({group.value, 0});
+        } else if (!entries.empty()) {
+            entries.back().object = group.handleValue();
+        }
+    }
+    constexpr unsigned leastNameBits = 2;
+    auto count = static_cast<int>(entries.size());
+    f.bits.count(count, leastNameBits);
+    int cloning = 1;
+    f.take(281, cloning);
+    f.take(280, hardOwner);
+    f.bits.shortNumber(cloning);
+    f.bits.byte(hardOwner);
+    if (hardOwner != 0) {
+        f.give(280, 1);
+    }
+    f.give(281, cloning);
+    entries.resize(static_cast<std::size_t>(count));
+    for (Entry& entry : entries) {
+        f.bits.text(entry.key);
+    }
+    for (Entry& entry : entries) {
+        f.bits.handle(entry.object, hardOwner != 0 ? Reference::HardOwner : Reference::SoftOwner);
+        f.give(3, entry.key);
+        f.giveHandle(hardOwner != 0 ? 360 : 350, entry.object);
+    }
+}
+
+void dictionary(ObjectFields& f)
+{
+    dictionaryFields(f);
+}
+
+void dictionaryWithDefault(ObjectFields& f)
+{
+    dictionaryFields(f);
+    f.marker("AcDbDictionaryWithDefault");
+    f.handle(340, Reference::HardPointer);
+}
+
+void dictionaryVariable(ObjectFields& f)
+{
+    f.marker("DictionaryVariables");
+    f.byte(280);
+    f.text(1);
+}
+
+void placeholder(ObjectFields&) {}
+
+void group(ObjectFields& f)
+{
+    f.marker("AcDbGroup");
+    f.text(300);
+    f.shortNumber(70);
+    f.shortNumber(71);
+    const auto members = f.takeAll({340});
+    auto count = static_cast<int>(members.size());
+    f.bits.longNumber(count);
+    constexpr std::size_t leastHandleBits = 8;
+    if (f.reading() && (count < 0 || static_cast<std::size_t>(count) > f.bits.handles().left() / leastHandleBits)) {
+        throw DrawingError("a group has more members than there is room for");
+    }
+    for (int i = 0; i < count; ++i) {
+        Handle member = f.reading() ? 0 : members[static_cast<std::size_t>(i)].handleValue();
+        f.bits.handle(member, Reference::HardPointer);
+        f.giveHandle(340, member);
+    }
+}
+
+// The bits of a multiline style's flags: what the form has, and what DXF has.
+struct FlagPair
+{
+    int stored;
+    int dxf;
+};
+constexpr FlagPair styleFlags[] = {{1, 2}, {2, 1}, {16, 16}, {32, 64}, {64, 32}, {256, 256}, {512, 1024}, {1024, 512}};
+
+struct StyleLine
+{
+    double offset = 0;
+    int color = 256;
+    std::string linetype = "BYLAYER";
+};
+
+// The numbers of linetypes count the entries of the table.
+void styleLine(ObjectFields& f, StyleLine& line)
+{
+    f.bits.real(line.offset);
+    f.bits.shortNumber(line.color);
+    int number = f.reading() ? 0 : f.names.linetypeNumber(line.linetype);
+    f.bits.shortNumber(number);
+    if (f.reading()) {
+        line.linetype = f.names.linetypeOfNumber(number);
+    }
+}
+
+void multilineStyle(ObjectFields& f)
+{
+    f.marker("AcDbMlineStyle");
+    f.text(2);
+    f.text(3);
+    int flags = 0;
+    f.take(70, flags);
+    int stored = 0;
+    for (const FlagPair& pair : styleFlags) {
+        stored |= flags & pair.dxf ? pair.stored : 0;
+    }
+    f.bits.shortNumber(stored);
+    flags = 0;
+    for (const FlagPair& pair : styleFlags) {
+        flags |= stored & pair.stored ? pair.dxf : 0;
+    }
+    f.give(70, flags);
+    std::vector<StyleLine> lines;
+    int fill = 256;
+    f.take(62, fill);
+    f.bits.shortNumber(fill);
+    f.give(62, fill);
+    f.angle(51);
+    f.angle(52);
+    for (const PlacedGroup& each : f.takeAll({49, 62, 6})) {
+        if (each.code == 49) {
+            lines.emplace_back().offset = each.real();
+        } else if (!lines.empty() && each.code == 62) {
+            lines.back().color = each.integer();
+        } else if (!lines.empty()) {
+            lines.back().linetype = each.value;
+        }
+    }
+    auto count = static_cast<int>(lines.size());
+    f.bits.byte(count);
+    f.give(71, count);
+    lines.resize(static_cast<std::size_t>(count));
+    for (StyleLine& line : lines) {
+        styleLine(f, line);
+        f.give(49, line.offset);
+        f.give(62, line.color);
+        f.give(6, line.linetype);
+    }
+}
+
+// Groups of any codes, packed as bytes; what follows are handles that those of the groups stand for.
+void extendedRecord(ObjectFields& f)
+{
+    f.marker("AcDbXrecord");
+    int cloning = 1;
+    f.take(280, cloning);
+    if (f.reading()) {
+        int size = 0;
+        constexpr unsigned bitsOfByte = 8;
+        f.bits.count(size, bitsOfByte);
+        const std::string bytes = f.bits.data().raw(static_cast<std::size_t>(size));
+        f.bits.shortNumber(cloning);
+        f.give(280, cloning);
+        for (const Group& each : valuesOfRecord(bytes, f.bits.encoding())) {
+            f.give(each.code, each.value);
+        }
+        return;
+    }
+    std::vector<Handle> referred;
+    const std::string bytes = bytesOfRecord(f.takeRest(), f.bits.encoding(), referred);
+    f.bits.writtenData().longNumber(static_cast<int>(bytes.size()));
+    f.bits.writtenData().raw(bytes);
+    f.bits.shortNumber(cloning);
+    for (Handle handle : referred) {
+        f.bits.handle(handle, Reference::SoftPointer);
+    }
+}
+
+// Entities in an order of drawing: each with the handle that stands for its place.
+void sortedEntities(ObjectFields& f)
+{
+    f.marker("AcDbSortentsTable");
+    Handle block = 0;
+    f.takeHandle(330, block);
+    const auto places = f.takeAll({331, 5});
+    std::vector<Entry> entries;
+    std::vector<Handle> order;
+    for (const PlacedGroup& each : places) {
+        if (each.code == 331) {
+            entries.push_back({{}, each.handleValue()});
+            order.push_back(0);
+        } else if (!order.empty()) {
+            order.back() = each.handleValue();
+        }
+    }
+    constexpr unsigned leastBits = 8;
+    auto count = static_cast<int>(entries.size());
+    f.bits.count(count, leastBits);
+    entries.resize(static_cast<std::size_t>(count));
+    order.resize(static_cast<std::size_t>(count));
+    for (Handle& place : order) {
+        f.bits.plainHandle(place, Reference::Own);
+    }
+    f.bits.handle(block, Reference::SoftPointer);
+    f.giveHandle(330, block);
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        f.bits.handle(entries[i].object, Reference::SoftPointer);
+        f.giveHandle(331, entries[i].object);
+        f.giveHandle(5, order[i]);
+    }
+}
+
+} // namespace
+
+std::span<const Kind> dictionaryKinds()
+{
+    static constexpr Kind kinds[] = {
+        {0x2A, false, "DICTIONARY", dictionary},
+        {0, false, "ACDBDICTIONARYWDFLT", dictionaryWithDefault},
+        {0, false, "DICTIONARYVAR", dictionaryVariable},
+        {0, false, "ACDBPLACEHOLDER", placeholder},
+        {0x50, false, "ACDBPLACEHOLDER", placeholder}, // as later programs number it
+        {0x48, false, "GROUP", group},
+        {0x49, false, "MLINESTYLE", multilineStyle},
+        {0x4F, false, "XRECORD", extendedRecord},
+        {0, false, "SORTENTSTABLE", sortedEntities},
+    };
+    return kinds;
+}
+
+} // namespace drawing::dwg

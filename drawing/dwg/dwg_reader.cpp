@@ -1,0 +1,366 @@
+#include "drawing/dwg/dwg_reader.h"
+
+#include <algorithm>
+#include <string>
+
+#include "drawing/block_cycles.h"
+#include "drawing/dwg/header_section.h"
+#include "drawing/dwg/hexadecimal.h"
+#include "drawing/dwg/trailing_sections.h"
+#include "drawing/error.h"
+#include "drawing/lower_case.h"
+#include "drawing/numbers.h"
+
+namespace drawing::dwg {
+
+namespace {
+
+// The tables in the order in which DXF has them.
+constexpr std::string_view tableOrder[] = {"VPORT", "LTYPE", "LAYER",    "STYLE",       "VIEW",
+                                           "UCS",   "APPID", "DIMSTYLE", "BLOCK_RECORD"};
+
+Root rootOf(std::string_view kind)
+{
+    constexpr std::pair<std::string_view, Root> roots[] = {{"BLOCK_RECORD", Root::BlockControl},
+                                                           {"LAYER", Root::LayerControl},
+                                                           {"STYLE", Root::StyleControl},
+                                                           {"LTYPE", Root::LinetypeControl},
+                                                           {"VIEW", Root::ViewControl},
+                                                           {"UCS", Root::SystemControl},
+                                                           {"VPORT", Root::ViewportControl},
+                                                           {"APPID", Root::ApplicationControl},
+                                                           {"DIMSTYLE", Root::DimensionStyleControl}};
+    return std::find_if(std::begin(roots), std::end(roots), [&](const auto& each) { return each.first == kind; })
+        ->second;
+}
+
+} // namespace
+
+DwgReader::DwgReader(std::string_view bytes)
+    : m_bytes(bytes), m_header(readFileHeader(bytes)), m_encoding(codePageName(m_header.codePage))
+{}
+
+Document DwgReader::read()
+{
+    readClassSection();
+    m_places = readObjectMap(m_bytes, m_header.sections[objectMapSection]);
+    checkPlaces();
+    readNames();
+    readObjects();
+    buildTables();
+    readHeader();
+    buildBlocks();
+    buildRest();
+    checkCycles();
+    readPreview();
+    return m_builder.complete();
+}
+
+Notes DwgReader::notes() const
+{
+    Notes notes = m_mendings.sentences();
+    for (const auto& [kind, count] : m_unread) {
+        notes.push_back(std::to_string(count) + " of the objects " + kind +
+                        " could not be read; they are carried along unread.");
+    }
+    return notes;
+}
+
+void DwgReader::readClassSection()
+{
+    m_classes = readClasses(
+        markedContent(m_bytes, m_header.sections[classesSection], Marked::Classes, "the list of classes"), m_encoding);
+    for (const ObjectClass& each : m_classes) {
+        m_builder.document().classes.push_back(groupsOfClass(each));
+    }
+}
+
+std::string_view DwgReader::headerContent() const
+{
+    return markedContent(m_bytes, m_header.sections[headerVariablesSection], Marked::HeaderVariables,
+                         "the section of the header variables");
+}
+
+// No two objects may share bytes; that bounds what all of them together hold.
+void DwgReader::checkPlaces() const
+{
+    RecordNames none;
+    const ObjectDecoder decoder(m_bytes, m_classes, m_encoding, none);
+    std::vector<ObjectPlace> places = m_places;
+    std::sort(places.begin(), places.end(),
+              [](const ObjectPlace& a, const ObjectPlace& b) { return a.address < b.address; });
+    std::size_t end = 0;
+    for (const ObjectPlace& each : places) {
+        if (each.address < end) {
+            throw DrawingError("the object " + formatHandle(each.handle) + " lies over another");
+        }
+        end = decoder.end(each);
+    }
+}
+
+// The records of a table, before its objects are read.
+std::vector<Handle> DwgReader::recordsOf(ObjectDecoder& decoder, Handle control) const
+{
+    const auto found = std::lower_bound(m_places.begin(), m_places.end(), control,
+                                        [](const ObjectPlace& place, Handle handle) { return place.handle < handle; });
+    return found != m_places.end() && found->handle == control ? decoder.decode(*found).control.records
+                                                               : std::vector<Handle>();
+}
+
+void DwgReader::readNames()
+{
+    const Roots roots = readRoots(headerContent(), m_encoding);
+    ObjectDecoder decoder(m_bytes, m_classes, m_encoding, m_names);
+    const std::vector<Handle> blocks = recordsOf(decoder, roots[Root::BlockControl]);
+    for (const ObjectPlace& each : m_places) {
+        decoder.enterName(each, blocks);
+    }
+    // Multiline styles count the linetypes in the order of their table.
+    m_names.setLinetypes(recordsOf(decoder, roots[Root::LinetypeControl]));
+}
+
+void DwgReader::readObjects()
+{
+    ObjectDecoder decoder(m_bytes, m_classes, m_encoding, m_names);
+    m_objects.reserve(m_places.size());
+    for (const ObjectPlace& each : m_places) {
+        DecodedObject object = decoder.decode(each);
+        if (!object.failure.empty()) {
+            ++m_unread[std::string(object.object->name())];
+        }
+        m_objects.emplace(each.handle, std::move(object));
+    }
+}
+
+DecodedObject* DwgReader::decoded(Handle handle)
+{
+    const auto found = m_objects.find(handle);
+    return found == m_objects.end() ? nullptr : &found->second;
+}
+
+// Moves an object into the drawing; null if there is none, or it was moved before.
+Object* DwgReader::store(Handle handle)
+{
+    DecodedObject* found = decoded(handle);
+    if (!found || !found->object) {
+        return nullptr;
+    }
+    m_stored.insert(handle);
+    return &m_builder.store(std::move(found->object));
+}
+
+template <class T> T* DwgReader::storeAs(Handle handle, Handle owner)
+{
+    DecodedObject* found = decoded(handle);
+    if (!found || !dynamic_cast<T*>(found->object.get())) {
+        return nullptr;
+    }
+    found->object->owner = owner;
+    return static_cast<T*>(store(handle));
+}
+
+void DwgReader::buildTables()
+{
+    const Roots roots = readRoots(headerContent(), m_encoding);
+    for (const std::string_view kind : tableOrder) {
+        const Handle handle = roots[rootOf(kind)];
+        const DecodedObject* control = decoded(handle);
+        const auto type = std::find_if(tableTypes().begin(), tableTypes().end(),
+                                       [&](const TableType& each) { return each.kind == kind; });
+        if (!control || control->type != type->control || m_stored.contains(handle)) {
+            throw DrawingError("the table " + std::string(kind) + " is missing");
+        }
+        auto made = std::make_unique<Table>(std::string(kind));
+        made->handle = handle;
+        made->extensionDictionary = control->ties.extensionDictionary;
+        m_stored.insert(handle);
+        Table& table = m_builder.addTable(std::move(made));
+        std::vector<Handle> records = control->control.special;
+        records.insert(records.end(), control->control.records.begin(), control->control.records.end());
+        for (const Handle record : records) {
+            if (auto* stored = storeAs<TableRecord>(record, handle)) {
+                stored->recordName = m_names.nameOf(record);
+                table.records.push_back(record);
+            }
+        }
+    }
+}
+
+void DwgReader::readHeader()
+{
+    Document& document = m_builder.document();
+    const std::string_view content = headerContent();
+    const Roots roots = readRoots(content, m_encoding);
+    const DecodedObject* styles = decoded(roots[Root::MultilineStyleDictionary]);
+    if (const auto* dictionary = styles ? dynamic_cast<const Dictionary*>(styles->object.get()) : nullptr) {
+        for (const Dictionary::Entry& entry : dictionary->entries) {
+            m_names.add("MLINESTYLE", entry.key, entry.object);
+        }
+    }
+    HeaderSection section = readHeaderSection(content, m_encoding, m_names);
+    document.header.setText("$ACADVER", release2000);
+    document.header.setInteger("$ACADMAINTVER", m_header.maintenance);
+    document.header.setText("$DWGCODEPAGE", codePageName(m_header.codePage), 3);
+    for (const HeaderVariables::Variable& each : section.variables.all()) {
+        document.header.append(each);
+    }
+    document.header.setText("$HANDSEED", formatHandle(section.handleSeed), 5);
+    document.header.setInteger("$MEASUREMENT",
+                               readMeasurement(bytesAt(m_bytes, m_header.sections[templateSection], "the template")));
+    if (section.handleSeed <= highestHandleTaken) {
+        document.raiseHandleSeed(section.handleSeed);
+    } else {
+        m_mendings.add(Mending::HandleSeed);
+    }
+}
+
+// The entities from the first to the last, each of which tells the next.
+std::vector<Handle> DwgReader::chain(Handle first, Handle last, Handle owner)
+{
+    std::vector<Handle> handles;
+    std::set<Handle> seen;
+    for (Handle at = first; at != 0 && seen.insert(at).second;) {
+        const DecodedObject* entity = decoded(at);
+        if (!entity || !dynamic_cast<const Entity*>(entity->object.get())) {
+            break;
+        }
+        handles.push_back(at);
+        if (at == last) {
+            return handles;
+        }
+        at = entity->ties.neighboursAdjacent ? at + 1 : entity->ties.next;
+    }
+    if (first != 0) {
+        throw DrawingError("the entities that belong to the object " + formatHandle(owner) + " do not hang together");
+    }
+    return handles;
+}
+
+void DwgReader::buildBlocks()
+{
+    Document& document = m_builder.document();
+    for (const Handle handle : document.table("BLOCK_RECORD").records) {
+        buildBlock(*document.find<Block>(handle));
+    }
+}
+
+void DwgReader::buildBlock(Block& block)
+{
+    const BlockHeaderFields& header = decoded(block.handle)->block;
+    if (auto* begin = storeAs<BlockBracket>(header.begin, block.handle)) {
+        block.begin = header.begin;
+        begin->flags = header.flags;
+        begin->basePoint = header.basePoint;
+        begin->externalPath = header.externalPath;
+        begin->description = header.description;
+    }
+    if (storeAs<BlockBracket>(header.end, block.handle)) {
+        block.end = header.end;
+    }
+    for (const Handle handle : chain(header.first, header.last, block.handle)) {
+        auto* entity = storeAs<Entity>(handle, block.handle);
+        block.entities.push_back(handle);
+        buildEntity(*entity);
+    }
+    numberViewports(block);
+}
+
+// DXF numbers the viewports of a sheet, and the first one stands for the sheet itself.
+void DwgReader::numberViewports(const Block& block)
+{
+    int number = 0;
+    for (const Handle handle : block.entities) {
+        if (auto* viewport = m_builder.document().find<Viewport>(handle)) {
+            viewport->number = ++number;
+            viewport->status = viewport->flags & Viewport::offFlag ? 0 : number;
+        }
+    }
+}
+
+void DwgReader::buildEntity(Entity& entity)
+{
+    const Links links = decoded(entity.handle)->links;
+    const auto sequenceEnd = [&]() -> Handle {
+        if (storeAs<SequenceEnd>(links.sequenceEnd, entity.handle)) {
+            return links.sequenceEnd;
+        }
+        m_mendings.add(Mending::SequenceEnd);
+        auto made = std::make_unique<SequenceEnd>();
+        made->layer = entity.layer;
+        made->owner = entity.handle;
+        return m_builder.store(std::move(made)).handle;
+    };
+    if (auto* polyline = dynamic_cast<HeavyPolyline*>(&entity)) {
+        for (const Handle vertex : chain(links.first, links.last, entity.handle)) {
+            if (storeAs<Vertex>(vertex, entity.handle)) {
+                polyline->vertices.push_back(vertex);
+            }
+        }
+        polyline->sequenceEnd = sequenceEnd();
+    } else if (auto* reference = dynamic_cast<BlockReference*>(&entity); reference && links.hasParts) {
+        for (const Handle attribute : chain(links.first, links.last, entity.handle)) {
+            if (storeAs<Attribute>(attribute, entity.handle)) {
+                reference->attributes.push_back(attribute);
+            }
+        }
+        reference->sequenceEnd = sequenceEnd();
+    }
+}
+
+// Objects of no table and no block, in the order of their handles.
+void DwgReader::buildRest()
+{
+    for (const ObjectPlace& place : m_places) {
+        DecodedObject& object = *decoded(place.handle);
+        // The list of viewports is left empty, as the host's later releases leave it.
+        const bool viewportList = object.type == viewportHeaderControlType || object.type == viewportHeaderType;
+        if (viewportList || !object.object || dynamic_cast<Entity*>(object.object.get()) ||
+            dynamic_cast<TableRecord*>(object.object.get())) {
+            continue;
+        }
+        if (auto* reactor = dynamic_cast<ImageDefinitionReactor*>(object.object.get())) {
+            reactor->image = reactor->owner;
+        }
+        store(place.handle);
+        m_builder.list(place.handle);
+    }
+}
+
+void DwgReader::checkCycles() const
+{
+    const Document& document = const_cast<DwgReader*>(this)->m_builder.document();
+    std::unordered_map<std::string, Handle> blocks;
+    const auto& records = document.table("BLOCK_RECORD").records;
+    for (const Handle handle : records) {
+        blocks.try_emplace(lowerCase(document.find<Block>(handle)->recordName), handle);
+    }
+    std::vector<BlockEdge> edges;
+    for (const Handle handle : records) {
+        for (const Handle entity : document.find<Block>(handle)->entities) {
+            const auto* reference = document.find<BlockReference>(entity);
+            const auto target = reference ? blocks.find(lowerCase(reference->block)) : blocks.end();
+            if (target != blocks.end()) {
+                edges.push_back({handle, target->second, edges.size()});
+            }
+        }
+    }
+    if (findBlockCycle(std::move(edges))) {
+        throw DrawingError("a block holds itself through a block reference");
+    }
+}
+
+void DwgReader::readPreview()
+{
+    const auto bitmap = dwg::readPreview(m_bytes, m_header.previewAddress);
+    if (!bitmap) {
+        return;
+    }
+    constexpr std::size_t chunkBytes = 127;
+    Document::RawSection section{"THUMBNAILIMAGE", {{90, std::to_string(bitmap->size())}}};
+    for (std::size_t begin = 0; begin < bitmap->size(); begin += chunkBytes) {
+        section.groups.push_back({310, hexadecimal(std::string_view(*bitmap).substr(begin, chunkBytes))});
+    }
+    m_builder.document().rawSections.push_back(std::move(section));
+}
+
+} // namespace drawing::dwg

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "drawing/document.h"
+#include "drawing/dwg/class_section.h"
+#include "drawing/dwg/common_fields.h"
+#include "drawing/dwg/file_header.h"
+#include "drawing/dwg/header_section.h"
+#include "drawing/dwg/object_map.h"
+#include "drawing/dwg/structure_fields.h"
+#include "drawing/mendings.h"
+
+namespace drawing::dwg {
+
+/// Writes a document in the host's binary form of the release 2000, part after part in the order in which the host
+/// writes them.
+class DwgWriter
+{
+public:
+    explicit DwgWriter(const Document& document);
+
+    /// The bytes of the file. Throws DrawingError.
+    std::string write();
+    /// What could not be written and was left out.
+    Notes notes() const;
+
+private:
+    struct Written
+    {
+        Handle handle = 0;
+        std::string bytes; // length, bits and checksum
+    };
+
+    std::string attempt();
+    void enterNames();
+    void collectClasses();
+    void collectReferences();
+    bool canWrite(const Object& object) const;
+
+    void writeTables();
+    void writeMadeRecords();
+    void writeControl(const Table& table);
+    void writeViewportControl();
+    void writeBlock(const Block& block);
+    void writeBlockHeader(const Block& block, const std::vector<Handle>& entities);
+    void writeChain(const std::vector<Handle>& entities, Handle owner, int space);
+    void writeEntity(const Entity& entity, const Ties& ties);
+    void writeObjects();
+    void writeObject(const Object& object, Ties ties, Links links);
+    void finish(int type, const Object* object, Handle handle, ObjectFields& f);
+    void extendedData(const Object& object, BitWriter& writer);
+    std::vector<Handle> writable(const std::vector<Handle>& handles) const;
+    int classType(std::string_view recordName, std::string_view className) const;
+    Roots roots() const;
+    std::string assemble();
+
+    const Document& m_document;
+    std::string m_codePage;
+    TextEncoding m_encoding;
+    RecordNames m_names;
+    std::vector<ObjectClass> m_classes;
+    std::map<Handle, std::vector<Handle>> m_references; // to each block
+    std::vector<Written> m_written;
+    std::map<std::string, std::vector<Handle>> m_madeRecords; // by the table's kind
+    Handle m_viewportControl = 0;
+    std::map<Handle, std::string> m_leftOut; // with the kind's name
+};
+
+} // namespace drawing::dwg

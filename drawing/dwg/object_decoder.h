@@ -1,0 +1,75 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "drawing/binary_part.h"
+#include "drawing/dwg/class_section.h"
+#include "drawing/dwg/common_fields.h"
+#include "drawing/dwg/kinds.h"
+#include "drawing/dwg/object_map.h"
+#include "drawing/dwg/structure_fields.h"
+#include "drawing/text_encoding.h"
+
+namespace drawing::dwg {
+
+/// An object as the file has it.
+struct DecodedObject
+{
+    int type = 0; // 0 of kinds that the list of classes tells
+    Handle handle = 0;
+    Ties ties;
+    Links links;
+    std::unique_ptr<Object> object; // null for controls
+    ControlFields control;
+    BlockHeaderFields block;
+    std::string failure; // why the kind's own fields could not be read; empty if they could
+};
+
+/// Reads the objects of one file.
+class ObjectDecoder
+{
+public:
+    ObjectDecoder(std::string_view file, const std::vector<ObjectClass>& classes, const TextEncoding& encoding,
+                  RecordNames& names);
+
+    /// Where the object ends, its checksum included. Throws DrawingError if it does not lie in the file.
+    std::size_t end(const ObjectPlace& place) const;
+    /// If the object is a record of a table, enters its name.
+    /// Blocks without names of their own are numbered by their place in `blocks`, the records of the table.
+    void enterName(const ObjectPlace& place, const std::vector<Handle>& blocks);
+    /// Throws DrawingError if what all objects have can't be read. An object of an unknown kind is kept as bits, and so
+    /// is one whose own fields can't be read, with the reason.
+    DecodedObject decode(const ObjectPlace& place);
+
+private:
+    struct Head
+    {
+        int type = 0;
+        const ObjectClass* objectClass = nullptr;
+        const Kind* kind = nullptr;
+        bool entity = false;
+        BitReader data{""};
+        BitReader handles{""};
+        Groups extendedData;
+        std::vector<BinaryPart::Extension> extensions;
+    };
+
+    std::string_view content(const ObjectPlace& place, std::size_t& begin) const;
+    Head head(const ObjectPlace& place) const;
+    void extendedData(Head& head) const;
+    void classify(Head& head) const;
+    void structure(ObjectFields& f, const Head& head, DecodedObject& decoded) const;
+    void decodeFields(const Head& head, DecodedObject& decoded);
+    void decodeRaw(const Head& head, DecodedObject& decoded);
+    std::unique_ptr<Object> makeObjectOf(const Head& head, Record& record) const;
+
+    std::string_view m_file;
+    const std::vector<ObjectClass>& m_classes;
+    const TextEncoding& m_encoding;
+    RecordNames& m_names;
+};
+
+} // namespace drawing::dwg

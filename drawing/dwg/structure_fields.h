@@ -1,0 +1,36 @@
+// The objects that hold a drawing together: the controls of its tables, and the headers of its blocks.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "drawing/dwg/object_fields.h"
+
+namespace drawing::dwg {
+
+/// The records of a table, in its order.
+struct ControlFields
+{
+    std::vector<Handle> records;
+    // Records that stand apart from the others: model and paper space, the linetypes ByLayer and ByBlock.
+    std::vector<Handle> special;
+};
+/// `type`: of the control (TableType::control).
+void controlFields(ObjectFields& f, int type, ControlFields& control);
+
+/// What a block's header tells besides its groups; DXF has it at the block's beginning, or in the order of its lines.
+struct BlockHeaderFields
+{
+    int flags = 0; // Block::Flag
+    Vector3 basePoint;
+    std::string externalPath;
+    std::string description;
+    Handle begin = 0;
+    Handle end = 0;
+    Handle first = 0; // of the entities
+    Handle last = 0;
+    std::vector<Handle> references; // the block references that show the block
+};
+void blockHeaderFields(ObjectFields& f, BlockHeaderFields& block);
+
+} // namespace drawing::dwg

@@ -1,0 +1,137 @@
+"""compare_objects.py HOST OURS: compares the DXF that the host wrote of a drawing with the DXF of what we read from its
+binary form, object for object by their handles, as another maker's library sees them. Exits with 1 if they differ."""
+
+import collections
+import re
+import sys
+
+import ezdxf
+from ezdxf.math import Vec3
+
+# What the binary form of this release does not tell, or the host's later releases add to their DXF.
+IGNORED = {
+    "LAYER": {"material_handle"},
+    "MTEXT": {"rect_height", "rect_width", "rotation", "text_direction"},
+    "VIEWPORT": {"circle_zoom", "id", "status"},
+    "HATCH": {"pixel_size"},
+    "BLOCK": {"paperspace"},
+    "ENDBLK": {"paperspace"},
+    "SPLINE": {"flags", "start_tangent", "end_tangent"},
+}
+# Kinds that are carried along as bits, and marks that each save numbers anew.
+UNREAD = {"MULTILEADER", "MLINE", "MESH", "ACAD_TABLE", "3DSOLID", "REGION", "SHAPE", "WIPEOUT", "PDFUNDERLAY", "SEQEND"}
+DICTIONARIES = {"ACAD_GROUP", "ACAD_IMAGE_DICT", "ACAD_IMAGE_VARS", "ACAD_LAYOUT", "ACAD_MLINESTYLE",
+                "ACAD_PLOTSETTINGS", "ACAD_PLOTSTYLENAME"}
+complaints = []
+
+
+def decoded(text):
+    """The text without the escapes that the library leaves in."""
+    return re.sub(r"\\U\+([0-9A-Fa-f]{4})", lambda found: chr(int(found[1], 16)), text)
+
+
+def plain_name(text):
+    """The text without regard to case, and a block's name without the number that each save may change."""
+    return re.sub(r"^(\*[a-z])\d+$", r"\1", text.lower())
+
+
+def same(a, b):
+    if a is None or b is None:
+        return (a or 0) == (b or 0) or (a is None and b == "Standard")  # which the form has to tell
+    if isinstance(a, (int, float)) and isinstance(b, (int, float)):
+        return abs(a - b) <= 1e-9 * max(1, abs(a))
+    if isinstance(a, str):
+        return plain_name(decoded(a)) == plain_name(decoded(str(b)))
+    return Vec3(a).isclose(Vec3(b), abs_tol=1e-9)
+
+
+def value(entity, key):
+    found = entity.dxf.get(key)
+    return entity.dxf.get_default(key) if found is None else found
+
+
+def content(entity):
+    kind = entity.dxftype()
+    if kind == "LWPOLYLINE":
+        return [x for point in entity.get_points() for x in point]
+    if kind == "SPLINE":
+        return [x for p in entity.control_points for x in p] + list(entity.knots) + list(entity.weights)
+    if kind == "LEADER":
+        # The host adds the point at which the hook begins.
+        points = [Vec3(p).xyz for p in entity.vertices]
+        return [x for p in (points[0], points[1], points[-1]) for x in p]
+    if kind == "IMAGE":
+        return [x for p in entity.boundary_path for x in (p[0], p[1])]
+    if kind == "HATCH":
+        lines = entity.pattern.lines if entity.pattern else []
+        return [len(entity.paths.paths)] + [x for line in lines for x in (line.angle, *line.base_point, *line.offset)]
+    if kind == "MTEXT":
+        return [entity.text, entity.get_rotation()]
+    return []
+
+
+def compare(a, b):
+    kind = a.dxftype()
+    where = f"{kind} {a.dxf.handle}"
+    if kind != b.dxftype():
+        complaints.append(f"{where} is {b.dxftype()}")
+        return
+    keys = set(a.dxfattribs()) | set(b.dxfattribs())
+    if kind == "DIMSTYLE":
+        # What a style leaves out has the host's usual value, which the library takes for another.
+        keys = set(a.dxfattribs())
+    for key in keys:
+        if key not in IGNORED.get(kind, ()) and not same(value(a, key), value(b, key)):
+            complaints.append(f"{where} {key}: {value(a, key)} became {value(b, key)}")
+    before, after = content(a), content(b)
+    if len(before) != len(after) or not all(same(x, y) for x, y in zip(before, after)):
+        complaints.append(f"{where}: {before} became {after}")
+
+
+def main():
+    host, ours = ezdxf.readfile(sys.argv[1]), ezdxf.readfile(sys.argv[2])
+    compared = collections.Counter()
+    blocks = {block.block_record_handle: block for block in ours.blocks}
+    for block in host.blocks:
+        twin = ours.blocks.get(block.name)
+        if plain_name(block.name) != block.name.lower():
+            twin = blocks.get(block.block_record_handle, twin)
+        if twin is None:
+            complaints.append(f"the block {block.name} is missing")
+            continue
+        theirs = [e for e in block if e.dxftype() not in UNREAD]
+        found = [e for e in twin if e.dxftype() not in UNREAD]
+        # A block that the host made anew has the same entities under other handles.
+        key = "dxftype" if block.name.startswith("*U") else None
+        names = [[e.dxftype() if key else e.dxf.handle for e in each] for each in (theirs, found)]
+        if names[0] != names[1]:
+            complaints.append(f"the block {block.name} has other entities, or in another order")
+        for a in theirs:
+            b = ours.entitydb.get(a.dxf.handle)
+            if b is not None:
+                compare(a, b)
+                compared[a.dxftype()] += 1
+                parts = {"POLYLINE": "vertices", "INSERT": "attribs"}.get(a.dxftype())
+                for x, y in zip(getattr(a, parts), getattr(b, parts)) if parts else ():
+                    compare(x, y)
+    for table in ("layers", "linetypes", "styles", "dimstyles", "views", "block_records"):
+        for record in getattr(host, table):
+            twin = ours.entitydb.get(record.dxf.handle)
+            if twin is not None and twin.dxftype() == record.dxftype():
+                compare(record, twin)
+                compared[record.dxftype()] += 1
+            elif twin is None and record.dxf.name not in [r.dxf.name for r in getattr(ours, table)]:
+                # The host made a layer of its own when it wrote the DXF.
+                if record.dxftype() != "LAYER":
+                    complaints.append(f"{record.dxftype()} {record.dxf.name} is missing")
+    for name in host.rootdict.keys():
+        if name in DICTIONARIES and name not in ours.rootdict:
+            complaints.append(f"the dictionary {name} is missing")
+    for complaint in complaints:
+        print(complaint)
+    print("compared:", dict(compared))
+    sys.exit(1 if complaints else 0)
+
+
+if __name__ == "__main__":
+    main()

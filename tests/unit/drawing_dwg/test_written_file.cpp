@@ -1,0 +1,246 @@
+// What makes the host refuse or repair a file: each point checked on the bytes of a written one, by plain means.
+
+#include <gmock/gmock.h>
+#include <map>
+
+#include "drawing/dwg/dwg_reader.h"
+#include "drawing/dwg/trailing_sections.h"
+#include "made_drawing.h"
+
+namespace drawing::test {
+
+using testing::Contains;
+
+// The file header's six records stand at 0x19, nine bytes each.
+dwg::SectionPlace sectionOf(const std::string& file, unsigned number)
+{
+    const std::size_t record = 0x19 + std::size_t(9) * number;
+    EXPECT_EQ(numberAt(file, record, 1), number);
+    return {static_cast<std::uint32_t>(numberAt(file, record + 1, 4)),
+            static_cast<std::uint32_t>(numberAt(file, record + 5, 4))};
+}
+
+class WrittenFile : public testing::Test
+{
+protected:
+    const Document document = makeDrawing();
+    const std::string file = dwgOf(document);
+    const std::vector<dwg::ObjectPlace> places = dwg::readObjectMap(file, sectionOf(file, 2));
+
+    std::size_t secondHeader() const { return file.find("\xD4\x7B\x21\xCE\x28\x93\x9F\xBF"); }
+    Handle seed() const
+    {
+        // The root dictionary's neighbours are found by the reader; the seed stands in the auxiliary header too.
+        return numberAt(file, 0x61 + 79, 4);
+    }
+    dwg::DecodedObject decode(Handle handle) const
+    {
+        const TextEncoding encoding("ANSI_1252");
+        const auto classes =
+            dwg::readClasses(dwg::markedContent(file, sectionOf(file, 1), dwg::Marked::Classes, "classes"), encoding);
+        dwg::RecordNames names;
+        dwg::ObjectDecoder decoder(file, classes, encoding, names);
+        for (const dwg::ObjectPlace& place : places) {
+            if (place.handle == handle) {
+                return decoder.decode(place);
+            }
+        }
+        throw std::runtime_error("no such object");
+    }
+};
+
+TEST_F(WrittenFile, PartsStandInTheHostsOrderWithoutGaps)
+{
+    EXPECT_EQ(file.substr(0, 13), std::string("AC1015\0\0\0\0\0\x0F\x01", 13));
+    EXPECT_EQ(numberAt(file, 0x13, 2), 30u) << "ANSI_1252";
+    EXPECT_EQ(numberAt(file, 0x15, 4), 6u);
+    EXPECT_EQ(sectionOf(file, 5), (dwg::SectionPlace{0x61, 123}));
+    EXPECT_EQ(numberAt(file, 0x0D, 4), 0x61u + 123) << "the preview follows";
+    const auto variables = sectionOf(file, 0);
+    const auto classes = sectionOf(file, 1);
+    const auto map = sectionOf(file, 2);
+    const auto last = sectionOf(file, 4);
+    EXPECT_EQ(classes.address, variables.address + variables.size);
+    EXPECT_EQ(secondHeader(), map.address + map.size);
+    EXPECT_EQ(last.size, 4u) << "the template";
+    EXPECT_EQ(last.address + last.size, file.size());
+}
+
+TEST_F(WrittenFile, ChecksumsHold)
+{
+    EXPECT_EQ(numberAt(file, 0x4F, 2), slowChecksum(file.substr(0, 0x4F)));
+    for (const unsigned number : {0u, 1u}) {
+        const auto place = sectionOf(file, number);
+        const std::string summed = file.substr(place.address + 16, place.size - 16 - 18);
+        EXPECT_EQ(numberAt(file, place.address + place.size - 18, 2), slowChecksum(summed)) << number;
+    }
+    for (const dwg::ObjectPlace& place : places) {
+        ASSERT_LT(numberAt(file, place.address, 2), 0x8000u);
+        const std::size_t size = 2 + numberAt(file, place.address, 2);
+        EXPECT_EQ(numberAt(file, place.address + size, 2), slowChecksum(file.substr(place.address, size)));
+    }
+}
+
+TEST_F(WrittenFile, MarksAtTheEndAreTheComplementsOfThoseAtTheBeginning)
+{
+    const auto check = [&](std::size_t begin, std::size_t end) {
+        for (std::size_t i = 0; i < 16; ++i) {
+            EXPECT_EQ(static_cast<unsigned char>(file[begin + i]) ^ static_cast<unsigned char>(file[end - 16 + i]),
+                      255);
+        }
+    };
+    for (const unsigned number : {0u, 1u}) {
+        const auto place = sectionOf(file, number);
+        check(place.address, place.address + place.size);
+    }
+    check(secondHeader(), sectionOf(file, 4).address);
+    check(0x61 + 123, sectionOf(file, 0).address);
+}
+
+TEST_F(WrittenFile, HandleSeedIsAboveEveryHandle)
+{
+    EXPECT_GT(seed(), places.back().handle);
+}
+
+TEST_F(WrittenFile, MapNamesEveryObjectOnceInOrder)
+{
+    std::map<Handle, std::size_t> seen;
+    std::size_t end = sectionOf(file, 1).address + sectionOf(file, 1).size;
+    for (const dwg::ObjectPlace& place : places) {
+        EXPECT_TRUE(seen.emplace(place.handle, place.address).second);
+        EXPECT_EQ(place.address, end) << "objects lie one behind the other";
+        end = place.address + 2 + numberAt(file, place.address, 2) + 2;
+    }
+    EXPECT_EQ(end, sectionOf(file, 2).address);
+}
+
+// Read bit by bit by the rules of the second header: its size, its own place, version, sections, roots.
+TEST_F(WrittenFile, SecondHeaderRepeatsTheFirst)
+{
+    dwg::BitReader reader(std::string_view(file).substr(secondHeader() + 16));
+    EXPECT_EQ(reader.rawLong() + 32, sectionOf(file, 4).address - secondHeader());
+    EXPECT_EQ(reader.longNumber(), static_cast<int>(secondHeader()));
+    EXPECT_EQ(reader.raw(13), file.substr(0, 13));
+    EXPECT_EQ(reader.shortNumber(), static_cast<int>(numberAt(file, 0x11, 2)));
+    EXPECT_EQ(reader.rawShort(), 30u);
+    EXPECT_EQ(reader.shortNumber(), 6);
+    for (unsigned number = 0; number < 6; ++number) {
+        const auto place = number == 4 ? dwg::SectionPlace{} : sectionOf(file, number);
+        EXPECT_EQ(reader.byte(), number);
+        EXPECT_EQ(reader.longNumber(), static_cast<int>(place.address));
+        EXPECT_EQ(reader.longNumber(), static_cast<int>(place.size));
+    }
+    EXPECT_EQ(reader.shortNumber(), 14);
+    for (unsigned number = 0; number < 14; ++number) {
+        const unsigned size = reader.byte();
+        EXPECT_EQ(reader.byte(), number);
+        Handle handle = 0;
+        for (unsigned i = 0; i < size; ++i) {
+            handle = handle << 8 | reader.byte();
+        }
+        EXPECT_EQ(number == 0, handle == seed()) << "the seed comes first, then the roots";
+        EXPECT_NE(handle, 0u);
+    }
+    const std::size_t summed = (reader.position() + 7) / 8;
+    EXPECT_EQ(numberAt(file, secondHeader() + 16 + summed, 2), slowChecksum(file.substr(secondHeader() + 16, summed)));
+}
+
+TEST_F(WrittenFile, ModelSpaceKnowsItsFirstAndLastEntity)
+{
+    const auto block = decode(document.modelSpace().handle).block;
+    EXPECT_EQ(block.first, document.modelSpace().entities.front());
+    EXPECT_EQ(block.last, document.modelSpace().entities.back());
+    Handle at = block.first;
+    for (const Handle expected : document.modelSpace().entities) {
+        EXPECT_EQ(at, expected);
+        const dwg::Ties ties = decode(at).ties;
+        at = ties.neighboursAdjacent ? at + 1 : ties.next;
+    }
+    EXPECT_EQ(decode(document.findBlock("DOOR")->handle).block.references.size(), 1u);
+}
+
+TEST_F(WrittenFile, ClassesOfImagesAreTheHosts)
+{
+    const auto classes =
+        dwg::readClasses(dwg::markedContent(file, sectionOf(file, 1), dwg::Marked::Classes, ""), TextEncoding());
+    std::map<std::string, dwg::ObjectClass> byName;
+    for (const auto& each : classes) {
+        byName[each.recordName] = each;
+    }
+    for (const char* name : {"IMAGE", "IMAGEDEF", "IMAGEDEF_REACTOR", "RASTERVARIABLES"}) {
+        EXPECT_EQ(byName[name].application, "ISM") << name;
+        EXPECT_EQ(byName[name].entity, std::string(name) == "IMAGE") << name;
+    }
+    EXPECT_EQ(byName["IMAGE"].className, "AcDbRasterImage");
+}
+
+TEST_F(WrittenFile, ImageHasDictionaryDefinitionReactorAndSize)
+{
+    const Document read = readDrawingBytes(file);
+    const Image* image = read.find<Image>(read.modelSpace().entities.back());
+    ASSERT_NE(image, nullptr);
+    const auto* definition = read.find<ImageDefinition>(image->definition);
+    ASSERT_NE(definition, nullptr);
+    EXPECT_EQ(definition->path, "C:\\Scans\\sheet.tif");
+    EXPECT_EQ(definition->pixels, (Vector2{2000, 1400}));
+    EXPECT_EQ(image->clip, (std::vector<Vector2>{{-0.5, -0.5}, {1999.5, 1399.5}}));
+    ASSERT_NE(read.imageDictionary(), nullptr);
+    EXPECT_EQ(read.imageDictionary()->find("sheet"), image->definition);
+    const auto* reactor = read.find<ImageDefinitionReactor>(image->definitionReactor);
+    ASSERT_NE(reactor, nullptr);
+    EXPECT_EQ(reactor->classVersion, 2);
+    EXPECT_EQ(reactor->owner, image->handle);
+    EXPECT_THAT(definition->reactors, Contains(image->definitionReactor));
+    ASSERT_NE(read.rasterVariables(), nullptr);
+}
+
+TEST_F(WrittenFile, DefaultObjectsAreThere)
+{
+    const Document read = readDrawingBytes(file);
+    for (const char* key :
+         {"ACAD_GROUP", "ACAD_LAYOUT", "ACAD_MLINESTYLE", "ACAD_PLOTSETTINGS", "ACAD_PLOTSTYLENAME"}) {
+        EXPECT_NE(read.find(read.rootDictionary().find(key)), nullptr) << key;
+    }
+    EXPECT_EQ(read.header.text("$CMLSTYLE"), "Standard");
+    const auto* layouts = read.find<Dictionary>(read.rootDictionary().find("ACAD_LAYOUT"));
+    const Object* model = read.find(layouts->find("Model"));
+    ASSERT_NE(model, nullptr);
+    bool modelFlag = false;
+    for (const KeptGroups& kept : model->kept) {
+        for (const Group& group : kept.groups) {
+            modelFlag = modelFlag || (kept.subclass == "AcDbPlotSettings" && group == Group{70, "1024"});
+        }
+    }
+    EXPECT_TRUE(modelFlag) << "the layout of the model says that it is one";
+    EXPECT_NE(read.findLayer("of no table"), nullptr) << "a layer that an entity names is made";
+}
+
+TEST(WrittenImage, PolygonalBoundaryIsClosedAgainWhenRead)
+{
+    Document document;
+    Image& image = addImage(document, "C:\\Scans\\sheet.tif");
+    image.clipType = Image::ClipType::Polygon;
+    image.clip = {{-0.5, -0.5}, {99.5, -0.5}, {50, 80}, {-0.5, -0.5}};
+    const Document read = readDrawingBytes(dwgOf(document));
+    EXPECT_EQ(read.find<Image>(image.handle)->clip, image.clip);
+}
+
+TEST(OtherReleases, AreRefusedByName)
+{
+    const std::pair<const char*, const char*> releases[] = {{"AC1014", "release 14"},     {"AC1018", "release 2004"},
+                                                            {"AC1021", "release 2007"},   {"AC1024", "release 2010"},
+                                                            {"AC1027", "release 2013"},   {"AC1032", "release 2018"},
+                                                            {"AC1099", "unknown release"}};
+    for (const auto& [code, words] : releases) {
+        std::string file = dwgOf(Document());
+        file.replace(0, 6, code);
+        try {
+            readDrawingBytes(file);
+            ADD_FAILURE() << code;
+        } catch (const DrawingError& error) {
+            EXPECT_THAT(error.what(), testing::HasSubstr(words));
+        }
+    }
+}
+
+} // namespace drawing::test
