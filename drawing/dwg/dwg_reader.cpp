@@ -6,6 +6,7 @@
 #include "drawing/block_cycles.h"
 #include "drawing/dwg/header_section.h"
 #include "drawing/dwg/hexadecimal.h"
+#include "drawing/dwg/table_roots.h"
 #include "drawing/dwg/trailing_sections.h"
 #include "drawing/error.h"
 #include "drawing/lower_case.h"
@@ -21,16 +22,8 @@ constexpr std::string_view tableOrder[] = {"VPORT", "LTYPE", "LAYER",    "STYLE"
 
 Root rootOf(std::string_view kind)
 {
-    constexpr std::pair<std::string_view, Root> roots[] = {{"BLOCK_RECORD", Root::BlockControl},
-                                                           {"LAYER", Root::LayerControl},
-                                                           {"STYLE", Root::StyleControl},
-                                                           {"LTYPE", Root::LinetypeControl},
-                                                           {"VIEW", Root::ViewControl},
-                                                           {"UCS", Root::SystemControl},
-                                                           {"VPORT", Root::ViewportControl},
-                                                           {"APPID", Root::ApplicationControl},
-                                                           {"DIMSTYLE", Root::DimensionStyleControl}};
-    return std::find_if(std::begin(roots), std::end(roots), [&](const auto& each) { return each.first == kind; })
+    return std::find_if(std::begin(tableRoots), std::end(tableRoots),
+                        [&](const auto& each) { return each.first == kind; })
         ->second;
 }
 

@@ -9,6 +9,7 @@
 #include "drawing/dwg/extended_values.h"
 #include "drawing/dwg/hexadecimal.h"
 #include "drawing/dwg/kinds.h"
+#include "drawing/dwg/table_roots.h"
 #include "drawing/dwg/trailing_sections.h"
 #include "drawing/error.h"
 #include "drawing/field_writer.h"
@@ -541,22 +542,13 @@ void DwgWriter::writeViewportControl()
 
 Roots DwgWriter::roots() const
 {
-    constexpr std::pair<std::string_view, Root> controls[] = {{"BLOCK_RECORD", Root::BlockControl},
-                                                              {"LAYER", Root::LayerControl},
-                                                              {"STYLE", Root::StyleControl},
-                                                              {"LTYPE", Root::LinetypeControl},
-                                                              {"VIEW", Root::ViewControl},
-                                                              {"UCS", Root::SystemControl},
-                                                              {"VPORT", Root::ViewportControl},
-                                                              {"APPID", Root::ApplicationControl},
-                                                              {"DIMSTYLE", Root::DimensionStyleControl}};
     constexpr std::pair<std::string_view, Root> dictionaries[] = {{"ACAD_GROUP", Root::GroupDictionary},
                                                                   {"ACAD_MLINESTYLE", Root::MultilineStyleDictionary},
                                                                   {"ACAD_LAYOUT", Root::LayoutDictionary},
                                                                   {"ACAD_PLOTSETTINGS", Root::PlotSettingsDictionary},
                                                                   {"ACAD_PLOTSTYLENAME", Root::PlotStyleDictionary}};
     Roots roots;
-    for (const auto& [kind, root] : controls) {
+    for (const auto& [kind, root] : tableRoots) {
         roots[root] = m_document.table(kind).handle;
     }
     for (const auto& [key, root] : dictionaries) {
