@@ -26,6 +26,8 @@ CRasSelectTool::~CRasSelectTool()
 
 int CRasSelectTool::Start()
 {
+    // The monitor may not have come to it yet since the drawing changed, and the user sees no raster to let go of here.
+    DropRasterOfOtherDrawing();
     if (g_pArxApp->m_pRaster) {
         DropCurrentRaster();
         RedrawView(m_pView);
