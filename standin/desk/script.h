@@ -14,6 +14,9 @@ struct Step
     int line = 0;        // counted from 1
     std::wstring source; // as written, without the blanks around it
     Action action;
+
+    /// It expects something or takes a picture.
+    bool onlyLooks() const { return source.starts_with(L"@expect") || source.starts_with(L"@shot"); }
 };
 
 /// text is UTF-8, with or without a byte order mark. Relative paths are taken from `folder`.

@@ -95,6 +95,8 @@ bool Player::playAll()
     for (const Step& step : m_steps) {
         m_present = &step;
         m_console.line(std::to_wstring(step.line) + L": " + step.source);
+        if (!step.onlyLooks())
+            closeSplash();
         try {
             if (play(step))
                 showTranscript();
@@ -214,15 +216,19 @@ bool Player::deskWaits() const
     return m_frame.editor().idle();
 }
 
+// A splash goes by itself after a while; until then it would lie over what the script works on.
+void Player::closeSplash() const
+{
+    if (const HWND splash = openSplash(m_foothold.threadId())) {
+        PostMessageW(splash, WM_CLOSE, 0, 0);
+        settle();
+    }
+}
+
 void Player::settle() const
 {
     m_foothold.waitForPosted();
     comesTrue([this] { return deskWaits(); }, m_limits.run);
-    // A splash goes by itself after a while; until then it would lie over what the script works on.
-    if (const HWND splash = openSplash(m_foothold.threadId())) {
-        PostMessageW(splash, WM_CLOSE, 0, 0);
-        m_foothold.waitForPosted();
-    }
     // A hand works on what it sees: a painting that is still due would cover what the next step draws on the view.
     m_foothold.ask([this] { RedrawWindow(m_frame.m_hWnd, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN); });
     m_foothold.waitForPosted();

@@ -135,6 +135,7 @@ private:
     /// The same for what the eye sees; it is looked at on the script thread.
     void expectSeen(const std::function<bool(std::wstring& seen)>& holds) const;
     void settle() const;
+    void closeSplash() const;
     bool deskWaits() const;
     HWND dialogInFront() const;
     HWND control(int id) const;

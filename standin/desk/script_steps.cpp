@@ -35,13 +35,14 @@ PicturePart readPicturePart(Words& words)
                                                        {L"view", What::view},
                                                        {L"toolbar", What::toolbar},
                                                        {L"dialog", What::dialog},
-                                                       {L"menu", What::menu}};
+                                                       {L"menu", What::menu},
+                                                       {L"splash", What::splash}};
     static constexpr std::wstring_view viewPrefix = L"view:";
     const std::wstring word = words.next("the part of the picture");
     if (const auto found = named.find(word); found != named.end())
         return {found->second, {}};
     if (!word.starts_with(viewPrefix))
-        throw ScriptError("a picture shows window, view, toolbar, dialog or menu");
+        throw ScriptError("a picture shows window, view, toolbar, dialog, menu or splash");
     const auto box = boxFrom(words.numbers(std::wstring_view(word).substr(viewPrefix.size()), 4, "a box of the view"));
     if (box.empty())
         throw ScriptError("the box of the view is empty");

@@ -117,7 +117,8 @@ struct PicturePart
         view,
         toolbar,
         dialog,
-        menu
+        menu,
+        splash
     };
     What what = What::window;
     imaging::Rect box; // in view pixels; if empty, all of it

@@ -189,6 +189,7 @@ imaging::Rect Player::partOnScreen(const PicturePart& part) const
     } else {
         windows.push_back(part.what == What::dialog    ? openDialog(threadId)
                           : part.what == What::toolbar ? visibleToolbar(threadId)
+                          : part.what == What::splash  ? openSplash(threadId)
                                                        : m_frame.m_hWnd);
     }
     imaging::Rect whole;

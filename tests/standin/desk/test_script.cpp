@@ -172,7 +172,7 @@ TEST(Script, MistakesNameTheirLineAndWhatWasExpected)
         {"@expect control 5", "line 1: the control's state is missing"},
         {"@expect control 5 red", "line 1: a control is usable, greyed, ticked, clear or focused"},
         {"@shot", "line 1: the path is missing"},
-        {"@shot a.png sky", "line 1: a picture shows window, view, toolbar, dialog or menu"},
+        {"@shot a.png sky", "line 1: a picture shows window, view, toolbar, dialog, menu or splash"},
         {"@shot a.png view:1,2", "line 1: a box of the view should be 4 numbers"},
         {"@shot a.png view:5,5,5,9", "line 1: the box of the view is empty"},
     };
