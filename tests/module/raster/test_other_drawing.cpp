@@ -4,10 +4,12 @@
 
 #include "drawing/document.h"
 #include "module/base/CArxApp.h"
+#include "module/commands/ToolCommands.h"
 #include "module/raster/CCheckDef.h"
 #include "module/raster/CCurentRaster.h"
 #include "module/raster/CDocumentLock.h"
 #include "module/raster/PendingFileSwap.h"
+#include "module/tools/CTool.h"
 #include "tests/module/support/desk_fixture.h"
 #include "tests/module/support/dialog_driver.h"
 
@@ -69,6 +71,19 @@ TEST_F(OtherDrawing, TheRasterOfTheOneThatWasLeftIsCurrentNoMoreAndNothingIsLock
     EXPECT_EQ(standin::documentLocks(), 0);
     goBack();
     EXPECT_EQ(pictureInDrawing(0), flippedCorner) << "what was committed stays in its drawing";
+    closeBoth();
+}
+
+// Typed before the monitor's next tick. Letting go of the former raster would look as if the command did nothing.
+TEST_F(OtherDrawing, ARasterIsPickedAtOnceInTheOneThatFollows)
+{
+    openFirst();
+    makeCurrent(0);
+    goOn();
+    SelectRasterCommand();
+    ASSERT_NE(g_pArxApp->m_pTool, nullptr);
+    EXPECT_EQ(g_pArxApp->m_pTool->ToolId(), ToolIdSelectRaster);
+    delete g_pArxApp->m_pTool;
     closeBoth();
 }
 
