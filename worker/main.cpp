@@ -65,9 +65,6 @@ int wmain(int argumentCount, wchar_t** arguments)
         std::fputs("HVV6 serves one request of the drawing module, whose number is its only argument.\n", stderr);
         return worker::ExitBadCommand;
     }
-    // The first look makes the thread's message queue, so that no WM_QUIT is lost from here on.
-    if (toldToQuit())
-        return worker::ExitToldToLeave;
     const std::unique_ptr<CWinThread> thread(AfxBeginThread(serve, &work, THREAD_PRIORITY_NORMAL, 0, CREATE_SUSPENDED));
     if (!thread) {
         std::fputs("The worker could not start its thread.\n", stderr);
@@ -75,6 +72,10 @@ int wmain(int argumentCount, wchar_t** arguments)
     }
     thread->m_bAutoDelete = FALSE; // the handle is waited for
     thread->ResumeThread();
+    // The first look makes this thread's message queue, which takes longer than all before it: the work does not wait for
+    // it. A module that wants the worker to leave before that is refused its message, and ends the process itself.
+    if (toldToQuit())
+        leave(work.gate);
     while (MsgWaitForMultipleObjects(1, &thread->m_hThread, FALSE, INFINITE, QS_ALLINPUT) != WAIT_OBJECT_0) {
         if (toldToQuit())
             leave(work.gate);

@@ -39,14 +39,14 @@ CView* createView()
 }
 
 // The worker lies in the program folder, with the libraries that the tests run on.
+} // namespace
+
 CString workerProgram()
 {
     wchar_t path[MAX_PATH] = {};
     GetModuleFileNameW(GetModuleHandleW(L"hvstandin.dll"), path, MAX_PATH);
     return (std::filesystem::path(path).parent_path() / "HVV6.exe").c_str();
 }
-
-} // namespace
 
 bool pumpUntil(const std::function<bool()>& reached)
 {

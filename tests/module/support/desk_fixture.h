@@ -16,6 +16,10 @@ namespace test {
 
 // Runs the thread's messages until the state has come; false if it does not come within ten seconds.
 bool pumpUntil(const std::function<bool()>& reached);
+
+// The path of the worker that was built with the tests.
+CString workerProgram();
+
 // Runs what is queued now.
 void pumpAll();
 // Messages that are posted from now on have another time stamp than those before.

@@ -1,4 +1,4 @@
-#include "bench/mouse/bench_desk.h"
+#include "bench/desk/bench_desk.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -35,7 +35,7 @@ imaging::Bitmap ruledSheet(imaging::Size size)
 
 } // namespace
 
-BenchDesk::BenchDesk() : m_folder(test::freshFolder("mouse_bench"))
+BenchDesk::BenchDesk() : m_folder(test::freshFolder("desk_bench"))
 {
     if (!AfxWinInit(GetModuleHandleW(nullptr), nullptr, GetCommandLineW(), SW_SHOWNORMAL))
         throw std::runtime_error("The class library did not start.");
@@ -71,9 +71,15 @@ BenchDesk::~BenchDesk()
 
 CAcraster& BenchDesk::openSheet(imaging::Size pixels)
 {
-    m_sheet = pixels;
     const std::filesystem::path raster = m_folder / "sheet.tif";
     imaging::writeRaster(raster, ruledSheet(pixels), {400, 400}, imaging::Format::TiffGroup4);
+    return openSheet(raster);
+}
+
+CAcraster& BenchDesk::openSheet(const std::filesystem::path& raster)
+{
+    const imaging::Size pixels = imaging::inspectRaster(raster).size;
+    m_sheet = pixels;
     test::writeDrawing(m_folder / "sheet.dxf", {{.file = raster, .width = pixels.width, .height = pixels.height}});
     if (const standin::Failure failure = standin::openDrawing(m_folder / "sheet.dxf"))
         throw std::runtime_error(std::filesystem::path(*failure).string());

@@ -1,4 +1,4 @@
-#include "bench/mouse/strokes.h"
+#include "bench/desk/strokes.h"
 
 #include <cmath>
 #include <cstdio>
@@ -7,8 +7,8 @@
 #include <stdexcept>
 #include <utility>
 
-#include "bench/mouse/bench_desk.h"
-#include "bench/mouse/durations.h"
+#include "bench/desk/bench_desk.h"
+#include "bench/desk/durations.h"
 #include "module/base/CArxApp.h"
 #include "module/raster/CCurentRaster.h"
 #include "module/tools/CRasPenTool.h"

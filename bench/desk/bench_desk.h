@@ -21,6 +21,8 @@ public:
     // Writes a raster with some ink and a drawing with it, opens that and makes the raster current. A pixel of the
     // raster measures one drawing unit; its lower left corner lies at the origin.
     CAcraster& openSheet(imaging::Size pixels);
+    // The same with a raster file that is there; it is not written to.
+    CAcraster& openSheet(const std::filesystem::path& raster);
     void closeSheet();
     // View pixels to an image pixel, around the middle of the sheet.
     void showAt(double scale);

@@ -1,11 +1,11 @@
-#include "bench/mouse/ticks.h"
+#include "bench/desk/ticks.h"
 
 #include <cstdio>
 #include <stdexcept>
 #include <vector>
 
-#include "bench/mouse/bench_desk.h"
-#include "bench/mouse/durations.h"
+#include "bench/desk/bench_desk.h"
+#include "bench/desk/durations.h"
 #include "module/resources/resource.h"
 #include "module/start/MonitorTimer.h"
 #include "module/start/SelectionInView.h"
