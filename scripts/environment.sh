@@ -9,12 +9,12 @@ use_own_display() {
     export WINEPREFIX=$headless_prefix
 }
 
-# Sessions at the desk run beside the other tests, and in lanes beside each other: each lane has a display, and with it a
-# clipboard and a pointer, and a Wine prefix for itself. HALVORAN_SESSION_LANE is the number of the lane, if there are any.
-use_session_display() {
-    local lane=${HALVORAN_SESSION_LANE:-0}
-    local display=HALVORAN_SESSION_DISPLAY_$lane
-    headless_prefix=$root/build/wine-sessions-$lane
+# Tests run in lanes beside each other: each lane has a display, and with it a clipboard and a pointer, and a Wine prefix
+# for itself. HALVORAN_LANE is the number of the lane; what runs by itself takes the first one.
+use_lane() {
+    local lane=${HALVORAN_LANE:-0}
+    local display=HALVORAN_DISPLAY_$lane
+    headless_prefix=$root/build/wine-lane-$lane
     use_own_display
     if [ -n "${!display:-}" ]; then
         export DISPLAY=${!display}

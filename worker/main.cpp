@@ -72,8 +72,8 @@ int wmain(int argumentCount, wchar_t** arguments)
     }
     thread->m_bAutoDelete = FALSE; // the handle is waited for
     thread->ResumeThread();
-    // The first look makes this thread's message queue, which takes longer than all before it: the work does not wait for
-    // it. A module that wants the worker to leave before that is refused its message, and ends the process itself.
+    // The first look makes this thread's message queue, which takes longer than all before it: the work does not wait
+    // for it. A module that wants the worker to leave before that is refused its message, and ends the process itself.
     if (toldToQuit())
         leave(work.gate);
     while (MsgWaitForMultipleObjects(1, &thread->m_hThread, FALSE, INFINITE, QS_ALLINPUT) != WAIT_OBJECT_0) {

@@ -1,6 +1,6 @@
 // Every way in which a tool ends, from every state that it can be in: nothing of it is left.
 //
-// Each state is given 200 lives, the first of them in turn with all endings, the rest with the quick ones. With
+// Each state is given 60 lives, the first of them in turn with all endings, the rest with the quick ones. With
 // HALVORAN_TOOL_LIVES set, each is given so many, all endings in turn and by the real clock.
 
 #include <algorithm>
@@ -383,8 +383,8 @@ TEST_P(ToolEndings, LeaveNothingBehind)
 {
     constexpr int all = static_cast<int>(std::size(endings));
     const char* wanted = std::getenv("HALVORAN_TOOL_LIVES");
-    const int lives = wanted ? std::atoi(wanted) : 2 * all;
-    const int quickLives = wanted ? 0 : 200 - lives;
+    const int lives = wanted ? std::atoi(wanted) : all;
+    const int quickLives = wanted ? 0 : 60 - lives;
     std::optional<test::HastyClock> clock;
     if (!wanted)
         clock.emplace();

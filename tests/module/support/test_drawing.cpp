@@ -140,7 +140,14 @@ Picture readPicture(const std::filesystem::path& path)
 
 void planWorker(const std::vector<std::string>& runs)
 {
-    const std::filesystem::path worker = FAULTY_WORKER;
+    // A copy of this program's own: programs in other lanes plan their workers at the same time.
+    static const std::filesystem::path worker = [] {
+        const std::filesystem::path original = FAULTY_WORKER;
+        const std::filesystem::path folder = freshFolder("faulty_worker");
+        for (const char* name : {"HVV6.exe", "HVV6-real.exe"})
+            std::filesystem::copy_file(std::filesystem::path(original).replace_filename(name), folder / name);
+        return folder / "HVV6.exe";
+    }();
     std::ofstream plan(std::filesystem::path(worker).replace_extension(".plan"));
     for (const std::string& run : runs)
         plan << run << "\n";
