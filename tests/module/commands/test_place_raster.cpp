@@ -113,7 +113,7 @@ TEST_F(PlaceRaster, ThePageAndTheLimitsOfANewRaster)
         enter(dialog, IDC_PLACE_Y, L"1.5");
         EXPECT_EQ(text(dialog, IDC_PLACE_Y), L"1.5000");
         for (const int field : {IDC_NEW_WIDTH, IDC_NEW_HEIGHT, IDC_PLACE_SCALE, IDC_PLACE_X}) {
-            const std::wstring endless(40000, L'9');
+            const std::wstring endless(4000, L'9');
             for (const wchar_t* hostile : {L"", L"letters", L"-7", L"1e308", endless.c_str()})
                 enter(dialog, field, hostile);
         }
