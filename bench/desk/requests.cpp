@@ -73,9 +73,8 @@ void benchRequests(BenchDesk& desk, const std::filesystem::path& sheet)
         const std::filesystem::path path(file.m_strPath.GetString());
         row("the worker reads the image", [&] { worked = imaging::readRaster(path); });
         row("the worker inverts it", [&] { imaging::invert(worked.bitmap); });
-        row("the worker writes it", [&] {
-            imaging::writeRaster(path, worked.bitmap, worked.info.resolution, imaging::Format::TiffGroup4);
-        });
+        row("the worker writes it",
+            [&] { imaging::writeRaster(path, worked.bitmap, worked.info.resolution, imaging::Format::TiffGroup4); });
         std::unique_ptr<Atil::Image> working;
         row("the module reads it", [&] { working = readBack(file.m_strPath); });
         row("all of the request", [&] { raster.Invert(); });

@@ -31,12 +31,9 @@ imaging::Rect boxFrom(const std::vector<double>& edges)
 PicturePart readPicturePart(Words& words)
 {
     using What = PicturePart::What;
-    static const std::map<std::wstring, What> named = {{L"window", What::window},
-                                                       {L"view", What::view},
-                                                       {L"toolbar", What::toolbar},
-                                                       {L"dialog", What::dialog},
-                                                       {L"menu", What::menu},
-                                                       {L"splash", What::splash}};
+    static const std::map<std::wstring, What> named = {{L"window", What::window},   {L"view", What::view},
+                                                       {L"toolbar", What::toolbar}, {L"dialog", What::dialog},
+                                                       {L"menu", What::menu},       {L"splash", What::splash}};
     static constexpr std::wstring_view viewPrefix = L"view:";
     const std::wstring word = words.next("the part of the picture");
     if (const auto found = named.find(word); found != named.end())
