@@ -6,6 +6,7 @@
 namespace desk {
 namespace {
 
+// Lengths are those of a screen with 96 pixels to the inch.
 constexpr int height = 27, widestTab = 220, margin = 10, crossSize = 9;
 constexpr COLORREF ground = RGB(0xE3, 0xE6, 0xEA), activeGround = RGB(0xFF, 0xFF, 0xFF), rule = RGB(0xC9, 0xCE, 0xD5),
                    ink = RGB(0x5A, 0x63, 0x6E), activeInk = RGB(0x1F, 0x26, 0x2D), accent = RGB(0x2F, 0x6F, 0xDE);
@@ -48,7 +49,7 @@ bool DocumentTabs::show(std::vector<DocumentTab> tabs, standin::DrawingId active
 
 CSize DocumentTabs::CalcFixedLayout(BOOL, BOOL)
 {
-    return {32767, height};
+    return {32767, m_fonts.scaled(height)};
 }
 
 // All of one width, narrower the more there are.
@@ -56,15 +57,17 @@ CRect DocumentTabs::tabAt(std::size_t index) const
 {
     CRect client;
     GetClientRect(&client);
-    const int width = std::min<int>(widestTab, client.Width() / std::max<int>(1, static_cast<int>(m_tabs.size())));
+    const int width =
+        std::min<int>(m_fonts.scaled(widestTab), client.Width() / std::max<int>(1, static_cast<int>(m_tabs.size())));
     const int left = static_cast<int>(index) * width;
     return CRect(left, 0, left + width, client.bottom);
 }
 
-CRect DocumentTabs::crossIn(const CRect& tab)
+CRect DocumentTabs::crossIn(const CRect& tab) const
 {
-    const int top = (tab.top + tab.bottom - crossSize) / 2;
-    return CRect(tab.right - margin - crossSize, top, tab.right - margin, top + crossSize);
+    const int size = m_fonts.scaled(crossSize), right = tab.right - m_fonts.scaled(margin);
+    const int top = (tab.top + tab.bottom - size) / 2;
+    return CRect(right - size, top, right, top + size);
 }
 
 void DocumentTabs::paintTab(CDC& context, std::size_t index) const
@@ -77,7 +80,7 @@ void DocumentTabs::paintTab(CDC& context, std::size_t index) const
     if (active)
         context.FillSolidRect(tab.left, tab.top, tab.Width() - 1, 2, accent);
     const CRect cross = crossIn(tab);
-    CRect text(tab.left + margin, tab.top, cross.left - margin / 2, tab.bottom);
+    CRect text(tab.left + m_fonts.scaled(margin), tab.top, cross.left - m_fonts.scaled(margin / 2), tab.bottom);
     context.SetTextColor(active ? activeInk : ink);
     ::DrawTextW(context.GetSafeHdc(), m_tabs[index].title.c_str(), -1, &text,
                 DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);

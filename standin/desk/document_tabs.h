@@ -47,7 +47,7 @@ protected:
 
 private:
     CRect tabAt(std::size_t index) const;
-    static CRect crossIn(const CRect& tab);
+    CRect crossIn(const CRect& tab) const;
     void paintTab(CDC& context, std::size_t index) const;
     void pressed(CPoint at, bool close);
 

@@ -3,6 +3,7 @@
 namespace desk {
 namespace {
 
+// Lengths are those of a screen with 96 pixels to the inch.
 constexpr int height = 24, margin = 10, coordinatesWidth = 230, spaceWidth = 96;
 constexpr COLORREF ground = RGB(0xEC, 0xEE, 0xF1), rule = RGB(0xD5, 0xD9, 0xDF), ink = RGB(0x3A, 0x42, 0x4B),
                    accent = RGB(0x2F, 0x6F, 0xDE);
@@ -53,14 +54,15 @@ void StatusPanel::showSpace(const std::wstring& text)
 
 CSize StatusPanel::CalcFixedLayout(BOOL, BOOL)
 {
-    return {32767, height};
+    return {32767, m_fonts.scaled(height)};
 }
 
 CRect StatusPanel::spaceButton() const
 {
     CRect client;
     GetClientRect(&client);
-    return {client.right - spaceWidth - margin, 3, client.right - margin, client.bottom - 2};
+    const int right = client.right - m_fonts.scaled(margin);
+    return {right - m_fonts.scaled(spaceWidth), m_fonts.scaled(3), right, client.bottom - m_fonts.scaled(2)};
 }
 
 LRESULT StatusPanel::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
@@ -92,9 +94,10 @@ void StatusPanel::DoPaint(CDC* pDC)
         memory.DrawText(text.c_str(), static_cast<int>(text.size()), &box,
                         alignment | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX);
     };
-    draw(m_coordinates, {margin, 0, coordinatesWidth, client.bottom}, ink, DT_LEFT);
-    memory.FillSolidRect(coordinatesWidth, 5, 1, client.bottom - 9, rule);
-    draw(m_state, {coordinatesWidth + margin, 0, client.right - spaceWidth - 2 * margin, client.bottom}, ink, DT_LEFT);
+    const int gap = m_fonts.scaled(margin), coordinatesEnd = m_fonts.scaled(coordinatesWidth);
+    draw(m_coordinates, {gap, 0, coordinatesEnd, client.bottom}, ink, DT_LEFT);
+    memory.FillSolidRect(coordinatesEnd, m_fonts.scaled(5), 1, client.bottom - m_fonts.scaled(9), rule);
+    draw(m_state, {coordinatesEnd + gap, 0, spaceButton().left - gap, client.bottom}, ink, DT_LEFT);
     if (!m_space.empty()) {
         memory.FillSolidRect(spaceButton(), RGB(0xFF, 0xFF, 0xFF));
         draw(m_space, spaceButton(), accent, DT_CENTER);

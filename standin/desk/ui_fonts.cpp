@@ -40,6 +40,7 @@ HFONT makeFont(HDC context, std::initializer_list<const wchar_t*> families)
 UiFonts::UiFonts()
 {
     const HDC context = GetDC(nullptr);
+    dotsPerInch = GetDeviceCaps(context, LOGPIXELSY);
     text.Attach(makeFont(context, {L"Segoe UI", L"DejaVu Sans", L"Tahoma"}));
     monospace.Attach(makeFont(context, {L"Consolas", L"DejaVu Sans Mono", L"Liberation Mono", L"Courier New"}));
     const HGDIOBJ former = SelectObject(context, monospace.GetSafeHandle());

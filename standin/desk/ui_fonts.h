@@ -9,9 +9,13 @@ struct UiFonts
 {
     UiFonts();
 
+    /// The pixels of this screen for a length in pixels of a screen with 96 to the inch.
+    int scaled(int length) const { return MulDiv(length, dotsPerInch, USER_DEFAULT_SCREEN_DPI); }
+
     CFont text;              // labels, status line
     CFont monospace;         // command line
     int monospaceHeight = 0; // of a line, in pixels
+    int dotsPerInch = USER_DEFAULT_SCREEN_DPI;
 };
 
 } // namespace desk
