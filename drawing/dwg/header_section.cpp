@@ -7,6 +7,7 @@
 #include "drawing/dwg/bit_transfer.h"
 #include "drawing/dwg/dimension_variables.h"
 #include "drawing/dwg/lineweights.h"
+#include "drawing/numbers.h"
 
 namespace drawing::dwg {
 
@@ -432,14 +433,13 @@ private:
     {
         constexpr int plotStyleByHandle = 3;
         whole({Form::Short, "$INSUNITS"});
-        const Field plotStyle{Form::Short, "$CEPSNTYPE", 380};
-        if (!m_bits.reading() && m_variables.integer(plotStyle.name) == plotStyleByHandle) {
-            m_variables.setInteger(plotStyle.name, 0, plotStyle.code); // the handle is not told by DXF
-        }
-        whole(plotStyle);
-        if (m_variables.integer(plotStyle.name) == plotStyleByHandle) {
-            Handle style = 0;
+        whole({Form::Short, "$CEPSNTYPE", 380});
+        if (m_variables.integer("$CEPSNTYPE") == plotStyleByHandle) {
+            Handle style = parseHandle(m_variables.text("$CEPSNID")).value_or(0);
             m_bits.plainHandle(style, Reference::HardPointer);
+            if (m_bits.reading()) {
+                m_variables.setText("$CEPSNID", formatHandle(style), 390);
+            }
         }
         text({Form::Text, "$FINGERPRINTGUID", 2});
         text({Form::Text, "$VERSIONGUID", 2});
