@@ -182,7 +182,7 @@ TEST_F(HostileDwg, LoopsAndEntitiesInTwoPlacesAreRefused)
     };
     const auto vertex = [](BitWriter& bits) {
         bits.byte(0);
-        for (int i = 0; i < 6; ++i) {
+        for (int i = 0; i < 7; ++i) {
             bits.real(0);
         }
     };
@@ -276,12 +276,12 @@ TEST_F(HostileDwg, MapsThatPointOutsideOrTwiceAreRefused)
     twice[3].address = twice[2].address;
     auto outside = places;
     outside.back().address = 0x7FFFFFFF;
-    auto backwards = places;
-    std::swap(backwards[4].handle, backwards[5].handle);
+    auto repeated = places;
+    repeated[5].handle = repeated[4].handle;
     EXPECT_EQ(reasonOf(withMap(places)), "");
     EXPECT_THAT(reasonOf(withMap(twice)), testing::HasSubstr("lies over another"));
     EXPECT_THAT(reasonOf(withMap(outside)), testing::HasSubstr("points outside the file"));
-    EXPECT_THAT(reasonOf(withMap(backwards)), testing::HasSubstr("out of order"));
+    EXPECT_THAT(reasonOf(withMap(repeated)), testing::HasSubstr("out of order"));
 }
 
 } // namespace drawing::test
