@@ -152,6 +152,58 @@ void sortedEntities(ObjectFields& f)
     }
 }
 
+// A scale that the user may choose: so many units on paper for so many of the drawing.
+void scaleOfList(ObjectFields& f)
+{
+    f.marker("AcDbScale");
+    f.shortNumber(70);
+    f.text(300);
+    f.real(140);
+    f.real(141);
+    f.bit(290);
+}
+
+void distance(ObjectFields& f, int flagCode, int code)
+{
+    int present = 0;
+    f.take(flagCode, present);
+    f.bits.shortNumber(present);
+    double value = 0;
+    if (present != 0) {
+        f.take(code, value);
+        f.bits.real(value);
+    }
+    f.give(flagCode, present);
+    if (present != 0) {
+        f.give(code, value);
+    }
+}
+
+// Where a block reference is cut off: a boundary, two planes, and two matrices of three rows of four.
+void spatialFilter(ObjectFields& f)
+{
+    constexpr unsigned rawPointBits = 128;
+    constexpr int matrixReals = 24;
+    f.marker("AcDbFilter");
+    f.marker("AcDbSpatialFilter");
+    int corners = 0;
+    f.take(70, corners);
+    corners = static_cast<int>(f.left(10));
+    f.bits.shortCount(corners, rawPointBits);
+    f.give(70, corners);
+    for (int i = 0; i < corners; ++i) {
+        f.rawPoint2(10);
+    }
+    f.point3(210);
+    f.point3(11);
+    f.shortNumber(71);
+    distance(f, 72, 40);
+    distance(f, 73, 41);
+    for (int i = 0; i < matrixReals; ++i) {
+        f.real(40);
+    }
+}
+
 } // namespace
 
 std::span<const Kind> dictionaryKinds()
@@ -165,6 +217,8 @@ std::span<const Kind> dictionaryKinds()
         {0x48, false, "GROUP", group},
         {0x4F, false, "XRECORD", extendedRecord},
         {0, false, "SORTENTSTABLE", sortedEntities},
+        {0, false, "SCALE", scaleOfList},
+        {0, false, "SPATIAL_FILTER", spatialFilter},
     };
     return kinds;
 }

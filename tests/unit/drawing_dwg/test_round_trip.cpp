@@ -25,6 +25,16 @@ TEST(RoundTrip, SecondOneChangesNothing)
     EXPECT_EQ(dxfOf(twice), dxfOf(once));
 }
 
+TEST(RoundTrip, PlotStyleOfNewObjectsIsKeptByItsHandle)
+{
+    Document document;
+    document.header.setInteger("$CEPSNTYPE", 3, 380);
+    document.header.setText("$CEPSNID", "F", 390);
+    const Document read = readDrawingBytes(dwgOf(document));
+    EXPECT_EQ(read.header.integer("$CEPSNTYPE"), 3);
+    EXPECT_EQ(read.header.text("$CEPSNID"), "F");
+}
+
 class OtherMakersDrawing : public testing::TestWithParam<const char*>
 {
 protected:

@@ -10,8 +10,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 int main()
 {
-    constexpr int inputs = 400;
-    constexpr unsigned longest = 300;
+    constexpr int inputs = 2000;
+    constexpr unsigned longest = 60;
     std::mt19937 random(4711);
     for (int i = 0; i < inputs; ++i) {
         std::vector<std::uint8_t> input(random() % longest);

@@ -12,7 +12,7 @@ TEST_F(EngineTest, DrawingsOfPlacedRastersAreReadByIndependentPrograms)
     made.newRaster = {.drawingFile = in("new.dwg"),
                       .rasterFile = in("new.tif"),
                       .formatCode = imaging::formatCode(imaging::Format::TiffGroup4),
-                      .dotsPerInch = 254,
+                      .dotsPerInch = 200,
                       .pixels = {640, 480},
                       .scale = 2,
                       .insertion = {3, 4, 5},
@@ -30,10 +30,10 @@ TEST_F(EngineTest, DrawingsOfPlacedRastersAreReadByIndependentPrograms)
         GTEST_SKIP() << answer.said;
     }
     EXPECT_TRUE(answer.faultless) << answer.said;
-    // 25.4 / 254 millimetres a pixel, twice as large in the drawing.
-    EXPECT_THAT(answer.said,
-                testing::HasSubstr(R"("size":{"x":640,"y":480},"u":{"x":0.2,"y":0,"z":0},"v":{"x":0,"y":0.2,"z":0},)"
-                                   R"("position":{"x":3,"y":4,"z":5})"));
+    // 25.4 / 200 millimetres a pixel, twice as large in the drawing.
+    EXPECT_THAT(answer.said, testing::HasSubstr(
+                                 R"("size":{"x":640,"y":480},"u":{"x":0.254,"y":0,"z":0},"v":{"x":0,"y":0.254,"z":0},)"
+                                 R"("position":{"x":3,"y":4,"z":5})"));
     EXPECT_THAT(answer.said, testing::HasSubstr(R"("size":{"x":4,"y":2},"u":{"x":0.0635,"y":0,"z":0})"));
     EXPECT_THAT(answer.said, testing::HasSubstr(in("new.tif").string()));
 }
