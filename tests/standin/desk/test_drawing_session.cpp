@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "drawing/drawing_file.h"
 #include "standin/desk/drawing_session.h"
 #include "tests/support/files.h"
 
