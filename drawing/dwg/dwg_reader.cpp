@@ -309,7 +309,7 @@ void DwgReader::buildRest()
 {
     for (const ObjectPlace& place : m_places) {
         DecodedObject& object = *decoded(place.handle);
-        // The list of viewports is left empty, as the host's later releases leave it.
+        // The list of viewports is written empty, as it is where no layout is current.
         const bool viewportList = object.type == viewportHeaderControlType || object.type == viewportHeaderType;
         if (viewportList || !object.object || dynamic_cast<Entity*>(object.object.get()) ||
             dynamic_cast<TableRecord*>(object.object.get())) {

@@ -213,11 +213,14 @@ void DwgWriter::writeEntity(const Entity& entity, const Ties& ties)
 
 void DwgWriter::writeObjects()
 {
-    for (const Handle handle : writable(m_document.objects())) {
-        const Object& object = *m_document.find(handle);
-        const auto* dictionary = dynamic_cast<const Dictionary*>(&object);
+    for (const Handle handle : m_document.objects()) {
+        const Object* object = m_document.find(handle);
+        if (!object || !canWrite(*object)) {
+            continue;
+        }
+        const auto* dictionary = dynamic_cast<const Dictionary*>(object);
         if (!dictionary) {
-            writeObject(object, {}, {});
+            writeObject(*object, {}, {});
             continue;
         }
         Dictionary copy = *dictionary;

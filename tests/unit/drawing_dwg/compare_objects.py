@@ -21,7 +21,7 @@ IGNORED = {
     "SPLINE": {"flags", "start_tangent", "end_tangent"},
 }
 # Kinds that only one of the forms can hold here, and marks that each save numbers anew.
-UNREAD = {"MULTILEADER", "ACAD_TABLE", "SHAPE", "HELIX", "SEQEND"}
+UNREAD = {"MULTILEADER", "ACAD_TABLE", "SHAPE", "HELIX", "ARC_DIMENSION", "MPOLYGON", "SEQEND"}
 DICTIONARIES = {"ACAD_GROUP", "ACAD_IMAGE_DICT", "ACAD_IMAGE_VARS", "ACAD_LAYOUT", "ACAD_MLINESTYLE",
                 "ACAD_PLOTSETTINGS", "ACAD_PLOTSTYLENAME"}
 complaints = []

@@ -48,6 +48,11 @@ def add_others(doc, msp):
     doc.set_wipeout_variables(frame=1)
     msp.add_blockref("TILE", (1, 1), dxfattribs={"row_count": 2, "column_count": 3, "row_spacing": 4, "column_spacing": 5})
     doc.groups.new("PAIR").extend([msp.add_line((0, 0), (1, 1)), msp.add_point((2, 2))])
+    msp.add_arrow_blockref("DOT", (1, 1))
+    msp.add_open_spline([(0, 0), (1, 2), (3, 1), (4, 4)])
+    msp.add_cad_spline_control_frame([(0, 0), (1, 2), (3, 1)])
+    msp.add_mtext_static_columns(["one", "two"], width=10, gutter_width=1, height=5)
+    msp.add_mtext_dynamic_manual_height_columns("long text " * 20, width=10, gutter_width=1, heights=[5, 6])
     text = msp.add_text("tagged")
     text.set_xdata("ACAD", [(1000, "word"), (1010, (1, 2, 3)), (1040, 2.5), (1070, -7), (1071, 70000), (1005, "A1")])
     text.new_extension_dict().add_dictionary_var("NOTE", "kept")
@@ -59,6 +64,8 @@ def add_others(doc, msp):
 def add_without_place(doc, msp):
     doc.styles.get_shx("ltypeshp.shx")
     msp.add_shape("BOX", (1, 2))
+    msp.add_arc_dim_3p(base=(2, 2), center=(0, 0), p1=(4, 0), p2=(3, 3)).render()
+    msp.add_mpolygon(color=2).paths.add_polyline_path([(0, 0), (4, 0), (4, 4)])
     msp.add_helix(radius=2, pitch=1, turns=3)
 
 

@@ -10,7 +10,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 int main()
 {
-    constexpr int inputs = 2000;
+    constexpr int inputs = 600;
     constexpr unsigned longest = 60;
     std::mt19937 random(4711);
     for (int i = 0; i < inputs; ++i) {
