@@ -35,13 +35,13 @@ const TableType* tableOfRecord(int type)
 // Kinds of objects that all files know and nobody here reads: whether they are entities, and their names.
 struct UnreadKind
 {
-    int type;
     std::string_view name;
+    int type;
     bool entity;
 };
 constexpr UnreadKind unreadKinds[] = {
-    {0x21, "SHAPE", true},        {0x2B, "OLEFRAME", true},         {0x4A, "OLE2FRAME", true},
-    {0x51, "VBA_PROJECT", false}, {498, "ACAD_PROXY_ENTITY", true}, {499, "ACAD_PROXY_OBJECT", false},
+    {"SHAPE", 0x21, true},        {"OLEFRAME", 0x2B, true},         {"OLE2FRAME", 0x4A, true},
+    {"VBA_PROJECT", 0x51, false}, {"ACAD_PROXY_ENTITY", 498, true}, {"ACAD_PROXY_OBJECT", 499, false},
 };
 
 const UnreadKind* unreadKind(int type)
