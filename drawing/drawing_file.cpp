@@ -72,6 +72,16 @@ DrawingForm formOfContent(std::string_view bytes)
     return dwg::isDwg(bytes) ? DrawingForm::Dwg : isBinaryForm(bytes) ? DrawingForm::DxfBinary : DrawingForm::DxfText;
 }
 
+DrawingForm formOfFile(const std::filesystem::path& path)
+{
+    constexpr std::size_t longestBeginning = 32;
+    std::string bytes(longestBeginning, '\0');
+    std::ifstream file(files::ofAnyLength(path), std::ios::binary);
+    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    bytes.resize(static_cast<std::size_t>(file.gcount()));
+    return formOfContent(bytes);
+}
+
 DrawingForm formOfExtension(const std::filesystem::path& path)
 {
     const auto extension = path.extension().u8string();
@@ -95,7 +105,11 @@ Document readDrawingBytes(std::string_view bytes, Notes* notes)
 std::string writeDrawingBytes(const Document& document, DrawingForm form, Notes* notes)
 {
     if (form != DrawingForm::Dwg) {
-        return writeDxf(document, form == DrawingForm::DxfBinary ? DxfForm::Binary : DxfForm::Text);
+        DxfWriter writer(document, form == DrawingForm::DxfBinary ? DxfForm::Binary : DxfForm::Text);
+        if (notes) {
+            *notes = writer.notes();
+        }
+        return writer.write();
     }
     dwg::DwgWriter writer(document);
     std::string bytes = writer.write();

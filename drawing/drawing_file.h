@@ -34,6 +34,8 @@ void writeDrawing(const Document& document, const std::filesystem::path& path, D
 DrawingForm formOfExtension(const std::filesystem::path& path);
 /// The form that the bytes are in, as far as their beginning tells.
 DrawingForm formOfContent(std::string_view bytes);
+/// The form of the file's content; of what can't be read, that of DXF as text.
+DrawingForm formOfFile(const std::filesystem::path& path);
 
 /// The same from the bytes of a file of any form.
 Document readDrawingBytes(std::string_view bytes, Notes* notes = nullptr);

@@ -210,7 +210,10 @@ void DxfReader::readClasses()
         if (record.name != "CLASS") {
             throw DrawingError(record.line, "a class was expected, not " + record.name);
         }
-        m_builder.document().classes.emplace_back(record.groups.begin(), record.groups.end());
+        Groups& groups = m_builder.document().classes.emplace_back();
+        for (const PlacedGroup& group : record.groups) {
+            groups.push_back(group.plain());
+        }
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include "drawing/binary_part.h"
 #include "drawing/known_classes.h"
+#include "drawing/left_out.h"
 #include "drawing/numbers.h"
 
 namespace drawing {
@@ -36,6 +37,13 @@ std::string DxfWriter::write()
     }
     m_sink.group(0, "EOF");
     return m_sink.take();
+}
+
+Notes DxfWriter::notes() const
+{
+    LeftOut leftOut;
+    leftOut.addListed(m_document, [](const Object& object) { return !isOnlyBinary(object); });
+    return leftOut.notes("a DXF file");
 }
 
 void DxfWriter::beginSection(std::string_view name)

@@ -5,6 +5,7 @@
 
 #include "drawing/document.h"
 #include "drawing/field_writer.h"
+#include "drawing/mendings.h"
 
 namespace drawing {
 
@@ -15,6 +16,8 @@ public:
     explicit DxfWriter(const Document& document, DxfForm form = DxfForm::Text);
 
     std::string write();
+    /// What only the binary form can hold and was left out.
+    Notes notes() const;
 
 private:
     void beginSection(std::string_view name);

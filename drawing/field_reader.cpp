@@ -48,13 +48,15 @@ void FieldReader::splitTail(Object& object)
     while (extended < groups.size() && groups[extended].code != applicationNameCode) {
         ++extended;
     }
-    object.extendedData.assign(groups.begin() + static_cast<std::ptrdiff_t>(extended), groups.end());
+    const auto plain = [](const PlacedGroup& group) { return group.plain(); };
+    std::transform(groups.begin() + static_cast<std::ptrdiff_t>(extended), groups.end(),
+                   std::back_inserter(object.extendedData), plain);
     m_end = extended;
     const auto first = groups.begin();
     const auto last = first + static_cast<std::ptrdiff_t>(extended);
     const auto embedded = std::find_if(
         first, last, [](const PlacedGroup& g) { return g.code == embeddedCode && g.value == "Embedded Object"; });
-    object.embedded.assign(embedded, last);
+    std::transform(embedded, last, std::back_inserter(object.embedded), plain);
     m_end = static_cast<std::size_t>(embedded - first);
 }
 
@@ -113,9 +115,9 @@ void FieldReader::readApplicationGroup(Object& object, std::size_t& index)
         }
     }
     if (groups[begin].value != "{ACAD_REACTORS" && groups[begin].value != "{ACAD_XDICTIONARY") {
-        object.applicationGroups.insert(object.applicationGroups.end(),
-                                        groups.begin() + static_cast<std::ptrdiff_t>(begin),
-                                        groups.begin() + static_cast<std::ptrdiff_t>(end) + 1);
+        for (std::size_t i = begin; i <= end; ++i) {
+            object.applicationGroups.push_back(groups[i].plain());
+        }
     }
     std::fill(m_used.begin() + static_cast<std::ptrdiff_t>(begin),
               m_used.begin() + static_cast<std::ptrdiff_t>(end) + 1, true);
@@ -174,7 +176,7 @@ void FieldReader::keepRest(Object& object)
         KeptGroups kept{std::string(m_sections.size() == 1 ? m_lastMarker : section.marker), {}};
         for (std::size_t i = section.begin; i < section.end; ++i) {
             if (!m_used[i]) {
-                kept.groups.push_back(m_record.groups[i]);
+                kept.groups.push_back(m_record.groups[i].plain());
             }
         }
         if (!kept.groups.empty() || m_visits.keptWhenEmpty(number)) {
@@ -226,7 +228,7 @@ void FieldReader::boolean(int code, bool& value, std::optional<bool>)
 void FieldReader::string(int code, std::string& value, std::optional<std::string_view>)
 {
     if (const PlacedGroup* group = next(code)) {
-        value = group->value;
+        value = group->plain().value;
     }
 }
 

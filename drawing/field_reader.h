@@ -40,6 +40,7 @@ public:
     void maybe(int code, std::optional<Vector3>& value) override;
     std::vector<PlacedGroup> take(std::initializer_list<int> codes) override;
     void put(int, std::string) override {}
+    void putReal(int, double) override {}
 
 private:
     /// The groups under one marker; the first section is the head, which has none.

@@ -1,7 +1,5 @@
 #include "drawing/field_visitor.h"
 
-#include <cmath>
-
 #include "drawing/error.h"
 #include "drawing/numbers.h"
 
@@ -21,28 +19,24 @@ template <class Value> Value checked(const PlacedGroup& group, std::optional<Val
 
 } // namespace
 
+Group PlacedGroup::plain() const
+{
+    return {code, m_number ? formatReal(*m_number) : value};
+}
+
 double PlacedGroup::real() const
 {
-    return checked(*this, parseReal(value), "usable number");
+    return m_number ? *m_number : checked(*this, parseReal(value), "usable number");
 }
 
 int PlacedGroup::integer() const
 {
-    return checked(*this, parseInteger(value), "usable whole number");
+    return checked(*this, parseInteger(m_number ? formatReal(*m_number) : value), "usable whole number");
 }
 
 Handle PlacedGroup::handleValue() const
 {
     return checked(*this, parseHandle(value), "handle");
-}
-
-// A number that no reader would take must not reach the file.
-void FieldVisitor::putReal(int code, double value)
-{
-    if (!std::isfinite(value)) {
-        throw DrawingError("group " + std::to_string(code) + " of an object is no finite number, and can't be saved");
-    }
-    put(code, formatReal(value));
 }
 
 void FieldVisitor::putInteger(int code, int value)

@@ -14,14 +14,26 @@
 namespace drawing {
 
 /// A group with its place in the file. The conversions throw DrawingError with the line if the text is no such number.
-struct PlacedGroup : Group
+struct PlacedGroup : private Group // as it may have no text yet
 {
+    PlacedGroup() = default;
+    explicit PlacedGroup(Group group, std::size_t atLine = 0) : Group(std::move(group)), line(atLine) {}
+    /// A number that comes from no text; `value` stays empty.
+    PlacedGroup(int ofCode, double number) : Group{ofCode, {}}, m_number(number) {}
+
+    using Group::code;
+    using Group::value;
     std::size_t line = 0; // of the value, from 1
 
+    /// The group by itself, a number as text.
+    Group plain() const;
     double real() const;
     int integer() const;
     bool boolean() const { return integer() != 0; }
     Handle handleValue() const;
+
+private:
+    std::optional<double> m_number;
 };
 
 /// What a record tells beyond its object's own fields: the writer knows it, the reader learns it.
@@ -61,7 +73,8 @@ public:
     virtual std::vector<PlacedGroup> take(std::initializer_list<int> codes) = 0;
     /// Writes a group; a reader ignores it.
     virtual void put(int code, std::string value) = 0;
-    void putReal(int code, double value);
+    /// The same; throws DrawingError if the number is not finite.
+    virtual void putReal(int code, double value) = 0;
     void putInteger(int code, int value);
     void putHandle(int code, Handle value);
 

@@ -1,8 +1,10 @@
 #include "drawing/field_writer.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "drawing/binary_form.h"
+#include "drawing/error.h"
 #include "drawing/numbers.h"
 
 namespace drawing {
@@ -38,6 +40,11 @@ void DxfSink::textGroup(int code, std::string_view value)
     m_bytes += '\n';
     m_bytes += value;
     m_bytes += '\n';
+}
+
+void GroupSink::real(int code, double value)
+{
+    group(code, formatReal(value));
 }
 
 void GroupSink::groups(const Groups& groups)
@@ -106,6 +113,15 @@ void FieldWriter::subclass(std::string_view marker, std::initializer_list<std::s
     writeKept();
     m_current = m_visits.visit(marker, alsoRead);
     m_sink.group(100, marker);
+}
+
+// A number that no reader would take must not reach the file.
+void FieldWriter::putReal(int code, double value)
+{
+    if (!std::isfinite(value)) {
+        throw DrawingError("group " + std::to_string(code) + " of an object is no finite number, and can't be saved");
+    }
+    m_sink.real(code, value);
 }
 
 void FieldWriter::real(int code, double& value, std::optional<double> omitted)

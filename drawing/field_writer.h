@@ -23,6 +23,7 @@ public:
     virtual ~GroupSink() = default;
 
     virtual void group(int code, std::string_view value) = 0;
+    virtual void real(int code, double value);
     void groups(const Groups& groups);
 };
 
@@ -66,6 +67,7 @@ public:
     void maybe(int code, std::optional<Vector3>& value) override;
     std::vector<PlacedGroup> take(std::initializer_list<int>) override { return {}; }
     void put(int code, std::string value) override { m_sink.group(code, value); }
+    void putReal(int code, double value) override;
 
 private:
     void writeHead(const Object& object, const Groups& beforeHandle);

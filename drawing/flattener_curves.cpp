@@ -80,9 +80,9 @@ void Flattener::point(const Point& point, const Place& place)
 {
     enum Mode
     {
-        dot = 0,
+        dotFigure = 0,
         none = 1,
-        cross = 2,
+        crossFigure = 2,
         diagonal = 3,
         tick = 4,
         figureBits = 7,
@@ -98,13 +98,13 @@ void Flattener::point(const Point& point, const Place& place)
         emit(point, FlatPath{{at + from, at + to}}, place, Linetype::Continuous);
     };
     const int figure = mode & figureBits;
-    if (figure == dot || !(size > 0)) {
+    if (figure == dotFigure || !(size > 0)) {
         emit(point, FlatPath{{at}}, place);
     }
     if (!(size > 0)) {
         return;
     }
-    if (figure == cross) {
+    if (figure == crossFigure) {
         line({-size, 0}, {size, 0});
         line({0, -size}, {0, size});
     } else if (figure == diagonal) {

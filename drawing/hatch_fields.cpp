@@ -347,7 +347,8 @@ void Hatch::fields(FieldVisitor& v)
     const auto groups = v.take({91, 92, 72, 73, 74, 93, 94, 95, 96, 97, 10, 20, 11, 21, 12, 22, 13, 23, 330,
                                 40, 42, 50, 51, 75, 76, 52, 41, 77, 78, 53, 43, 44, 45, 46, 79, 49, 47, 98});
     if (!HatchReader(groups, *this).read()) {
-        unread.assign(groups.begin(), groups.end());
+        std::transform(groups.begin(), groups.end(), std::back_inserter(unread),
+                       [](const PlacedGroup& group) { return group.plain(); });
         paths.clear();
         lines.clear();
         seeds.clear();

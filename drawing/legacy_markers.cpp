@@ -100,7 +100,7 @@ void addLegacyMarkers(Record& record)
     std::vector<std::vector<PlacedGroup>> parts;
     parts.reserve(subclasses.size() + 1);
     for (const Subclass& each : subclasses) {
-        parts.push_back({{{markerCode, std::string(each.marker)}, record.line}});
+        parts.push_back({PlacedGroup(Group{markerCode, std::string(each.marker)}, record.line)});
     }
     for (PlacedGroup& group : record.groups) {
         auto& part = group.code >= firstExtendedCode   ? extended

@@ -63,7 +63,7 @@ void readElements(FieldVisitor& v, std::vector<Linetype::Element>& elements)
         if (group.code == 49) {
             elements.push_back({group.real(), {}});
         } else if (!elements.empty()) {
-            elements.back().shape.push_back(group);
+            elements.back().shape.push_back(group.plain());
         }
     }
 }

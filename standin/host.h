@@ -110,8 +110,15 @@ HALVORAN_STANDIN_API Failure addDrawing(const std::filesystem::path& path);
 /// place; an empty path makes a new drawing.
 HALVORAN_STANDIN_API Failure newDrawing();
 HALVORAN_STANDIN_API Failure openDrawing(const std::filesystem::path& path);
+/// The form of file that a drawing is saved in: that which its path's type stands for, or that of the file that it was
+/// opened from or saved to last, whatever that is called.
+enum class SaveForm
+{
+    OfPath,
+    OfFile,
+};
 /// Announces beginSave, then saveComplete or abortSave; the drawing takes the new path.
-HALVORAN_STANDIN_API Failure saveDrawing(const std::filesystem::path& path);
+HALVORAN_STANDIN_API Failure saveDrawing(const std::filesystem::path& path, SaveForm form = SaveForm::OfPath);
 /// Modules hear kUnloadDwgMsg and the database's end; then reactors hear of the images that go. The drawing that was
 /// active before becomes the active one.
 HALVORAN_STANDIN_API void closeDrawing();
@@ -124,7 +131,8 @@ HALVORAN_STANDIN_API bool drawingModified(DrawingId drawing);
 /// Empty for a drawing that has no file yet.
 HALVORAN_STANDIN_API std::filesystem::path drawingPath();
 HALVORAN_STANDIN_API std::filesystem::path drawingPath(DrawingId drawing);
-/// What was mended in the drawing's file when it was opened: plain sentences, as a rule none.
+/// What was mended in the drawing's file when it was opened, or left out of it when it was saved last: plain sentences,
+/// as a rule none.
 HALVORAN_STANDIN_API std::vector<std::wstring> drawingNotes();
 /// The current drawing's database and its document; the document is only there while a drawing is open. An edit to the
 /// document is painted after redraw(), and must not remove an entity: see eraseEntity.

@@ -77,22 +77,41 @@ unsigned BitReader::bits(unsigned count)
     return value;
 }
 
+// The lowest byte first.
+template <std::size_t Size> std::uint64_t BitReader::number()
+{
+    if (left() < Size * bitsOfByte) {
+        endsTooEarly();
+    }
+    const unsigned used = m_position % bitsOfByte;
+    const std::size_t at = m_position / bitsOfByte;
+    m_position += Size * bitsOfByte;
+    std::uint64_t value = 0;
+    for (std::size_t i = Size; i-- > 0;) {
+        unsigned byte = static_cast<unsigned char>(m_bytes[at + i]);
+        if (used > 0) {
+            byte = (byte << used |
+                    static_cast<unsigned>(static_cast<unsigned char>(m_bytes[at + i + 1])) >> (bitsOfByte - used)) &
+                   0xFFu;
+        }
+        value = value << bitsOfByte | byte;
+    }
+    return value;
+}
+
 unsigned BitReader::rawShort()
 {
-    const unsigned low = byte();
-    return low | byte() << 8;
+    return static_cast<unsigned>(number<2>());
 }
 
 std::uint32_t BitReader::rawLong()
 {
-    const std::uint32_t low = rawShort();
-    return low | static_cast<std::uint32_t>(rawShort()) << 16;
+    return static_cast<std::uint32_t>(number<4>());
 }
 
 double BitReader::rawReal()
 {
-    const std::uint64_t low = rawLong();
-    return std::bit_cast<double>(low | static_cast<std::uint64_t>(rawLong()) << 32);
+    return std::bit_cast<double>(number<8>());
 }
 
 std::string BitReader::raw(std::size_t bytes)

@@ -74,6 +74,7 @@ public:
 
 private:
     [[noreturn]] void endsTooEarly() const;
+    template <std::size_t Size> std::uint64_t number();
 
     std::string_view m_bytes;
     std::string_view m_what;

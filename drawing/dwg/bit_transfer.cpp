@@ -1,5 +1,6 @@
 #include "drawing/dwg/bit_transfer.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "drawing/dwg/caret_text.h"
@@ -151,8 +152,13 @@ void BitTransfer::plainHandle(Handle& value, Reference kind)
     }
 }
 
-void BitTransfer::checkCount(int value, std::size_t room) const
+// So many items may be told in a few bits each; beyond them an item has to have a byte, or little of a file could claim
+// much memory.
+void BitTransfer::checkCount(int value, std::size_t bitsLeft, unsigned leastBits) const
 {
+    constexpr std::size_t smallItems = 200'000;
+    constexpr std::size_t bitsOfByte = 8;
+    const std::size_t room = std::min(bitsLeft / leastBits, smallItems + bitsLeft / bitsOfByte);
     if (m_reading && (value < 0 || static_cast<std::size_t>(value) > room)) {
         throw DrawingError("a count of " + std::to_string(value) + " is more than there is room for");
     }
@@ -161,27 +167,27 @@ void BitTransfer::checkCount(int value, std::size_t room) const
 void BitTransfer::count(int& value, unsigned leastBits)
 {
     longNumber(value);
-    checkCount(value, m_data.left() / leastBits);
+    checkCount(value, m_data.left(), leastBits);
 }
 
 void BitTransfer::shortCount(int& value, unsigned leastBits)
 {
     shortNumber(value);
     value &= 0xFFFF;
-    checkCount(value, m_data.left() / leastBits);
+    checkCount(value, m_data.left(), leastBits);
 }
 
 void BitTransfer::rawLongCount(int& value, unsigned leastBits)
 {
     rawLong(value);
-    checkCount(value, m_data.left() / leastBits);
+    checkCount(value, m_data.left(), leastBits);
 }
 
 void BitTransfer::handleCount(int& value)
 {
-    constexpr std::size_t leastBits = 8;
+    constexpr unsigned leastBits = 8;
     longNumber(value);
-    checkCount(value, m_handles.left() / leastBits);
+    checkCount(value, m_handles.left(), leastBits);
 }
 
 } // namespace drawing::dwg

@@ -55,7 +55,7 @@ public:
     BitWriter& writtenHandles() { return m_writtenHandles; }
 
 private:
-    void checkCount(int value, std::size_t room) const;
+    void checkCount(int value, std::size_t bitsLeft, unsigned leastBits) const;
 
     bool m_reading;
     BitReader m_data{""};

@@ -1,6 +1,7 @@
 #include "drawing/dwg/bit_writer.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <utility>
 
@@ -37,34 +38,54 @@ void BitWriter::bits(unsigned value, unsigned count)
     }
 }
 
+namespace {
+
+template <std::size_t Size> std::array<char, Size> lowestByteFirst(std::uint64_t value)
+{
+    std::array<char, Size> bytes{};
+    for (char& byte : bytes) {
+        byte = static_cast<char>(value & 0xFFu);
+        value >>= bitsOfByte;
+    }
+    return bytes;
+}
+
+} // namespace
+
 void BitWriter::rawShort(unsigned value)
 {
-    byte(value);
-    byte(value >> 8);
+    const auto bytes = lowestByteFirst<2>(value);
+    raw({bytes.data(), bytes.size()});
 }
 
 void BitWriter::rawLong(std::uint32_t value)
 {
-    rawShort(value & 0xFFFFu);
-    rawShort(value >> 16);
+    const auto bytes = lowestByteFirst<4>(value);
+    raw({bytes.data(), bytes.size()});
 }
 
 void BitWriter::rawReal(double value)
 {
-    const auto pattern = std::bit_cast<std::uint64_t>(value);
-    rawLong(static_cast<std::uint32_t>(pattern));
-    rawLong(static_cast<std::uint32_t>(pattern >> 32));
+    const auto bytes = lowestByteFirst<8>(std::bit_cast<std::uint64_t>(value));
+    raw({bytes.data(), bytes.size()});
 }
 
 void BitWriter::raw(std::string_view bytes)
 {
-    if (m_bits % bitsOfByte == 0) {
+    const unsigned used = m_bits % bitsOfByte;
+    m_bits += bytes.size() * bitsOfByte;
+    if (used == 0) {
         m_bytes += bytes;
-        m_bits += bytes.size() * bitsOfByte;
         return;
     }
+    // Each byte fills the last one up and begins the next.
+    std::size_t at = m_bytes.size();
+    m_bytes.resize(at + bytes.size());
     for (const char each : bytes) {
-        byte(static_cast<unsigned char>(each));
+        const auto byte = static_cast<unsigned char>(each);
+        m_bytes[at - 1] = static_cast<char>(static_cast<unsigned char>(m_bytes[at - 1]) | byte >> used);
+        m_bytes[at] = static_cast<char>(byte << (bitsOfByte - used));
+        ++at;
     }
 }
 
@@ -198,13 +219,19 @@ void BitWriter::modularShort(std::uint64_t value)
 
 void BitWriter::overwriteLong(std::size_t bit, std::uint32_t value)
 {
-    for (unsigned i = 0; i < 4 * bitsOfByte; ++i) {
-        const std::size_t at = bit + i;
-        const unsigned valueByte = value >> i / bitsOfByte * bitsOfByte & 0xFFu;
-        const bool on = (valueByte >> (bitsOfByte - 1 - i % bitsOfByte) & 1u) != 0;
-        const unsigned mask = 0x80u >> at % bitsOfByte;
-        const auto old = static_cast<unsigned char>(m_bytes[at / bitsOfByte]);
-        m_bytes[at / bitsOfByte] = static_cast<char>(on ? old | mask : old & ~mask);
+    const unsigned used = bit % bitsOfByte;
+    std::size_t at = bit / bitsOfByte;
+    for (const char each : lowestByteFirst<4>(value)) {
+        const auto byte = static_cast<unsigned char>(each);
+        const auto put = [&](std::size_t place, unsigned mask, unsigned part) {
+            const auto old = static_cast<unsigned char>(m_bytes[place]);
+            m_bytes[place] = static_cast<char>((old & ~mask) | part);
+        };
+        put(at, 0xFFu >> used, byte >> used);
+        if (used > 0) {
+            put(at + 1, 0xFF00u >> used & 0xFFu, static_cast<unsigned>(byte) << (bitsOfByte - used) & 0xFFu);
+        }
+        ++at;
     }
 }
 

@@ -1,4 +1,4 @@
-// Dictionaries, what they commonly hold, groups and multiline styles.
+// Dictionaries, what they commonly hold, and groups.
 
 #include "drawing/dwg/extended_values.h"
 #include "drawing/dwg/kinds.h"
@@ -90,78 +90,6 @@ void group(ObjectFields& f)
     }
 }
 
-// The bits of a multiline style's flags: what the form has, and what DXF has.
-struct FlagPair
-{
-    int stored;
-    int dxf;
-};
-constexpr FlagPair styleFlags[] = {{1, 2}, {2, 1}, {16, 16}, {32, 64}, {64, 32}, {256, 256}, {512, 1024}, {1024, 512}};
-
-struct StyleLine
-{
-    double offset = 0;
-    int color = 256;
-    std::string linetype = "BYLAYER";
-};
-
-// The numbers of linetypes count the entries of the table.
-void styleLine(ObjectFields& f, StyleLine& line)
-{
-    f.bits.real(line.offset);
-    f.bits.shortNumber(line.color);
-    int number = f.reading() ? 0 : f.names.linetypeNumber(line.linetype);
-    f.bits.shortNumber(number);
-    if (f.reading()) {
-        line.linetype = f.names.linetypeOfNumber(number);
-    }
-}
-
-void multilineStyle(ObjectFields& f)
-{
-    f.marker("AcDbMlineStyle");
-    f.text(2);
-    f.text(3);
-    int flags = 0;
-    f.take(70, flags);
-    int stored = 0;
-    for (const FlagPair& pair : styleFlags) {
-        stored |= flags & pair.dxf ? pair.stored : 0;
-    }
-    f.bits.shortNumber(stored);
-    flags = 0;
-    for (const FlagPair& pair : styleFlags) {
-        flags |= stored & pair.stored ? pair.dxf : 0;
-    }
-    f.give(70, flags);
-    std::vector<StyleLine> lines;
-    int fill = 256;
-    f.take(62, fill);
-    f.bits.shortNumber(fill);
-    f.give(62, fill);
-    f.angle(51);
-    f.angle(52);
-    for (const PlacedGroup& each : f.takeAll({49, 62, 6})) {
-        if (each.code == 49) {
-            lines.emplace_back().offset = each.real();
-        } else if (!lines.empty() && each.code == 62) {
-            lines.back().color = each.integer();
-        } else if (!lines.empty()) {
-            lines.back().linetype = each.value;
-        }
-    }
-    auto count = static_cast<int>(lines.size());
-    f.bits.byte(count);
-    f.give(71, count);
-    lines.resize(static_cast<std::size_t>(count));
-    for (StyleLine& line : lines) {
-        styleLine(f, line);
-        f.give(49, line.offset);
-        f.give(62, line.color);
-        f.give(6, line.linetype);
-    }
-}
-
 // Groups of any codes, packed as bytes; what follows are handles that those of the groups stand for.
 void extendedRecord(ObjectFields& f)
 {
@@ -224,6 +152,58 @@ void sortedEntities(ObjectFields& f)
     }
 }
 
+// A scale that the user may choose: so many units on paper for so many of the drawing.
+void scaleOfList(ObjectFields& f)
+{
+    f.marker("AcDbScale");
+    f.shortNumber(70);
+    f.text(300);
+    f.real(140);
+    f.real(141);
+    f.bit(290);
+}
+
+void distance(ObjectFields& f, int flagCode, int code)
+{
+    int present = 0;
+    f.take(flagCode, present);
+    f.bits.shortNumber(present);
+    double value = 0;
+    if (present != 0) {
+        f.take(code, value);
+        f.bits.real(value);
+    }
+    f.give(flagCode, present);
+    if (present != 0) {
+        f.give(code, value);
+    }
+}
+
+// Where a block reference is cut off: a boundary, two planes, and two matrices of three rows of four.
+void spatialFilter(ObjectFields& f)
+{
+    constexpr unsigned rawPointBits = 128;
+    constexpr int matrixReals = 24;
+    f.marker("AcDbFilter");
+    f.marker("AcDbSpatialFilter");
+    int corners = 0;
+    f.take(70, corners);
+    corners = static_cast<int>(f.left(10));
+    f.bits.shortCount(corners, rawPointBits);
+    f.give(70, corners);
+    for (int i = 0; i < corners; ++i) {
+        f.rawPoint2(10);
+    }
+    f.point3(210);
+    f.point3(11);
+    f.shortNumber(71);
+    distance(f, 72, 40);
+    distance(f, 73, 41);
+    for (int i = 0; i < matrixReals; ++i) {
+        f.real(40);
+    }
+}
+
 } // namespace
 
 std::span<const Kind> dictionaryKinds()
@@ -235,9 +215,10 @@ std::span<const Kind> dictionaryKinds()
         {0, false, "ACDBPLACEHOLDER", placeholder},
         {0x50, false, "ACDBPLACEHOLDER", placeholder}, // as later programs number it
         {0x48, false, "GROUP", group},
-        {0x49, false, "MLINESTYLE", multilineStyle},
         {0x4F, false, "XRECORD", extendedRecord},
         {0, false, "SORTENTSTABLE", sortedEntities},
+        {0, false, "SCALE", scaleOfList},
+        {0, false, "SPATIAL_FILTER", spatialFilter},
     };
     return kinds;
 }

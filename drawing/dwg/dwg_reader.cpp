@@ -74,7 +74,7 @@ std::string_view DwgReader::headerContent() const
                          "the section of the header variables");
 }
 
-// No two objects may share bytes; that bounds what all of them together hold.
+// Every object is whole, and no two share bytes, which bounds what all of them together hold.
 void DwgReader::checkPlaces() const
 {
     RecordNames none;
@@ -87,29 +87,37 @@ void DwgReader::checkPlaces() const
         if (each.address < end) {
             throw DrawingError("the object " + formatHandle(each.handle) + " lies over another");
         }
-        end = decoder.end(each);
+        end = decoder.checkedEnd(each);
     }
 }
 
-// The records of a table, before its objects are read.
-std::vector<Handle> DwgReader::recordsOf(ObjectDecoder& decoder, Handle control) const
+// One object, before all are read; an empty one if there is none.
+DecodedObject DwgReader::decodedAhead(ObjectDecoder& decoder, Handle handle) const
 {
-    const auto found = std::lower_bound(m_places.begin(), m_places.end(), control,
-                                        [](const ObjectPlace& place, Handle handle) { return place.handle < handle; });
-    return found != m_places.end() && found->handle == control ? decoder.decode(*found).control.records
-                                                               : std::vector<Handle>();
+    const auto found = std::lower_bound(m_places.begin(), m_places.end(), handle,
+                                        [](const ObjectPlace& place, Handle sought) { return place.handle < sought; });
+    return found != m_places.end() && found->handle == handle ? decoder.decode(*found) : DecodedObject();
 }
 
 void DwgReader::readNames()
 {
     const Roots roots = readRoots(headerContent(), m_encoding);
     ObjectDecoder decoder(m_bytes, m_classes, m_encoding, m_names);
-    const std::vector<Handle> blocks = recordsOf(decoder, roots[Root::BlockControl]);
+    std::unordered_map<Handle, std::size_t> blocks;
+    for (const Handle block : decodedAhead(decoder, roots[Root::BlockControl]).control.records) {
+        blocks.try_emplace(block, blocks.size());
+    }
     for (const ObjectPlace& each : m_places) {
         decoder.enterName(each, blocks);
     }
     // Multiline styles count the linetypes in the order of their table.
-    m_names.setLinetypes(recordsOf(decoder, roots[Root::LinetypeControl]));
+    m_names.setLinetypes(decodedAhead(decoder, roots[Root::LinetypeControl]).control.records);
+    const DecodedObject styles = decodedAhead(decoder, roots[Root::MultilineStyleDictionary]);
+    if (const auto* dictionary = dynamic_cast<const Dictionary*>(styles.object.get())) {
+        for (const Dictionary::Entry& entry : dictionary->entries) {
+            m_names.add("MLINESTYLE", entry.key, entry.object);
+        }
+    }
 }
 
 void DwgReader::readObjects()
@@ -182,15 +190,7 @@ void DwgReader::buildTables()
 void DwgReader::readHeader()
 {
     Document& document = m_builder.document();
-    const std::string_view content = headerContent();
-    const Roots roots = readRoots(content, m_encoding);
-    const DecodedObject* styles = decoded(roots[Root::MultilineStyleDictionary]);
-    if (const auto* dictionary = styles ? dynamic_cast<const Dictionary*>(styles->object.get()) : nullptr) {
-        for (const Dictionary::Entry& entry : dictionary->entries) {
-            m_names.add("MLINESTYLE", entry.key, entry.object);
-        }
-    }
-    HeaderSection section = readHeaderSection(content, m_encoding, m_names);
+    HeaderSection section = readHeaderSection(headerContent(), m_encoding, m_names);
     document.header.setText("$ACADVER", release2000);
     document.header.setInteger("$ACADMAINTVER", m_header.maintenance);
     document.header.setText("$DWGCODEPAGE", codePageName(m_header.codePage), 3);
@@ -207,14 +207,15 @@ void DwgReader::readHeader()
     }
 }
 
-// The entities from the first to the last, each of which tells the next.
-std::vector<Handle> DwgReader::chain(Handle first, Handle last, Handle owner)
+// The entities from the first to the last, each of which tells the next. All have to be of that kind and in no chain
+// before, so that the chains of a file are together no longer than it has entities.
+template <class Kind> std::vector<Handle> DwgReader::chain(Handle first, Handle last, Handle owner)
 {
     std::vector<Handle> handles;
     std::set<Handle> seen;
     for (Handle at = first; at != 0 && seen.insert(at).second;) {
         const DecodedObject* entity = decoded(at);
-        if (!entity || !dynamic_cast<const Entity*>(entity->object.get())) {
+        if (!entity || !dynamic_cast<const Kind*>(entity->object.get())) {
             break;
         }
         handles.push_back(at);
@@ -250,8 +251,11 @@ void DwgReader::buildBlock(Block& block)
     if (storeAs<BlockBracket>(header.end, block.handle)) {
         block.end = header.end;
     }
-    for (const Handle handle : chain(header.first, header.last, block.handle)) {
+    for (const Handle handle : chain<Entity>(header.first, header.last, block.handle)) {
         auto* entity = storeAs<Entity>(handle, block.handle);
+        if (!entity) {
+            throw DrawingError("the entity " + formatHandle(handle) + " belongs to two others");
+        }
         block.entities.push_back(handle);
         buildEntity(*entity);
     }
@@ -284,14 +288,14 @@ void DwgReader::buildEntity(Entity& entity)
         return m_builder.store(std::move(made)).handle;
     };
     if (auto* polyline = dynamic_cast<HeavyPolyline*>(&entity)) {
-        for (const Handle vertex : chain(links.first, links.last, entity.handle)) {
+        for (const Handle vertex : chain<Vertex>(links.first, links.last, entity.handle)) {
             if (storeAs<Vertex>(vertex, entity.handle)) {
                 polyline->vertices.push_back(vertex);
             }
         }
         polyline->sequenceEnd = sequenceEnd();
     } else if (auto* reference = dynamic_cast<BlockReference*>(&entity); reference && links.hasParts) {
-        for (const Handle attribute : chain(links.first, links.last, entity.handle)) {
+        for (const Handle attribute : chain<Attribute>(links.first, links.last, entity.handle)) {
             if (storeAs<Attribute>(attribute, entity.handle)) {
                 reference->attributes.push_back(attribute);
             }
@@ -305,7 +309,7 @@ void DwgReader::buildRest()
 {
     for (const ObjectPlace& place : m_places) {
         DecodedObject& object = *decoded(place.handle);
-        // The list of viewports is left empty, as the host's later releases leave it.
+        // The list of viewports is written empty, as it is where no layout is current.
         const bool viewportList = object.type == viewportHeaderControlType || object.type == viewportHeaderType;
         if (viewportList || !object.object || dynamic_cast<Entity*>(object.object.get()) ||
             dynamic_cast<TableRecord*>(object.object.get())) {

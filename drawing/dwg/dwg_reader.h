@@ -29,7 +29,7 @@ private:
     void readClassSection();
     std::string_view headerContent() const;
     void checkPlaces() const;
-    std::vector<Handle> recordsOf(ObjectDecoder& decoder, Handle control) const;
+    DecodedObject decodedAhead(ObjectDecoder& decoder, Handle handle) const;
     void readNames();
     void readObjects();
     void readHeader();
@@ -41,7 +41,7 @@ private:
     void numberViewports(const Block& block);
     void buildRest();
     void checkCycles() const;
-    std::vector<Handle> chain(Handle first, Handle last, Handle owner);
+    template <class Kind> std::vector<Handle> chain(Handle first, Handle last, Handle owner);
     DecodedObject* decoded(Handle handle);
     template <class T> T* storeAs(Handle handle, Handle owner);
     Object* store(Handle handle);

@@ -7,18 +7,17 @@
 #include <vector>
 
 #include "drawing/document.h"
-#include "drawing/dwg/class_section.h"
+#include "drawing/dwg/class_list.h"
 #include "drawing/dwg/common_fields.h"
 #include "drawing/dwg/file_header.h"
 #include "drawing/dwg/header_section.h"
-#include "drawing/dwg/object_map.h"
+#include "drawing/dwg/object_encoder.h"
 #include "drawing/dwg/structure_fields.h"
 #include "drawing/mendings.h"
 
 namespace drawing::dwg {
 
-/// Writes a document in the host's binary form of the release 2000, part after part in the order in which the host
-/// writes them.
+/// Writes a document in the host's binary form of the release 2000.
 class DwgWriter
 {
 public:
@@ -30,15 +29,8 @@ public:
     Notes notes() const;
 
 private:
-    struct Written
-    {
-        Handle handle = 0;
-        std::string bytes; // length, bits and checksum
-    };
-
     std::string attempt();
     void enterNames();
-    void collectClasses();
     void collectReferences();
     bool canWrite(const Object& object) const;
 
@@ -52,20 +44,16 @@ private:
     void writeEntity(const Entity& entity, const Ties& ties);
     void writeObjects();
     void writeObject(const Object& object, Ties ties, Links links);
-    void finish(int type, const Object* object, Handle handle, ObjectFields& f);
-    void extendedData(const Object& object, BitWriter& writer);
     std::vector<Handle> writable(const std::vector<Handle>& handles) const;
-    int classType(std::string_view recordName, std::string_view className) const;
     Roots roots() const;
-    std::string assemble();
 
     const Document& m_document;
     std::string m_codePage;
     TextEncoding m_encoding;
     RecordNames m_names;
-    std::vector<ObjectClass> m_classes;
-    std::map<Handle, std::vector<Handle>> m_references; // to each block
-    std::vector<Written> m_written;
+    ClassList m_classes;
+    ObjectEncoder m_encoder;
+    std::map<Handle, std::vector<Handle>> m_references;       // to each block
     std::map<std::string, std::vector<Handle>> m_madeRecords; // by the table's kind
     Handle m_viewportControl = 0;
     std::map<Handle, std::string> m_leftOut; // with the kind's name

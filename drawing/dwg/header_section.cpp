@@ -7,6 +7,7 @@
 #include "drawing/dwg/bit_transfer.h"
 #include "drawing/dwg/dimension_variables.h"
 #include "drawing/dwg/lineweights.h"
+#include "drawing/numbers.h"
 
 namespace drawing::dwg {
 
@@ -28,8 +29,8 @@ enum class Form
 
 struct Field
 {
-    Form form;
     std::string_view name;
+    Form form;
     int code = 70;
     double usual = 0;
     std::string_view kind = {}; // of a record
@@ -37,137 +38,137 @@ struct Field
 
 // The variables in the order of the section, in four runs between which stand dimension variables and roots.
 constexpr Field beforeSeed[] = {
-    {Form::Bit, "$DIMASO", 70, 1},
-    {Form::Bit, "$DIMSHO", 70, 1},
-    {Form::Bit, "$PLINEGEN"},
-    {Form::Bit, "$ORTHOMODE"},
-    {Form::Bit, "$REGENMODE", 70, 1},
-    {Form::Bit, "$FILLMODE", 70, 1},
-    {Form::Bit, "$QTEXTMODE"},
-    {Form::Bit, "$PSLTSCALE", 70, 1},
-    {Form::Bit, "$LIMCHECK"},
-    {Form::Bit, "$USRTIMER", 70, 1},
-    {Form::Bit, "$SKPOLY"},
-    {Form::Bit, "$ANGDIR"},
-    {Form::Bit, "$SPLFRAME"},
-    {Form::Bit, "$MIRRTEXT", 70, 1},
-    {Form::Bit, "$WORLDVIEW", 70, 1},
-    {Form::Bit, "$TILEMODE", 70, 1},
-    {Form::Bit, "$PLIMCHECK"},
-    {Form::Bit, "$VISRETAIN", 70, 1},
-    {Form::Bit, "$DISPSILH"},
-    {Form::Bit, "$PELLIPSE"},
-    {Form::Short, "$PROXYGRAPHICS", 70, 1},
-    {Form::Short, "$TREEDEPTH", 70, 3020},
-    {Form::Short, "$LUNITS", 70, 2},
-    {Form::Short, "$LUPREC", 70, 4},
-    {Form::Short, "$AUNITS"},
-    {Form::Short, "$AUPREC"},
-    {Form::Short, "$ATTMODE", 70, 1},
-    {Form::Short, "$PDMODE"},
-    {Form::Short, "$USERI1"},
-    {Form::Short, "$USERI2"},
-    {Form::Short, "$USERI3"},
-    {Form::Short, "$USERI4"},
-    {Form::Short, "$USERI5"},
-    {Form::Short, "$SPLINESEGS", 70, 8},
-    {Form::Short, "$SURFU", 70, 6},
-    {Form::Short, "$SURFV", 70, 6},
-    {Form::Short, "$SURFTYPE", 70, 6},
-    {Form::Short, "$SURFTAB1", 70, 6},
-    {Form::Short, "$SURFTAB2", 70, 6},
-    {Form::Short, "$SPLINETYPE", 70, 6},
-    {Form::Short, "$SHADEDGE", 70, 3},
-    {Form::Short, "$SHADEDIF", 70, 70},
-    {Form::Short, "$UNITMODE"},
-    {Form::Short, "$MAXACTVP", 70, 64},
-    {Form::Short, "$ISOLINES", 70, 4},
-    {Form::Short, "$CMLJUST"},
-    {Form::Short, "$TEXTQLTY", 70, 50},
-    {Form::Real, "$LTSCALE", 40, 1},
-    {Form::Real, "$TEXTSIZE", 40, 2.5},
-    {Form::Real, "$TRACEWID", 40, 1},
-    {Form::Real, "$SKETCHINC", 40, 1},
-    {Form::Real, "$FILLETRAD", 40},
-    {Form::Real, "$THICKNESS", 40},
-    {Form::Real, "$ANGBASE", 50},
-    {Form::Real, "$PDSIZE", 40},
-    {Form::Real, "$PLINEWID", 40},
-    {Form::Real, "$USERR1", 40},
-    {Form::Real, "$USERR2", 40},
-    {Form::Real, "$USERR3", 40},
-    {Form::Real, "$USERR4", 40},
-    {Form::Real, "$USERR5", 40},
-    {Form::Real, "$CHAMFERA", 40},
-    {Form::Real, "$CHAMFERB", 40},
-    {Form::Real, "$CHAMFERC", 40},
-    {Form::Real, "$CHAMFERD", 40},
-    {Form::Real, "$FACETRES", 40, 0.5},
-    {Form::Real, "$CMLSCALE", 40, 20},
-    {Form::Real, "$CELTSCALE", 40, 1},
-    {Form::Text, "$MENU", 1},
-    {Form::Date, "$TDCREATE", 40},
-    {Form::Date, "$TDUPDATE", 40},
-    {Form::Date, "$TDINDWG", 40},
-    {Form::Date, "$TDUSRTIMER", 40},
-    {Form::Short, "$CECOLOR", 62, 256},
+    {"$DIMASO", Form::Bit, 70, 1},
+    {"$DIMSHO", Form::Bit, 70, 1},
+    {"$PLINEGEN", Form::Bit},
+    {"$ORTHOMODE", Form::Bit},
+    {"$REGENMODE", Form::Bit, 70, 1},
+    {"$FILLMODE", Form::Bit, 70, 1},
+    {"$QTEXTMODE", Form::Bit},
+    {"$PSLTSCALE", Form::Bit, 70, 1},
+    {"$LIMCHECK", Form::Bit},
+    {"$USRTIMER", Form::Bit, 70, 1},
+    {"$SKPOLY", Form::Bit},
+    {"$ANGDIR", Form::Bit},
+    {"$SPLFRAME", Form::Bit},
+    {"$MIRRTEXT", Form::Bit, 70, 1},
+    {"$WORLDVIEW", Form::Bit, 70, 1},
+    {"$TILEMODE", Form::Bit, 70, 1},
+    {"$PLIMCHECK", Form::Bit},
+    {"$VISRETAIN", Form::Bit, 70, 1},
+    {"$DISPSILH", Form::Bit},
+    {"$PELLIPSE", Form::Bit},
+    {"$PROXYGRAPHICS", Form::Short, 70, 1},
+    {"$TREEDEPTH", Form::Short, 70, 3020},
+    {"$LUNITS", Form::Short, 70, 2},
+    {"$LUPREC", Form::Short, 70, 4},
+    {"$AUNITS", Form::Short},
+    {"$AUPREC", Form::Short},
+    {"$ATTMODE", Form::Short, 70, 1},
+    {"$PDMODE", Form::Short},
+    {"$USERI1", Form::Short},
+    {"$USERI2", Form::Short},
+    {"$USERI3", Form::Short},
+    {"$USERI4", Form::Short},
+    {"$USERI5", Form::Short},
+    {"$SPLINESEGS", Form::Short, 70, 8},
+    {"$SURFU", Form::Short, 70, 6},
+    {"$SURFV", Form::Short, 70, 6},
+    {"$SURFTYPE", Form::Short, 70, 6},
+    {"$SURFTAB1", Form::Short, 70, 6},
+    {"$SURFTAB2", Form::Short, 70, 6},
+    {"$SPLINETYPE", Form::Short, 70, 6},
+    {"$SHADEDGE", Form::Short, 70, 3},
+    {"$SHADEDIF", Form::Short, 70, 70},
+    {"$UNITMODE", Form::Short},
+    {"$MAXACTVP", Form::Short, 70, 64},
+    {"$ISOLINES", Form::Short, 70, 4},
+    {"$CMLJUST", Form::Short},
+    {"$TEXTQLTY", Form::Short, 70, 50},
+    {"$LTSCALE", Form::Real, 40, 1},
+    {"$TEXTSIZE", Form::Real, 40, 2.5},
+    {"$TRACEWID", Form::Real, 40, 1},
+    {"$SKETCHINC", Form::Real, 40, 1},
+    {"$FILLETRAD", Form::Real, 40},
+    {"$THICKNESS", Form::Real, 40},
+    {"$ANGBASE", Form::Real, 50},
+    {"$PDSIZE", Form::Real, 40},
+    {"$PLINEWID", Form::Real, 40},
+    {"$USERR1", Form::Real, 40},
+    {"$USERR2", Form::Real, 40},
+    {"$USERR3", Form::Real, 40},
+    {"$USERR4", Form::Real, 40},
+    {"$USERR5", Form::Real, 40},
+    {"$CHAMFERA", Form::Real, 40},
+    {"$CHAMFERB", Form::Real, 40},
+    {"$CHAMFERC", Form::Real, 40},
+    {"$CHAMFERD", Form::Real, 40},
+    {"$FACETRES", Form::Real, 40, 0.5},
+    {"$CMLSCALE", Form::Real, 40, 20},
+    {"$CELTSCALE", Form::Real, 40, 1},
+    {"$MENU", Form::Text, 1},
+    {"$TDCREATE", Form::Date, 40},
+    {"$TDUPDATE", Form::Date, 40},
+    {"$TDINDWG", Form::Date, 40},
+    {"$TDUSRTIMER", Form::Date, 40},
+    {"$CECOLOR", Form::Short, 62, 256},
 };
 
 constexpr Field behindSeed[] = {
-    {Form::Record, "$CLAYER", 8, 0, "LAYER"},
-    {Form::Record, "$TEXTSTYLE", 7, 0, "STYLE"},
-    {Form::Record, "$CELTYPE", 6, 0, "LTYPE"},
-    {Form::Record, "$DIMSTYLE", 2, 0, "DIMSTYLE"},
-    {Form::Record, "$CMLSTYLE", 2, 0, "MLINESTYLE"},
-    {Form::Real, "$PSVPSCALE", 40},
-    {Form::Point, "$PINSBASE"},
-    {Form::Point, "$PEXTMIN"},
-    {Form::Point, "$PEXTMAX"},
-    {Form::FlatPoint, "$PLIMMIN"},
-    {Form::FlatPoint, "$PLIMMAX"},
-    {Form::Real, "$PELEVATION", 40},
-    {Form::Point, "$PUCSORG"},
-    {Form::Point, "$PUCSXDIR"},
-    {Form::Point, "$PUCSYDIR"},
-    {Form::Record, "$PUCSNAME", 2, 0, "UCS"},
-    {Form::Record, "$PUCSORTHOREF", 2, 0, "UCS"},
-    {Form::Short, "$PUCSORTHOVIEW"},
-    {Form::Record, "$PUCSBASE", 2, 0, "UCS"},
-    {Form::Point, "$PUCSORGTOP"},
-    {Form::Point, "$PUCSORGBOTTOM"},
-    {Form::Point, "$PUCSORGLEFT"},
-    {Form::Point, "$PUCSORGRIGHT"},
-    {Form::Point, "$PUCSORGFRONT"},
-    {Form::Point, "$PUCSORGBACK"},
-    {Form::Point, "$INSBASE"},
-    {Form::Point, "$EXTMIN"},
-    {Form::Point, "$EXTMAX"},
-    {Form::FlatPoint, "$LIMMIN"},
-    {Form::FlatPoint, "$LIMMAX"},
-    {Form::Real, "$ELEVATION", 40},
-    {Form::Point, "$UCSORG"},
-    {Form::Point, "$UCSXDIR"},
-    {Form::Point, "$UCSYDIR"},
-    {Form::Record, "$UCSNAME", 2, 0, "UCS"},
-    {Form::Record, "$UCSORTHOREF", 2, 0, "UCS"},
-    {Form::Short, "$UCSORTHOVIEW"},
-    {Form::Record, "$UCSBASE", 2, 0, "UCS"},
-    {Form::Point, "$UCSORGTOP"},
-    {Form::Point, "$UCSORGBOTTOM"},
-    {Form::Point, "$UCSORGLEFT"},
-    {Form::Point, "$UCSORGRIGHT"},
-    {Form::Point, "$UCSORGFRONT"},
-    {Form::Point, "$UCSORGBACK"},
+    {"$CLAYER", Form::Record, 8, 0, "LAYER"},
+    {"$TEXTSTYLE", Form::Record, 7, 0, "STYLE"},
+    {"$CELTYPE", Form::Record, 6, 0, "LTYPE"},
+    {"$DIMSTYLE", Form::Record, 2, 0, "DIMSTYLE"},
+    {"$CMLSTYLE", Form::Record, 2, 0, "MLINESTYLE"},
+    {"$PSVPSCALE", Form::Real, 40},
+    {"$PINSBASE", Form::Point},
+    {"$PEXTMIN", Form::Point},
+    {"$PEXTMAX", Form::Point},
+    {"$PLIMMIN", Form::FlatPoint},
+    {"$PLIMMAX", Form::FlatPoint},
+    {"$PELEVATION", Form::Real, 40},
+    {"$PUCSORG", Form::Point},
+    {"$PUCSXDIR", Form::Point},
+    {"$PUCSYDIR", Form::Point},
+    {"$PUCSNAME", Form::Record, 2, 0, "UCS"},
+    {"$PUCSORTHOREF", Form::Record, 2, 0, "UCS"},
+    {"$PUCSORTHOVIEW", Form::Short},
+    {"$PUCSBASE", Form::Record, 2, 0, "UCS"},
+    {"$PUCSORGTOP", Form::Point},
+    {"$PUCSORGBOTTOM", Form::Point},
+    {"$PUCSORGLEFT", Form::Point},
+    {"$PUCSORGRIGHT", Form::Point},
+    {"$PUCSORGFRONT", Form::Point},
+    {"$PUCSORGBACK", Form::Point},
+    {"$INSBASE", Form::Point},
+    {"$EXTMIN", Form::Point},
+    {"$EXTMAX", Form::Point},
+    {"$LIMMIN", Form::FlatPoint},
+    {"$LIMMAX", Form::FlatPoint},
+    {"$ELEVATION", Form::Real, 40},
+    {"$UCSORG", Form::Point},
+    {"$UCSXDIR", Form::Point},
+    {"$UCSYDIR", Form::Point},
+    {"$UCSNAME", Form::Record, 2, 0, "UCS"},
+    {"$UCSORTHOREF", Form::Record, 2, 0, "UCS"},
+    {"$UCSORTHOVIEW", Form::Short},
+    {"$UCSBASE", Form::Record, 2, 0, "UCS"},
+    {"$UCSORGTOP", Form::Point},
+    {"$UCSORGBOTTOM", Form::Point},
+    {"$UCSORGLEFT", Form::Point},
+    {"$UCSORGRIGHT", Form::Point},
+    {"$UCSORGFRONT", Form::Point},
+    {"$UCSORGBACK", Form::Point},
 };
 
 constexpr Field behindDimensions[] = {
-    {Form::Record, "$DIMTXSTY", 7, 0, "STYLE"},
-    {Form::Record, "$DIMLDRBLK", 1, 0, "BLOCK_RECORD"},
-    {Form::Record, "$DIMBLK", 1, 0, "BLOCK_RECORD"},
-    {Form::Record, "$DIMBLK1", 1, 0, "BLOCK_RECORD"},
-    {Form::Record, "$DIMBLK2", 1, 0, "BLOCK_RECORD"},
-    {Form::Short, "$DIMLWD", 70, -2},
-    {Form::Short, "$DIMLWE", 70, -2},
+    {"$DIMTXSTY", Form::Record, 7, 0, "STYLE"},
+    {"$DIMLDRBLK", Form::Record, 1, 0, "BLOCK_RECORD"},
+    {"$DIMBLK", Form::Record, 1, 0, "BLOCK_RECORD"},
+    {"$DIMBLK1", Form::Record, 1, 0, "BLOCK_RECORD"},
+    {"$DIMBLK2", Form::Record, 1, 0, "BLOCK_RECORD"},
+    {"$DIMLWD", Form::Short, 70, -2},
+    {"$DIMLWE", Form::Short, 70, -2},
 };
 
 constexpr Root controls[] = {
@@ -201,8 +202,8 @@ public:
         root(Root::MultilineStyleDictionary, Reference::HardPointer);
         root(Root::NamedObjects, Reference::HardOwner);
         stacking();
-        text({Form::Text, "$HYPERLINKBASE", 1});
-        text({Form::Text, "$STYLESHEET", 1});
+        text({"$HYPERLINKBASE", Form::Text, 1});
+        text({"$STYLESHEET", Form::Text, 1});
         root(Root::LayoutDictionary, Reference::HardPointer);
         root(Root::PlotSettingsDictionary, Reference::HardPointer);
         root(Root::PlotStyleDictionary, Reference::HardPointer);
@@ -368,16 +369,16 @@ private:
     {
         switch (each.form) {
         case ValueForm::Bit:
-            whole({Form::Bit, each.name, 70, each.usual});
+            whole({each.name, Form::Bit, 70, each.usual});
             break;
         case ValueForm::Short:
-            whole({Form::Short, each.name, 70, each.usual});
+            whole({each.name, Form::Short, 70, each.usual});
             break;
         case ValueForm::Real:
-            real({Form::Real, each.name, 40, each.usual});
+            real({each.name, Form::Real, 40, each.usual});
             break;
         case ValueForm::Text:
-            text({Form::Text, each.name, 1});
+            text({each.name, Form::Text, 1});
             break;
         }
     }
@@ -431,18 +432,17 @@ private:
     void ending()
     {
         constexpr int plotStyleByHandle = 3;
-        whole({Form::Short, "$INSUNITS"});
-        const Field plotStyle{Form::Short, "$CEPSNTYPE", 380};
-        if (!m_bits.reading() && m_variables.integer(plotStyle.name) == plotStyleByHandle) {
-            m_variables.setInteger(plotStyle.name, 0, plotStyle.code); // the handle is not told by DXF
-        }
-        whole(plotStyle);
-        if (m_variables.integer(plotStyle.name) == plotStyleByHandle) {
-            Handle style = 0;
+        whole({"$INSUNITS", Form::Short});
+        whole({"$CEPSNTYPE", Form::Short, 380});
+        if (m_variables.integer("$CEPSNTYPE") == plotStyleByHandle) {
+            Handle style = parseHandle(m_variables.text("$CEPSNID")).value_or(0);
             m_bits.plainHandle(style, Reference::HardPointer);
+            if (m_bits.reading()) {
+                m_variables.setText("$CEPSNID", formatHandle(style), 390);
+            }
         }
-        text({Form::Text, "$FINGERPRINTGUID", 2});
-        text({Form::Text, "$VERSIONGUID", 2});
+        text({"$FINGERPRINTGUID", Form::Text, 2});
+        text({"$VERSIONGUID", Form::Text, 2});
         root(Root::PaperSpace, Reference::HardPointer);
         root(Root::ModelSpace, Reference::HardPointer);
         root(Root::ByLayer, Reference::HardPointer);

@@ -1,4 +1,4 @@
-// Raster images, their definitions and what goes with them.
+// Raster images, their definitions and what goes with them; wipeouts, which are images of nothing.
 
 #include "drawing/dwg/kinds.h"
 #include "drawing/entities.h"
@@ -57,7 +57,7 @@ void clip(ObjectFields& f)
 
 void image(ObjectFields& f)
 {
-    f.marker("AcDbRasterImage");
+    f.marker(f.recordName() == "IMAGE" ? "AcDbRasterImage" : "AcDbWipeout");
     f.longNumber(90);
     f.point3(10);
     f.point3(11);
@@ -100,6 +100,12 @@ void variables(ObjectFields& f)
     f.shortNumber(72);
 }
 
+void wipeoutVariables(ObjectFields& f)
+{
+    f.marker("AcDbWipeoutVariables");
+    f.shortNumber(70);
+}
+
 } // namespace
 
 std::span<const Kind> imageKinds()
@@ -109,6 +115,8 @@ std::span<const Kind> imageKinds()
         {0, false, "IMAGEDEF", definition},
         {0, false, "IMAGEDEF_REACTOR", reactor},
         {0, false, "RASTERVARIABLES", variables},
+        {0, true, "WIPEOUT", image},
+        {0, false, "WIPEOUTVARIABLES", wipeoutVariables},
     };
     return kinds;
 }

@@ -19,9 +19,10 @@ const Index& index()
 {
     static const Index made = [] {
         Index result;
-        for (const auto kinds : {plainEntityKinds(), curveKinds(), polylineKinds(), textKinds(), dimensionKinds(),
-                                 hatchKinds(), viewportKinds(), tableRecordKinds(), dimensionStyleKinds(),
-                                 dictionaryKinds(), layoutKinds(), imageKinds()}) {
+        for (const auto kinds :
+             {plainEntityKinds(), curveKinds(), polylineKinds(), textKinds(), dimensionKinds(), hatchKinds(),
+              viewportKinds(), tableRecordKinds(), dimensionStyleKinds(), dictionaryKinds(), layoutKinds(),
+              imageKinds(), multilineKinds(), bodyKinds(), underlayKinds()}) {
             for (const Kind& kind : kinds) {
                 result.byName[kind.name].push_back(&kind);
                 if (kind.type != 0) {

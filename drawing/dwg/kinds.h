@@ -34,6 +34,9 @@ std::span<const Kind> dimensionStyleKinds();
 std::span<const Kind> dictionaryKinds();
 std::span<const Kind> layoutKinds();
 std::span<const Kind> imageKinds();
+std::span<const Kind> multilineKinds();
+std::span<const Kind> bodyKinds();
+std::span<const Kind> underlayKinds();
 
 // Null if there is none.
 const Kind* kindOfType(int type);

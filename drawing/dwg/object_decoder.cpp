@@ -17,6 +17,7 @@ namespace {
 
 constexpr std::string_view what = "an object";
 constexpr std::size_t checksumBytes = 2;
+constexpr std::size_t leastGroups = 300'000; // that any file's large objects may have
 
 bool isControl(int type)
 {
@@ -34,21 +35,13 @@ const TableType* tableOfRecord(int type)
 // Kinds of objects that all files know and nobody here reads: whether they are entities, and their names.
 struct UnreadKind
 {
-    int type;
     std::string_view name;
+    int type;
     bool entity;
 };
 constexpr UnreadKind unreadKinds[] = {
-    {0x21, "SHAPE", true},
-    {0x25, "REGION", true},
-    {0x26, "3DSOLID", true},
-    {0x27, "BODY", true},
-    {0x2B, "OLEFRAME", true},
-    {0x2F, "MLINE", true},
-    {0x4A, "OLE2FRAME", true},
-    {0x51, "VBA_PROJECT", false},
-    {498, "ACAD_PROXY_ENTITY", true},
-    {499, "ACAD_PROXY_OBJECT", false},
+    {"SHAPE", 0x21, true},        {"OLEFRAME", 0x2B, true},         {"OLE2FRAME", 0x4A, true},
+    {"VBA_PROJECT", 0x51, false}, {"ACAD_PROXY_ENTITY", 498, true}, {"ACAD_PROXY_OBJECT", 499, false},
 };
 
 const UnreadKind* unreadKind(int type)
@@ -62,7 +55,8 @@ const UnreadKind* unreadKind(int type)
 
 ObjectDecoder::ObjectDecoder(std::string_view file, const std::vector<ObjectClass>& classes,
                              const TextEncoding& encoding, RecordNames& names)
-    : m_file(file), m_classes(classes), m_encoding(encoding), m_names(names)
+    : m_file(file), m_classes(classes), m_encoding(encoding), m_names(names),
+      m_groupsLeft(leastGroups + file.size() / 2)
 {}
 
 // `begin`: of the object's bits in what is given back, behind its length.
@@ -78,21 +72,21 @@ std::string_view ObjectDecoder::content(const ObjectPlace& place, std::size_t& b
     return rest.substr(0, begin + static_cast<std::size_t>(size));
 }
 
-std::size_t ObjectDecoder::end(const ObjectPlace& place) const
+std::size_t ObjectDecoder::checkedEnd(const ObjectPlace& place) const
 {
     std::size_t begin = 0;
-    return place.address + content(place, begin).size() + checksumBytes;
+    const std::string_view all = content(place, begin);
+    const std::size_t end = place.address + all.size();
+    if (BitReader(m_file.substr(end, checksumBytes), what).rawShort() != checksum(all)) {
+        throw DrawingError("the object " + formatHandle(place.handle) + " is damaged: its checksum is another");
+    }
+    return end + checksumBytes;
 }
 
 ObjectDecoder::Head ObjectDecoder::head(const ObjectPlace& place) const
 {
     std::size_t begin = 0;
-    const std::string_view all = content(place, begin);
-    BitReader sum(m_file.substr(place.address + all.size(), checksumBytes), what);
-    if (sum.rawShort() != checksum(all)) {
-        throw DrawingError("the object " + formatHandle(place.handle) + " is damaged: its checksum is another");
-    }
-    const std::string_view bytes = all.substr(begin);
+    const std::string_view bytes = content(place, begin).substr(begin);
     Head head;
     head.data = BitReader(bytes, what);
     head.type = head.data.shortNumber();
@@ -147,7 +141,7 @@ void ObjectDecoder::extendedData(Head& head) const
     }
 }
 
-void ObjectDecoder::enterName(const ObjectPlace& place, const std::vector<Handle>& blocks)
+void ObjectDecoder::enterName(const ObjectPlace& place, const std::unordered_map<Handle, std::size_t>& blocks)
 {
     Head found = head(place);
     const TableType* table = tableOfRecord(found.type);
@@ -163,9 +157,9 @@ void ObjectDecoder::enterName(const ObjectPlace& place, const std::vector<Handle
     std::string name;
     bits.text(name);
     if (found.type == blockHeaderType) {
-        const auto listed = std::find(blocks.begin(), blocks.end(), place.handle);
+        const auto listed = blocks.find(place.handle);
         if (listed != blocks.end()) {
-            name = numberedBlockName(name, static_cast<std::size_t>(listed - blocks.begin()));
+            name = numberedBlockName(name, listed->second);
         }
     }
     m_names.add(table->kind, name, place.handle);
@@ -230,7 +224,7 @@ void ObjectDecoder::decodeFields(const Head& head, DecodedObject& decoded)
 {
     const TableType* table = tableOfRecord(head.type);
     Record record{head.kind ? std::string(head.kind->name) : table ? std::string(table->kind) : std::string(), 0, {}};
-    ObjectFields f(BitTransfer(head.data, head.handles, decoded.handle, m_encoding), m_names, record);
+    ObjectFields f(BitTransfer(head.data, head.handles, decoded.handle, m_encoding), m_names, record, m_groupsLeft);
     if (head.entity) {
         entityCommon(f, decoded.ties);
     } else {
@@ -265,7 +259,7 @@ void ObjectDecoder::decodeRaw(const Head& head, DecodedObject& decoded)
                                    : "TYPE" + std::to_string(head.type),
                   0,
                   {}};
-    ObjectFields f(BitTransfer(head.data, head.handles, decoded.handle, m_encoding), m_names, record);
+    ObjectFields f(BitTransfer(head.data, head.handles, decoded.handle, m_encoding), m_names, record, m_groupsLeft);
     BinaryPart part;
     decoded.ties = {};
     if (head.entity) {

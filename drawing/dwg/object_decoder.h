@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "drawing/binary_part.h"
@@ -35,11 +36,12 @@ public:
     ObjectDecoder(std::string_view file, const std::vector<ObjectClass>& classes, const TextEncoding& encoding,
                   RecordNames& names);
 
-    /// Where the object ends, its checksum included. Throws DrawingError if it does not lie in the file.
-    std::size_t end(const ObjectPlace& place) const;
+    /// Where the object ends, its checksum included. Throws DrawingError if it does not lie in the file or its checksum
+    /// is another; the other calls are for objects that were checked.
+    std::size_t checkedEnd(const ObjectPlace& place) const;
     /// If the object is a record of a table, enters its name.
-    /// Blocks without names of their own are numbered by their place in `blocks`, the records of the table.
-    void enterName(const ObjectPlace& place, const std::vector<Handle>& blocks);
+    /// Blocks without names of their own are numbered by their places in the table, `blocks`.
+    void enterName(const ObjectPlace& place, const std::unordered_map<Handle, std::size_t>& blocks);
     /// Throws DrawingError if what all objects have can't be read. An object of an unknown kind is kept as bits, and so
     /// is one whose own fields can't be read, with the reason.
     DecodedObject decode(const ObjectPlace& place);
@@ -70,6 +72,7 @@ private:
     const std::vector<ObjectClass>& m_classes;
     const TextEncoding& m_encoding;
     RecordNames& m_names;
+    std::size_t m_groupsLeft; // bounds what the objects of a hostile file say together
 };
 
 } // namespace drawing::dwg

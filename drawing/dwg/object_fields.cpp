@@ -16,8 +16,8 @@ constexpr double degreesOfRadian = 180 / std::numbers::pi;
 
 } // namespace
 
-ObjectFields::ObjectFields(BitTransfer transfer, RecordNames& ofNames, Record& record)
-    : bits(std::move(transfer)), names(ofNames), m_record(record)
+ObjectFields::ObjectFields(BitTransfer transfer, RecordNames& ofNames, Record& record, std::size_t& groupsLeft)
+    : bits(std::move(transfer)), names(ofNames), m_record(record), m_groupsLeft(&groupsLeft)
 {}
 
 ObjectFields::ObjectFields(Handle own, const TextEncoding& encoding, RecordNames& ofNames, Record& record)
@@ -50,12 +50,13 @@ void ObjectFields::marker(std::string_view name)
 {
     if (reading()) {
         auto& groups = m_record.groups;
-        groups.push_back({{markerCode, std::string(name)}, 0});
+        groups.emplace_back(Group{markerCode, std::string(name)});
         m_sections.push_back({name, groups.size(), groups.size(), true});
         m_current = m_sections.size() - 1;
         return;
     }
     m_current = unvisited(name);
+    m_cursors.clear();
     if (Section* const section = current()) {
         section->visited = true;
     }
@@ -66,6 +67,7 @@ void ObjectFields::again(std::string_view name)
     const auto found = std::find_if(m_sections.rbegin(), m_sections.rend(),
                                     [&](const Section& each) { return each.marker == name && each.visited; });
     m_current = found == m_sections.rend() ? noSection : static_cast<std::size_t>(m_sections.rend() - found) - 1;
+    m_cursors.clear();
 }
 
 PlacedGroup* ObjectFields::next(int code)
@@ -78,11 +80,20 @@ PlacedGroup* ObjectFields::next(int code)
     while (section->begin < section->end && m_used[section->begin]) {
         ++section->begin;
     }
-    for (std::size_t i = section->begin; i < section->end; ++i) {
+    // In a long section each code is looked for where it was found last, so that the time does not grow as the square.
+    constexpr std::size_t longSection = 64;
+    std::size_t* const cursor = section->end - section->begin > longSection ? &m_cursors[code] : nullptr;
+    for (std::size_t i = std::max(section->begin, cursor ? *cursor : 0); i < section->end; ++i) {
         if (m_record.groups[i].code == code && !m_used[i]) {
             m_used[i] = true;
+            if (cursor) {
+                *cursor = i + 1;
+            }
             return &m_record.groups[i];
         }
+    }
+    if (cursor) {
+        *cursor = section->end;
     }
     return nullptr;
 }
@@ -113,28 +124,34 @@ std::vector<PlacedGroup> ObjectFields::takeRest()
     return taken;
 }
 
-bool ObjectFields::has(int code)
+std::size_t ObjectFields::left(int code)
 {
+    std::size_t count = 0;
     const Section* const section = reading() ? nullptr : current();
     for (std::size_t i = section ? section->begin : 0; section && i < section->end; ++i) {
-        if (!m_used[i] && m_record.groups[i].code == code) {
-            return true;
-        }
+        count += !m_used[i] && m_record.groups[i].code == code ? 1 : 0;
     }
-    return false;
+    return count;
 }
 
-void ObjectFields::give(int code, const std::string& value)
+void ObjectFields::give(PlacedGroup group)
 {
     if (!reading()) {
         return;
     }
     auto& groups = m_record.groups;
+    constexpr std::size_t usualGroups = 1000;
+    if (groups.size() >= usualGroups) {
+        if (*m_groupsLeft == 0) {
+            throw DrawingError("the objects have more values than a file of this size can mean");
+        }
+        --*m_groupsLeft;
+    }
     if (m_sections.empty()) {
-        groups.push_back({{code, value}, 0});
+        groups.push_back(std::move(group));
         return;
     }
-    groups.insert(groups.begin() + static_cast<std::ptrdiff_t>(m_sections[m_current].end), {{code, value}, 0});
+    groups.insert(groups.begin() + static_cast<std::ptrdiff_t>(m_sections[m_current].end), std::move(group));
     ++m_sections[m_current].end;
     for (std::size_t i = m_current + 1; i < m_sections.size(); ++i) {
         ++m_sections[i].begin;
@@ -142,10 +159,17 @@ void ObjectFields::give(int code, const std::string& value)
     }
 }
 
+void ObjectFields::give(int code, const std::string& value)
+{
+    if (reading()) {
+        give(PlacedGroup(Group{code, value}));
+    }
+}
+
 void ObjectFields::give(int code, double value)
 {
     if (reading()) {
-        give(code, formatReal(value));
+        give(PlacedGroup(code, value));
     }
 }
 
@@ -180,7 +204,7 @@ bool ObjectFields::take(int code, std::string& value)
 {
     const PlacedGroup* group = reading() ? nullptr : next(code);
     if (group) {
-        value = group->value;
+        value = group->plain().value;
     }
     return group != nullptr;
 }
@@ -222,8 +246,10 @@ bool ObjectFields::takeAhead(std::string_view markerAhead, int code, int& value)
 {
     const std::size_t present = m_current;
     m_current = unvisited(markerAhead);
+    m_cursors.clear();
     const bool found = take(code, value);
     m_current = present;
+    m_cursors.clear();
     return found;
 }
 

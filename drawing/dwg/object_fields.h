@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "drawing/dwg/bit_transfer.h"
@@ -31,8 +32,9 @@ struct Links
 class ObjectFields
 {
 public:
-    /// Reads into `record`.
-    ObjectFields(BitTransfer transfer, RecordNames& names, Record& record);
+    /// Reads into `record`. Each group beyond the usual number is taken off `groupsLeft`; where none is left, reading
+    /// throws DrawingError, as a value may have as little as two bits, and a group takes memory.
+    ObjectFields(BitTransfer transfer, RecordNames& names, Record& record, std::size_t& groupsLeft);
     /// Writes from `record`, which has to be divided by markers.
     ObjectFields(Handle own, const TextEncoding& encoding, RecordNames& names, Record& record);
 
@@ -66,8 +68,9 @@ public:
     std::vector<PlacedGroup> takeAll(std::initializer_list<int> codes);
     /// Writing: all that is left under the present marker.
     std::vector<PlacedGroup> takeRest();
-    /// Writing: whether a group of that code is left under the present marker.
-    bool has(int code);
+    /// Writing: how many groups of that code are left under the present marker. Reading: 0.
+    std::size_t left(int code);
+    bool has(int code) { return left(code) > 0; }
 
     // Fields of one group, or of the two or three of a point.
     void bit(int code, std::optional<bool> omitted = {});
@@ -96,6 +99,8 @@ public:
 
     RecordNames& names;
     Links links;
+    /// Writing: bits that were carried along unread will follow the fields.
+    bool restFollows = false;
 
 private:
     struct Section
@@ -107,6 +112,7 @@ private:
     };
     static constexpr std::size_t noSection = ~std::size_t(0);
 
+    void give(PlacedGroup group);
     void splitSections();
     std::size_t unvisited(std::string_view marker) const;
     Section* current() { return m_current < m_sections.size() ? &m_sections[m_current] : nullptr; }
@@ -115,7 +121,9 @@ private:
     Record& m_record;
     std::vector<bool> m_used;
     std::vector<Section> m_sections;
-    std::size_t m_current = 0; // beyond the sections: none of them
+    std::size_t m_current = 0;                      // beyond the sections: none of them
+    std::unordered_map<int, std::size_t> m_cursors; // of the present section: where each code is looked for
+    std::size_t* m_groupsLeft = nullptr;
 };
 
 } // namespace drawing::dwg

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "drawing/error.h"
 #include "drawing/lower_case.h"
 
 namespace drawing::dwg {
@@ -15,6 +16,10 @@ std::string keyOf(std::string_view kind, std::string_view name)
     key += lowerCase(name);
     return key;
 }
+
+// In bytes; the host takes 255 characters. Every object repeats the names that it refers to.
+constexpr std::size_t longestName = 1024;
+constexpr std::size_t shownOfName = 40;
 
 constexpr int byLayerNumber = 0x7FFF;
 constexpr int byBlockNumber = 0x7FFE;
@@ -42,6 +47,9 @@ std::string RecordNames::linetypeOfNumber(int number) const
 
 void RecordNames::add(std::string_view kind, std::string_view name, Handle handle)
 {
+    if (name.size() > longestName) {
+        throw DrawingError("the name \"" + std::string(name.substr(0, shownOfName)) + "...\" is too long");
+    }
     m_names.insert_or_assign(handle, std::string(name));
     m_handles.try_emplace(keyOf(kind, name), handle);
 }

@@ -25,6 +25,7 @@ public:
     /// `next`: the handle that the next record made by `obtain` gets.
     explicit RecordNames(Handle next = 0) : m_next(next) {}
 
+    /// Throws DrawingError if the name is longer than any may be.
     void add(std::string_view kind, std::string_view name, Handle handle);
     /// Empty if there is no such record.
     const std::string& nameOf(Handle handle) const;

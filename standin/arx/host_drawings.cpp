@@ -78,6 +78,7 @@ Failure addDrawing(const std::filesystem::path& path)
     database->state().document = std::move(document);
     database->state().notes = std::move(notes);
     database->state().fileName = file.wstring();
+    database->state().form = drawing::formOfFile(file);
     add(std::move(database));
     return std::nullopt;
 }
@@ -93,21 +94,24 @@ Failure openDrawing(const std::filesystem::path& path)
     return addDrawing(path);
 }
 
-Failure saveDrawing(const std::filesystem::path& path)
+Failure saveDrawing(const std::filesystem::path& path, SaveForm savedForm)
 {
     if (!active())
         return L"No drawing is open.";
     std::error_code error;
     const std::wstring name = std::filesystem::absolute(path, error).wstring();
     AcDbDatabase* database = active()->database();
+    const drawing::DrawingForm form =
+        savedForm == SaveForm::OfFile ? database->state().form : drawing::formOfExtension(name);
     editor().tell([&](AcEditorReactor& reactor) { reactor.beginSave(database, name.c_str()); });
     try {
-        drawing::writeDrawing(database->state().document, name, drawing::formOfExtension(name));
+        drawing::writeDrawing(database->state().document, name, form, &database->state().notes);
     } catch (const drawing::DrawingError& failure) {
         editor().tell([&](AcEditorReactor& reactor) { reactor.abortSave(database); });
         return fromUtf8(failure.what());
     }
     database->state().fileName = name;
+    database->state().form = form;
     database->state().changes.clear();
     editor().tell([&](AcEditorReactor& reactor) { reactor.saveComplete(database, name.c_str()); });
     return std::nullopt;

@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "drawing/document.h"
+#include "drawing/drawing_file.h"
 #include "drawing/mendings.h"
 #include "standin/arx/dbmain.h"
 #include "standin/arx/edit_log.h"
@@ -53,8 +53,9 @@ private:
 struct AcDbDatabase::State
 {
     drawing::Document document;
-    drawing::Notes notes; // of what was mended in its file
+    drawing::Notes notes; // of its file: what was mended when it was read, or left out when it was written
     std::wstring fileName;
+    drawing::DrawingForm form = drawing::DrawingForm::DxfText; // of its file
     standin::DrawingChanges changes;
     standin::EditLog edits;
     std::unordered_map<drawing::Handle, standin::ObjectSlot*> slots;

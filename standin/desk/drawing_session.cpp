@@ -34,13 +34,14 @@ bool isSheet(const drawing::Entity& entity)
 
 } // namespace
 
-standin::Failure DrawingSession::save(const std::filesystem::path& path, const ViewTransform& view)
+standin::Failure DrawingSession::save(const std::filesystem::path& path, const ViewTransform& view,
+                                      standin::SaveForm form)
 {
     drawing::ViewportRecord& shown = standin::document().activeViewport();
     shown.center = {view.centre().x, view.centre().y};
     shown.height = view.height();
     shown.aspect = double(view.client().width) / view.client().height;
-    const standin::Failure failure = standin::saveDrawing(path);
+    const standin::Failure failure = standin::saveDrawing(path, form);
     if (!failure)
         m_modified = false;
     return failure;

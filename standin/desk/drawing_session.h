@@ -17,7 +17,7 @@ class DrawingSession
 {
 public:
     /// With the view, which is shown again when the drawing is opened next.
-    standin::Failure save(const std::filesystem::path& path, const ViewTransform& view);
+    standin::Failure save(const std::filesystem::path& path, const ViewTransform& view, standin::SaveForm form);
 
     /// The desk itself has changed something since the drawing was opened or saved; what was changed through the host's
     /// API the host knows.

@@ -72,7 +72,7 @@ public:
     /// --- The drawings. What fails the user is told.
     /// One more drawing, which is shown; an empty path makes a new one. A file that is open already is only shown.
     bool openDrawing(const std::filesystem::path& path);
-    bool saveDrawing(const std::filesystem::path& path);
+    bool saveDrawing(const std::filesystem::path& path, standin::SaveForm form = standin::SaveForm::OfPath);
     /// The active one, without a question of the desk's own; the one before it is shown.
     void closeDrawing();
     /// Goes to another open drawing. A command that waits for input is cancelled first, and what is queued is dropped:

@@ -108,13 +108,15 @@ bool Editor::modified(standin::DrawingId drawing) const
     return found != nullptr && found->modified();
 }
 
-bool Editor::saveDrawing(const std::filesystem::path& path)
+bool Editor::saveDrawing(const std::filesystem::path& path, standin::SaveForm form)
 {
-    if (const standin::Failure failure = m_active->session.save(path, view())) {
+    if (const standin::Failure failure = m_active->session.save(path, view(), form)) {
         m_windows.alert(*failure);
         return false;
     }
     print(L"Saved " + path.wstring());
+    for (const std::wstring& note : standin::drawingNotes())
+        print(note);
     m_windows.fileUsed(path);
     m_windows.stateChanged();
     return true;
@@ -146,7 +148,9 @@ bool Editor::mayDiscard()
     const std::filesystem::path path = standin::drawingPath();
     switch (m_windows.askToSave(path.empty() ? L"the new drawing" : path.filename().wstring())) {
     case IDYES: {
-        const auto target = path.empty() ? m_windows.askForDrawing(true) : path;
+        if (!path.empty())
+            return saveDrawing(path, standin::SaveForm::OfFile);
+        const auto target = m_windows.askForDrawing(true);
         return target && saveDrawing(*target);
     }
     case IDNO:

@@ -73,7 +73,7 @@ CommandOutcome closeAllDrawings(Editor& editor)
 CommandOutcome save(Editor& editor)
 {
     const auto path = standin::drawingPath();
-    return path.empty() ? saveAs(editor) : outcome(editor.saveDrawing(path));
+    return path.empty() ? saveAs(editor) : outcome(editor.saveDrawing(path, standin::SaveForm::OfFile));
 }
 
 CommandOutcome saveAs(Editor& editor)

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "drawing/drawing_file.h"
 #include "standin/desk/drawing_session.h"
 #include "tests/support/files.h"
 
@@ -41,4 +42,34 @@ TEST(DrawingSession, AllIsWhatIsThereDrawnOrNotButForHiddenLayersAndTheSheetItse
     ASSERT_TRUE(standin::setSystemVariable(L"TILEMODE", std::int16_t(0)));
     EXPECT_THAT(session.entitiesOfSpace(), testing::ElementsAre(0xA5));
     standin::closeDrawing();
+}
+
+// A file whose name says another form than its content has keeps its form, until it is saved under a path.
+TEST(DrawingSession, SavingKeepsTheFormOfTheFileAndSavingUnderAPathTakesThatOfItsType)
+{
+    const TemporaryFolder folder;
+    const struct
+    {
+        const wchar_t* name;
+        drawing::DrawingForm stored;
+        drawing::DrawingForm ofPath;
+    } cases[] = {
+        {L"a.dxf", drawing::DrawingForm::Dwg, drawing::DrawingForm::DxfText},
+        {L"b.dwg", drawing::DrawingForm::DxfText, drawing::DrawingForm::Dwg},
+        {L"c.dxf", drawing::DrawingForm::DxfBinary, drawing::DrawingForm::DxfText},
+    };
+    for (const auto& each : cases) {
+        const std::filesystem::path file = folder / each.name;
+        drawing::writeDrawing(drawing::Document(), file, each.stored);
+        ASSERT_EQ(standin::openDrawing(file), std::nullopt);
+        desk::DrawingSession session;
+        const desk::ViewTransform shown;
+        ASSERT_EQ(session.save(file, shown, standin::SaveForm::OfFile), std::nullopt);
+        EXPECT_EQ(drawing::formOfFile(file), each.stored) << file;
+        ASSERT_EQ(session.save(file, shown, standin::SaveForm::OfPath), std::nullopt);
+        EXPECT_EQ(drawing::formOfFile(file), each.ofPath) << file;
+        ASSERT_EQ(session.save(file, shown, standin::SaveForm::OfFile), std::nullopt);
+        EXPECT_EQ(drawing::formOfFile(file), each.ofPath) << file;
+        standin::closeDrawing();
+    }
 }

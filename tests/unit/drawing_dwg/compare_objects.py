@@ -16,10 +16,12 @@ IGNORED = {
     "HATCH": {"pixel_size"},
     "BLOCK": {"paperspace"},
     "ENDBLK": {"paperspace"},
+    "DIMSTYLE": {"dimarcsym"},
+    "WIPEOUT": {"image_def_handle", "image_def_reactor_handle"},
     "SPLINE": {"flags", "start_tangent", "end_tangent"},
 }
-# Kinds that are carried along as bits, and marks that each save numbers anew.
-UNREAD = {"MULTILEADER", "MLINE", "MESH", "ACAD_TABLE", "3DSOLID", "REGION", "SHAPE", "WIPEOUT", "PDFUNDERLAY", "SEQEND"}
+# Kinds that only one of the forms can hold here, and marks that each save numbers anew.
+UNREAD = {"MULTILEADER", "ACAD_TABLE", "SHAPE", "HELIX", "ARC_DIMENSION", "MPOLYGON", "SEQEND"}
 DICTIONARIES = {"ACAD_GROUP", "ACAD_IMAGE_DICT", "ACAD_IMAGE_VARS", "ACAD_LAYOUT", "ACAD_MLINESTYLE",
                 "ACAD_PLOTSETTINGS", "ACAD_PLOTSTYLENAME"}
 complaints = []
@@ -60,13 +62,21 @@ def content(entity):
         # The host adds the point at which the hook begins.
         points = [Vec3(p).xyz for p in entity.vertices]
         return [x for p in (points[0], points[1], points[-1]) for x in p]
-    if kind == "IMAGE":
+    if kind in ("IMAGE", "WIPEOUT", "PDFUNDERLAY", "DWFUNDERLAY", "DGNUNDERLAY"):
         return [x for p in entity.boundary_path for x in (p[0], p[1])]
     if kind == "HATCH":
         lines = entity.pattern.lines if entity.pattern else []
         return [len(entity.paths.paths)] + [x for line in lines for x in (line.angle, *line.base_point, *line.offset)]
     if kind == "MTEXT":
-        return [entity.text, entity.get_rotation()]
+        return [entity.text, entity.get_rotation() % 360]
+    if kind == "MLINE":
+        return [x for v in entity.vertices for point in (v.location, v.line_direction, v.miter_direction) for x in point
+                ] + [x for v in entity.vertices for line in (*v.line_params, *v.fill_params) for x in line]
+    if kind in ("3DSOLID", "REGION", "BODY"):
+        return entity.sat[:1] + entity.sat[3:]  # between them stands when it was written
+    if kind == "MESH":
+        return [x for each in (entity.vertices, entity.faces, entity.edges) for item in each for x in item
+                ] + list(entity.creases)
     return []
 
 

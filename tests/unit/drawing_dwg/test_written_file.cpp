@@ -174,6 +174,38 @@ TEST_F(WrittenFile, ClassesOfImagesAreTheHosts)
     EXPECT_EQ(byName["IMAGE"].className, "AcDbRasterImage");
 }
 
+// One object of a wrong type, and the host takes none of the root dictionary's. The types are those of the published
+// list.
+TEST_F(WrittenFile, EveryObjectHasTheTypeOfItsKind)
+{
+    const std::map<std::string, int> fixed{
+        {"LINE", 0x13},  {"POLYLINE", 0x0F}, {"VERTEX", 0x0A},     {"INSERT", 0x07},      {"ATTRIB", 0x02},
+        {"TEXT", 0x01},  {"SEQEND", 0x06},   {"BLOCK", 0x04},      {"ENDBLK", 0x05},      {"LAYER", 0x33},
+        {"STYLE", 0x35}, {"LTYPE", 0x39},    {"APPID", 0x43},      {"DIMSTYLE", 0x45},    {"DICTIONARY", 0x2A},
+        {"VPORT", 0x41}, {"VIEWPORT", 0x22}, {"MLINESTYLE", 0x49}, {"BLOCK_RECORD", 0x31}};
+    const auto classes =
+        dwg::readClasses(dwg::markedContent(file, sectionOf(file, 1), dwg::Marked::Classes, ""), TextEncoding());
+    const Document read = readDrawingBytes(file);
+    std::size_t checked = 0;
+    for (const dwg::ObjectPlace& place : places) {
+        const Object* object = read.find(place.handle);
+        if (object == nullptr || object->name() == "TABLE") {
+            continue;
+        }
+        const std::string name(object->name());
+        const int type = dwg::BitReader(std::string_view(file).substr(place.address + 2)).shortNumber();
+        const auto found = fixed.find(name);
+        if (found != fixed.end()) {
+            EXPECT_EQ(type, found->second) << name;
+        } else {
+            ASSERT_GE(type, 500) << name;
+            EXPECT_EQ(classes.at(static_cast<std::size_t>(type) - 500).recordName, name);
+        }
+        ++checked;
+    }
+    EXPECT_GT(checked, 40u);
+}
+
 TEST_F(WrittenFile, ImageHasDictionaryDefinitionReactorAndSize)
 {
     const Document read = readDrawingBytes(file);
@@ -189,6 +221,9 @@ TEST_F(WrittenFile, ImageHasDictionaryDefinitionReactorAndSize)
     const auto* reactor = read.find<ImageDefinitionReactor>(image->definitionReactor);
     ASSERT_NE(reactor, nullptr);
     EXPECT_EQ(reactor->classVersion, 2);
+    EXPECT_EQ(image->classVersion, 0);
+    EXPECT_EQ(definition->classVersion, 0);
+    EXPECT_EQ(read.rasterVariables()->classVersion, 0);
     EXPECT_EQ(reactor->owner, image->handle);
     EXPECT_THAT(definition->reactors, Contains(image->definitionReactor));
     ASSERT_NE(read.rasterVariables(), nullptr);
