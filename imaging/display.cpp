@@ -84,13 +84,12 @@ class ColumnCounts
 public:
     ColumnCounts(const Bitmap& bitmap, int firstColumn, int endColumn)
         : m_bitmap(bitmap), m_firstWord(firstColumn / 64), m_words((endColumn + 63) / 64 - m_firstWord),
-          m_planes(std::size_t(m_words + 1) * maximumPlanes, 0), m_any(std::size_t(m_words) + 1, 0)
+          m_planes(std::size_t(m_words + 1) * maximumPlanes, 0), m_before(std::size_t(m_words) + 1, 0)
     {}
 
     void count(const Cover& rows, int unit)
     {
         std::fill(m_planes.begin(), m_planes.begin() + std::ptrdiff_t(m_usedPlanes) * (m_words + 1), 0);
-        std::fill(m_any.begin(), m_any.end(), 0);
         m_usedPlanes = 0;
         std::int64_t weightSoFar = 0;
         for (int y = rows.first; y < rows.end; ++y) {
@@ -103,25 +102,26 @@ public:
                     add(row, digit);
             }
         }
-        for (int digit = 0; digit < m_usedPlanes; ++digit) {
-            for (int i = 0; i < m_words; ++i)
-                m_any[std::size_t(i)] |= plane(digit)[i];
+        m_lastEnd = -1;
+        std::int64_t ink = 0;
+        for (int i = 0; i < m_words; ++i) {
+            m_before[std::size_t(i)] = ink;
+            for (int digit = 0; digit < m_usedPlanes; ++digit)
+                ink += std::int64_t(std::popcount(plane(digit)[i])) << digit;
         }
+        m_before[std::size_t(m_words)] = ink;
     }
 
     // The weighted sum over the columns of a cover.
-    std::int64_t sum(const Cover& columns, int unit) const
+    std::int64_t sum(const Cover& columns, int unit)
     {
-        std::int64_t total = 0;
         const int begin = columns.first - m_firstWord * 64;
         const int end = columns.end - m_firstWord * 64;
-        for (int x = begin; x < end; x += 64) {
-            const std::uint64_t mask = end - x >= 64 ? allBits : ~(allBits >> (end - x));
-            if (!(pixels(m_any.data(), x) & mask))
-                continue;
-            for (int digit = 0; digit < m_usedPlanes; ++digit)
-                total += std::int64_t(std::popcount(pixels(plane(digit), x) & mask)) * unit << digit;
-        }
+        // Most output pixels begin where the one before ended.
+        const std::int64_t inkBefore = begin == m_lastEnd ? m_inkBeforeLastEnd : before(begin);
+        m_inkBeforeLastEnd = before(end);
+        m_lastEnd = end;
+        std::int64_t total = (m_inkBeforeLastEnd - inkBefore) * unit;
         if (total == 0 || unit == 1)
             return total;
         total -= std::int64_t(unit - columns.firstWeight) * countAt(begin);
@@ -159,12 +159,15 @@ private:
         }
     }
 
-    // 64 pixels of a row of ours, which has one word more than needed.
-    static std::uint64_t pixels(const std::uint64_t* row, int x)
+    // The ink in all columns before x.
+    std::int64_t before(int x) const
     {
-        const int shift = x & 63;
-        const std::uint64_t* word = row + (x >> 6);
-        return shift ? word[0] << shift | word[1] >> (64 - shift) : word[0];
+        const std::uint64_t left = ~maskFrom(x);
+        std::int64_t ink = m_before[std::size_t(x >> 6)];
+        const std::uint64_t* digits = m_planes.data() + (x >> 6);
+        for (int digit = 0; digit < m_usedPlanes; ++digit, digits += m_words + 1)
+            ink += std::int64_t(std::popcount(*digits & left)) << digit;
+        return ink;
     }
 
     std::int64_t countAt(int x) const
@@ -180,12 +183,16 @@ private:
     int m_words;
     int m_usedPlanes = 0;
     std::vector<std::uint64_t> m_planes;
-    std::vector<std::uint64_t> m_any;
+    std::vector<std::int64_t> m_before; // the ink of all words before each
+    int m_lastEnd = -1;                 // where the last cover summed up ended
+    std::int64_t m_inkBeforeLastEnd = 0;
 };
 
+// In double precision, which is faster than a division of integers. The half keeps the quotient so far from the next
+// integer that it is cut rightly.
 std::uint8_t share(std::int64_t ink, std::int64_t total)
 {
-    return std::uint8_t((ink * 255 + total / 2) / total);
+    return std::uint8_t((double(ink * 255 + total / 2) + 0.5) / double(total));
 }
 
 // Rows of the output lie along rows of the image, perhaps mirrored.
