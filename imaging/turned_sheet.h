@@ -13,14 +13,15 @@ struct InverseTurn
 {
     double cosine;
     double sine;
-    Point pivot;
+    double pivotX;
+    double pivotY;
 
     InverseTurn(double radians, Point about);
 
-    double sourceX(double x, double y) const { return cosine * (x - pivot.x) + sine * (y - pivot.y) + pivot.x; }
-    double sourceY(double x, double y) const { return cosine * (y - pivot.y) - sine * (x - pivot.x) + pivot.y; }
-    double targetX(double x, double y) const { return cosine * (x - pivot.x) - sine * (y - pivot.y) + pivot.x; }
-    double targetY(double x, double y) const { return cosine * (y - pivot.y) + sine * (x - pivot.x) + pivot.y; }
+    double sourceX(double x, double y) const { return cosine * (x - pivotX) + sine * (y - pivotY) + pivotX; }
+    double sourceY(double x, double y) const { return cosine * (y - pivotY) - sine * (x - pivotX) + pivotY; }
+    double targetX(double x, double y) const { return cosine * (x - pivotX) - sine * (y - pivotY) + pivotX; }
+    double targetY(double x, double y) const { return cosine * (y - pivotY) + sine * (x - pivotX) + pivotY; }
 };
 
 /// Paper that must lie around the pixels of a sheet that is looked up turned: a sample that rounding puts just outside
@@ -63,23 +64,29 @@ private:
     // Any angle: each pixel by itself, one after the other.
     std::uint64_t pixelByPixel(std::int64_t x, std::int64_t y, std::uint64_t mask) const;
 
-    // Small angles: as long as neither the source's row nor its distance from the result's columns changes, pixels are
-    // copied together.
+    // Small angles: as long as the source stays in one row, pixels are copied together.
     //
     //   source rows  aaaaaaaaaaaa          result  bbbbbbccccccdddddd
     //                ______bbbbbbcccccc    falls into pieces between the steps
+    //
+    // Half of the work is shifts, which newer processors have quicker ones for.
     std::uint64_t piecewise(std::int64_t x, std::int64_t y) const;
+    std::uint64_t piecewiseByQuickShifts(std::int64_t x, std::int64_t y) const;
+    std::uint64_t pieces(std::int64_t x, std::int64_t y) const;
 
     const Bitmap& m_sheet;
     InkMap m_ink;
-    Point m_origin;
+    double m_originX;
+    double m_originY;
     InverseTurn m_turn;
     std::int64_t m_stepX;
     std::int64_t m_stepY;
     bool m_gather;
+    bool m_quickShifts;
     SlantedLine m_line;
     Countdown m_untilColumn; // how long the source keeps its distance from the result's columns
     Countdown m_untilRow;    // how long it stays in one row
+    std::int64_t m_rowStep;  // from there to the next row, in words
     int m_pieces;            // of a word; 0 where they are too many to be worth it
 };
 

@@ -84,7 +84,7 @@ TEST(Rotate, FastWaysFindThePixelsOfThePlainOne)
             const TurnedSheet turned(sheet, {0, 0}, turn);
             const auto inside = [&](double x, double y) {
                 const double u = turn.sourceX(x, y), v = turn.sourceY(x, y);
-                return u >= 0 && u < 370 && v >= 0 && v < 399;
+                return u >= 0 && u < 370 && v >= 2 && v < 398;
             };
             for (int i = 0; i < 400 * 500; i += 19) {
                 const int x = i % 500, y = i / 500;
