@@ -1,7 +1,6 @@
 #include "imaging/resample.h"
 
 #include <algorithm>
-#include <emmintrin.h>
 #include <numeric>
 #include <span>
 #include <vector>
@@ -10,6 +9,7 @@
 #include "imaging/error.h"
 #include "imaging/parallel.h"
 #include "imaging/reduce.h"
+#include "imaging/running_sums.h"
 
 namespace imaging {
 
@@ -64,41 +64,6 @@ private:
     std::vector<Edge> m_edges;
     std::int64_t m_unit = 1;
 };
-
-// Runs through 64 changes of a sum and tells where it is at least the threshold.
-std::uint64_t whereReached(const std::int64_t* changes, std::int64_t& sum, std::int64_t threshold)
-{
-    std::uint64_t word = 0;
-    for (int bit = 0; bit < 64; ++bit) {
-        sum += changes[bit];
-        word = word << 1 | std::uint64_t(sum >= threshold);
-    }
-    return word;
-}
-
-// The same, four sums at a time:  a b c d  +  0 a b c  +  0 0 (a) (a+b)  =  a  a+b  a+b+c  a+b+c+d
-std::uint64_t whereReached(const std::int32_t* changes, std::int32_t& sum, std::int32_t threshold)
-{
-    __m128i sums = _mm_set1_epi32(sum);
-    const __m128i below = _mm_set1_epi32(threshold - 1);
-    const auto nextFour = [&] {
-        __m128i next = _mm_loadu_si128(reinterpret_cast<const __m128i*>(changes));
-        changes += 4;
-        next = _mm_add_epi32(next, _mm_slli_si128(next, 4));
-        next = _mm_add_epi32(next, _mm_slli_si128(next, 8));
-        next = _mm_add_epi32(next, sums);
-        sums = _mm_shuffle_epi32(next, 0xff);
-        return _mm_cmpgt_epi32(next, below);
-    };
-    std::uint64_t word = 0;
-    for (int sixteen = 0; sixteen < 4; ++sixteen) {
-        const __m128i a = nextFour(), b = nextFour(), c = nextFour(), d = nextFour();
-        const __m128i reached = _mm_packs_epi16(_mm_packs_epi32(a, b), _mm_packs_epi32(c, d));
-        word |= std::uint64_t(_mm_movemask_epi8(reached)) << 16 * sixteen;
-    }
-    sum = _mm_cvtsi128_si32(sums);
-    return reverseBits(word);
-}
 
 // Sums the ink that falls on the pixels of one target row. Each edge between ink and paper is entered as a change of
 // coverage, so that a run of ink costs the same at any length; the row's sums come out as running totals.
