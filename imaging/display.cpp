@@ -247,7 +247,8 @@ private:
 // integer that it is cut rightly.
 std::uint8_t share(std::int64_t ink, std::int64_t total)
 {
-    return std::uint8_t((double(ink * 255 + total / 2) + 0.5) / double(total));
+    const std::int64_t rounded = ink * 255 + total / 2;
+    return std::uint8_t((double(rounded) + 0.5) / double(total));
 }
 
 // Rows of the output lie along rows of the image, perhaps mirrored.

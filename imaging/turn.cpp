@@ -108,11 +108,12 @@ private:
     {
         Rows block[32];
         Rows any{};
-        for (int i = 0; i < 32; ++i) {
-            const std::uint64_t* even = m_rowOf(target * 64 + 2 * i);
-            const std::uint64_t* odd = m_rowOf(target * 64 + 2 * i + 1);
-            block[i] = Rows{even ? even[word] : 0, odd ? odd[word] : 0};
-            any |= block[i];
+        std::ptrdiff_t next = target * 64;
+        for (Rows& rows : block) {
+            const std::uint64_t* even = m_rowOf(next++);
+            const std::uint64_t* odd = m_rowOf(next++);
+            rows = Rows{even ? even[word] : 0, odd ? odd[word] : 0};
+            any |= rows;
         }
         if (any[0] | any[1])
             transpose(block);

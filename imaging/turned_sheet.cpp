@@ -71,6 +71,8 @@ std::uint64_t TurnedSheet::plainWord(int x, int y, std::uint64_t mask) const
 
 std::uint64_t TurnedSheet::pixelByPixel(std::int64_t x, std::int64_t y, std::uint64_t mask) const
 {
+    if (mask == 0)
+        return 0;
     const std::uint64_t* const words = m_sheet.row(0);
     const std::ptrdiff_t wordsPerRow = m_sheet.wordsPerRow();
     const int begin = std::countl_zero(mask);
