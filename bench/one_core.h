@@ -4,7 +4,7 @@
 
 namespace bench {
 
-/// As long as this lives, the thread and the threads that it starts have one core, and it counts no other.
+/// As long as this lives, the thread and the threads that it starts share one core.
 class OneCore
 {
 public:
