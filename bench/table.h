@@ -7,9 +7,9 @@
 
 namespace bench {
 
-/// Prints the best times of each benchmark named "row/who" as a table in Markdown: a row for each operation, with the
-/// time by the clock and the time that processors spent on it, all cores together, ours and the peers', and how many
-/// times as long the fastest peer takes.
+/// Prints the best times of each benchmark named "row/who" as a table in Markdown: a row for each operation, with ours
+/// on one core and on all, the peers', which use one, and how many times as long the fastest peer takes as we do on one
+/// core. On one core processor time counts, which is that of the clock on a quiet machine; on all of them the clock.
 class TableReporter : public benchmark::BenchmarkReporter
 {
 public:
@@ -18,15 +18,10 @@ public:
     void Finalize() override;
 
 private:
-    struct Milliseconds
-    {
-        double clock;
-        double processor;
-    };
-    using Row = std::map<std::string, Milliseconds>;
+    using Row = std::map<std::string, double>; // milliseconds of "one", "all" or a peer
 
     static std::string cell(const Row& row, const std::string& who);
-    static std::string advantage(const Row& row, double Milliseconds::*time);
+    static std::string advantage(const Row& row);
 
     std::vector<std::string> m_order;
     std::map<std::string, Row> m_rows;

@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 namespace imaging {
 
@@ -69,26 +70,38 @@ constexpr std::uint64_t reverseBits(std::uint64_t word)
     return __builtin_bswap64(word);
 }
 
-/// Writes where ink begins and ends in a row, in turn and in ascending order, and returns how many such edges there
-/// are, always an even number. There must be room for width + 1 of them.
-inline std::size_t findInkEdges(const std::uint64_t* row, int width, int* edges)
+/// How many numbers findInkEdges() needs room for.
+constexpr std::size_t roomForEdges(int width)
 {
-    const int* const first = edges;
-    const std::ptrdiff_t words = (std::ptrdiff_t(width) + 63) / 64;
-    std::uint64_t carry = 0;
-    for (std::ptrdiff_t i = 0; i < words; ++i) {
-        const std::uint64_t word = row[i];
-        std::uint64_t changes = word ^ (word >> 1 | carry << 63);
-        carry = word & 1;
-        while (changes) {
-            const int position = std::countl_zero(changes);
-            changes ^= firstBit >> position;
-            *edges++ = int(i * 64) + position;
+    return std::size_t(width) + 72;
+}
+
+/// Finds where ink begins and ends in a row, in turn and in ascending order, always an even number of places. They lie
+/// at the end of `room`, which has roomForEdges(width) numbers; the eight behind them, and the one before them, may be
+/// written to.
+inline std::span<int> findInkEdges(const std::uint64_t* row, int width, std::span<int> room)
+{
+    // From right to left, as the lowest bit of a word is the cheapest to find. The places of a word are written by
+    // fours, whether there are so many or not: what is too much lies on the left, where the next word's come to lie.
+    //
+    //   ......[ - - 7 9 | 14 20 23 ]    next come 3 of the word on the left, and one too many
+    //   ......[ x 2 4 6 | 7 9 14 20 23 ]
+    int* const end = room.data() + roomForEdges(width) - 8;
+    int* first = end;
+    for (std::ptrdiff_t i = (std::ptrdiff_t(width) - 1) / 64; i >= 0; --i) {
+        std::uint64_t changes = row[i] ^ (row[i] >> 1 | (i > 0 ? row[i - 1] << 63 : 0));
+        int* next = first;
+        for (first -= std::popcount(changes); changes; next -= 4) {
+            for (int k = 1; k <= 4; ++k) {
+                next[-k] = int(i * 64) + 63 - std::countr_zero(changes | firstBit);
+                changes &= changes - 1;
+            }
         }
     }
-    if ((edges - first) % 2)
-        *edges++ = width;
-    return std::size_t(edges - first);
+    if ((end - first) % 2 == 0)
+        return {first, end};
+    *end = width;
+    return {first, end + 1};
 }
 
 } // namespace imaging

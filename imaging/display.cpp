@@ -1,10 +1,12 @@
 #include "imaging/display.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstring>
 #include <vector>
 
+#include "imaging/bit_counts.h"
 #include "imaging/bits.h"
 #include "imaging/error.h"
 #include "imaging/linear_span.h"
@@ -84,44 +86,36 @@ class ColumnCounts
 public:
     ColumnCounts(const Bitmap& bitmap, int firstColumn, int endColumn)
         : m_bitmap(bitmap), m_firstWord(firstColumn / 64), m_words((endColumn + 63) / 64 - m_firstWord),
-          m_planes(std::size_t(m_words + 1) * maximumPlanes, 0), m_any(std::size_t(m_words) + 1, 0)
+          m_planes(std::size_t(m_words + 1) * maximumPlanes, 0), m_before(std::size_t(m_words) + 2, 0),
+          m_blank(std::size_t(m_words), 0)
     {}
 
     void count(const Cover& rows, int unit)
     {
-        std::fill(m_planes.begin(), m_planes.begin() + std::ptrdiff_t(m_usedPlanes) * (m_words + 1), 0);
-        std::fill(m_any.begin(), m_any.end(), 0);
-        m_usedPlanes = 0;
-        std::int64_t weightSoFar = 0;
-        for (int y = rows.first; y < rows.end; ++y) {
-            const int weight = y == rows.first ? rows.firstWeight : y == rows.end - 1 ? rows.lastWeight : unit;
-            weightSoFar += weight;
-            m_usedPlanes = std::bit_width(std::uint64_t(weightSoFar));
-            const std::uint64_t* row = m_bitmap.row(y) + m_firstWord;
-            for (int digit = 0; weight >> digit; ++digit) {
-                if (weight >> digit & 1)
-                    add(row, digit);
-            }
+        if (unit == 1) {
+            countWhole(rows);
+        } else {
+            countWeighted(rows, unit);
         }
-        for (int digit = 0; digit < m_usedPlanes; ++digit) {
-            for (int i = 0; i < m_words; ++i)
-                m_any[std::size_t(i)] |= plane(digit)[i];
+        m_lastEnd = -1;
+        std::int64_t ink = 0;
+        for (int i = 0; i < m_words; ++i) {
+            m_before[std::size_t(i)] = ink;
+            ink += inkOf(i, allBits);
         }
+        m_before[std::size_t(m_words)] = m_before[std::size_t(m_words) + 1] = ink;
     }
 
     // The weighted sum over the columns of a cover.
-    std::int64_t sum(const Cover& columns, int unit) const
+    std::int64_t sum(const Cover& columns, int unit)
     {
-        std::int64_t total = 0;
         const int begin = columns.first - m_firstWord * 64;
         const int end = columns.end - m_firstWord * 64;
-        for (int x = begin; x < end; x += 64) {
-            const std::uint64_t mask = end - x >= 64 ? allBits : ~(allBits >> (end - x));
-            if (!(pixels(m_any.data(), x) & mask))
-                continue;
-            for (int digit = 0; digit < m_usedPlanes; ++digit)
-                total += std::int64_t(std::popcount(pixels(plane(digit), x) & mask)) * unit << digit;
-        }
+        // Most output pixels begin where the one before ended.
+        const std::int64_t inkBefore = begin == m_lastEnd ? m_inkBeforeLastEnd : before(begin);
+        m_inkBeforeLastEnd = before(end);
+        m_lastEnd = end;
+        std::int64_t total = (m_inkBeforeLastEnd - inkBefore) * unit;
         if (total == 0 || unit == 1)
             return total;
         total -= std::int64_t(unit - columns.firstWeight) * countAt(begin);
@@ -135,6 +129,59 @@ private:
 
     std::uint64_t* plane(int digit) { return m_planes.data() + std::ptrdiff_t(digit) * (m_words + 1); }
     const std::uint64_t* plane(int digit) const { return m_planes.data() + std::ptrdiff_t(digit) * (m_words + 1); }
+
+    // Each row counts once.
+    void countWhole(const Cover& rows)
+    {
+        m_usedPlanes = std::bit_width(std::uint64_t(rows.end - rows.first));
+        m_rows.clear();
+        for (int y = rows.first; y < rows.end; ++y)
+            m_rows.push_back(m_bitmap.row(y) + m_firstWord);
+        m_rows.resize((m_rows.size() + 7) / 8 * 8, m_blank.data());
+        int i = 0;
+        for (; i + 2 <= m_words; i += 2)
+            countColumns<WordPair>(i);
+        if (i < m_words)
+            countColumns<std::uint64_t>(i);
+    }
+
+    // Eight rows at a time are added up, and that to what there is.
+    template <class Word> void countColumns(std::ptrdiff_t i)
+    {
+        std::array<Word, maximumPlanes> total;
+        std::fill_n(total.begin(), m_usedPlanes, Word{});
+        for (std::size_t row = 0; row < m_rows.size(); row += 8) {
+            const BitCounts<Word, 4> more = countDown<Word, 3>(m_rows.data() + row, i);
+            Word carry{};
+            for (std::size_t digit = 0; digit < std::size_t(m_usedPlanes); ++digit) {
+                const Word other = digit < more.size() ? more[digit] : Word{};
+                const Word differ = total[digit] ^ other;
+                const Word both = total[digit] & other;
+                total[digit] = differ ^ carry;
+                carry = both | (differ & carry);
+            }
+        }
+        for (int digit = 0; digit < m_usedPlanes; ++digit)
+            std::memcpy(plane(digit) + i, &total[std::size_t(digit)], sizeof(Word));
+    }
+
+    // Each row counts with its weight, so many digits up as each of the weight's ones.
+    void countWeighted(const Cover& rows, int unit)
+    {
+        std::fill(m_planes.begin(), m_planes.begin() + std::ptrdiff_t(m_usedPlanes) * (m_words + 1), 0);
+        m_usedPlanes = 0;
+        std::int64_t weightSoFar = 0;
+        for (int y = rows.first; y < rows.end; ++y) {
+            const int weight = y == rows.first ? rows.firstWeight : y == rows.end - 1 ? rows.lastWeight : unit;
+            weightSoFar += weight;
+            m_usedPlanes = std::bit_width(std::uint64_t(weightSoFar));
+            const std::uint64_t* row = m_bitmap.row(y) + m_firstWord;
+            for (int digit = 0; weight >> digit; ++digit) {
+                if (weight >> digit & 1)
+                    add(row, digit);
+            }
+        }
+    }
 
     // Adds a row of ones and zeros at the given digit, carries included.
     void add(const std::uint64_t* row, int digit)
@@ -159,12 +206,21 @@ private:
         }
     }
 
-    // 64 pixels of a row of ours, which has one word more than needed.
-    static std::uint64_t pixels(const std::uint64_t* row, int x)
+    // The ink in the columns of a word that the mask tells.
+    std::int64_t inkOf(int word, std::uint64_t mask) const
     {
-        const int shift = x & 63;
-        const std::uint64_t* word = row + (x >> 6);
-        return shift ? word[0] << shift | word[1] >> (64 - shift) : word[0];
+        std::int64_t ink = 0;
+        const std::uint64_t* digits = plane(m_usedPlanes) + word;
+        for (int digit = 0; digit < m_usedPlanes; ++digit)
+            ink = 2 * ink + std::popcount(*(digits -= m_words + 1) & mask);
+        return ink;
+    }
+
+    // The ink in all columns before x.
+    std::int64_t before(int x) const
+    {
+        const std::int64_t* ink = m_before.data() + (x >> 6);
+        return ink[0] == ink[1] ? ink[0] : ink[0] + inkOf(x >> 6, ~maskFrom(x));
     }
 
     std::int64_t countAt(int x) const
@@ -180,12 +236,19 @@ private:
     int m_words;
     int m_usedPlanes = 0;
     std::vector<std::uint64_t> m_planes;
-    std::vector<std::uint64_t> m_any;
+    std::vector<std::int64_t> m_before;       // the ink of all words before each
+    std::vector<std::uint64_t> m_blank;       // a row of paper
+    std::vector<const std::uint64_t*> m_rows; // those to count, and paper to make them a multiple of eight
+    int m_lastEnd = -1;                       // where the last cover summed up ended
+    std::int64_t m_inkBeforeLastEnd = 0;
 };
 
+// In double precision, which is faster than a division of integers. The half keeps the quotient so far from the next
+// integer that it is cut rightly.
 std::uint8_t share(std::int64_t ink, std::int64_t total)
 {
-    return std::uint8_t((ink * 255 + total / 2) / total);
+    const std::int64_t rounded = ink * 255 + total / 2;
+    return std::uint8_t((double(rounded) + 0.5) / double(total));
 }
 
 // Rows of the output lie along rows of the image, perhaps mirrored.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -55,18 +56,26 @@ void putRun(FaxBitWriter& writer, bool black, int run)
 class Changes
 {
 public:
-    explicit Changes(int width) : m_width(width), m_places(std::size_t(width) + 6) { setPaper(); }
+    explicit Changes(int width) : m_width(width), m_room(roomForEdges(width))
+    {
+        finish(std::span(m_room).last(8).first(0));
+    }
 
-    void setPaper() { finish(0); }
-    void find(const std::uint64_t* row) { finish(findInkEdges(row, m_width, m_places.data() + 1)); }
+    void find(const std::uint64_t* row) { finish(findInkEdges(row, m_width, m_room)); }
 
-    const int* first() const { return m_places.data() + 1; }
+    const int* first() const { return m_first; }
 
 private:
-    void finish(std::size_t count) { std::fill_n(m_places.begin() + 1 + std::ptrdiff_t(count), 4, m_width); }
+    void finish(std::span<int> places)
+    {
+        m_first = places.data();
+        m_first[-1] = 0;
+        std::fill_n(m_first + places.size(), 4, m_width);
+    }
 
     int m_width;
-    std::vector<int> m_places;
+    std::vector<int> m_room;
+    int* m_first = nullptr;
 };
 
 // By value, so that the writer's state stays in registers.

@@ -1,43 +1,34 @@
 #pragma once
 
-#include <algorithm>
+#include <cstddef>
 #include <vector>
 
 #include "imaging/bitmap.h"
 
 namespace imaging {
 
-/// Tells fast that there is no ink near a place: one flag for each cell of 32 x 32 pixels.
+/// Tells fast that there is no ink near a place: one flag for each cell of 32 x 32 pixels and the neighbours in which a
+/// line of up to 32 pixels that begins in the cell and runs to the right can end.
+///
+///   rising   # #    falling   0 #    0 is the cell itself
+///            0 #              # #
 class InkMap
 {
 public:
     static constexpr int cellShift = 5;
     static constexpr int cell = 1 << cellShift;
 
-    explicit InkMap(const Bitmap& bitmap);
+    /// For lines that fall or rise as they run to the right, by at most a pixel for each.
+    InkMap(const Bitmap& bitmap, bool falling);
 
-    /// Whether there may be ink in the rectangle between two pixels, the corners included; it is at most a cell wide
-    /// and high. Pixels may lie outside.
-    bool mayHoldInk(int x0, int y0, int x1, int y1) const
+    /// Whether there may be ink on the next 32 pixels of such a line; the first must lie in the bitmap.
+    bool mayHoldInk(int x, int y) const
     {
-        const char* upper = row(y0);
-        const char* lower = row(y1);
-        const std::ptrdiff_t left = column(x0);
-        const std::ptrdiff_t right = column(x1);
-        return upper[left] | upper[right] | lower[left] | lower[right];
+        return m_flags[std::size_t((y >> cellShift) * m_columns + (x >> cellShift))];
     }
 
 private:
-    std::ptrdiff_t column(int x) const { return std::clamp<std::ptrdiff_t>(x >> cellShift, 0, m_columns - 1); }
-    const char* row(int y) const
-    {
-        return m_flags.data() + std::clamp<std::ptrdiff_t>(y >> cellShift, 0, m_rows - 1) * m_columns;
-    }
-
-    void markRow(const Bitmap& bitmap, int cellRow);
-
     std::ptrdiff_t m_columns;
-    std::ptrdiff_t m_rows;
     std::vector<char> m_flags;
 };
 

@@ -73,14 +73,8 @@ void mirrorVertical(Bitmap& bitmap)
 {
     const std::ptrdiff_t words = bitmap.wordsPerRow();
     inParallel(bitmap.height() / 2, rowsWorthACore(words), [&](int begin, int end) {
-        std::vector<std::uint64_t> copy(std::size_t(words), 0);
-        for (int y = begin; y < end; ++y) {
-            std::uint64_t* upper = bitmap.row(y);
-            std::uint64_t* lower = bitmap.row(bitmap.height() - 1 - y);
-            std::copy_n(upper, words, copy.data());
-            std::copy_n(lower, words, upper);
-            std::copy_n(copy.data(), words, lower);
-        }
+        for (int y = begin; y < end; ++y)
+            std::swap_ranges(bitmap.row(y), bitmap.row(y) + words, bitmap.row(bitmap.height() - 1 - y));
     });
 }
 

@@ -1,5 +1,4 @@
-// The ink of a block is counted for all blocks of a word at once. Counts are kept as digits of base two, a word for
-// each digit, so that adding two words' worth of counts takes a few logical operations.
+// The ink of a block is counted for all blocks of a word at once.
 
 #include "imaging/reduce.h"
 
@@ -7,6 +6,7 @@
 #include <array>
 #include <vector>
 
+#include "imaging/bit_counts.h"
 #include "imaging/bits.h"
 #include "imaging/parallel.h"
 
@@ -14,31 +14,7 @@ namespace imaging {
 
 namespace {
 
-// 64 counts of up to Digits binary digits, the lowest digit first.
-template <std::size_t Digits> using Counts = std::array<std::uint64_t, Digits>;
-
-template <std::size_t Digits> Counts<Digits + 1> sum(const Counts<Digits>& a, const Counts<Digits>& b)
-{
-    Counts<Digits + 1> result;
-    std::uint64_t carry = 0;
-    for (std::size_t i = 0; i < Digits; ++i) {
-        const std::uint64_t differ = a[i] ^ b[i];
-        result[i] = differ ^ carry;
-        carry = (a[i] & b[i]) | (differ & carry);
-    }
-    result[Digits] = carry;
-    return result;
-}
-
-// The ink in 2^Log pixels below each other.
-template <std::size_t Log> Counts<Log + 1> countDown(const std::uint64_t* const* rows, std::ptrdiff_t word)
-{
-    if constexpr (Log == 0) {
-        return {rows[0][word]};
-    } else {
-        return sum(countDown<Log - 1>(rows, word), countDown<Log - 1>(rows + (1 << (Log - 1)), word));
-    }
-}
+template <std::size_t Digits> using Counts = BitCounts<std::uint64_t, Digits>;
 
 // Adds to each column's count those of the next ones until 2^Log columns are in it; Done is the logarithm of how many
 // already are.
@@ -84,7 +60,7 @@ template <std::size_t Log> void reduce(const Bitmap& source, Bitmap& target)
             for (int i = 0; i < factor; ++i)
                 rows[std::size_t(i)] = source.row(y * factor + i);
             for (std::ptrdiff_t i = 0; i < source.wordsPerRow(); ++i) {
-                const auto counts = countAcross<Log, 0>(countDown<Log>(rows.data(), i));
+                const auto counts = countAcross<Log, 0>(countDown<std::uint64_t, Log>(rows.data(), i));
                 blocks[std::size_t(i)] = counts[2 * Log] | counts[2 * Log - 1];
             }
             for (std::ptrdiff_t words = targetWords * factor; words > targetWords; words /= 2) {

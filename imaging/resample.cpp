@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <numeric>
+#include <span>
 #include <vector>
 
 #include "imaging/bits.h"
 #include "imaging/error.h"
 #include "imaging/parallel.h"
 #include "imaging/reduce.h"
+#include "imaging/running_sums.h"
 
 namespace imaging {
 
@@ -74,9 +76,9 @@ public:
     {}
 
     // Adds a source row, given by its ink edges, with a weight.
-    void add(const int* edges, std::size_t count, Sum weight)
+    void add(std::span<const int> edges, Sum weight)
     {
-        for (std::size_t i = 0; i < count; i += 2) {
+        for (std::size_t i = 0; i < edges.size(); i += 2) {
             enter(m_columns[edges[i]], weight);
             enter(m_columns[edges[i + 1]], -weight);
         }
@@ -91,12 +93,8 @@ public:
         for (int i = 0; i < words; ++i, changes += 64) {
             std::uint64_t word = sum >= threshold ? allBits : 0;
             if (m_touched[std::size_t(i)]) {
-                word = 0;
-                for (int bit = 0; bit < 64; ++bit) {
-                    sum += changes[bit];
-                    changes[bit] = 0;
-                    word = word << 1 | std::uint64_t(sum >= threshold);
-                }
+                word = whereReached(changes, sum, threshold);
+                std::fill_n(changes, 64, 0);
                 m_touched[std::size_t(i)] = 0;
             }
             row[i] = i + 1 < words ? word : word & maskUpTo(m_width);
@@ -125,11 +123,18 @@ template <class Sum> void resampleByArea(const Bitmap& source, Bitmap& target, c
     const Sum whole = Sum(columns.unit() * rows.unit());
     inParallel(target.height(), rowsWorthACore(target.wordsPerRow() * 8), [&](int begin, int end) {
         RowSums<Sum> sums(columns, target.width());
-        std::vector<int> edges(std::size_t(source.width()) + 1);
+        std::vector<int> room(roomForEdges(source.width()));
+        std::span<const int> edges;
+        int found = -1; // the row whose edges these are: two target rows often share one
         for (int y = begin; y < end; ++y) {
             for (int s = rows.firstSource(y); s < source.height() && rows.position(s) < (y + 1) * rows.unit(); ++s) {
-                if (const std::int64_t weight = rows.overlap(s, y); weight > 0)
-                    sums.add(edges.data(), findInkEdges(source.row(s), source.width(), edges.data()), Sum(weight));
+                const std::int64_t weight = rows.overlap(s, y);
+                if (weight <= 0)
+                    continue;
+                if (s != found)
+                    edges = findInkEdges(source.row(s), source.width(), room);
+                found = s;
+                sums.add(edges, Sum(weight));
             }
             sums.write(target.row(y), whole - whole / 2);
         }
@@ -139,16 +144,42 @@ template <class Sum> void resampleByArea(const Bitmap& source, Bitmap& target, c
 void enlarge(const Bitmap& source, Bitmap& target, const Axis& columns, const Axis& rows)
 {
     inParallel(source.height(), rowsWorthACore(target.wordsPerRow()), [&](int begin, int end) {
-        std::vector<int> edges(std::size_t(source.width()) + 1);
+        std::vector<int> room(roomForEdges(source.width()));
         for (int s = begin; s < end; ++s) {
             const int first = rows[s].pixel;
             std::uint64_t* row = target.row(first);
             std::fill_n(row, target.wordsPerRow(), 0);
-            const std::size_t count = findInkEdges(source.row(s), source.width(), edges.data());
-            for (std::size_t i = 0; i < count; i += 2)
+            const std::span<const int> edges = findInkEdges(source.row(s), source.width(), room);
+            for (std::size_t i = 0; i < edges.size(); i += 2)
                 setSpan(row, columns[edges[i]].pixel, columns[edges[i + 1]].pixel, true);
             for (int y = first + 1; y < rows[s + 1].pixel; ++y)
                 std::copy_n(row, target.wordsPerRow(), target.row(y));
+        }
+    });
+}
+
+// abcd -> aabbccdd
+std::uint64_t doubled(std::uint32_t pixels)
+{
+    std::uint64_t word = pixels;
+    word = (word | word << 16) & 0x0000ffff0000ffff;
+    word = (word | word << 8) & 0x00ff00ff00ff00ff;
+    word = (word | word << 4) & 0x0f0f0f0f0f0f0f0f;
+    word = (word | word << 2) & 0x3333333333333333;
+    word = (word | word << 1) & 0x5555555555555555;
+    return word | word << 1;
+}
+
+void enlargeByTwo(const Bitmap& source, Bitmap& target)
+{
+    const std::ptrdiff_t words = target.wordsPerRow();
+    inParallel(source.height(), rowsWorthACore(words * 2), [&](int begin, int end) {
+        for (int y = begin; y < end; ++y) {
+            const std::uint64_t* from = source.row(y);
+            std::uint64_t* to = target.row(2 * y);
+            for (std::ptrdiff_t i = 0; i < words; ++i)
+                to[i] = doubled(std::uint32_t(from[i / 2] >> (i % 2 ? 0 : 32)));
+            std::copy_n(to, words, target.row(2 * y + 1));
         }
     });
 }
@@ -164,6 +195,10 @@ Bitmap resample(const Bitmap& bitmap, Size size)
     Bitmap target = Bitmap::uninitialized(size);
     if (reducesByPowerOfTwo(bitmap.size(), size)) {
         reduceByPowerOfTwo(bitmap, target);
+        return target;
+    }
+    if (size.width == 2 * bitmap.width() && size.height == 2 * bitmap.height()) {
+        enlargeByTwo(bitmap, target);
         return target;
     }
     const Axis columns(bitmap.width(), size.width);

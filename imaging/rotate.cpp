@@ -153,6 +153,7 @@ void layDown(Bitmap& bitmap, const Sheet& sheet, const InverseTurn& turn, bool t
                         continue;
                     const std::uint64_t mask = maskFrom(left) & maskUpTo(right);
                     std::uint64_t& word = bitmap.row(top + i)[x >> 6];
+                    __builtin_prefetch(&word + 16, 1);
                     if (!transparent)
                         word &= ~(shape ? covers.word(x, top + i, mask) : mask);
                     word |= source.word(x, top + i, mask);

@@ -1,9 +1,9 @@
-// Groups are found by labelling runs, band by band. A group belongs to the band in which its first row lies. As a group
-// that counts is at most `side` rows high, a band sees all of its own groups in a window that begins one row above it,
-// where a group of an earlier band would show, and ends `side` + 1 rows below: a group that gets there is too high.
-// Bands are at least as high as what their windows reach beyond them. So every second band can be worked on at the same
-// time, and the others after that: no window reaches rows that another thread is changing, and as groups vanish whole
-// or not at all, it does not matter that some are gone already.
+// Groups of more than a few pixels are found by labelling runs, band by band. A group belongs to the band in which its
+// first row lies. As a group that counts is at most `side` rows high, a band sees all of its own groups in a window
+// that begins one row above it, where a group of an earlier band would show, and ends `side` + 1 rows below: a group
+// that gets there is too high. Bands are at least as high as what their windows reach beyond them. So every second band
+// can be worked on at the same time, and the others after that: no window reaches rows that another thread is changing,
+// and as groups vanish whole or not at all, it does not matter that some are gone already.
 
 #include "imaging/small_groups.h"
 
@@ -13,6 +13,7 @@
 #include "imaging/bits.h"
 #include "imaging/error.h"
 #include "imaging/parallel.h"
+#include "imaging/specks.h"
 
 namespace imaging {
 
@@ -26,7 +27,7 @@ class Window
 {
 public:
     Window(Bitmap& bitmap, GroupsOf kind, int side, const Region* region)
-        : m_bitmap(bitmap), m_kind(kind), m_side(side), m_region(region), m_edges(std::size_t(bitmap.width()) + 3)
+        : m_bitmap(bitmap), m_kind(kind), m_side(side), m_region(region), m_edges(roomForEdges(bitmap.width()))
     {}
 
     // Removes the small groups whose first row is in [begin, end).
@@ -84,19 +85,16 @@ private:
 
     void findRuns(int y)
     {
-        int* edges = m_edges.data();
-        std::size_t count = findInkEdges(m_bitmap.row(y), m_bitmap.width(), edges + 1);
+        std::span<int> edges = findInkEdges(m_bitmap.row(y), m_bitmap.width(), m_edges);
         if (m_kind == GroupsOf::paper) {
             // Paper lies between the ink: from the left border to the first edge, and from the last one to the right.
-            edges[0] = 0;
-            edges[count + 1] = m_bitmap.width();
-            count += 2;
-        } else {
-            ++edges;
+            edges = {edges.data() - 1, edges.size() + 2};
+            edges.front() = 0;
+            edges.back() = m_bitmap.width();
         }
         const std::span<const Rect> selected = m_region ? m_region->band(y) : std::span<const Rect>();
         auto span = selected.begin();
-        for (std::size_t i = 0; i < count; i += 2) {
+        for (std::size_t i = 0; i < edges.size(); i += 2) {
             const Run run{edges[i], edges[i + 1], y, 0};
             if (run.begin == run.end)
                 continue;
@@ -200,12 +198,19 @@ void removeSmallGroups(Bitmap& bitmap, GroupsOf kind, int side, const Region* re
     const int windows = int(std::max<std::int64_t>(1, std::int64_t(mostRuns) / most));
     for (int first : {0, 1}) {
         const int count = (bands - first + 1) / 2;
+        const auto topOf = [&](int band) { return area.top + (2 * band + first) * height; };
+        const auto bottomOf = [&](int band) { return std::min(topOf(band) + height, area.bottom); };
+        if (side <= largestSpeck) {
+            inParallel(count, 1, [&](int begin, int end) {
+                for (int i = begin; i < end; ++i)
+                    removeSpecks(bitmap, kind, side, region, topOf(i), bottomOf(i));
+            });
+            continue;
+        }
         inParallel(count, (count + windows - 1) / windows, [&](int begin, int end) {
             Window window(bitmap, kind, side, region);
-            for (int i = begin; i < end; ++i) {
-                const int top = area.top + (2 * i + first) * height;
-                window.work(top, std::min(top + height, area.bottom));
-            }
+            for (int i = begin; i < end; ++i)
+                window.work(topOf(i), bottomOf(i));
         });
     }
 }

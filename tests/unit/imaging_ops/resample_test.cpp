@@ -1,5 +1,6 @@
 #include "imaging/error.h"
 #include "imaging/resample.h"
+#include "imaging/running_sums.h"
 #include "picture.h"
 
 using namespace imaging;
@@ -71,6 +72,22 @@ TEST(Resample, SizesWithNoCommonDivisorDoNotOverflow)
     for (int y = 0; y < 65521; y += 2)
         tall.setInk(0, y, true);
     EXPECT_TRUE(samePicture(drawn({"1"}), resample(tall, {1, 1}))) << "32,761 of 65,521 rows are ink, over half";
+}
+
+TEST(Resample, ManySumsAtATimeAreThoseOfOneAfterTheOther)
+{
+    std::mt19937 random(5);
+    std::int32_t sum = 40;
+    for (int i = 0; i < 500; ++i) {
+        std::int32_t narrow[64];
+        std::int64_t wide[64];
+        for (int k = 0; k < 64; ++k)
+            wide[k] = narrow[k] = random() % 4 ? 0 : int(random() % 2001) - 1000;
+        std::int64_t wideSum = sum;
+        const std::uint64_t expected = whereReached(wide, wideSum, 70);
+        ASSERT_EQ(expected, whereReached(narrow, sum, 70));
+        ASSERT_EQ(wideSum, sum);
+    }
 }
 
 TEST(Resample, NoPixelsAreRefused)

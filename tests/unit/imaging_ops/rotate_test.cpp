@@ -3,6 +3,7 @@
 
 #include "imaging/error.h"
 #include "imaging/rotate.h"
+#include "imaging/turned_sheet.h"
 #include "picture.h"
 
 using namespace imaging;
@@ -66,6 +67,30 @@ TEST(Rotate, AgreesWithThePlainWayAtAnyAngle)
                         ASSERT_TRUE(
                             samePicture(plainlyRotated(bitmap, angle, pivot, transparent, *region, result), result));
                     }
+                }
+            }
+        }
+    }
+}
+
+// Pieces of rows and gathered pixels, on both sides of where one takes over from the other, at steps of no, hardly any
+// and many fractions.
+TEST(Rotate, FastWaysFindThePixelsOfThePlainOne)
+{
+    const Bitmap sheet = scanLike({500, 400}, 12);
+    for (const double degrees : {0.0, 1e-8, 2e-8, 0.2, 1.0, 3.5, 4.1, 5.0, 8.0, 12.0, 20.0, 30.0, 36.87, 45.0}) {
+        for (const double angle : {degrees * std::numbers::pi / 180, -degrees * std::numbers::pi / 180}) {
+            const InverseTurn turn(angle, {250, 200});
+            const TurnedSheet turned(sheet, {0, 0}, turn);
+            const auto inside = [&](double x, double y) {
+                const double u = turn.sourceX(x, y), v = turn.sourceY(x, y);
+                return u >= 0 && u < 370 && v >= 2 && v < 398;
+            };
+            for (int i = 0; i < 400 * 500; i += 19) {
+                const int x = i % 500, y = i / 500;
+                if (inside(x, y) && inside(x + 63, y)) {
+                    ASSERT_EQ(turned.plainWord(x, y, ~0ULL), turned.word(x, y, ~0ULL))
+                        << angle << ", " << x << "," << y;
                 }
             }
         }
