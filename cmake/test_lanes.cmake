@@ -2,7 +2,7 @@
 # time in each, with a display and a Wine prefix for every lane. See scripts/environment.sh and ./test.
 set(HALVORAN_LANES 4)
 
-# halvoran_lane(TEST): puts it into the next lane. PROPERTIES of its environment are not to be set again.
+# halvoran_lane(TEST): puts it into the next lane, and sets its ENVIRONMENT for that.
 function(halvoran_lane test)
     get_property(lane GLOBAL PROPERTY HALVORAN_NEXT_LANE)
     if(NOT lane)
