@@ -1,6 +1,7 @@
 #include "imaging/ink_map.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "imaging/parallel.h"
 
@@ -8,40 +9,44 @@ namespace imaging {
 
 namespace {
 
-// One flag for each cell of a row of cells, and one more.
-void markRow(const Bitmap& bitmap, int cellRow, char* flags)
+// One flag for each cell of a column of cells.
+void markColumn(const Strips& strips, std::ptrdiff_t column, char* flags, std::ptrdiff_t rows)
 {
-    std::vector<std::uint64_t> any(std::size_t(bitmap.wordsPerRow()), 0);
-    const int last = std::min((cellRow + 1) * InkMap::cell, bitmap.height());
-    for (int y = cellRow * InkMap::cell; y < last; ++y) {
-        const std::uint64_t* words = bitmap.row(y);
-        for (std::size_t i = 0; i < any.size(); ++i)
-            any[i] |= words[i];
+    constexpr std::ptrdiff_t stripsPerCell = InkMap::cell / 8;
+    const std::ptrdiff_t end = std::min((column + 1) * stripsPerCell, strips.count());
+    for (std::ptrdiff_t strip = column * stripsPerCell; strip < end; ++strip) {
+        const std::uint8_t* bytes = strips.at(strip * 8, 0);
+        for (std::ptrdiff_t row = 0; row < rows; ++row, bytes += InkMap::cell) {
+            std::uint64_t words[InkMap::cell / 8];
+            std::memcpy(words, bytes, sizeof words);
+            flags[row] |= (words[0] | words[1] | words[2] | words[3]) != 0;
+        }
     }
-    for (std::size_t i = 0; i < any.size(); ++i) {
-        flags[2 * i] = any[i] >> 32 != 0;
-        flags[2 * i + 1] = std::uint32_t(any[i]) != 0;
-    }
-    flags[2 * any.size()] = 0;
 }
 
 } // namespace
 
-InkMap::InkMap(const Bitmap& bitmap, bool falling) : m_columns(bitmap.wordsPerRow() * 2 + 1)
+InkMap::InkMap(const Strips& strips, bool falling) : m_rows(strips.length() / cell)
 {
-    const int rows = (bitmap.height() + cell - 1) / cell;
-    // A row more, as each cell also takes the flags of the one below.
-    std::vector<char> flags(std::size_t(m_columns * (rows + 1)), 0);
-    inParallel(rows, rowsWorthACore(bitmap.wordsPerRow() * cell), [&](int begin, int end) {
-        for (int y = begin; y < end; ++y)
-            markRow(bitmap, y, flags.data() + y * m_columns);
+    const std::ptrdiff_t columns = (strips.count() * 8 + cell - 1) / cell;
+    // Two columns and rows more, as each cell also takes the flags of those beside it.
+    constexpr std::ptrdiff_t reach = 2;
+    const std::ptrdiff_t stride = m_rows + 2 * reach;
+    std::vector<char> flags(std::size_t(stride * (columns + reach)), 0);
+    inParallel(int(columns), rowsWorthACore(strips.length() / 2), [&](int begin, int end) {
+        for (int column = begin; column < end; ++column)
+            markColumn(strips, column, flags.data() + column * stride + reach, m_rows);
     });
-    m_flags.assign(flags.size(), 0);
-    for (int y = 0; y < rows; ++y) {
-        const char* here = flags.data() + y * m_columns;
-        const char* beside = falling ? here + m_columns : y > 0 ? here - m_columns : here;
-        for (std::ptrdiff_t x = 0; x + 1 < m_columns; ++x)
-            m_flags[std::size_t(y * m_columns + x)] = here[x] | here[x + 1] | beside[x] | beside[x + 1];
+    m_flags.resize(std::size_t(columns * m_rows));
+    const std::ptrdiff_t below = falling ? 1 : -1;
+    std::vector<char> across(std::size_t(stride), 0);
+    for (std::ptrdiff_t column = 0; column < columns; ++column) {
+        const char* const here = flags.data() + column * stride;
+        for (std::ptrdiff_t row = 0; row < stride; ++row)
+            across[std::size_t(row)] = here[row] | here[stride + row] | here[2 * stride + row];
+        const char* const first = across.data() + reach;
+        for (std::ptrdiff_t row = 0; row < m_rows; ++row)
+            m_flags[std::size_t(column * m_rows + row)] = first[row] | first[row + below] | first[row + 2 * below];
     }
 }
 

@@ -3,15 +3,17 @@
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <optional>
+#include <span>
 #include <vector>
 
 #include "imaging/bits.h"
 #include "imaging/crop.h"
 #include "imaging/error.h"
 #include "imaging/fill.h"
+#include "imaging/linear_span.h"
 #include "imaging/mirror.h"
 #include "imaging/parallel.h"
-#include "imaging/paste.h"
 #include "imaging/turn.h"
 #include "imaging/turned_sheet.h"
 
@@ -47,60 +49,36 @@ Bitmap turnedByQuarters(const Bitmap& bitmap, int quarters)
     return half;
 }
 
-// Pixels lifted from an image, with paper around them.
-struct Sheet
+Point topLeft(const Rect& rect)
 {
-    Bitmap pixels;
-    Rect box; // where the pixels belong, without the margin
-
-    Point origin() const { return {box.left - sheetMargin, box.top - sheetMargin}; }
-};
-
-Bitmap sheetFor(const Rect& box)
-{
-    constexpr int margin = sheetMargin + sheetRightMargin;
-    return Bitmap::scratch({box.width() + margin, box.height() + 2 * sheetMargin}, margin);
-}
-
-Region offsetBy(Region region, int dx, int dy)
-{
-    region.offset(dx, dy);
-    return region;
+    return {rect.left, rect.top};
 }
 
 // The region's pixels; the quarters of the turn are made here, once and for all. There are at most three bitmaps of the
 // image's size at any time, the image among them.
-Sheet lift(const Bitmap& bitmap, const Region& region, Point pivot, int quarters)
+Strips lift(const Bitmap& bitmap, const Region& region, Point pivot, int quarters)
 {
     const Rect box = region.box();
-    const Rect place = turnedByQuarters(box, pivot, quarters);
-    Bitmap part;
-    if (quarters != 0) {
-        part = extract(bitmap, box);
-        fill(part, offsetBy(subtract(Region(box), region), -box.left, -box.top), false);
+    if (quarters == 0 && region.rects().size() == 1)
+        return {bitmap, box, topLeft(box)};
+    Bitmap part = crop(bitmap, region);
+    if (quarters != 0)
         part = turnedByQuarters(part, quarters);
-    }
-    Sheet sheet{sheetFor(place), place};
-    if (quarters != 0) {
-        paste(sheet.pixels, part, {sheetMargin, sheetMargin}, PasteMode::opaque);
-    } else {
-        const Region inSheet = offsetBy(region, -sheet.origin().x, -sheet.origin().y);
-        paste(sheet.pixels, bitmap, {-sheet.origin().x, -sheet.origin().y}, PasteMode::opaque);
-        fill(sheet.pixels, subtract(Region(sheet.pixels.bounds()), inSheet), false);
-    }
-    return sheet;
+    return {part, part.bounds(), topLeft(turnedByQuarters(box, pivot, quarters))};
 }
 
 // Ink all over the region, turned by quarters.
-Sheet shapeOf(const Region& region, Point pivot, int quarters)
+Strips shapeOf(const Region& region, Point pivot, int quarters)
 {
     std::vector<Rect> rects;
     for (const Rect& rect : region.rects())
         rects.push_back(turnedByQuarters(rect, pivot, quarters));
-    const Region turned = Region::fromRects(rects);
-    Sheet shape{sheetFor(turned.box()), turned.box()};
-    fill(shape.pixels, offsetBy(turned, -shape.origin().x, -shape.origin().y), true);
-    return shape;
+    Region turned = Region::fromRects(rects);
+    const Point corner = topLeft(turned.box());
+    Bitmap shape(turned.box().size());
+    turned.offset(-corner.x, -corner.y);
+    fill(shape, turned, true);
+    return {shape, shape.bounds(), corner};
 }
 
 // The rectangle of target pixels that may get something from the source rectangle.
@@ -128,37 +106,95 @@ Span coveredSpan(const Rect& box, const InverseTurn& turn, Span limits, int y)
     return whereBetween(across, -turn.sine, turn.sourceY(0, y), box.top - 0.5, box.bottom - 0.5);
 }
 
-// Lays the sheet down turned. Where `covers` is given it tells which of its pixels replace what is there, paper too.
-void layDown(Bitmap& bitmap, const Sheet& sheet, const InverseTurn& turn, bool transparent, const Sheet* shape)
+// Lays down rows of the result, in squares of 64 x 64 pixels, so that the strips that are read stay in the processor's
+// nearest cache.
+class Layer
 {
-    const TurnedSheet source(sheet.pixels, sheet.origin(), turn);
-    const Bitmap noShape({1, 1});
-    const TurnedSheet covers(shape ? shape->pixels : noShape, sheet.origin(), turn);
-    const Rect target = turnedBox(sheet.box, turn, bitmap.bounds());
-    constexpr int bandHeight = 64;
-    const int bands = (target.height() + bandHeight - 1) / bandHeight;
-    // Squares of 64 x 64 pixels, so that the source rows of a square stay in the processor's nearest cache.
-    inParallel(bands, rowsWorthACore(bitmap.wordsPerRow() * 32) / bandHeight + 1, [&](int begin, int end) {
-        for (int band = begin; band < end; ++band) {
-            const int top = target.top + band * bandHeight;
-            const int rows = std::min(bandHeight, target.bottom - top);
-            std::array<Span, bandHeight> spans;
-            for (int i = 0; i < rows; ++i)
-                spans[std::size_t(i)] = coveredSpan(sheet.box, turn, {target.left, target.right}, top + i);
-            for (int x = target.left & ~63; x < target.right; x += 64) {
-                for (int i = 0; i < rows; ++i) {
-                    const int left = std::max(spans[std::size_t(i)].begin, x);
-                    const int right = std::min(spans[std::size_t(i)].end, x + 64);
-                    if (left >= right)
-                        continue;
-                    const std::uint64_t mask = maskFrom(left) & maskUpTo(right);
-                    std::uint64_t& word = bitmap.row(top + i)[x >> 6];
-                    __builtin_prefetch(&word + 16, 1);
-                    if (!transparent)
-                        word &= ~(shape ? covers.word(x, top + i, mask) : mask);
-                    word |= source.word(x, top + i, mask);
-                }
+public:
+    static constexpr int side = 64;
+
+    // Where `covers` is given it tells which of the source's pixels replace what is there, paper too.
+    Layer(Bitmap& bitmap, const TurnedSheet& source, bool transparent, const TurnedSheet* covers)
+        : m_bitmap(bitmap), m_source(source), m_transparent(transparent), m_covers(covers)
+    {}
+
+    // spans: of each row from `top` on, of which there are at most 64, the pixels from left up to right that get
+    // something.
+    void layBand(int top, std::span<const Span> spans, int left, int right)
+    {
+        std::array<TurnedSheet::Place, side> memory;
+        const std::span places(memory.data(), spans.size());
+        Span common{left, right};
+        for (std::size_t i = 0; i < spans.size(); ++i) {
+            places[i] = m_source.placeOf(left & ~63, top + int(i));
+            common = {std::max(common.begin, spans[i].begin), std::min(common.end, spans[i].end)};
+        }
+        for (int x = left & ~63; x < right; x += side) {
+            if (common.begin <= x && x + side <= common.end) {
+                layWhole({x, top}, places);
+            } else {
+                layPart({x, top}, places, spans);
             }
+            for (TurnedSheet::Place& place : places)
+                place = m_source.next(place);
+        }
+    }
+
+private:
+    void layWhole(Point at, std::span<const TurnedSheet::Place> places)
+    {
+        std::array<std::uint64_t, side> ink;
+        std::array<std::uint64_t, side> covered;
+        m_source.words(places, ink.data());
+        if (m_covers)
+            m_covers->words(places, covered.data());
+        for (std::size_t i = 0; i < places.size(); ++i)
+            lay(at, i, ink[i], m_covers ? covered[i] : allBits);
+    }
+
+    void layPart(Point at, std::span<const TurnedSheet::Place> places, std::span<const Span> spans)
+    {
+        for (std::size_t i = 0; i < places.size(); ++i) {
+            const int left = std::max(spans[i].begin, at.x);
+            const int right = std::min(spans[i].end, at.x + side);
+            if (left >= right)
+                continue;
+            const std::uint64_t mask = maskFrom(left) & maskUpTo(right);
+            lay(at, i, m_source.plainWord(places[i], mask), m_covers ? m_covers->plainWord(places[i], mask) : mask);
+        }
+    }
+
+    void lay(Point at, std::size_t row, std::uint64_t ink, std::uint64_t covered)
+    {
+        std::uint64_t& word = m_bitmap.row(at.y + int(row))[at.x >> 6];
+        __builtin_prefetch(&word + 16, 1);
+        word = (m_transparent ? word : word & ~covered) | ink;
+    }
+
+    Bitmap& m_bitmap;
+    const TurnedSheet& m_source;
+    bool m_transparent;
+    const TurnedSheet* m_covers;
+};
+
+// Lays the strips down turned. Where a shape is given, which lies as the strips do, only what it covers is replaced.
+void layDown(Bitmap& bitmap, const Strips& strips, const InverseTurn& turn, bool transparent, const Strips* shape)
+{
+    const TurnedSheet source(strips, turn);
+    std::optional<TurnedSheet> covers;
+    if (shape)
+        covers.emplace(*shape, turn);
+    const Rect target = turnedBox(strips.box(), turn, bitmap.bounds());
+    const int bands = (target.height() + Layer::side - 1) / Layer::side;
+    inParallel(bands, rowsWorthACore(bitmap.wordsPerRow() * 32) / Layer::side + 1, [&](int begin, int end) {
+        Layer layer(bitmap, source, transparent, covers ? &*covers : nullptr);
+        std::vector<Span> spans;
+        for (int band = begin; band < end; ++band) {
+            const int top = target.top + band * Layer::side;
+            spans.clear();
+            for (int y = top; y < std::min(top + Layer::side, target.bottom); ++y)
+                spans.push_back(coveredSpan(strips.box(), turn, {target.left, target.right}, y));
+            layer.layBand(top, spans, target.left, target.right);
         }
     });
 }
@@ -183,14 +219,14 @@ void rotate(Bitmap& bitmap, double radians, Point pivot, bool transparent, const
         fill(bitmap, selected, false);
         return;
     }
-    const Sheet lifted = lift(bitmap, selected, pivot, quarters & 3);
+    const Strips lifted = lift(bitmap, selected, pivot, quarters & 3);
     fill(bitmap, selected, false);
     if (transparent || selected.rects().size() == 1) {
         layDown(bitmap, lifted, turn, transparent, nullptr);
         return;
     }
     // Paper of a region that is no rectangle must be told from what lies outside of it.
-    const Sheet shape = shapeOf(selected, pivot, quarters & 3);
+    const Strips shape = shapeOf(selected, pivot, quarters & 3);
     layDown(bitmap, lifted, turn, transparent, &shape);
 }
 

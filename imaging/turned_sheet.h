@@ -1,9 +1,10 @@
 #pragma once
 
-#include "imaging/bitmap.h"
+#include <span>
+
 #include "imaging/ink_map.h"
-#include "imaging/linear_span.h"
-#include "imaging/slanted_line.h"
+#include "imaging/step_patterns.h"
+#include "imaging/strips.h"
 
 namespace imaging {
 
@@ -24,70 +25,50 @@ struct InverseTurn
     double targetY(double x, double y) const { return cosine * (y - pivotY) + sine * (x - pivotX) + pivotY; }
 };
 
-/// Paper that must lie around the pixels of a sheet that is looked up turned: a sample that rounding puts just outside
-/// finds some, and a word that begins inside can be read whole.
-constexpr int sheetMargin = 2;
-constexpr int sheetRightMargin = sheetMargin + 128;
-
-/// Tells in how many steps a fraction of 32 bits falls below zero that shrinks by `step` with each.
-class Countdown
-{
-public:
-    explicit Countdown(std::int64_t step);
-
-    /// At least 1 and never more than it takes; a step less where a division would have had no rest. 64 or more for
-    /// a step of 0.
-    std::int64_t steps(std::uint32_t fraction) const { return std::int64_t(m_inverse * fraction >> m_shift) + m_least; }
-
-private:
-    std::int64_t m_least;
-    int m_shift;
-    std::uint64_t m_inverse; // of the step, times 2^m_shift: at most 2^32
-};
-
-/// Looks up a sheet turned by at most 45 degrees either way, 64 pixels of the result at a time. Coordinates are
-/// fixed-point with 32 bits of fraction, begun anew every 64 pixels so that rounding does not pile up.
+/// Looks up pixels turned by at most 45 degrees either way, 64 of the result at a time. Coordinates are fixed-point.
 class TurnedSheet
 {
 public:
-    /// `origin` is where the sheet's top left pixel lies in the source. The sheet must outlive this.
-    TurnedSheet(const Bitmap& sheet, Point origin, const InverseTurn& turn);
+    /// The strips must outlive this.
+    TurnedSheet(const Strips& strips, const InverseTurn& turn);
 
-    /// The 64 pixels of the result from (x, y) on: the nearest pixels of the sheet where the mask, a run of ones, has a
-    /// one, else paper. Those in the mask must not lie farther outside the sheet's pixels than its margin.
-    std::uint64_t word(int x, int y, std::uint64_t mask) const;
+    /// A position in the strips with 40 bits of fraction: over the longest row, steps of 64 pixels add up to an error
+    /// of less than a hundred-millionth of a pixel.
+    struct Place
+    {
+        std::int64_t x;
+        std::int64_t y;
+    };
 
-    /// The same, pixel by pixel: what the faster ways are compared with.
-    std::uint64_t plainWord(int x, int y, std::uint64_t mask) const;
+    Place placeOf(int x, int y) const;
+
+    /// Of the 64th pixel to the right in the result.
+    Place next(Place place) const { return {place.x + m_wordX, place.y + m_wordY}; }
+
+    /// Of each place the 64 pixels of the result from it on: the nearest ones. They must lie in the box, or no farther
+    /// outside than rounding brings them.
+    ///
+    /// They go by groups of sixteen, for which sixteen rows of three strips are at hand. Each pixel picks its row out
+    /// of all three, and of the strip in which it lies the bit of its column.
+    void words(std::span<const Place> places, std::uint64_t* words) const;
+
+    /// The same of one place, pixel by pixel: those where the mask, a run of ones, has a one, else paper. Every
+    /// processor can, and the faster way is compared with it.
+    std::uint64_t plainWord(Place place, std::uint64_t mask) const;
 
 private:
-    // Any angle: each pixel by itself, one after the other.
-    std::uint64_t pixelByPixel(std::int64_t x, std::int64_t y, std::uint64_t mask) const;
+    void wordsByGroups(std::span<const Place> places, std::uint64_t* words) const;
 
-    // Small angles: as long as the source stays in one row, pixels are copied together.
-    //
-    //   source rows  aaaaaaaaaaaa          result  bbbbbbccccccdddddd
-    //                ______bbbbbbcccccc    falls into pieces between the steps
-    //
-    // Half of the work is shifts, which newer processors have quicker ones for.
-    std::uint64_t piecewise(std::int64_t x, std::int64_t y) const;
-    std::uint64_t piecewiseByQuickShifts(std::int64_t x, std::int64_t y) const;
-    std::uint64_t pieces(std::int64_t x, std::int64_t y) const;
-
-    const Bitmap& m_sheet;
+    const Strips& m_strips;
     InkMap m_ink;
-    double m_originX;
-    double m_originY;
     InverseTurn m_turn;
-    std::int64_t m_stepX;
+    std::int64_t m_stepX; // with 32 bits of fraction
     std::int64_t m_stepY;
-    bool m_gather;
-    bool m_quickShifts;
-    SlantedLine m_line;
-    Countdown m_untilColumn; // how long the source keeps its distance from the result's columns
-    Countdown m_untilRow;    // how long it stays in one row
-    std::int64_t m_rowStep;  // from there to the next row, in words
-    int m_pieces;            // of a word; 0 where they are too many to be worth it
+    std::int64_t m_wordX; // with 40 bits of fraction
+    std::int64_t m_wordY;
+    StepPatterns m_columns;
+    StepPatterns m_rows;
+    bool m_byGroups;
 };
 
 } // namespace imaging
