@@ -1,88 +1,56 @@
 #include "imaging/resample.h"
 
 #include <algorithm>
-#include <numeric>
+#include <array>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "imaging/bits.h"
 #include "imaging/error.h"
 #include "imaging/parallel.h"
 #include "imaging/reduce.h"
+#include "imaging/resample_axis.h"
 #include "imaging/running_sums.h"
 
 namespace imaging {
 
 namespace {
 
-// Where one direction's source pixels come to lie among the target's. A target pixel is `unit` long; edge e of the
-// source, which lies before pixel e or at the end, falls `fraction` beyond the beginning of target pixel `pixel`. In a
-// direction that grows, edges fall between target pixels and unit is 1.
-class Axis
+// Source rows that are weighed together: at most so many.
+constexpr std::size_t groupSize = 8;
+
+// The source rows of a group that a target row covers, and what each weighs.
+template <class Sum> struct WeighedRows
 {
-public:
-    struct Edge
-    {
-        int pixel;
-        int fraction;
-    };
+    std::size_t count = 0;
+    std::array<const std::uint64_t*, groupSize> rows{};
+    // By the pixels of a column, the first row's as the lowest bit: what those weigh that are ink.
+    std::array<Sum, std::size_t(1) << groupSize> sums{};
 
-    Axis(int source, int target) : m_edges(std::size_t(source) + 1)
+    void clear() { count = 0; }
+
+    void add(const std::uint64_t* row, Sum weight)
     {
-        const std::int64_t divisor = std::gcd(source, target);
-        const std::int64_t from = source / divisor;
-        const std::int64_t to = target / divisor;
-        m_unit = target < source ? from : 1;
-        for (std::int64_t e = 0; e <= source; ++e) {
-            // Growing, target pixel t takes source pixel floor((t + 1/2) from / to). The first t that takes e:
-            const std::int64_t first = (2 * e * to + from - 1) / (2 * from);
-            const std::int64_t position = target < source ? e * to : first;
-            m_edges[std::size_t(e)] = {int(position / m_unit), int(position % m_unit)};
-        }
+        const std::size_t half = std::size_t(1) << count;
+        for (std::size_t pixels = 0; pixels < half; ++pixels)
+            sums[half + pixels] = sums[pixels] + weight;
+        rows[count++] = row;
     }
-
-    std::int64_t unit() const { return m_unit; }
-    const Edge& operator[](int edge) const { return m_edges[std::size_t(edge)]; }
-    std::int64_t position(int edge) const { return m_edges[std::size_t(edge)].pixel * m_unit + (*this)[edge].fraction; }
-
-    // The first source pixel that covers some of target pixel t.
-    int firstSource(int t) const
-    {
-        const auto beyond =
-            std::upper_bound(m_edges.begin(), m_edges.end(), t * m_unit,
-                             [&](std::int64_t at, Edge edge) { return at < edge.pixel * m_unit + edge.fraction; });
-        return int(beyond - m_edges.begin()) - 1;
-    }
-
-    // How much of target pixel t source pixel s covers, in parts of `unit`; 0 or less for none.
-    std::int64_t overlap(int s, int t) const
-    {
-        return std::min(position(s + 1), (t + 1) * m_unit) - std::max(position(s), t * m_unit);
-    }
-
-private:
-    std::vector<Edge> m_edges;
-    std::int64_t m_unit = 1;
 };
 
-// Sums the ink that falls on the pixels of one target row. Each edge between ink and paper is entered as a change of
-// coverage, so that a run of ink costs the same at any length; the row's sums come out as running totals.
+// Sums the ink that falls on the pixels of one target row. Where a column's sum of the source rows differs from that of
+// the column before it, this is entered as a change, so that a run of ink costs the same at any length, and ink that
+// rows have in common the same as that of one; the row's sums come out as running totals.
 template <class Sum> class RowSums
 {
 public:
-    RowSums(const Axis& columns, int width)
+    RowSums(const ResampleAxis& columns, int width)
         : m_columns(columns), m_unit(Sum(columns.unit())), m_width(width), m_changes(std::size_t(width) + 65, 0),
           m_touched(std::size_t(width) / 64 + 2, 0)
     {}
 
-    // Adds a source row, given by its ink edges, with a weight.
-    void add(std::span<const int> edges, Sum weight)
-    {
-        for (std::size_t i = 0; i < edges.size(); i += 2) {
-            enter(m_columns[edges[i]], weight);
-            enter(m_columns[edges[i + 1]], -weight);
-        }
-    }
+    void add(const WeighedRows<Sum>& group) { addByCount(group, std::make_index_sequence<groupSize>()); }
 
     // Writes the pixels whose sum reaches the threshold as ink, and forgets the sums.
     void write(std::uint64_t* row, Sum threshold)
@@ -94,7 +62,6 @@ public:
             std::uint64_t word = sum >= threshold ? allBits : 0;
             if (m_touched[std::size_t(i)]) {
                 word = whereReached(changes, sum, threshold);
-                std::fill_n(changes, 64, 0);
                 m_touched[std::size_t(i)] = 0;
             }
             row[i] = i + 1 < words ? word : word & maskUpTo(m_width);
@@ -103,45 +70,75 @@ public:
     }
 
 private:
-    void enter(Axis::Edge edge, Sum weight)
+    template <std::size_t... Less> void addByCount(const WeighedRows<Sum>& group, std::index_sequence<Less...>)
     {
-        m_changes[std::size_t(edge.pixel)] += (m_unit - edge.fraction) * weight;
-        m_changes[std::size_t(edge.pixel) + 1] += edge.fraction * weight;
+        ((group.count == Less + 1 ? addRows<Less + 1>(group) : void()), ...);
+    }
+
+    template <std::size_t Count> void addRows(const WeighedRows<Sum>& group)
+    {
+        std::array<std::uint64_t, Count> words{};
+        Sum before = 0;
+        for (int x = 0; x < m_columns.source(); x += 64) {
+            std::uint64_t changed = 0;
+            for (std::size_t row = 0; row < Count; ++row) {
+                const std::uint64_t left = words[row] << 63;
+                words[row] = group.rows[row][x / 64];
+                changed |= words[row] ^ (words[row] >> 1 | left);
+            }
+            while (changed) {
+                const int place = std::countl_zero(changed);
+                changed ^= firstBit >> place;
+                std::size_t pixels = 0;
+                for (std::size_t row = Count; row-- > 0;)
+                    pixels = 2 * pixels | (words[row] >> (63 - place) & 1);
+                const Sum sum = group.sums[pixels];
+                enter(m_columns[x + place], sum - before);
+                before = sum;
+            }
+        }
+        if (before != 0)
+            enter(m_columns[m_columns.source()], -before);
+    }
+
+    void enter(ResampleAxis::Edge edge, Sum change)
+    {
+        const Sum beyond = edge.fraction * change;
+        m_changes[std::size_t(edge.pixel)] += m_unit * change - beyond;
+        m_changes[std::size_t(edge.pixel) + 1] += beyond;
         m_touched[std::size_t(edge.pixel) / 64] = 1;
         m_touched[std::size_t(edge.pixel + 1) / 64] = 1;
     }
 
-    const Axis& m_columns;
+    const ResampleAxis& m_columns;
     Sum m_unit;
     int m_width;
     std::vector<Sum> m_changes;
     std::vector<char> m_touched;
 };
 
-template <class Sum> void resampleByArea(const Bitmap& source, Bitmap& target, const Axis& columns, const Axis& rows)
+template <class Sum>
+void resampleByArea(const Bitmap& source, Bitmap& target, const ResampleAxis& columns, const ResampleAxis& rows)
 {
     const Sum whole = Sum(columns.unit() * rows.unit());
     inParallel(target.height(), rowsWorthACore(target.wordsPerRow() * 8), [&](int begin, int end) {
         RowSums<Sum> sums(columns, target.width());
-        std::vector<int> room(roomForEdges(source.width()));
-        std::span<const int> edges;
-        int found = -1; // the row whose edges these are: two target rows often share one
+        WeighedRows<Sum> group;
         for (int y = begin; y < end; ++y) {
-            for (int s = rows.firstSource(y); s < source.height() && rows.position(s) < (y + 1) * rows.unit(); ++s) {
-                const std::int64_t weight = rows.overlap(s, y);
-                if (weight <= 0)
+            const int last = rows.endSource(y);
+            for (int s = rows.firstSource(y); s < last; ++s) {
+                group.add(source.row(s), Sum(rows.overlap(s, y)));
+                if (group.count < groupSize && s + 1 < last)
                     continue;
-                if (s != found)
-                    edges = findInkEdges(source.row(s), source.width(), room);
-                found = s;
-                sums.add(edges, Sum(weight));
+                sums.add(group);
+                group.clear();
             }
             sums.write(target.row(y), whole - whole / 2);
         }
     });
 }
 
-void enlarge(const Bitmap& source, Bitmap& target, const Axis& columns, const Axis& rows)
+void enlarge(const Bitmap& source, Bitmap& target, const ResampleAxis& columns, const ResampleAxis& rows)
 {
     inParallel(source.height(), rowsWorthACore(target.wordsPerRow()), [&](int begin, int end) {
         std::vector<int> room(roomForEdges(source.width()));
@@ -201,8 +198,8 @@ Bitmap resample(const Bitmap& bitmap, Size size)
         enlargeByTwo(bitmap, target);
         return target;
     }
-    const Axis columns(bitmap.width(), size.width);
-    const Axis rows(bitmap.height(), size.height);
+    const ResampleAxis columns(bitmap.width(), size.width);
+    const ResampleAxis rows(bitmap.height(), size.height);
     // Sums of a whole row of pixels fit in an int for all but the most awkward pairs of large sizes.
     if (size.width >= bitmap.width() && size.height >= bitmap.height()) {
         enlarge(bitmap, target, columns, rows);

@@ -42,9 +42,10 @@ TEST(Resample, AgreesWithThePlainWayAtEverySize)
 {
     for (const int width : awkwardWidths) {
         const Bitmap bitmap = scanLike({width, 67}, unsigned(width));
-        for (const Size size : {Size{1, 1}, Size{width, 30}, Size{(width + 1) / 2, 34}, Size{(width + 2) / 3, 23},
-                                Size{width / 4 + 1, 17}, Size{width, 67}, Size{width * 2, 134}, Size{width + 1, 66},
-                                Size{70, 41}, Size{200, 100}, Size{33, 200}, Size{width * 3, 5}}) {
+        for (const Size size :
+             {Size{1, 1}, Size{width, 30}, Size{(width + 1) / 2, 34}, Size{(width + 2) / 3, 23},
+              Size{width / 4 + 1, 17}, Size{width, 67}, Size{width * 2, 134}, Size{width + 1, 66}, Size{70, 41},
+              Size{200, 100}, Size{33, 200}, Size{width * 3, 5}, Size{width * 3, 9}, Size{width / 3 + 1, 3}}) {
             SCOPED_TRACE(testing::Message() << width << " x 67 to " << size.width << " x " << size.height);
             EXPECT_TRUE(samePicture(plainlyResampled(bitmap, size), resample(bitmap, size)));
         }
@@ -87,6 +88,7 @@ TEST(Resample, ManySumsAtATimeAreThoseOfOneAfterTheOther)
         const std::uint64_t expected = whereReached(wide, wideSum, 70);
         ASSERT_EQ(expected, whereReached(narrow, sum, 70));
         ASSERT_EQ(wideSum, sum);
+        ASSERT_EQ(0, std::count_if(std::begin(narrow), std::end(narrow), [](auto left) { return left != 0; }));
     }
 }
 
