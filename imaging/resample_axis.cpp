@@ -8,7 +8,7 @@ namespace imaging {
 ResampleAxis::ResampleAxis(int source, int target) : m_edges(std::size_t(source) + 1)
 {
     const std::int64_t divisor = std::gcd(source, target);
-    const std::int64_t from = source / divisor;
+    const std::int64_t from = std::max<std::int64_t>(source / divisor, 1);
     const std::int64_t to = target / divisor;
     m_unit = target < source ? from : 1;
     for (std::int64_t e = 0; e <= source; ++e) {

@@ -10,12 +10,14 @@ StepPatterns::Pattern patternFrom(std::int64_t fraction, std::int64_t step)
 {
     constexpr int size = StepPatterns::groupSize;
     StepPatterns::Pattern pattern;
-    for (int group = 0; group < StepPatterns::groups; ++group) {
-        const std::int64_t end = fraction + ((StepPatterns::groups - group) * size - 1) * step;
+    for (std::size_t group = 0; group < pattern.least.size(); ++group) {
+        const std::int64_t end = fraction + (StepPatterns::steps - 1 - std::int64_t(group) * size) * step;
         const std::int64_t least = std::min(end, end - (size - 1) * step) >> 32;
-        pattern.least[std::size_t(group)] = std::int32_t(least);
-        for (int i = 0; i < size; ++i)
-            pattern.beyond[std::size_t(group * size + i)] = std::uint8_t(((end - i * step) >> 32) - least);
+        pattern.least[group] = std::int32_t(least);
+        for (std::size_t i = 0; i < size; ++i) {
+            const std::int64_t whole = (end - std::int64_t(i) * step) >> 32;
+            pattern.beyond[group * size + i] = std::uint8_t(whole - least);
+        }
     }
     return pattern;
 }

@@ -18,12 +18,13 @@ class StepPatterns
 public:
     static constexpr int groups = 4;
     static constexpr int groupSize = 16;
+    static constexpr int steps = groups * groupSize;
 
     /// The last step comes first, and the last sixteen are the first group: of each group the least whole, and of each
     /// step how far beyond its group's least it leads.
     struct Pattern
     {
-        std::array<std::uint8_t, groups * groupSize> beyond;
+        std::array<std::uint8_t, steps> beyond;
         std::array<std::int32_t, groups> least;
     };
 
@@ -39,7 +40,6 @@ public:
 private:
     static constexpr int partShift = 20; // parts of a 4096th of a pixel
     static constexpr std::uint8_t several = 255;
-    static constexpr int steps = groups * groupSize;
 
     std::size_t search(std::uint32_t fraction) const;
 
