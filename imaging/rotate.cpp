@@ -73,12 +73,7 @@ Strips shapeOf(const Region& region, Point pivot, int quarters)
     std::vector<Rect> rects;
     for (const Rect& rect : region.rects())
         rects.push_back(turnedByQuarters(rect, pivot, quarters));
-    Region turned = Region::fromRects(rects);
-    const Point corner = topLeft(turned.box());
-    Bitmap shape(turned.box().size());
-    turned.offset(-corner.x, -corner.y);
-    fill(shape, turned, true);
-    return {shape, shape.bounds(), corner};
+    return Strips(Region::fromRects(rects));
 }
 
 // The rectangle of target pixels that may get something from the source rectangle.

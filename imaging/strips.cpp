@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "imaging/bits.h"
+#include "imaging/fill.h"
 #include "imaging/parallel.h"
 
 #ifdef __SSE2__
@@ -68,21 +69,47 @@ void laySixteen(const std::uint64_t* word, std::ptrdiff_t wordsPerRow, std::uint
 
 } // namespace
 
-Strips::Strips(const Bitmap& bitmap, const Rect& part, Point at)
-    : m_box{at.x, at.y, at.x + part.width(), at.y + part.height()}, m_origin{at.x - (part.left & 63) - margin,
-                                                                             at.y - margin},
-      m_count(1 + 8 * (std::ptrdiff_t((part.right + 63) >> 6) - (part.left >> 6)) + rightMargin),
-      m_length(lengthFor(part.height())), m_memory(std::size_t(m_count * m_length + 2 * line) / 8)
+// The box's pixels are as many columns to the right of a strip's first as `shift` is, which is less than 64.
+Strips::Strips(const Rect& box, int shift)
+    : m_box(box), m_origin{box.left - shift - margin, box.top - margin},
+      m_count(1 + 8 * std::ptrdiff_t((shift + box.width() + 63) / 64) + rightMargin), m_length(lengthFor(box.height())),
+      m_memory(std::size_t(m_count * m_length + 2 * line) / 8)
 {
     void* memory = m_memory.data();
     std::size_t space = std::size_t(m_count * m_length + 2 * line);
     m_bytes = static_cast<std::uint8_t*>(std::align(line, space - line, memory, space));
     clearMargins();
-    // Rows whose bytes of a strip fill a line.
-    const int blocks = int(m_length / line);
-    inParallel(blocks, rowsWorthACore(bitmap.wordsPerRow() * line), [&](int begin, int end) {
-        for (int top = begin * line - margin; top < end * line - margin; top += line)
-            fillRows(bitmap, part, std::max(top, 0), std::min(top + line, part.height()));
+}
+
+Strips::Strips(const Bitmap& bitmap, const Rect& part, Point at)
+    : Strips({at.x, at.y, at.x + part.width(), at.y + part.height()}, part.left & 63)
+{
+    inBlocks([&](int begin, int end) {
+        fillRows(bitmap, {part.left, part.top + begin, part.right, part.top + end}, begin);
+    });
+}
+
+// No bitmap of the whole region is made, as the strips already take as much memory as one.
+Strips::Strips(const Region& region) : Strips(region.box(), 0)
+{
+    inBlocks([&](int begin, int end) {
+        const Rect rows{m_box.left, m_box.top + begin, m_box.right, m_box.top + end};
+        Region part = intersect(region, Region(rows));
+        part.offset(-rows.left, -rows.top);
+        Bitmap block(rows.size());
+        imaging::fill(block, part, true);
+        fillRows(block, block.bounds(), begin);
+    });
+}
+
+// Calls fill(begin, end) for blocks of the box's rows whose bytes of a strip fill a line, several at a time.
+void Strips::inBlocks(const std::function<void(int begin, int end)>& fill)
+{
+    const int height = m_box.height();
+    const int blocks = (height + margin + line - 1) / line;
+    inParallel(blocks, rowsWorthACore(m_count / 8 * line), [&](int first, int last) {
+        for (int i = first; i < last; ++i)
+            fill(std::max(i * line - margin, 0), std::min((i + 1) * line - margin, height));
     });
 }
 
@@ -96,17 +123,18 @@ void Strips::clearMargins()
     }
 }
 
-void Strips::fillRows(const Bitmap& bitmap, const Rect& part, int begin, int end)
+// `row` is where the part of the bitmap begins in the box.
+void Strips::fillRows(const Bitmap& bitmap, const Rect& part, int row)
 {
     const std::ptrdiff_t wordsPerRow = bitmap.wordsPerRow();
     forEachWord(part.left, part.right, [&](std::ptrdiff_t index, std::uint64_t mask) {
         // So many rows and strips are nothing that the processor foresees.
-        std::uint8_t* const bytes = m_bytes + (1 + 8 * (index - (part.left >> 6))) * m_length + margin;
+        std::uint8_t* const bytes = m_bytes + (1 + 8 * (index - (part.left >> 6))) * m_length + margin + row;
         for (int strip = 16; strip < 24; ++strip)
-            __builtin_prefetch(bytes + strip * m_length + begin, 1);
-        for (int y = begin; y < end; y += 16) {
+            __builtin_prefetch(bytes + strip * m_length, 1);
+        for (int y = 0; y < part.height(); y += 16) {
             const std::uint64_t* const word = bitmap.row(part.top + y) + index;
-            const int rows = std::min(16, end - y);
+            const int rows = std::min(16, part.height() - y);
             for (int i = 0; i < rows; ++i)
                 __builtin_prefetch(word + i * wordsPerRow + 16);
 #ifdef __SSE2__

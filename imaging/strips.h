@@ -2,8 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 
 #include "imaging/bitmap.h"
+#include "imaging/region.h"
 #include "imaging/word_buffer.h"
 
 namespace imaging {
@@ -23,6 +25,9 @@ public:
     /// suffice.
     Strips(const Bitmap& bitmap, const Rect& part, Point at);
 
+    /// Ink all over the region, which is not empty, and paper in the rest of the box around it. Otherwise as above.
+    explicit Strips(const Region& region);
+
     /// Where the pixels lie, without the paper around them.
     const Rect& box() const { return m_box; }
 
@@ -39,8 +44,10 @@ public:
     const std::uint8_t* at(std::ptrdiff_t x, std::ptrdiff_t y) const { return m_bytes + (x >> 3) * m_length + y; }
 
 private:
+    Strips(const Rect& box, int shift);
     void clearMargins();
-    void fillRows(const Bitmap& bitmap, const Rect& part, int begin, int end);
+    void inBlocks(const std::function<void(int begin, int end)>& fill);
+    void fillRows(const Bitmap& bitmap, const Rect& part, int row);
 
     Rect m_box;
     Point m_origin;
