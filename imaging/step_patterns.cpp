@@ -32,19 +32,10 @@ StepPatterns::StepPatterns(std::int64_t step)
     std::sort(m_thresholds.begin(), m_thresholds.end());
     for (std::size_t i = 0; i <= steps; ++i)
         m_patterns[i] = patternFrom(i > 0 ? std::int64_t(m_thresholds[i - 1]) : 0, step);
-    std::size_t first = 0;
-    for (std::size_t i = 0; i < m_patternIn.size(); ++i) {
-        std::size_t last = first;
-        while (m_thresholds[last] < (i + 1) << partShift)
-            ++last;
-        m_patternIn[i] = first == last ? std::uint8_t(first) : several;
-        first = last;
+    for (std::size_t i = 0; i < m_firstIn.size(); ++i) {
+        const auto first = std::lower_bound(m_thresholds.begin(), m_thresholds.end(), i << partShift);
+        m_firstIn[i] = std::uint8_t(first - m_thresholds.begin());
     }
-}
-
-std::size_t StepPatterns::search(std::uint32_t fraction) const
-{
-    return std::size_t(std::upper_bound(m_thresholds.begin(), m_thresholds.end(), fraction) - m_thresholds.begin());
 }
 
 } // namespace imaging

@@ -33,19 +33,18 @@ public:
 
     const Pattern& from(std::uint32_t fraction) const
     {
-        const std::size_t found = m_patternIn[fraction >> partShift];
-        return m_patterns[found < several ? found : search(fraction)];
+        std::size_t i = m_firstIn[fraction >> partShift];
+        while (m_thresholds[i] <= fraction)
+            ++i;
+        return m_patterns[i];
     }
 
 private:
-    static constexpr int partShift = 20; // parts of a 4096th of a pixel
-    static constexpr std::uint8_t several = 255;
-
-    std::size_t search(std::uint32_t fraction) const;
+    static constexpr int partShift = 20; // parts of a 4096th of a pixel, few of which have thresholds
 
     std::array<std::uint64_t, steps + 1> m_thresholds; // at which one step more reaches its next whole
     std::array<Pattern, steps + 1> m_patterns;         // for fractions below the threshold of the same index
-    std::array<std::uint8_t, std::size_t(1) << (32 - partShift)> m_patternIn; // each part of a pixel, or `several`
+    std::array<std::uint8_t, std::size_t(1) << (32 - partShift)> m_firstIn; // the first threshold in each part
 };
 
 } // namespace imaging
