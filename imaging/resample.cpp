@@ -75,30 +75,30 @@ private:
         ((group.count == Less + 1 ? addRows<Less + 1>(group) : void()), ...);
     }
 
+    // From right to left, as the lowest bit of a word is the cheapest to find.
     template <std::size_t Count> void addRows(const WeighedRows<Sum>& group)
     {
         std::array<std::uint64_t, Count> words{};
-        Sum before = 0;
-        for (int x = 0; x < m_columns.source(); x += 64) {
+        Sum beside = 0; // on the right
+        for (int x = (m_columns.source() - 1) & ~63; x >= 0; x -= 64) {
             std::uint64_t changed = 0;
             for (std::size_t row = 0; row < Count; ++row) {
-                const std::uint64_t left = words[row] << 63;
+                const std::uint64_t right = words[row] >> 63;
                 words[row] = group.rows[row][x / 64];
-                changed |= words[row] ^ (words[row] >> 1 | left);
+                changed |= words[row] ^ (words[row] << 1 | right);
             }
-            while (changed) {
-                const int place = std::countl_zero(changed);
-                changed ^= firstBit >> place;
+            for (; changed; changed &= changed - 1) {
+                const int place = std::countr_zero(changed);
                 std::size_t pixels = 0;
                 for (std::size_t row = Count; row-- > 0;)
-                    pixels = 2 * pixels | (words[row] >> (63 - place) & 1);
+                    pixels = 2 * pixels | (words[row] >> place & 1);
                 const Sum sum = group.sums[pixels];
-                enter(m_columns[x + place], sum - before);
-                before = sum;
+                enter(m_columns[x + 64 - place], beside - sum);
+                beside = sum;
             }
         }
-        if (before != 0)
-            enter(m_columns[m_columns.source()], -before);
+        if (beside != 0)
+            enter(m_columns[0], beside);
     }
 
     void enter(ResampleAxis::Edge edge, Sum change)
