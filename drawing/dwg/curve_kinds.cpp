@@ -150,6 +150,7 @@ void giveSpline(ObjectFields& f, const SplineFields& s, int form)
             f.give(13, s.endTangent);
         }
     }
+    f.expect(s.knots.size() + s.weights.size() + 3 * (s.controlPoints.size() + s.fitPoints.size()));
     for (const double knot : s.knots) {
         f.give(40, knot);
     }

@@ -39,6 +39,7 @@ void dictionaryFields(ObjectFields& f)
     }
     f.give(281, cloning);
     entries.resize(static_cast<std::size_t>(count));
+    f.expect(2 * entries.size());
     for (Entry& entry : entries) {
         f.bits.text(entry.key);
     }
@@ -103,7 +104,9 @@ void extendedRecord(ObjectFields& f)
         const std::string bytes = f.bits.data().raw(static_cast<std::size_t>(size));
         f.bits.shortNumber(cloning);
         f.give(280, cloning);
-        for (const Group& each : valuesOfRecord(bytes, f.bits.encoding())) {
+        const Groups values = valuesOfRecord(bytes, f.bits.encoding());
+        f.expect(values.size());
+        for (const Group& each : values) {
             f.give(each.code, each.value);
         }
         return;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <numbers>
 
+#include "drawing/dwg/allowance.h"
 #include "drawing/error.h"
 #include "drawing/numbers.h"
 
@@ -16,8 +17,8 @@ constexpr double degreesOfRadian = 180 / std::numbers::pi;
 
 } // namespace
 
-ObjectFields::ObjectFields(BitTransfer transfer, RecordNames& ofNames, Record& record, std::size_t& groupsLeft)
-    : bits(std::move(transfer)), names(ofNames), m_record(record), m_groupsLeft(&groupsLeft)
+ObjectFields::ObjectFields(BitTransfer transfer, RecordNames& ofNames, Record& record, std::size_t mostGroups)
+    : bits(std::move(transfer)), names(ofNames), m_record(record), m_mostGroups(mostGroups)
 {}
 
 ObjectFields::ObjectFields(Handle own, const TextEncoding& encoding, RecordNames& ofNames, Record& record)
@@ -140,13 +141,8 @@ void ObjectFields::give(PlacedGroup group)
         return;
     }
     auto& groups = m_record.groups;
-    constexpr std::size_t usualGroups = 1000;
-    if (groups.size() >= usualGroups) {
-        if (*m_groupsLeft == 0) {
-            throw DrawingError("the objects have more values than a file of this size can mean");
-        }
-        --*m_groupsLeft;
-    }
+    expect(1);
+    m_cost += Allowance::ofGroup + Allowance::ofText(group.value);
     if (m_sections.empty()) {
         groups.push_back(std::move(group));
         return;
@@ -157,6 +153,20 @@ void ObjectFields::give(PlacedGroup group)
         ++m_sections[i].begin;
         ++m_sections[i].end;
     }
+}
+
+void ObjectFields::expect(std::size_t count)
+{
+    auto& groups = m_record.groups;
+    if (!reading() || count <= groups.capacity() - groups.size()) {
+        return;
+    }
+    if (count > m_mostGroups || groups.size() > m_mostGroups - count) {
+        throw DrawingError("an object has more values than one of its size can mean");
+    }
+    constexpr std::size_t fewGroups = 32;
+    const std::size_t wanted = groups.size() + std::max({count, fewGroups, groups.size() / 2});
+    groups.reserve(std::min(wanted, m_mostGroups));
 }
 
 void ObjectFields::give(int code, const std::string& value)

@@ -32,9 +32,9 @@ struct Links
 class ObjectFields
 {
 public:
-    /// Reads into `record`. Each group beyond the usual number is taken off `groupsLeft`; where none is left, reading
-    /// throws DrawingError, as a value may have as little as two bits, and a group takes memory.
-    ObjectFields(BitTransfer transfer, RecordNames& names, Record& record, std::size_t& groupsLeft);
+    /// Reads into `record`. Throws DrawingError, as other calls do, once there are more than `mostGroups`: a value may
+    /// have as little as two bits, and a group takes memory.
+    ObjectFields(BitTransfer transfer, RecordNames& names, Record& record, std::size_t mostGroups);
     /// Writes from `record`, which has to be divided by markers.
     ObjectFields(Handle own, const TextEncoding& encoding, RecordNames& names, Record& record);
 
@@ -54,6 +54,8 @@ public:
     void give(int code, int value);
     void give(int code, const Vector2& value);
     void give(int code, const Vector3& value);
+    /// Reading: makes room for so many more groups.
+    void expect(std::size_t groups);
     void giveHandle(int code, Handle value);
     /// Writing: takes the next group of this code; false, and the value as it was, if there is none. Reading: false.
     bool take(int code, std::string& value);
@@ -99,6 +101,8 @@ public:
 
     RecordNames& names;
     Links links;
+    /// Reading: the memory that the groups take, as Allowance counts it.
+    std::size_t cost() const { return m_cost; }
     /// Writing: bits that were carried along unread will follow the fields.
     bool restFollows = false;
 
@@ -123,7 +127,8 @@ private:
     std::vector<Section> m_sections;
     std::size_t m_current = 0;                      // beyond the sections: none of them
     std::unordered_map<int, std::size_t> m_cursors; // of the present section: where each code is looked for
-    std::size_t* m_groupsLeft = nullptr;
+    std::size_t m_mostGroups = 0;
+    std::size_t m_cost = 0;
 };
 
 } // namespace drawing::dwg

@@ -136,6 +136,7 @@ void lightPolyline(ObjectFields& f)
         f.give(210, normal);
     }
     lightPoints(f, points, flags);
+    f.expect(2 * points.size());
     f.give(90, static_cast<int>(points.size()));
     givePoints(f, points);
 }

@@ -39,7 +39,8 @@ protected:
         const auto classes =
             dwg::readClasses(dwg::markedContent(file, sectionOf(file, 1), dwg::Marked::Classes, "classes"), encoding);
         dwg::RecordNames names;
-        dwg::ObjectDecoder decoder(file, classes, encoding, names);
+        dwg::Allowance allowance(file.size());
+        dwg::ObjectDecoder decoder(file, classes, encoding, names, allowance);
         for (const dwg::ObjectPlace& place : places) {
             if (place.handle == handle) {
                 return decoder.decode(place);
@@ -148,15 +149,15 @@ TEST_F(WrittenFile, SecondHeaderRepeatsTheFirst)
 TEST_F(WrittenFile, ModelSpaceKnowsItsFirstAndLastEntity)
 {
     const auto block = decode(document.modelSpace().handle).block;
-    EXPECT_EQ(block.first, document.modelSpace().entities.front());
-    EXPECT_EQ(block.last, document.modelSpace().entities.back());
-    Handle at = block.first;
+    EXPECT_EQ(block->first, document.modelSpace().entities.front());
+    EXPECT_EQ(block->last, document.modelSpace().entities.back());
+    Handle at = block->first;
     for (const Handle expected : document.modelSpace().entities) {
         EXPECT_EQ(at, expected);
         const dwg::Ties ties = decode(at).ties;
         at = ties.neighboursAdjacent ? at + 1 : ties.next;
     }
-    EXPECT_EQ(decode(document.findBlock("DOOR")->handle).block.references.size(), 1u);
+    EXPECT_EQ(decode(document.findBlock("DOOR")->handle).block->references.size(), 1u);
 }
 
 TEST_F(WrittenFile, ClassesOfImagesAreTheHosts)
