@@ -312,7 +312,7 @@ void DwgReader::buildEntity(Entity& entity)
 void DwgReader::buildRest()
 {
     for (DecodedObject& object : m_objects) {
-        // The list of viewports is written empty, as it is where no layout is current.
+        // The list of viewports follows from the layouts.
         const bool viewportList = object.type == viewportHeaderControlType || object.type == viewportHeaderType;
         if (viewportList || !object.object || dynamic_cast<Entity*>(object.object.get()) ||
             dynamic_cast<TableRecord*>(object.object.get())) {

@@ -48,7 +48,7 @@ std::string DwgWriter::attempt()
     m_encoder.take();
     m_madeRecords.clear();
     m_references.clear();
-    m_viewportControl = m_names.reserve();
+    reserveViewportList();
     enterNames();
     collectReferences();
     for (const Handle handle : m_document.table("BLOCK_RECORD").records) {
@@ -200,6 +200,8 @@ void DwgWriter::writeEntity(const Entity& entity, const Ties& ties)
         links.sequenceEnd = reference->sequenceEnd;
         links.hasParts = reference->sequenceEnd != 0;
     }
+    const auto listed = m_viewportEntries.find(entity.handle);
+    links.viewportEntry = listed == m_viewportEntries.end() ? 0 : listed->second;
     links.first = parts.empty() ? 0 : parts.front();
     links.last = parts.empty() ? 0 : parts.back();
     writeObject(entity, ties, links);

@@ -37,7 +37,8 @@ private:
     void writeTables();
     void writeMadeRecords();
     void writeControl(const Table& table);
-    void writeViewportControl();
+    void reserveViewportList();
+    void writeViewportList();
     void writeBlock(const Block& block);
     void writeBlockHeader(const Block& block, const std::vector<Handle>& entities);
     void writeChain(const std::vector<Handle>& entities, Handle owner, int space);
@@ -55,7 +56,9 @@ private:
     ObjectEncoder m_encoder;
     std::map<Handle, std::vector<Handle>> m_references;       // to each block
     std::map<std::string, std::vector<Handle>> m_madeRecords; // by the table's kind
+    // The list of viewports: its control, and its entries by their viewports, the first one by none.
     Handle m_viewportControl = 0;
+    std::map<Handle, Handle> m_viewportEntries;
     std::map<Handle, std::string> m_leftOut; // with the kind's name
 };
 

@@ -20,7 +20,8 @@ struct Links
     Handle first = 0; // of the vertices, attributes or entities
     Handle last = 0;
     Handle sequenceEnd = 0;
-    bool hasParts = false; // of a block reference
+    bool hasParts = false;    // of a block reference
+    Handle viewportEntry = 0; // of a viewport, in the list of viewports
 };
 
 /// Moves the fields of one object between its bits and the groups that the same object has in DXF, so that each kind

@@ -110,4 +110,13 @@ void blockHeaderFields(ObjectFields& f, BlockHeaderFields& block)
     f.handle(340, Reference::HardPointer);
 }
 
+void viewportEntryFields(ObjectFields& f, ViewportEntryFields& entry)
+{
+    recordHead(f);
+    f.bits.bit(entry.on);
+    externalReference(f);
+    f.bits.handle(entry.viewport, Reference::SoftPointer);
+    f.bits.handle(entry.next, Reference::HardPointer);
+}
+
 } // namespace drawing::dwg

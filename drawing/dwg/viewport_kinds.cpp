@@ -49,8 +49,7 @@ void viewport(ObjectFields& f)
         f.giveHandle(331, layer);
     }
     f.handle(340, Reference::SoftPointer);
-    Handle header = 0; // in the list of viewports, as those of the current layout have
-    f.bits.handle(header, Reference::HardPointer);
+    f.bits.handle(f.links.viewportEntry, Reference::HardPointer);
     f.handle(345, Reference::HardPointer);
     f.handle(346, Reference::HardPointer);
 }

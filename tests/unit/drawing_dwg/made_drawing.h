@@ -60,6 +60,8 @@ inline Document makeDrawing()
     text.text = "Größe 5";
     text.height = 2;
     text.layer = "of no table";
+    add<Viewport>(document, document.paperSpace()).number = Viewport::sheetNumber;
+    add<Viewport>(document, document.paperSpace());
     addImage(document, "C:\\Scans\\sheet.tif");
     return document;
 }

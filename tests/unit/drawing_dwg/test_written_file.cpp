@@ -5,7 +5,7 @@
 
 #include "drawing/dwg/dwg_reader.h"
 #include "drawing/dwg/trailing_sections.h"
-#include "made_drawing.h"
+#include "opened_file.h"
 
 namespace drawing::test {
 
@@ -158,6 +158,44 @@ TEST_F(WrittenFile, ModelSpaceKnowsItsFirstAndLastEntity)
         at = ties.neighboursAdjacent ? at + 1 : ties.next;
     }
     EXPECT_EQ(decode(document.findBlock("DOOR")->handle).block->references.size(), 1u);
+}
+
+// As the host has it: an entry of no viewport, then one for each of the current layout, of which the sheet's own has a
+// name; each leads to the next, and the viewport to its entry.
+TEST_F(WrittenFile, ViewportsOfTheCurrentLayoutStandInTheirList)
+{
+    const Handle sheet = document.paperSpace().entities[0];
+    const Handle view = document.paperSpace().entities[1];
+    OpenedFile opened(document);
+    const auto handlesOf = [&](Handle object, int type) {
+        dwg::BitReader bits(opened.objects.at(object));
+        EXPECT_EQ(bits.shortNumber(), type);
+        bits.seek(bits.rawLong());
+        std::vector<Handle> handles;
+        while (bits.left() >= 8) {
+            handles.push_back(bits.handle().target(object));
+        }
+        return handles;
+    };
+    const auto control = std::find_if(opened.objects.begin(), opened.objects.end(), [](const auto& each) {
+        return dwg::BitReader(each.second).shortNumber() == 0x46;
+    });
+    ASSERT_NE(control, opened.objects.end());
+    const Handle own = control->first;
+    EXPECT_EQ(handlesOf(own, 0x46), (std::vector<Handle>{0, 0, own + 1, own + 2, own + 3}));
+    EXPECT_EQ(handlesOf(own + 1, 0x47), (std::vector<Handle>{own, 0, 0, 0, 0}));
+    EXPECT_EQ(handlesOf(own + 2, 0x47), (std::vector<Handle>{own, 0, 0, sheet, own + 3}));
+    EXPECT_EQ(handlesOf(own + 3, 0x47), (std::vector<Handle>{own, 0, 0, view, 0}));
+    EXPECT_EQ(handlesOf(sheet, 0x22).at(5), own + 2);
+    EXPECT_EQ(handlesOf(view, 0x22).at(5), own + 3);
+    dwg::BitReader named(opened.objects.at(own + 2));
+    named.shortNumber();
+    named.rawLong();
+    named.handle();
+    EXPECT_EQ(named.shortNumber(), 0) << "no extended data";
+    EXPECT_EQ(named.longNumber(), 0) << "no reactors";
+    EXPECT_EQ(named.text(), "1");
+    EXPECT_EQ(named.bits(5), 0b11001u) << "referred to, of no external reference, on";
 }
 
 TEST_F(WrittenFile, ClassesOfImagesAreTheHosts)
