@@ -108,6 +108,24 @@ TEST(RoundTrip, LosesNothingOfEveryKindAndSaysWhatHasNoPlace)
                     "1 MLEADERSTYLE, 1 MPOLYGON, 1 SHAPE."));
 }
 
+TEST(RoundTrip, ReferenceToAMissingBlockKeepsItsNameAndItsAttributes)
+{
+    Document document;
+    for (const char* text : {"12", "13"}) {
+        auto& reference = add<BlockReference>(document, document.modelSpace());
+        reference.block = "of no file";
+        document.addAttribute(reference, std::make_unique<Attribute>()).text = text;
+    }
+    Notes notes;
+    const Document read = readDrawingBytes(writeDrawingBytes(document, DrawingForm::Dwg, &notes));
+    EXPECT_THAT(notes, testing::ElementsAre("A block that is shown is missing; it was written empty."));
+    const auto* reference = read.find<BlockReference>(read.modelSpace().entities.back());
+    ASSERT_NE(reference, nullptr);
+    EXPECT_EQ(reference->block, "of no file");
+    EXPECT_EQ(read.find<Attribute>(reference->attributes.at(0))->text, "13");
+    EXPECT_TRUE(read.findBlock("of no file")->entities.empty());
+}
+
 // Kinds that every file knows by a number, a proxy, and kinds of classes that the file tells of.
 TEST(RoundTrip, UnknownKindsComeBackBitForBitAndAreNamedWhereDxfHasNoPlaceForThem)
 {
