@@ -79,11 +79,7 @@ void group(ObjectFields& f)
     f.shortNumber(71);
     const auto members = f.takeAll({340});
     auto count = static_cast<int>(members.size());
-    f.bits.longNumber(count);
-    constexpr std::size_t leastHandleBits = 8;
-    if (f.reading() && (count < 0 || static_cast<std::size_t>(count) > f.bits.handles().left() / leastHandleBits)) {
-        throw DrawingError("a group has more members than there is room for");
-    }
+    f.bits.handleCount(count);
     for (int i = 0; i < count; ++i) {
         Handle member = f.reading() ? 0 : members[static_cast<std::size_t>(i)].handleValue();
         f.bits.handle(member, Reference::HardPointer);

@@ -43,8 +43,7 @@ void clip(ObjectFields& f)
     corners.resize(static_cast<std::size_t>(count));
     f.give(71, type);
     for (Vector2& corner : corners) {
-        f.bits.rawReal(corner.x);
-        f.bits.rawReal(corner.y);
+        f.bits.rawFlatPoint(corner);
     }
     if (polygon && !corners.empty()) {
         corners.push_back(corners.front());

@@ -292,52 +292,33 @@ void ObjectFields::bit(int code, std::optional<bool> omitted)
     giveUnless(*this, code, value ? 1 : 0, omitted ? std::optional<int>(*omitted ? 1 : 0) : std::nullopt);
 }
 
-void ObjectFields::byte(int code, std::optional<int> omitted)
+template <class Value>
+void ObjectFields::field(int code, std::optional<Value> omitted, void (BitTransfer::*move)(Value&))
 {
-    int value = omitted.value_or(0);
+    Value value = omitted.value_or(Value());
     take(code, value);
-    bits.byte(value);
+    (bits.*move)(value);
     giveUnless(*this, code, value, omitted);
 }
 
-void ObjectFields::rawShort(int code, std::optional<int> omitted)
+void ObjectFields::byte(int code, std::optional<int> omitted)
 {
-    int value = omitted.value_or(0);
-    take(code, value);
-    bits.rawShort(value);
-    giveUnless(*this, code, value, omitted);
+    field(code, omitted, &BitTransfer::byte);
 }
 
 void ObjectFields::shortNumber(int code, std::optional<int> omitted)
 {
-    int value = omitted.value_or(0);
-    take(code, value);
-    bits.shortNumber(value);
-    giveUnless(*this, code, value, omitted);
+    field(code, omitted, &BitTransfer::shortNumber);
 }
 
 void ObjectFields::longNumber(int code, std::optional<int> omitted)
 {
-    int value = omitted.value_or(0);
-    take(code, value);
-    bits.longNumber(value);
-    giveUnless(*this, code, value, omitted);
+    field(code, omitted, &BitTransfer::longNumber);
 }
 
 void ObjectFields::real(int code, std::optional<double> omitted)
 {
-    double value = omitted.value_or(0);
-    take(code, value);
-    bits.real(value);
-    giveUnless(*this, code, value, omitted);
-}
-
-void ObjectFields::rawReal(int code, std::optional<double> omitted)
-{
-    double value = omitted.value_or(0);
-    take(code, value);
-    bits.rawReal(value);
-    giveUnless(*this, code, value, omitted);
+    field(code, omitted, &BitTransfer::real);
 }
 
 void ObjectFields::angle(int code, std::optional<double> omitted)
@@ -351,28 +332,14 @@ void ObjectFields::angle(int code, std::optional<double> omitted)
 
 void ObjectFields::text(int code, std::optional<std::string_view> omitted)
 {
-    std::string value(omitted.value_or(""));
-    take(code, value);
-    bits.text(value);
-    giveUnless(*this, code, value, omitted ? std::optional<std::string>(*omitted) : std::nullopt);
-}
-
-void ObjectFields::point2(int code)
-{
-    Vector2 value;
-    take(code, value);
-    bits.real(value.x);
-    bits.real(value.y);
-    give(code, value);
+    field(code, omitted ? std::optional<std::string>(*omitted) : std::nullopt, &BitTransfer::text);
 }
 
 void ObjectFields::point3(int code, std::optional<Vector3> omitted)
 {
     Vector3 value = omitted.value_or(Vector3{});
     take(code, value);
-    bits.real(value.x);
-    bits.real(value.y);
-    bits.real(value.z);
+    bits.point(value);
     giveUnless(*this, code, value, omitted);
 }
 
@@ -380,8 +347,7 @@ void ObjectFields::rawPoint2(int code)
 {
     Vector2 value;
     take(code, value);
-    bits.rawReal(value.x);
-    bits.rawReal(value.y);
+    bits.rawFlatPoint(value);
     give(code, value);
 }
 
@@ -444,9 +410,7 @@ void ObjectFields::extrusion()
     bool usual = value == worldZAxis;
     bits.bit(usual);
     if (!usual) {
-        bits.real(value.x);
-        bits.real(value.y);
-        bits.real(value.z);
+        bits.point(value);
         give(210, value);
     }
 }

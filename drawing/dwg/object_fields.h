@@ -78,14 +78,11 @@ public:
     // Fields of one group, or of the two or three of a point.
     void bit(int code, std::optional<bool> omitted = {});
     void byte(int code, std::optional<int> omitted = {});
-    void rawShort(int code, std::optional<int> omitted = {});
     void shortNumber(int code, std::optional<int> omitted = {});
     void longNumber(int code, std::optional<int> omitted = {});
     void real(int code, std::optional<double> omitted = {});
-    void rawReal(int code, std::optional<double> omitted = {});
     void angle(int code, std::optional<double> omitted = {}); // degrees in groups, radians in bits
     void text(int code, std::optional<std::string_view> omitted = {});
-    void point2(int code);
     void point3(int code, std::optional<Vector3> omitted = {});
     void rawPoint2(int code);
     void rawPoint3(int code);
@@ -118,6 +115,7 @@ private:
     static constexpr std::size_t noSection = ~std::size_t(0);
 
     void give(PlacedGroup group);
+    template <class Value> void field(int code, std::optional<Value> omitted, void (BitTransfer::*move)(Value& value));
     void splitSections();
     std::size_t unvisited(std::string_view marker) const;
     Section* current() { return m_current < m_sections.size() ? &m_sections[m_current] : nullptr; }

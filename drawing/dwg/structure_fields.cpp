@@ -89,9 +89,7 @@ void blockHeaderFields(ObjectFields& f, BlockHeaderFields& block)
     block.flags |= flagBit(f, flags, Block::externalOverlay);
     bool unloaded = false;
     f.bits.bit(unloaded);
-    f.bits.real(block.basePoint.x);
-    f.bits.real(block.basePoint.y);
-    f.bits.real(block.basePoint.z);
+    f.bits.point(block.basePoint);
     f.bits.text(block.externalPath);
     const int references = referenceCount(f, block);
     f.bits.text(block.description);

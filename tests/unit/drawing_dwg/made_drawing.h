@@ -5,13 +5,9 @@
 #include <string>
 
 #include "drawing/drawing_file.h"
+#include "tests/support/drawings.h"
 
 namespace drawing::test {
-
-template <class T> T& add(Document& document, Block& block)
-{
-    return document.addEntity(block, std::make_unique<T>());
-}
 
 inline Image& addImage(Document& document, const char* path)
 {
@@ -36,15 +32,7 @@ inline Document makeDrawing()
 {
     Document document;
     Block& model = document.modelSpace();
-    auto layer = std::make_unique<Layer>();
-    layer->recordName = "Wände";
-    layer->color = 5;
-    document.addRecord(std::move(layer));
-    auto& line = add<Line>(document, model);
-    line.layer = "Wände";
-    line.start = {0.1, 0.2, 0.3};
-    line.end = {1e20, -1e-7, 0};
-    line.lineweight = 35;
+    addLineOnLayer(document);
     auto& heavy = add<HeavyPolyline>(document, model);
     document.addVertex(heavy, std::make_unique<Vertex>()).position = {1, 2, 0};
     document.addVertex(heavy, std::make_unique<Vertex>()).position = {3, 4, 0};
