@@ -2,7 +2,6 @@
 
 #include "drawing/dwg/extended_values.h"
 #include "drawing/dwg/kinds.h"
-#include "drawing/error.h"
 
 namespace drawing::dwg {
 

@@ -68,6 +68,12 @@ inline unsigned long numberAt(const std::string& bytes, std::size_t place, std::
     return value;
 }
 
+/// Behind the classes and four bytes of no other meaning.
+inline std::size_t beginOfObjects(const std::string& file)
+{
+    return numberAt(file, 0x23, 4) + numberAt(file, 0x27, 4) + 4;
+}
+
 /// The checksum, one bit after the other.
 inline unsigned slowChecksum(const std::string& bytes)
 {
