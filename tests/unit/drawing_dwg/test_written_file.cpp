@@ -5,6 +5,7 @@
 #include <map>
 
 #include "drawing/dwg/dwg_reader.h"
+#include "drawing/dwg/header_section.h"
 #include "drawing/dwg/trailing_sections.h"
 #include "opened_file.h"
 #include "tests/support/files.h"
@@ -138,6 +139,9 @@ TEST_P(OursAndTheHosts, MarksAtTheEndAreTheComplementsOfThoseAtTheBeginning)
 TEST_P(OursAndTheHosts, HandleSeedIsAboveEveryHandle)
 {
     EXPECT_GT(seed(), places.back().handle);
+    const auto variables = dwg::markedContent(file, sectionOf(file, 0), dwg::Marked::HeaderVariables, "variables");
+    dwg::RecordNames names;
+    EXPECT_EQ(dwg::readHeaderSection(variables, TextEncoding(), names).handleSeed, seed());
 }
 
 TEST_P(OursAndTheHosts, MapNamesEveryObjectOnceInOrder)
@@ -340,6 +344,19 @@ TEST(WrittenImage, PolygonalBoundaryIsClosedAgainWhenRead)
     image.clip = {{-0.5, -0.5}, {99.5, -0.5}, {50, 80}, {-0.5, -0.5}};
     const Document read = readDrawingBytes(dwgOf(document));
     EXPECT_EQ(read.find<Image>(image.handle)->clip, image.clip);
+}
+
+TEST(WrittenImage, BoundaryOfTooFewCornersIsThatOfTheWholeImage)
+{
+    Document document;
+    const Handle image = addImage(document, "C:\\Scans\\sheet.tif").handle;
+    for (const auto type : {Image::ClipType::Rectangle, Image::ClipType::Polygon}) {
+        document.find<Image>(image)->clipType = type;
+        document.find<Image>(image)->clip = {{3, 3}};
+        const Document read = readDrawingBytes(dwgOf(document));
+        EXPECT_EQ(read.find<Image>(image)->clipType, Image::ClipType::Rectangle);
+        EXPECT_EQ(read.find<Image>(image)->clip, (std::vector<Vector2>{{-0.5, -0.5}, {1999.5, 1399.5}}));
+    }
 }
 
 TEST(OtherReleases, AreRefusedByName)
