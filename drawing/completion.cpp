@@ -130,6 +130,23 @@ void DocumentBuilder::completeBlocks()
     }
 }
 
+// The host takes a definition for one that nothing shows unless a reactor ties each image to it.
+void DocumentBuilder::completeImages()
+{
+    for (const Handle block : m_document.table("BLOCK_RECORD").records) {
+        for (const Handle entity : m_document.find<Block>(block)->entities) {
+            auto* image = m_document.find<Image>(entity);
+            auto* definition = image ? m_document.find<ImageDefinition>(image->definition) : nullptr;
+            if (definition && !m_document.find<ImageDefinitionReactor>(image->definitionReactor)) {
+                auto& reactor = m_document.addObject(std::make_unique<ImageDefinitionReactor>(), entity);
+                reactor.image = entity;
+                image->definitionReactor = reactor.handle;
+                definition->reactors.push_back(reactor.handle);
+            }
+        }
+    }
+}
+
 // The root dictionary comes first among the objects.
 void DocumentBuilder::completeRoot()
 {
@@ -265,6 +282,7 @@ Document DocumentBuilder::complete()
     completeRecords();
     completeBlocks();
     completeRoot();
+    completeImages();
     obtainDictionary("ACAD_GROUP");
     completeLayouts();
     completeMultilineStyle();

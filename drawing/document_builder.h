@@ -33,6 +33,7 @@ public:
 private:
     void completeRecords();
     void completeBlocks();
+    void completeImages();
     void completeRoot();
     void completePlotStyles();
     void completeMultilineStyle();

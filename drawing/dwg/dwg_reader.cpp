@@ -358,6 +358,10 @@ void DwgReader::allowForCompletion()
         const Block& block = *document.find<Block>(handle);
         m_allowance.take((block.begin == 0 ? Allowance::ofObject : 0) + (block.end == 0 ? Allowance::ofObject : 0) +
                          (isSpaceName(block.recordName) && !document.find(block.layout) ? ofLayout : 0));
+        for (const Handle entity : block.entities) {
+            const auto* image = document.find<Image>(entity);
+            m_allowance.take(image && !document.find(image->definitionReactor) ? Allowance::ofObject : 0);
+        }
     }
 }
 

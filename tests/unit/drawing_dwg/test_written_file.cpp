@@ -359,6 +359,20 @@ TEST(WrittenImage, BoundaryOfTooFewCornersIsThatOfTheWholeImage)
     }
 }
 
+TEST(WrittenImage, IsTiedToItsDefinitionByAReactorEvenIfItCameWithoutOne)
+{
+    Document document;
+    Image& image = addImage(document, "C:\\Scans\\sheet.tif");
+    document.erase(image.definitionReactor);
+    document.find<ImageDefinition>(image.definition)->reactors.clear();
+    image.definitionReactor = 0;
+    const Document read = readDrawingBytes(dwgOf(readDrawingBytes(writeDxf(document))));
+    const Handle reactor = read.find<Image>(image.handle)->definitionReactor;
+    ASSERT_NE(read.find<ImageDefinitionReactor>(reactor), nullptr);
+    EXPECT_EQ(read.find(reactor)->owner, image.handle);
+    EXPECT_THAT(read.find<ImageDefinition>(image.definition)->reactors, Contains(reactor));
+}
+
 TEST(OtherReleases, AreRefusedByName)
 {
     const std::pair<const char*, const char*> releases[] = {{"AC1014", "release 14"},     {"AC1018", "release 2004"},
