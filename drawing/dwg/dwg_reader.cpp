@@ -45,8 +45,8 @@ Document DwgReader::read()
     readHeader();
     buildBlocks();
     buildRest();
-    checkCycles();
     allowForCompletion();
+    checkCycles();
     readPreview();
     return m_builder.complete();
 }
