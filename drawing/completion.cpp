@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <unordered_set>
 
 #include "drawing/default_values.h"
 #include "drawing/document_builder.h"
+#include "drawing/lower_case.h"
 #include "drawing/numbers.h"
 
 namespace drawing {
@@ -128,6 +130,23 @@ void DocumentBuilder::completeBlocks()
     }
 }
 
+// The host takes a definition for one that nothing shows unless a reactor ties each image to it.
+void DocumentBuilder::completeImages()
+{
+    for (const Handle block : m_document.table("BLOCK_RECORD").records) {
+        for (const Handle entity : m_document.find<Block>(block)->entities) {
+            auto* image = m_document.find<Image>(entity);
+            auto* definition = image ? m_document.find<ImageDefinition>(image->definition) : nullptr;
+            if (definition && !m_document.find<ImageDefinitionReactor>(image->definitionReactor)) {
+                auto& reactor = m_document.addObject(std::make_unique<ImageDefinitionReactor>(), entity);
+                reactor.image = entity;
+                image->definitionReactor = reactor.handle;
+                definition->reactors.push_back(reactor.handle);
+            }
+        }
+    }
+}
+
 // The root dictionary comes first among the objects.
 void DocumentBuilder::completeRoot()
 {
@@ -189,26 +208,34 @@ void DocumentBuilder::completeMultilineStyle()
 
 namespace {
 
-std::string freeLayoutName(const Dictionary& layouts)
+/// Names for new layouts.
+class LayoutNames
 {
-    const std::string stem = "Layout";
-    for (int number = 1;; ++number) {
-        std::string name = stem + std::to_string(number);
-        if (layouts.find(name) == 0) {
-            return name;
+public:
+    explicit LayoutNames(const Dictionary& layouts)
+    {
+        for (const Dictionary::Entry& entry : layouts.entries) {
+            m_taken.insert(lowerCase(entry.key));
         }
     }
-}
+
+    std::string next()
+    {
+        while (m_taken.contains("layout" + std::to_string(++m_number))) {
+        }
+        return "Layout" + std::to_string(m_number);
+    }
+
+private:
+    std::unordered_set<std::string> m_taken; // in lower case
+    int m_number = 0;
+};
 
 } // namespace
 
-void DocumentBuilder::completeLayout(Block& block, Dictionary& layouts)
+void DocumentBuilder::completeLayout(Block& block, Dictionary& layouts, const std::string& name)
 {
-    if (m_document.find(block.layout)) {
-        return;
-    }
     const bool model = block.handle == m_document.m_modelSpace;
-    const std::string name = model ? "Model" : freeLayoutName(layouts);
     Groups plot = defaultPlotGroups();
     constexpr int modelPlot = 1024;
     plot.push_back({70, std::to_string(model ? modelPlot : 0)});
@@ -218,7 +245,11 @@ void DocumentBuilder::completeLayout(Block& block, Dictionary& layouts)
     RawObject& layout =
         m_document.addObject(makeRaw("LAYOUT", {{"AcDbPlotSettings", plot}, {"AcDbLayout", groups}}), layouts.handle);
     layout.reactors.push_back(layouts.handle);
-    layouts.set(name, layout.handle);
+    if (model) {
+        layouts.set(name, layout.handle);
+    } else {
+        layouts.entries.push_back({name, layout.handle}); // as the name is free
+    }
     block.layout = layout.handle;
 }
 
@@ -226,12 +257,12 @@ void DocumentBuilder::completeLayout(Block& block, Dictionary& layouts)
 void DocumentBuilder::completeLayouts()
 {
     Dictionary& layouts = obtainDictionary("ACAD_LAYOUT");
+    LayoutNames names(layouts);
     for (const Handle handle : m_document.table("BLOCK_RECORD").records) {
         auto& block = *m_document.find<Block>(handle);
-        const std::string_view name = block.recordName;
-        if (block.handle == m_document.m_modelSpace ||
-            sameName(name.substr(0, paperSpaceName.size()), paperSpaceName)) {
-            completeLayout(block, layouts);
+        const bool model = block.handle == m_document.m_modelSpace;
+        if (isSpaceName(block.recordName) && !m_document.find(block.layout)) {
+            completeLayout(block, layouts, model ? "Model" : names.next());
         }
     }
 }
@@ -251,6 +282,7 @@ Document DocumentBuilder::complete()
     completeRecords();
     completeBlocks();
     completeRoot();
+    completeImages();
     obtainDictionary("ACAD_GROUP");
     completeLayouts();
     completeMultilineStyle();

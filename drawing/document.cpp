@@ -28,6 +28,12 @@ bool sameName(std::string_view a, std::string_view b)
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return lower(x) == lower(y); });
 }
 
+bool isSpaceName(std::string_view blockName)
+{
+    constexpr std::string_view paperSpace = "*Paper_Space"; // of several, each has a number behind it
+    return sameName(blockName, "*Model_Space") || sameName(blockName.substr(0, paperSpace.size()), paperSpace);
+}
+
 Document::Document(Bare) {}
 Document::Document() : Document(DocumentBuilder().complete())
 {

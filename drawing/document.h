@@ -194,4 +194,7 @@ std::string windowsCodePageName(const Document& document);
 /// True if the names are the same but for the case of ASCII letters.
 bool sameName(std::string_view a, std::string_view b);
 
+/// True of the names of blocks that are spaces: the model space and the paper spaces.
+bool isSpaceName(std::string_view blockName);
+
 } // namespace drawing

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "drawing/document.h"
@@ -32,11 +33,12 @@ public:
 private:
     void completeRecords();
     void completeBlocks();
+    void completeImages();
     void completeRoot();
     void completePlotStyles();
     void completeMultilineStyle();
     void completeLayouts();
-    void completeLayout(Block& block, Dictionary& layouts);
+    void completeLayout(Block& block, Dictionary& layouts, const std::string& name);
     void completeHeader();
     Dictionary& obtainDictionary(std::string_view key);
 

@@ -36,11 +36,6 @@ std::string presentBlockName(const std::string& name)
     return sameName(name, "$PAPER_SPACE") ? std::string(paperSpaceName) : name;
 }
 
-bool isSpace(std::string_view blockName)
-{
-    return sameName(blockName, modelSpaceName) || sameName(blockName.substr(0, paperSpaceName.size()), paperSpaceName);
-}
-
 std::string valueOf(const Record& record, int code)
 {
     for (const PlacedGroup& group : record.groups) {
@@ -316,7 +311,7 @@ void DxfReader::readEntities()
 Block& DxfReader::blockOf(const Entity& entity, bool paperSpace)
 {
     auto* owner = m_builder.document().find<Block>(entity.owner);
-    if (owner && isSpace(owner->recordName)) {
+    if (owner && isSpaceName(owner->recordName)) {
         return *owner;
     }
     if (owner) {

@@ -146,10 +146,13 @@ std::vector<PlacedGroup> FieldReader::takeStrayProperties()
     };
     const auto& groups = m_record.groups;
     std::vector<PlacedGroup> strays;
-    std::vector<int> said;
+    std::vector<int> said; // of the properties, so that there are few
+    const auto isSaid = [&](int code) { return std::find(said.begin(), said.end(), code) != said.end(); };
     for (const Section& section : m_sections) {
         for (std::size_t i = section.begin; i < section.end && section.marker == entityMarker; ++i) {
-            said.push_back(groups[i].code);
+            if (isProperty(groups[i]) && !isSaid(groups[i].code)) {
+                said.push_back(groups[i].code);
+            }
         }
     }
     for (std::size_t number = 0; number < m_sections.size(); ++number) {
@@ -158,8 +161,7 @@ std::vector<PlacedGroup> FieldReader::takeStrayProperties()
             if (!m_visits.visited(number) && !isProperty(groups[i])) {
                 break;
             }
-            if (!m_used[i] && isProperty(groups[i]) &&
-                std::find(said.begin(), said.end(), groups[i].code) == said.end()) {
+            if (!m_used[i] && isProperty(groups[i]) && !isSaid(groups[i].code)) {
                 m_used[i] = true;
                 said.push_back(groups[i].code);
                 strays.push_back(groups[i]);
@@ -174,9 +176,11 @@ void FieldReader::keepRest(Object& object)
     for (std::size_t number = 0; number < m_sections.size(); ++number) {
         const Section& section = m_sections[number];
         KeptGroups kept{std::string(m_sections.size() == 1 ? m_lastMarker : section.marker), {}};
+        const auto place = [&](std::size_t index) { return m_used.begin() + static_cast<std::ptrdiff_t>(index); };
+        kept.groups.reserve(static_cast<std::size_t>(std::count(place(section.begin), place(section.end), false)));
         for (std::size_t i = section.begin; i < section.end; ++i) {
             if (!m_used[i]) {
-                kept.groups.push_back(m_record.groups[i].plain());
+                kept.groups.push_back(std::move(m_record.groups[i]).plain());
             }
         }
         if (!kept.groups.empty() || m_visits.keptWhenEmpty(number)) {
@@ -280,10 +284,18 @@ std::vector<PlacedGroup> FieldReader::take(std::initializer_list<int> codes)
 {
     std::vector<PlacedGroup> taken;
     const Section& section = m_sections[m_current];
+    const auto isWanted = [&](std::size_t i) {
+        return !m_used[i] && std::find(codes.begin(), codes.end(), m_record.groups[i].code) != codes.end();
+    };
+    std::size_t count = 0;
     for (std::size_t i = section.begin; i < section.end; ++i) {
-        if (!m_used[i] && std::find(codes.begin(), codes.end(), m_record.groups[i].code) != codes.end()) {
+        count += isWanted(i) ? 1 : 0;
+    }
+    taken.reserve(count);
+    for (std::size_t i = section.begin; i < section.end; ++i) {
+        if (isWanted(i)) {
             m_used[i] = true;
-            taken.push_back(m_record.groups[i]);
+            taken.push_back(std::move(m_record.groups[i]));
         }
     }
     return taken;

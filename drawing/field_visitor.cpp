@@ -19,9 +19,14 @@ template <class Value> Value checked(const PlacedGroup& group, std::optional<Val
 
 } // namespace
 
-Group PlacedGroup::plain() const
+Group PlacedGroup::plain() const&
 {
     return {code, m_number ? formatReal(*m_number) : value};
+}
+
+Group PlacedGroup::plain() &&
+{
+    return {code, m_number ? formatReal(*m_number) : std::move(value)};
 }
 
 double PlacedGroup::real() const

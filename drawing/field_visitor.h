@@ -26,7 +26,8 @@ struct PlacedGroup : private Group // as it may have no text yet
     std::size_t line = 0; // of the value, from 1
 
     /// The group by itself, a number as text.
-    Group plain() const;
+    Group plain() const&;
+    Group plain() &&;
     double real() const;
     int integer() const;
     bool boolean() const { return integer() != 0; }

@@ -34,11 +34,17 @@ bool lies(const std::string& file, std::size_t begin, std::size_t size)
     return begin <= file.size() && size <= file.size() - begin && size >= 2;
 }
 
-// The objects lie between the classes and the map, each with its length before it.
+// Behind the classes, and four bytes of no other meaning.
+std::size_t beginOfObjects(const std::string& file)
+{
+    return numberAt(file, 0x23, 4) + numberAt(file, 0x27, 4) + 4;
+}
+
+// The objects lie before the map, each with its length before it.
 void repairObjects(std::string& file)
 {
     const std::size_t map = std::min(numberAt(file, 0x2C, 4), file.size());
-    for (std::size_t at = numberAt(file, 0x23, 4) + numberAt(file, 0x27, 4); at + 4 < map;) {
+    for (std::size_t at = beginOfObjects(file); at + 4 < map;) {
         const std::size_t end = at + 2 + numberAt(file, at, 2);
         if (end + 2 > map)
             return;
@@ -104,7 +110,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     static const std::string whole = drawing::writeDrawingBytes(drawing::Document(), drawing::DrawingForm::Dwg);
     std::string changed = whole;
-    const std::size_t begin = numberAt(whole, 0x23, 4) + numberAt(whole, 0x27, 4);
+    const std::size_t begin = beginOfObjects(whole);
     const std::size_t room = numberAt(whole, 0x2C, 4) - begin;
     for (std::size_t i = 0; i + 3 <= size; i += 3)
         changed[begin + (data[i] | data[i + 1] << 8) % room] = static_cast<char>(data[i + 2]);

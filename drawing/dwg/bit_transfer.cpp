@@ -116,6 +116,13 @@ void BitTransfer::realNear(double& value, double base)
     }
 }
 
+void BitTransfer::point(Vector3& value)
+{
+    real(value.x);
+    real(value.y);
+    real(value.z);
+}
+
 void BitTransfer::text(std::string& value)
 {
     if (m_reading) {

@@ -5,6 +5,7 @@
 
 #include "drawing/dwg/bit_reader.h"
 #include "drawing/dwg/bit_writer.h"
+#include "drawing/geometry.h"
 #include "drawing/text_encoding.h"
 
 namespace drawing::dwg {
@@ -34,6 +35,13 @@ public:
     void longNumber(int& value);
     void real(double& value);
     void realNear(double& value, double base);
+    void point(Vector3& value); // three reals
+    /// x and y alone, as raw reals.
+    template <class Vector> void rawFlatPoint(Vector& value)
+    {
+        rawReal(value.x);
+        rawReal(value.y);
+    }
     /// Text in UTF-8. A control character stands as a caret and a letter, as in DXF.
     void text(std::string& value);
     void bytes(std::string& value, std::size_t count);

@@ -8,13 +8,6 @@ namespace {
 
 constexpr unsigned leastPointBits = 6; // of three reals of two bits each
 
-void point3(BitTransfer& bits, Vector3& point)
-{
-    bits.real(point.x);
-    bits.real(point.y);
-    bits.real(point.z);
-}
-
 std::vector<Vector3> takePoints(ObjectFields& f, int code)
 {
     std::vector<Vector3> points;
@@ -97,7 +90,7 @@ void controlFields(ObjectFields& f, SplineFields& s)
         f.bits.real(knot);
     }
     for (std::size_t i = 0; i < s.controlPoints.size(); ++i) {
-        point3(f.bits, s.controlPoints[i]);
+        f.bits.point(s.controlPoints[i]);
         if (weighted) {
             f.bits.real(s.weights[i]);
         }
@@ -107,13 +100,13 @@ void controlFields(ObjectFields& f, SplineFields& s)
 void fitFields(ObjectFields& f, SplineFields& s)
 {
     f.bits.real(s.fitTolerance);
-    point3(f.bits, s.startTangent);
-    point3(f.bits, s.endTangent);
+    f.bits.point(s.startTangent);
+    f.bits.point(s.endTangent);
     auto count = static_cast<int>(s.fitPoints.size());
     f.bits.count(count, leastPointBits);
     resize(f, s.fitPoints, count);
     for (Vector3& point : s.fitPoints) {
-        point3(f.bits, point);
+        f.bits.point(point);
     }
 }
 
@@ -150,6 +143,7 @@ void giveSpline(ObjectFields& f, const SplineFields& s, int form)
             f.give(13, s.endTangent);
         }
     }
+    f.expect(s.knots.size() + s.weights.size() + 3 * (s.controlPoints.size() + s.fitPoints.size()));
     for (const double knot : s.knots) {
         f.give(40, knot);
     }
@@ -195,7 +189,7 @@ void leader(ObjectFields& f)
     f.bits.count(count, leastPointBits);
     resize(f, points, count);
     for (Vector3& point : points) {
-        point3(f.bits, point);
+        f.bits.point(point);
     }
     f.give(76, count);
     for (const Vector3& point : points) {
@@ -203,7 +197,7 @@ void leader(ObjectFields& f)
     }
     // The origin of the plane in which the leader was drawn; DXF has no place for it.
     Vector3 origin = points.empty() ? Vector3{} : points.back();
-    point3(f.bits, origin);
+    f.bits.point(origin);
     f.plainExtrusion();
     f.point3(211, Vector3{1, 0, 0});
     f.point3(212, Vector3{});

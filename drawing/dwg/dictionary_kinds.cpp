@@ -2,7 +2,6 @@
 
 #include "drawing/dwg/extended_values.h"
 #include "drawing/dwg/kinds.h"
-#include "drawing/error.h"
 
 namespace drawing::dwg {
 
@@ -39,6 +38,7 @@ void dictionaryFields(ObjectFields& f)
     }
     f.give(281, cloning);
     entries.resize(static_cast<std::size_t>(count));
+    f.expect(2 * entries.size());
     for (Entry& entry : entries) {
         f.bits.text(entry.key);
     }
@@ -78,11 +78,7 @@ void group(ObjectFields& f)
     f.shortNumber(71);
     const auto members = f.takeAll({340});
     auto count = static_cast<int>(members.size());
-    f.bits.longNumber(count);
-    constexpr std::size_t leastHandleBits = 8;
-    if (f.reading() && (count < 0 || static_cast<std::size_t>(count) > f.bits.handles().left() / leastHandleBits)) {
-        throw DrawingError("a group has more members than there is room for");
-    }
+    f.bits.handleCount(count);
     for (int i = 0; i < count; ++i) {
         Handle member = f.reading() ? 0 : members[static_cast<std::size_t>(i)].handleValue();
         f.bits.handle(member, Reference::HardPointer);
@@ -103,7 +99,9 @@ void extendedRecord(ObjectFields& f)
         const std::string bytes = f.bits.data().raw(static_cast<std::size_t>(size));
         f.bits.shortNumber(cloning);
         f.give(280, cloning);
-        for (const Group& each : valuesOfRecord(bytes, f.bits.encoding())) {
+        const Groups values = valuesOfRecord(bytes, f.bits.encoding());
+        f.expect(values.size());
+        for (const Group& each : values) {
             f.give(each.code, each.value);
         }
         return;

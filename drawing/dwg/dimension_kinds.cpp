@@ -29,8 +29,7 @@ int common(ObjectFields& f, int kind)
     f.plainExtrusion();
     Vector3 middle;
     f.take(11, middle);
-    f.bits.rawReal(middle.x);
-    f.bits.rawReal(middle.y);
+    f.bits.rawFlatPoint(middle);
     f.bits.real(middle.z);
     f.give(11, middle);
     int stored = ((flags & textPlaced) == 0 ? textAtUsualPlace : 0) | ((flags & ownBlock) != 0 ? storedOwnBlock : 0);
@@ -42,9 +41,7 @@ int common(ObjectFields& f, int kind)
     f.angle(51, 0.0);
     // The scale and the turn with which the block is inserted.
     Vector3 scale{1, 1, 1};
-    f.bits.real(scale.x);
-    f.bits.real(scale.y);
-    f.bits.real(scale.z);
+    f.bits.point(scale);
     f.angle(54, 0.0);
     f.shortNumber(71, 5);
     f.shortNumber(72, 1);
@@ -52,8 +49,7 @@ int common(ObjectFields& f, int kind)
     f.real(42, 0.0);
     Vector2 insertion;
     f.take(12, insertion);
-    f.bits.rawReal(insertion.x);
-    f.bits.rawReal(insertion.y);
+    f.bits.rawFlatPoint(insertion);
     if (insertion != Vector2{}) {
         f.give(12, Vector3{insertion.x, insertion.y, 0});
     }
@@ -128,8 +124,7 @@ void angularDimension(ObjectFields& f)
     dimension(f, 2, "AcDb2LineAngularDimension", [](ObjectFields& g, int&) {
         Vector3 arc;
         g.take(16, arc);
-        g.bits.rawReal(arc.x);
-        g.bits.rawReal(arc.y);
+        g.bits.rawFlatPoint(arc);
         g.point3(13);
         g.point3(14);
         g.point3(15);

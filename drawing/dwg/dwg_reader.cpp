@@ -30,7 +30,8 @@ Root rootOf(std::string_view kind)
 } // namespace
 
 DwgReader::DwgReader(std::string_view bytes)
-    : m_bytes(bytes), m_header(readFileHeader(bytes)), m_encoding(codePageName(m_header.codePage))
+    : m_bytes(bytes), m_header(readFileHeader(bytes)), m_encoding(codePageName(m_header.codePage)),
+      m_allowance(bytes.size())
 {}
 
 Document DwgReader::read()
@@ -44,6 +45,7 @@ Document DwgReader::read()
     readHeader();
     buildBlocks();
     buildRest();
+    allowForCompletion();
     checkCycles();
     readPreview();
     return m_builder.complete();
@@ -77,8 +79,9 @@ std::string_view DwgReader::headerContent() const
 // Every object is whole, and no two share bytes, which bounds what all of them together hold.
 void DwgReader::checkPlaces() const
 {
-    RecordNames none;
-    const ObjectDecoder decoder(m_bytes, m_classes, m_encoding, none);
+    RecordNames names;
+    Allowance allowance(0);
+    const ObjectDecoder decoder(m_bytes, m_classes, m_encoding, names, allowance);
     std::vector<ObjectPlace> places = m_places;
     std::sort(places.begin(), places.end(),
               [](const ObjectPlace& a, const ObjectPlace& b) { return a.address < b.address; });
@@ -91,29 +94,37 @@ void DwgReader::checkPlaces() const
     }
 }
 
-// One object, before all are read; an empty one if there is none.
-DecodedObject DwgReader::decodedAhead(ObjectDecoder& decoder, Handle handle) const
+std::vector<ObjectPlace>::const_iterator DwgReader::placeOf(Handle handle) const
 {
     const auto found = std::lower_bound(m_places.begin(), m_places.end(), handle,
                                         [](const ObjectPlace& place, Handle sought) { return place.handle < sought; });
-    return found != m_places.end() && found->handle == handle ? decoder.decode(*found) : DecodedObject();
+    return found != m_places.end() && found->handle == handle ? found : m_places.end();
+}
+
+// The records of a table, before all objects are read; none if there is no such table.
+std::vector<Handle> DwgReader::recordsAhead(ObjectDecoder& decoder, Handle control) const
+{
+    const auto place = placeOf(control);
+    const DecodedObject decoded = place != m_places.end() ? decoder.decode(*place) : DecodedObject();
+    return decoded.control ? decoded.control->records : std::vector<Handle>();
 }
 
 void DwgReader::readNames()
 {
     const Roots roots = readRoots(headerContent(), m_encoding);
-    ObjectDecoder decoder(m_bytes, m_classes, m_encoding, m_names);
+    ObjectDecoder decoder(m_bytes, m_classes, m_encoding, m_names, m_allowance);
     std::unordered_map<Handle, std::size_t> blocks;
-    for (const Handle block : decodedAhead(decoder, roots[Root::BlockControl]).control.records) {
+    for (const Handle block : recordsAhead(decoder, roots[Root::BlockControl])) {
         blocks.try_emplace(block, blocks.size());
     }
     for (const ObjectPlace& each : m_places) {
         decoder.enterName(each, blocks);
     }
     // Multiline styles count the linetypes in the order of their table.
-    m_names.setLinetypes(decodedAhead(decoder, roots[Root::LinetypeControl]).control.records);
-    const DecodedObject styles = decodedAhead(decoder, roots[Root::MultilineStyleDictionary]);
-    if (const auto* dictionary = dynamic_cast<const Dictionary*>(styles.object.get())) {
+    m_names.setLinetypes(recordsAhead(decoder, roots[Root::LinetypeControl]));
+    const auto styles = placeOf(roots[Root::MultilineStyleDictionary]);
+    const DecodedObject decoded = styles != m_places.end() ? decoder.decode(*styles) : DecodedObject();
+    if (const auto* dictionary = dynamic_cast<const Dictionary*>(decoded.object.get())) {
         for (const Dictionary::Entry& entry : dictionary->entries) {
             m_names.add("MLINESTYLE", entry.key, entry.object);
         }
@@ -122,34 +133,23 @@ void DwgReader::readNames()
 
 void DwgReader::readObjects()
 {
-    ObjectDecoder decoder(m_bytes, m_classes, m_encoding, m_names);
+    ObjectDecoder decoder(m_bytes, m_classes, m_encoding, m_names, m_allowance);
     m_objects.reserve(m_places.size());
     for (const ObjectPlace& each : m_places) {
-        DecodedObject object = decoder.decode(each);
-        if (!object.failure.empty()) {
+        const DecodedObject& object = m_objects.emplace_back(decoder.decode(each));
+        if (object.unread) {
             ++m_unread[std::string(object.object->name())];
         }
-        m_objects.emplace(each.handle, std::move(object));
     }
 }
 
 DecodedObject* DwgReader::decoded(Handle handle)
 {
-    const auto found = m_objects.find(handle);
-    return found == m_objects.end() ? nullptr : &found->second;
+    const auto found = placeOf(handle);
+    return found == m_places.end() ? nullptr : &m_objects[static_cast<std::size_t>(found - m_places.begin())];
 }
 
-// Moves an object into the drawing; null if there is none, or it was moved before.
-Object* DwgReader::store(Handle handle)
-{
-    DecodedObject* found = decoded(handle);
-    if (!found || !found->object) {
-        return nullptr;
-    }
-    m_stored.insert(handle);
-    return &m_builder.store(std::move(found->object));
-}
-
+// Moves an object into the drawing; null if there is none of that class, or it was moved before.
 template <class T> T* DwgReader::storeAs(Handle handle, Handle owner)
 {
     DecodedObject* found = decoded(handle);
@@ -157,7 +157,7 @@ template <class T> T* DwgReader::storeAs(Handle handle, Handle owner)
         return nullptr;
     }
     found->object->owner = owner;
-    return static_cast<T*>(store(handle));
+    return static_cast<T*>(&m_builder.store(std::move(found->object)));
 }
 
 void DwgReader::buildTables()
@@ -165,21 +165,23 @@ void DwgReader::buildTables()
     const Roots roots = readRoots(headerContent(), m_encoding);
     for (const std::string_view kind : tableOrder) {
         const Handle handle = roots[rootOf(kind)];
-        const DecodedObject* control = decoded(handle);
+        DecodedObject* control = decoded(handle);
         const auto type = std::find_if(tableTypes().begin(), tableTypes().end(),
                                        [&](const TableType& each) { return each.kind == kind; });
-        if (!control || control->type != type->control || m_stored.contains(handle)) {
+        if (!control || control->type != type->control || !control->control) {
             throw DrawingError("the table " + std::string(kind) + " is missing");
         }
         auto made = std::make_unique<Table>(std::string(kind));
         made->handle = handle;
         made->extensionDictionary = control->ties.extensionDictionary;
-        m_stored.insert(handle);
         Table& table = m_builder.addTable(std::move(made));
-        std::vector<Handle> records = control->control.special;
-        records.insert(records.end(), control->control.records.begin(), control->control.records.end());
+        const std::unique_ptr<ControlFields> fields = std::move(control->control);
+        std::vector<Handle> records = fields->special;
+        records.insert(records.end(), fields->records.begin(), fields->records.end());
         for (const Handle record : records) {
-            if (auto* stored = storeAs<TableRecord>(record, handle)) {
+            const DecodedObject* found = decoded(record);
+            auto* stored = found && found->type == type->record ? storeAs<TableRecord>(record, handle) : nullptr;
+            if (stored) {
                 stored->recordName = m_names.nameOf(record);
                 table.records.push_back(record);
             }
@@ -197,6 +199,7 @@ void DwgReader::readHeader()
     for (const HeaderVariables::Variable& each : section.variables.all()) {
         document.header.append(each);
     }
+    document.raiseHandleSeed(m_places.back().handle + 1);
     document.header.setText("$HANDSEED", formatHandle(section.handleSeed), 5);
     document.header.setInteger("$MEASUREMENT",
                                readMeasurement(bytesAt(m_bytes, m_header.sections[templateSection], "the template")));
@@ -212,8 +215,7 @@ void DwgReader::readHeader()
 template <class Kind> std::vector<Handle> DwgReader::chain(Handle first, Handle last, Handle owner)
 {
     std::vector<Handle> handles;
-    std::set<Handle> seen;
-    for (Handle at = first; at != 0 && seen.insert(at).second;) {
+    for (Handle at = first; at != 0 && handles.size() < m_objects.size();) {
         const DecodedObject* entity = decoded(at);
         if (!entity || !dynamic_cast<const Kind*>(entity->object.get())) {
             break;
@@ -240,7 +242,8 @@ void DwgReader::buildBlocks()
 
 void DwgReader::buildBlock(Block& block)
 {
-    const BlockHeaderFields& header = decoded(block.handle)->block;
+    const std::unique_ptr<BlockHeaderFields> fields = std::move(decoded(block.handle)->block);
+    const BlockHeaderFields& header = *fields;
     if (auto* begin = storeAs<BlockBracket>(header.begin, block.handle)) {
         block.begin = header.begin;
         begin->flags = header.flags;
@@ -282,6 +285,7 @@ void DwgReader::buildEntity(Entity& entity)
             return links.sequenceEnd;
         }
         m_mendings.add(Mending::SequenceEnd);
+        m_allowance.take(Allowance::ofObject + Allowance::ofText(entity.layer));
         auto made = std::make_unique<SequenceEnd>();
         made->layer = entity.layer;
         made->owner = entity.handle;
@@ -307,9 +311,8 @@ void DwgReader::buildEntity(Entity& entity)
 // Objects of no table and no block, in the order of their handles.
 void DwgReader::buildRest()
 {
-    for (const ObjectPlace& place : m_places) {
-        DecodedObject& object = *decoded(place.handle);
-        // The list of viewports is written empty, as it is where no layout is current.
+    for (DecodedObject& object : m_objects) {
+        // The list of viewports follows from the layouts.
         const bool viewportList = object.type == viewportHeaderControlType || object.type == viewportHeaderType;
         if (viewportList || !object.object || dynamic_cast<Entity*>(object.object.get()) ||
             dynamic_cast<TableRecord*>(object.object.get())) {
@@ -318,8 +321,8 @@ void DwgReader::buildRest()
         if (auto* reactor = dynamic_cast<ImageDefinitionReactor*>(object.object.get())) {
             reactor->image = reactor->owner;
         }
-        store(place.handle);
-        m_builder.list(place.handle);
+        m_builder.store(std::move(object.object));
+        m_builder.list(object.handle);
     }
 }
 
@@ -343,6 +346,22 @@ void DwgReader::checkCycles() const
     }
     if (findBlockCycle(std::move(edges))) {
         throw DrawingError("a block holds itself through a block reference");
+    }
+}
+
+// What a drawing must have is added where it is missing.
+void DwgReader::allowForCompletion()
+{
+    constexpr std::size_t ofLayout = 6000;
+    Document& document = m_builder.document();
+    for (const Handle handle : document.table("BLOCK_RECORD").records) {
+        const Block& block = *document.find<Block>(handle);
+        m_allowance.take((block.begin == 0 ? Allowance::ofObject : 0) + (block.end == 0 ? Allowance::ofObject : 0) +
+                         (isSpaceName(block.recordName) && !document.find(block.layout) ? ofLayout : 0));
+        for (const Handle entity : block.entities) {
+            const auto* image = document.find<Image>(entity);
+            m_allowance.take(image && !document.find(image->definitionReactor) ? Allowance::ofObject : 0);
+        }
     }
 }
 

@@ -1,10 +1,8 @@
 #pragma once
 
 #include <map>
-#include <set>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "drawing/document_builder.h"
@@ -29,7 +27,7 @@ private:
     void readClassSection();
     std::string_view headerContent() const;
     void checkPlaces() const;
-    DecodedObject decodedAhead(ObjectDecoder& decoder, Handle handle) const;
+    std::vector<Handle> recordsAhead(ObjectDecoder& decoder, Handle control) const;
     void readNames();
     void readObjects();
     void readHeader();
@@ -41,19 +39,20 @@ private:
     void numberViewports(const Block& block);
     void buildRest();
     void checkCycles() const;
+    void allowForCompletion();
     template <class Kind> std::vector<Handle> chain(Handle first, Handle last, Handle owner);
+    std::vector<ObjectPlace>::const_iterator placeOf(Handle handle) const;
     DecodedObject* decoded(Handle handle);
     template <class T> T* storeAs(Handle handle, Handle owner);
-    Object* store(Handle handle);
 
     std::string_view m_bytes;
     FileHeader m_header;
     TextEncoding m_encoding;
     std::vector<ObjectClass> m_classes;
-    std::vector<ObjectPlace> m_places;
+    std::vector<ObjectPlace> m_places; // by their handles
     RecordNames m_names;
-    std::unordered_map<Handle, DecodedObject> m_objects;
-    std::set<Handle> m_stored;
+    std::vector<DecodedObject> m_objects; // at the places
+    Allowance m_allowance;
     DocumentBuilder m_builder;
     Mendings m_mendings;
     std::map<std::string, std::size_t> m_unread; // by the kind's name

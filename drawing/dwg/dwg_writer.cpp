@@ -39,7 +39,13 @@ Notes DwgWriter::notes() const
     }
     leftOut.addListed(m_document,
                       [&](const Object& object) { return m_leftOut.contains(object.handle) || canWrite(object); });
-    return leftOut.notes("the binary form");
+    Notes notes = leftOut.notes("the binary form");
+    if (const std::size_t count = m_madeBlocks.size()) {
+        notes.push_back(count == 1
+                            ? "A block that is shown is missing; it was written empty."
+                            : std::to_string(count) + " blocks that are shown are missing; they were written empty.");
+    }
+    return notes;
 }
 
 std::string DwgWriter::attempt()
@@ -48,13 +54,17 @@ std::string DwgWriter::attempt()
     m_encoder.take();
     m_madeRecords.clear();
     m_references.clear();
-    m_viewportControl = m_names.reserve();
+    reserveViewportList();
     enterNames();
+    makeMissingBlocks();
     collectReferences();
     for (const Handle handle : m_document.table("BLOCK_RECORD").records) {
         if (const auto* block = m_document.find<Block>(handle)) {
-            writeBlock(*block);
+            writeBlock(*block, m_document.find<BlockBracket>(block->begin), m_document.find<BlockBracket>(block->end));
         }
+    }
+    for (const MadeBlock& each : m_madeBlocks) {
+        writeBlock(each.block, &each.begin, &each.end);
     }
     writeObjects();
     writeTables();
@@ -84,6 +94,29 @@ void DwgWriter::enterNames()
     if (const auto* styles = m_document.find<Dictionary>(root.find("ACAD_MLINESTYLE"))) {
         for (const Dictionary::Entry& entry : styles->entries) {
             m_names.add("MLINESTYLE", entry.key, entry.object);
+        }
+    }
+}
+
+// A reference to a block that is missing keeps its place, its attributes and the name, so that the block can be given
+// to it again. The form has the name nowhere else, so an empty block bears it.
+void DwgWriter::makeMissingBlocks()
+{
+    m_madeBlocks.clear();
+    for (const Handle handle : m_document.table("BLOCK_RECORD").records) {
+        const auto* holder = m_document.find<Block>(handle);
+        for (const Handle entity : holder ? holder->entities : std::vector<Handle>()) {
+            const auto* reference = m_document.find<BlockReference>(entity);
+            if (!reference || reference->block.empty() || m_names.find("BLOCK_RECORD", reference->block) != 0) {
+                continue;
+            }
+            MadeBlock& made = m_madeBlocks.emplace_back();
+            made.block.recordName = reference->block;
+            made.block.handle = made.begin.owner = made.end.owner = m_names.reserve();
+            made.block.begin = made.begin.handle = m_names.reserve();
+            made.block.end = made.end.handle = m_names.reserve();
+            m_names.add("BLOCK_RECORD", reference->block, made.block.handle);
+            m_madeRecords["BLOCK_RECORD"].push_back(made.block.handle);
         }
     }
 }
@@ -127,22 +160,21 @@ std::vector<Handle> DwgWriter::writable(const std::vector<Handle>& handles) cons
     return result;
 }
 
-void DwgWriter::writeBlock(const Block& block)
+void DwgWriter::writeBlock(const Block& block, const BlockBracket* begin, const BlockBracket* end)
 {
     const std::vector<Handle> entities = writable(block.entities);
     const int space = block.handle == m_document.modelSpace().handle   ? modelSpace
                       : block.handle == m_document.paperSpace().handle ? paperSpace
                                                                        : ownerSaid;
     writeBlockHeader(block, entities);
-    for (const Handle bracket : {block.begin, block.end}) {
-        const auto* found = m_document.find<BlockBracket>(bracket);
-        if (!found) {
+    for (const BlockBracket* bracket : {begin, end}) {
+        if (!bracket) {
             throw DrawingError("the block " + block.recordName + " has no beginning or no end");
         }
         Ties ties;
         ties.owner = block.handle;
         ties.space = space;
-        writeEntity(*found, ties);
+        writeEntity(*bracket, ties);
     }
     writeChain(entities, block.handle, space);
 }
@@ -200,6 +232,8 @@ void DwgWriter::writeEntity(const Entity& entity, const Ties& ties)
         links.sequenceEnd = reference->sequenceEnd;
         links.hasParts = reference->sequenceEnd != 0;
     }
+    const auto listed = m_viewportEntries.find(entity.handle);
+    links.viewportEntry = listed == m_viewportEntries.end() ? 0 : listed->second;
     links.first = parts.empty() ? 0 : parts.front();
     links.last = parts.empty() ? 0 : parts.back();
     writeObject(entity, ties, links);
@@ -237,8 +271,7 @@ void DwgWriter::writeObject(const Object& object, Ties ties, Links links)
     const bool entity = dynamic_cast<const Entity*>(&object) != nullptr;
     try {
         const auto* bracket = dynamic_cast<const BlockBracket*>(&object);
-        const auto* block = bracket ? m_document.find<Block>(bracket->owner) : nullptr;
-        Record record = recordOf(object, block ? storedBlockName(block->recordName) : std::string());
+        Record record = recordOf(object, bracket ? storedBlockName(m_names.nameOf(bracket->owner)) : std::string());
         ObjectFields f(object.handle, m_encoding, m_names, record);
         f.links = links;
         f.restFollows = object.binary && object.binary->bitCount > 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <list>
 #include <map>
 #include <set>
 #include <string>
@@ -25,20 +26,30 @@ public:
 
     /// The bytes of the file. Throws DrawingError.
     std::string write();
-    /// What could not be written and was left out.
+    /// What could not be written and was left out, and what was added.
     Notes notes() const;
 
 private:
+    /// A block that is shown and missing.
+    struct MadeBlock
+    {
+        Block block;
+        BlockBracket begin{true};
+        BlockBracket end{false};
+    };
+
     std::string attempt();
     void enterNames();
+    void makeMissingBlocks();
     void collectReferences();
     bool canWrite(const Object& object) const;
 
     void writeTables();
     void writeMadeRecords();
     void writeControl(const Table& table);
-    void writeViewportControl();
-    void writeBlock(const Block& block);
+    void reserveViewportList();
+    void writeViewportList();
+    void writeBlock(const Block& block, const BlockBracket* begin, const BlockBracket* end);
     void writeBlockHeader(const Block& block, const std::vector<Handle>& entities);
     void writeChain(const std::vector<Handle>& entities, Handle owner, int space);
     void writeEntity(const Entity& entity, const Ties& ties);
@@ -55,7 +66,10 @@ private:
     ObjectEncoder m_encoder;
     std::map<Handle, std::vector<Handle>> m_references;       // to each block
     std::map<std::string, std::vector<Handle>> m_madeRecords; // by the table's kind
+    std::list<MadeBlock> m_madeBlocks;
+    // The list of viewports: its control, and its entries by their viewports, the first one by none.
     Handle m_viewportControl = 0;
+    std::map<Handle, Handle> m_viewportEntries;
     std::map<Handle, std::string> m_leftOut; // with the kind's name
 };
 

@@ -35,7 +35,7 @@ void DwgWriter::writeTables()
     for (const Handle handle : m_document.tables()) {
         writeControl(*m_document.find<Table>(handle));
     }
-    writeViewportControl();
+    writeViewportList();
 }
 
 namespace {
@@ -102,14 +102,47 @@ void DwgWriter::writeControl(const Table& table)
     m_encoder.add(type, nullptr, table.handle, f);
 }
 
-void DwgWriter::writeViewportControl()
+void DwgWriter::reserveViewportList()
 {
+    m_viewportControl = m_names.reserve();
+    m_viewportEntries.clear();
+    for (const Handle entity : writable(m_document.paperSpace().entities)) {
+        if (m_document.find<Viewport>(entity)) {
+            m_viewportEntries.try_emplace(0); // the host's list begins with an entry of no viewport
+            m_viewportEntries.try_emplace(entity);
+        }
+    }
+    for (auto& [viewport, entry] : m_viewportEntries) {
+        entry = m_names.reserve();
+    }
+}
+
+// Each entry leads to the next, but for the one of no viewport.
+void DwgWriter::writeViewportList()
+{
+    ControlFields control;
+    for (auto each = m_viewportEntries.begin(); each != m_viewportEntries.end(); ++each) {
+        const auto& [handle, entry] = *each;
+        const auto next = std::next(each);
+        const auto* viewport = m_document.find<Viewport>(handle);
+        ViewportEntryFields fields;
+        fields.on = !viewport || (viewport->flags & Viewport::offFlag) == 0;
+        fields.viewport = handle;
+        fields.next = viewport && next != m_viewportEntries.end() ? next->second : 0;
+        const bool sheet = viewport && viewport->number == Viewport::sheetNumber;
+        Record record{"", 0, {PlacedGroup(Group{2, sheet ? "1" : ""})}};
+        ObjectFields f(entry, m_encoding, m_names, record);
+        Ties ties{m_viewportControl, {}};
+        objectCommon(f, ties);
+        viewportEntryFields(f, fields);
+        m_encoder.add(viewportHeaderType, nullptr, entry, f);
+        control.records.push_back(entry);
+    }
     Record record;
     ObjectFields f(m_viewportControl, m_encoding, m_names, record);
     Ties ties;
-    ControlFields none;
     objectCommon(f, ties);
-    controlFields(f, viewportHeaderControlType, none);
+    controlFields(f, viewportHeaderControlType, control);
     m_encoder.add(viewportHeaderControlType, nullptr, m_viewportControl, f);
 }
 

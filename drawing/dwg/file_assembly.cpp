@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "drawing/dwg/bit_writer.h"
 #include "drawing/dwg/file_header.h"
 #include "drawing/dwg/hexadecimal.h"
 #include "drawing/dwg/object_map.h"
@@ -15,6 +16,9 @@ namespace {
 // The program that the file says has written it: one whose drawings of this release the host takes.
 constexpr int writerVersion = 0x1F;
 constexpr int maintenance = 8;
+
+// What stands before the objects in all files of the host.
+constexpr std::uint32_t beforeObjects = 0x0DCA;
 
 std::optional<std::string> previewOf(const Document& document)
 {
@@ -62,6 +66,9 @@ std::string assembleFile(const FileParts& parts)
         append(file, markedSection(writeHeaderSection(section, parts.encoding, parts.names), Marked::HeaderVariables));
     header.sections[classesSection] =
         append(file, markedSection(writeClasses(parts.classes, parts.encoding), Marked::Classes));
+    BitWriter beginning;
+    beginning.rawLong(beforeObjects);
+    append(file, beginning.bytes());
     std::vector<ObjectPlace> places;
     for (const EncodedObject& object : parts.objects) {
         constexpr std::size_t largestFile = 0x7FFFFFFF;

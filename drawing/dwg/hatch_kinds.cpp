@@ -126,12 +126,8 @@ int path(ObjectFields& f)
     }
     int sources = 0;
     f.take(97, sources);
-    f.bits.longNumber(sources);
+    f.bits.handleCount(sources);
     f.give(97, sources);
-    constexpr std::size_t leastHandleBits = 8;
-    if (f.reading() && (sources < 0 || static_cast<std::size_t>(sources) > f.bits.handles().left() / leastHandleBits)) {
-        throw DrawingError("a hatch has more boundary objects than there is room for");
-    }
     for (int i = 0; i < sources; ++i) {
         f.handle(330, Reference::SoftPointer);
     }

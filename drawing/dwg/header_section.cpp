@@ -36,7 +36,8 @@ struct Field
     std::string_view kind = {}; // of a record
 };
 
-// The variables in the order of the section, in four runs between which stand dimension variables and roots.
+// The variables in the order of the section, in runs between which stand the handle seed, dimension variables and
+// roots.
 constexpr Field beforeSeed[] = {
     {"$DIMASO", Form::Bit, 70, 1},
     {"$DIMSHO", Form::Bit, 70, 1},
@@ -115,50 +116,32 @@ constexpr Field beforeSeed[] = {
 };
 
 constexpr Field behindSeed[] = {
-    {"$CLAYER", Form::Record, 8, 0, "LAYER"},
-    {"$TEXTSTYLE", Form::Record, 7, 0, "STYLE"},
-    {"$CELTYPE", Form::Record, 6, 0, "LTYPE"},
-    {"$DIMSTYLE", Form::Record, 2, 0, "DIMSTYLE"},
-    {"$CMLSTYLE", Form::Record, 2, 0, "MLINESTYLE"},
-    {"$PSVPSCALE", Form::Real, 40},
-    {"$PINSBASE", Form::Point},
-    {"$PEXTMIN", Form::Point},
-    {"$PEXTMAX", Form::Point},
-    {"$PLIMMIN", Form::FlatPoint},
-    {"$PLIMMAX", Form::FlatPoint},
-    {"$PELEVATION", Form::Real, 40},
-    {"$PUCSORG", Form::Point},
-    {"$PUCSXDIR", Form::Point},
-    {"$PUCSYDIR", Form::Point},
-    {"$PUCSNAME", Form::Record, 2, 0, "UCS"},
-    {"$PUCSORTHOREF", Form::Record, 2, 0, "UCS"},
-    {"$PUCSORTHOVIEW", Form::Short},
-    {"$PUCSBASE", Form::Record, 2, 0, "UCS"},
-    {"$PUCSORGTOP", Form::Point},
-    {"$PUCSORGBOTTOM", Form::Point},
-    {"$PUCSORGLEFT", Form::Point},
-    {"$PUCSORGRIGHT", Form::Point},
-    {"$PUCSORGFRONT", Form::Point},
-    {"$PUCSORGBACK", Form::Point},
-    {"$INSBASE", Form::Point},
-    {"$EXTMIN", Form::Point},
-    {"$EXTMAX", Form::Point},
-    {"$LIMMIN", Form::FlatPoint},
-    {"$LIMMAX", Form::FlatPoint},
-    {"$ELEVATION", Form::Real, 40},
-    {"$UCSORG", Form::Point},
-    {"$UCSXDIR", Form::Point},
-    {"$UCSYDIR", Form::Point},
-    {"$UCSNAME", Form::Record, 2, 0, "UCS"},
-    {"$UCSORTHOREF", Form::Record, 2, 0, "UCS"},
-    {"$UCSORTHOVIEW", Form::Short},
-    {"$UCSBASE", Form::Record, 2, 0, "UCS"},
-    {"$UCSORGTOP", Form::Point},
-    {"$UCSORGBOTTOM", Form::Point},
-    {"$UCSORGLEFT", Form::Point},
-    {"$UCSORGRIGHT", Form::Point},
-    {"$UCSORGFRONT", Form::Point},
-    {"$UCSORGBACK", Form::Point},
+    {"$CLAYER", Form::Record, 8, 0, "LAYER"},        {"$TEXTSTYLE", Form::Record, 7, 0, "STYLE"},
+    {"$CELTYPE", Form::Record, 6, 0, "LTYPE"},       {"$DIMSTYLE", Form::Record, 2, 0, "DIMSTYLE"},
+    {"$CMLSTYLE", Form::Record, 2, 0, "MLINESTYLE"}, {"$PSVPSCALE", Form::Real, 40},
+};
+
+// Both spaces have these, the paper space with a P before the name.
+constexpr Field ofSpace[] = {
+    {"INSBASE", Form::Point},
+    {"EXTMIN", Form::Point},
+    {"EXTMAX", Form::Point},
+    {"LIMMIN", Form::FlatPoint},
+    {"LIMMAX", Form::FlatPoint},
+    {"ELEVATION", Form::Real, 40},
+    {"UCSORG", Form::Point},
+    {"UCSXDIR", Form::Point},
+    {"UCSYDIR", Form::Point},
+    {"UCSNAME", Form::Record, 2, 0, "UCS"},
+    {"UCSORTHOREF", Form::Record, 2, 0, "UCS"},
+    {"UCSORTHOVIEW", Form::Short},
+    {"UCSBASE", Form::Record, 2, 0, "UCS"},
+    {"UCSORGTOP", Form::Point},
+    {"UCSORGBOTTOM", Form::Point},
+    {"UCSORGLEFT", Form::Point},
+    {"UCSORGRIGHT", Form::Point},
+    {"UCSORGFRONT", Form::Point},
+    {"UCSORGBACK", Form::Point},
 };
 
 constexpr Field behindDimensions[] = {
@@ -191,6 +174,8 @@ public:
         fields(beforeSeed);
         m_bits.plainHandle(m_section.handleSeed, Reference::Own);
         fields(behindSeed);
+        fieldsOfSpace("$P");
+        fieldsOfSpace("$");
         for (const DimensionVariable& each : dimensionVariables()) {
             dimensionVariable(each);
         }
@@ -238,6 +223,15 @@ private:
     void fields(std::span<const Field> list)
     {
         for (const Field& each : list) {
+            field(each);
+        }
+    }
+
+    void fieldsOfSpace(const std::string& prefix)
+    {
+        for (Field each : ofSpace) {
+            const std::string name = prefix + std::string(each.name);
+            each.name = name;
             field(each);
         }
     }
@@ -312,12 +306,9 @@ private:
                             direction && each.name.ends_with("YDIR") ? 1.0 : 0.0, 0};
         Vector3 value = m_variables.point(each.name, usual);
         if (each.form == Form::FlatPoint) {
-            m_bits.rawReal(value.x);
-            m_bits.rawReal(value.y);
+            m_bits.rawFlatPoint(value);
         } else {
-            m_bits.real(value.x);
-            m_bits.real(value.y);
-            m_bits.real(value.z);
+            m_bits.point(value);
         }
         if (m_bits.reading() && each.form == Form::FlatPoint) {
             m_variables.setPoint2(each.name, {value.x, value.y});

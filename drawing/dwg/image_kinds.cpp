@@ -20,14 +20,21 @@ std::vector<Vector2> takeCorners(ObjectFields& f)
     return corners;
 }
 
-// A rectangle has two corners; a polygon says how many.
-void clip(ObjectFields& f)
+// A rectangle has two corners; a polygon says how many. A boundary that is none spoils the file for the host, so that
+// of the whole image takes its place.
+void clip(ObjectFields& f, Vector2 pixels)
 {
     constexpr unsigned rawPointBits = 128;
     constexpr std::size_t rectangleCorners = 2;
+    constexpr std::size_t leastCorners = 3; // of a polygon
     std::vector<Vector2> corners = takeCorners(f);
     int type = static_cast<int>(Image::ClipType::Rectangle);
     f.take(71, type);
+    const bool isPolygon = type == static_cast<int>(Image::ClipType::Polygon);
+    if (!f.reading() && corners.size() < (isPolygon ? leastCorners : rectangleCorners)) {
+        type = static_cast<int>(Image::ClipType::Rectangle);
+        corners = {{-0.5, -0.5}, {pixels.x - 0.5, pixels.y - 0.5}};
+    }
     f.bits.shortNumber(type);
     // A polygon closes by itself here; elsewhere its first corner stands again at the end.
     const bool polygon = type == static_cast<int>(Image::ClipType::Polygon);
@@ -43,8 +50,7 @@ void clip(ObjectFields& f)
     corners.resize(static_cast<std::size_t>(count));
     f.give(71, type);
     for (Vector2& corner : corners) {
-        f.bits.rawReal(corner.x);
-        f.bits.rawReal(corner.y);
+        f.bits.rawFlatPoint(corner);
     }
     if (polygon && !corners.empty()) {
         corners.push_back(corners.front());
@@ -62,13 +68,16 @@ void image(ObjectFields& f)
     f.point3(10);
     f.point3(11);
     f.point3(12);
-    f.rawPoint2(13);
+    Vector2 pixels;
+    f.take(13, pixels);
+    f.bits.rawFlatPoint(pixels);
+    f.give(13, pixels);
     f.shortNumber(70);
     f.bit(280);
     f.byte(281);
     f.byte(282);
     f.byte(283);
-    clip(f);
+    clip(f, pixels);
     f.handle(340, Reference::HardPointer);
     f.handle(360, Reference::HardOwner);
 }

@@ -17,7 +17,6 @@ namespace {
 
 constexpr std::string_view what = "an object";
 constexpr std::size_t checksumBytes = 2;
-constexpr std::size_t leastGroups = 300'000; // that any file's large objects may have
 
 bool isControl(int type)
 {
@@ -54,9 +53,8 @@ const UnreadKind* unreadKind(int type)
 } // namespace
 
 ObjectDecoder::ObjectDecoder(std::string_view file, const std::vector<ObjectClass>& classes,
-                             const TextEncoding& encoding, RecordNames& names)
-    : m_file(file), m_classes(classes), m_encoding(encoding), m_names(names),
-      m_groupsLeft(leastGroups + file.size() / 2)
+                             const TextEncoding& encoding, RecordNames& names, Allowance& allowance)
+    : m_file(file), m_classes(classes), m_encoding(encoding), m_names(names), m_allowance(allowance)
 {}
 
 // `begin`: of the object's bits in what is given back, behind its length.
@@ -88,6 +86,7 @@ ObjectDecoder::Head ObjectDecoder::head(const ObjectPlace& place) const
     std::size_t begin = 0;
     const std::string_view bytes = content(place, begin).substr(begin);
     Head head;
+    head.size = bytes.size();
     head.data = BitReader(bytes, what);
     head.type = head.data.shortNumber();
     const std::size_t handlesBegin = head.data.rawLong();
@@ -122,21 +121,38 @@ void ObjectDecoder::classify(Head& head) const
     head.entity = head.kind ? head.kind->entity : unread && unread->entity;
 }
 
-void ObjectDecoder::extendedData(Head& head) const
+// A failure takes a while, so that a small file of nothing else would take long.
+void ObjectDecoder::countFailure()
+{
+    constexpr std::size_t most = 20'000;
+    if (++m_failures > most) {
+        throw DrawingError("too many of the objects can't be read");
+    }
+}
+
+void ObjectDecoder::extendedData(Head& head)
 {
     while (const int size = head.data.shortNumber() & 0xFFFF) {
         const Handle application = head.data.handle().value;
         std::string bytes = head.data.raw(static_cast<std::size_t>(size));
         const std::string& name = m_names.nameOf(application);
-        try {
-            if (name.empty()) {
-                throw DrawingError("the application is unknown");
+        Groups values;
+        if (!name.empty()) {
+            try {
+                values = valuesOfExtendedData(bytes, m_encoding, m_names);
+                values.insert(values.begin(), {1001, name});
+            } catch (const DrawingError&) {
+                countFailure();
             }
-            const Groups values = valuesOfExtendedData(bytes, m_encoding, m_names);
-            head.extendedData.push_back({1001, name});
-            head.extendedData.insert(head.extendedData.end(), values.begin(), values.end());
-        } catch (const DrawingError&) {
+        }
+        for (const Group& each : values) {
+            m_allowance.take(Allowance::ofGroup + Allowance::ofText(each.value));
+        }
+        if (values.empty()) {
+            m_allowance.take(Allowance::ofGroup + Allowance::ofText(bytes));
             head.extensions.push_back({application, std::move(bytes)});
+        } else {
+            std::move(values.begin(), values.end(), std::back_inserter(head.extendedData));
         }
     }
 }
@@ -167,6 +183,14 @@ void ObjectDecoder::enterName(const ObjectPlace& place, const std::unordered_map
 
 namespace {
 
+// A value has five bytes, or belongs to so many that may be shorter.
+std::size_t mostGroups(std::size_t objectSize)
+{
+    constexpr std::size_t shortGroups = 200'000;
+    constexpr std::size_t usualBytes = 5;
+    return shortGroups + objectSize / usualBytes;
+}
+
 // What is left of an object's bits and handles, none of which anybody understands.
 void keepRest(BitReader& data, BitReader& handles, Handle own, BinaryPart& part)
 {
@@ -178,12 +202,20 @@ void keepRest(BitReader& data, BitReader& handles, Handle own, BinaryPart& part)
     }
     part.bits = rest.takeBytes();
     constexpr std::size_t leastHandleBits = 8;
+    constexpr std::size_t usualHandleBits = 32;
+    part.references.reserve(handles.left() / usualHandleBits);
     while (handles.left() >= leastHandleBits) {
         const HandleReference reference = handles.handle();
         const bool step = static_cast<unsigned>(reference.kind) >= static_cast<unsigned>(Reference::OneUp);
         part.references.push_back(
             {static_cast<std::uint8_t>(step ? Reference::SoftPointer : reference.kind), reference.target(own)});
     }
+}
+
+std::size_t costOf(const BinaryPart& part)
+{
+    return Allowance::ofText(part.className) + Allowance::ofText(part.bits) +
+           part.references.size() * sizeof(BinaryPart::Reference);
 }
 
 bool isEmpty(const BinaryPart& part)
@@ -196,9 +228,11 @@ bool isEmpty(const BinaryPart& part)
 void ObjectDecoder::structure(ObjectFields& f, const Head& head, DecodedObject& decoded) const
 {
     if (isControl(head.type)) {
-        controlFields(f, head.type, decoded.control);
+        decoded.control = std::make_unique<ControlFields>();
+        controlFields(f, head.type, *decoded.control);
     } else if (head.type == blockHeaderType) {
-        blockHeaderFields(f, decoded.block);
+        decoded.block = std::make_unique<BlockHeaderFields>();
+        blockHeaderFields(f, *decoded.block);
     } else {
         head.kind->fields(f);
     }
@@ -220,11 +254,12 @@ std::unique_ptr<Object> ObjectDecoder::makeObjectOf(const Head& head, Record& re
     return made;
 }
 
-void ObjectDecoder::decodeFields(const Head& head, DecodedObject& decoded)
+std::size_t ObjectDecoder::decodeFields(const Head& head, DecodedObject& decoded)
 {
     const TableType* table = tableOfRecord(head.type);
     Record record{head.kind ? std::string(head.kind->name) : table ? std::string(table->kind) : std::string(), 0, {}};
-    ObjectFields f(BitTransfer(head.data, head.handles, decoded.handle, m_encoding), m_names, record, m_groupsLeft);
+    ObjectFields f(BitTransfer(head.data, head.handles, decoded.handle, m_encoding), m_names, record,
+                   mostGroups(head.size));
     if (head.entity) {
         entityCommon(f, decoded.ties);
     } else {
@@ -236,7 +271,7 @@ void ObjectDecoder::decodeFields(const Head& head, DecodedObject& decoded)
     structure(f, head, decoded);
     decoded.links = f.links;
     if (isControl(head.type)) {
-        return;
+        return f.cost();
     }
     BinaryPart rest;
     // The handles of an extended record repeat what its groups say.
@@ -245,12 +280,14 @@ void ObjectDecoder::decodeFields(const Head& head, DecodedObject& decoded)
     }
     rest.extensions = head.extensions;
     decoded.object = makeObjectOf(head, record);
+    const std::size_t cost = f.cost() + costOf(rest);
     if (!isEmpty(rest)) {
         decoded.object->binary = std::make_shared<const BinaryPart>(std::move(rest));
     }
+    return cost;
 }
 
-void ObjectDecoder::decodeRaw(const Head& head, DecodedObject& decoded)
+std::size_t ObjectDecoder::decodeRaw(const Head& head, DecodedObject& decoded)
 {
     const UnreadKind* unread = unreadKind(head.type);
     Record record{head.objectClass ? head.objectClass->recordName
@@ -259,7 +296,8 @@ void ObjectDecoder::decodeRaw(const Head& head, DecodedObject& decoded)
                                    : "TYPE" + std::to_string(head.type),
                   0,
                   {}};
-    ObjectFields f(BitTransfer(head.data, head.handles, decoded.handle, m_encoding), m_names, record, m_groupsLeft);
+    ObjectFields f(BitTransfer(head.data, head.handles, decoded.handle, m_encoding), m_names, record,
+                   mostGroups(head.size));
     BinaryPart part;
     decoded.ties = {};
     if (head.entity) {
@@ -275,7 +313,9 @@ void ObjectDecoder::decodeRaw(const Head& head, DecodedObject& decoded)
     part.className = head.objectClass ? head.objectClass->className : "";
     keepRest(f.bits.data(), f.bits.handles(), decoded.handle, part);
     part.extensions = head.extensions;
+    const std::size_t cost = f.cost() + costOf(part) + Allowance::ofText(record.name);
     decoded.object->binary = std::make_shared<const BinaryPart>(std::move(part));
+    return cost;
 }
 
 DecodedObject ObjectDecoder::decode(const ObjectPlace& place)
@@ -286,24 +326,27 @@ DecodedObject ObjectDecoder::decode(const ObjectPlace& place)
     decoded.type = found.objectClass ? 0 : found.type;
     decoded.handle = place.handle;
     const bool essential = isControl(found.type) || tableOfRecord(found.type);
+    std::size_t cost = Allowance::ofObject;
     if (found.kind || essential) {
         try {
-            decodeFields(found, decoded);
+            cost += decodeFields(found, decoded);
         } catch (const DrawingError& error) {
             if (essential) {
                 throw DrawingError("the object " + formatHandle(place.handle) + ": " + error.what());
             }
-            decoded.failure = error.what();
-            decodeRaw(found, decoded);
+            countFailure();
+            decoded.unread = true;
+            cost += decodeRaw(found, decoded);
         }
     } else {
-        decodeRaw(found, decoded);
+        cost += decodeRaw(found, decoded);
     }
+    m_allowance.take(cost);
     if (decoded.object) {
         Object& object = *decoded.object;
         object.handle = place.handle;
         object.owner = decoded.ties.owner;
-        object.reactors = decoded.ties.reactors;
+        object.reactors = std::move(decoded.ties.reactors);
         object.extensionDictionary = decoded.ties.extensionDictionary;
         object.extendedData = std::move(found.extendedData);
     }

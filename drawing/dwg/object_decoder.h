@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "drawing/binary_part.h"
+#include "drawing/dwg/allowance.h"
 #include "drawing/dwg/class_section.h"
 #include "drawing/dwg/common_fields.h"
 #include "drawing/dwg/kinds.h"
@@ -16,25 +17,26 @@
 
 namespace drawing::dwg {
 
-/// An object as the file has it.
+/// An object as the file has it. There may be many, so what only few have stands apart.
 struct DecodedObject
 {
-    int type = 0; // 0 of kinds that the list of classes tells
+    int type = 0;        // 0 of kinds that the list of classes tells
+    bool unread = false; // as the kind's own fields could not be read
     Handle handle = 0;
-    Ties ties;
+    Ties ties; // but for the reactors, which the object has
     Links links;
     std::unique_ptr<Object> object; // null for controls
-    ControlFields control;
-    BlockHeaderFields block;
-    std::string failure; // why the kind's own fields could not be read; empty if they could
+    std::unique_ptr<ControlFields> control;
+    std::unique_ptr<BlockHeaderFields> block;
 };
 
 /// Reads the objects of one file.
 class ObjectDecoder
 {
 public:
+    /// What the objects take is taken off `allowance`.
     ObjectDecoder(std::string_view file, const std::vector<ObjectClass>& classes, const TextEncoding& encoding,
-                  RecordNames& names);
+                  RecordNames& names, Allowance& allowance);
 
     /// Where the object ends, its checksum included. Throws DrawingError if it does not lie in the file or its checksum
     /// is another; the other calls are for objects that were checked.
@@ -43,7 +45,7 @@ public:
     /// Blocks without names of their own are numbered by their places in the table, `blocks`.
     void enterName(const ObjectPlace& place, const std::unordered_map<Handle, std::size_t>& blocks);
     /// Throws DrawingError if what all objects have can't be read. An object of an unknown kind is kept as bits, and so
-    /// is one whose own fields can't be read, with the reason.
+    /// is one whose own fields can't be read, of which there must not be very many.
     DecodedObject decode(const ObjectPlace& place);
 
 private:
@@ -53,6 +55,7 @@ private:
         const ObjectClass* objectClass = nullptr;
         const Kind* kind = nullptr;
         bool entity = false;
+        std::size_t size = 0; // in bytes
         BitReader data{""};
         BitReader handles{""};
         Groups extendedData;
@@ -61,18 +64,21 @@ private:
 
     std::string_view content(const ObjectPlace& place, std::size_t& begin) const;
     Head head(const ObjectPlace& place) const;
-    void extendedData(Head& head) const;
+    void extendedData(Head& head);
+    void countFailure();
     void classify(Head& head) const;
     void structure(ObjectFields& f, const Head& head, DecodedObject& decoded) const;
-    void decodeFields(const Head& head, DecodedObject& decoded);
-    void decodeRaw(const Head& head, DecodedObject& decoded);
+    // What the object takes is given back.
+    std::size_t decodeFields(const Head& head, DecodedObject& decoded);
+    std::size_t decodeRaw(const Head& head, DecodedObject& decoded);
     std::unique_ptr<Object> makeObjectOf(const Head& head, Record& record) const;
 
     std::string_view m_file;
     const std::vector<ObjectClass>& m_classes;
     const TextEncoding& m_encoding;
     RecordNames& m_names;
-    std::size_t m_groupsLeft; // bounds what the objects of a hostile file say together
+    Allowance& m_allowance;
+    std::size_t m_failures = 0;
 };
 
 } // namespace drawing::dwg

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <numbers>
 
+#include "drawing/dwg/allowance.h"
 #include "drawing/error.h"
 #include "drawing/numbers.h"
 
@@ -16,8 +17,8 @@ constexpr double degreesOfRadian = 180 / std::numbers::pi;
 
 } // namespace
 
-ObjectFields::ObjectFields(BitTransfer transfer, RecordNames& ofNames, Record& record, std::size_t& groupsLeft)
-    : bits(std::move(transfer)), names(ofNames), m_record(record), m_groupsLeft(&groupsLeft)
+ObjectFields::ObjectFields(BitTransfer transfer, RecordNames& ofNames, Record& record, std::size_t mostGroups)
+    : bits(std::move(transfer)), names(ofNames), m_record(record), m_mostGroups(mostGroups)
 {}
 
 ObjectFields::ObjectFields(Handle own, const TextEncoding& encoding, RecordNames& ofNames, Record& record)
@@ -140,13 +141,8 @@ void ObjectFields::give(PlacedGroup group)
         return;
     }
     auto& groups = m_record.groups;
-    constexpr std::size_t usualGroups = 1000;
-    if (groups.size() >= usualGroups) {
-        if (*m_groupsLeft == 0) {
-            throw DrawingError("the objects have more values than a file of this size can mean");
-        }
-        --*m_groupsLeft;
-    }
+    expect(1);
+    m_cost += Allowance::ofGroup + Allowance::ofText(group.value);
     if (m_sections.empty()) {
         groups.push_back(std::move(group));
         return;
@@ -157,6 +153,20 @@ void ObjectFields::give(PlacedGroup group)
         ++m_sections[i].begin;
         ++m_sections[i].end;
     }
+}
+
+void ObjectFields::expect(std::size_t count)
+{
+    auto& groups = m_record.groups;
+    if (!reading() || count <= groups.capacity() - groups.size()) {
+        return;
+    }
+    if (count > m_mostGroups || groups.size() > m_mostGroups - count) {
+        throw DrawingError("an object has more values than one of its size can mean");
+    }
+    constexpr std::size_t fewGroups = 32;
+    const std::size_t wanted = groups.size() + std::max({count, fewGroups, groups.size() / 2});
+    groups.reserve(std::min(wanted, m_mostGroups));
 }
 
 void ObjectFields::give(int code, const std::string& value)
@@ -282,52 +292,33 @@ void ObjectFields::bit(int code, std::optional<bool> omitted)
     giveUnless(*this, code, value ? 1 : 0, omitted ? std::optional<int>(*omitted ? 1 : 0) : std::nullopt);
 }
 
-void ObjectFields::byte(int code, std::optional<int> omitted)
+template <class Value>
+void ObjectFields::field(int code, std::optional<Value> omitted, void (BitTransfer::*move)(Value&))
 {
-    int value = omitted.value_or(0);
+    Value value = omitted.value_or(Value());
     take(code, value);
-    bits.byte(value);
+    (bits.*move)(value);
     giveUnless(*this, code, value, omitted);
 }
 
-void ObjectFields::rawShort(int code, std::optional<int> omitted)
+void ObjectFields::byte(int code, std::optional<int> omitted)
 {
-    int value = omitted.value_or(0);
-    take(code, value);
-    bits.rawShort(value);
-    giveUnless(*this, code, value, omitted);
+    field(code, omitted, &BitTransfer::byte);
 }
 
 void ObjectFields::shortNumber(int code, std::optional<int> omitted)
 {
-    int value = omitted.value_or(0);
-    take(code, value);
-    bits.shortNumber(value);
-    giveUnless(*this, code, value, omitted);
+    field(code, omitted, &BitTransfer::shortNumber);
 }
 
 void ObjectFields::longNumber(int code, std::optional<int> omitted)
 {
-    int value = omitted.value_or(0);
-    take(code, value);
-    bits.longNumber(value);
-    giveUnless(*this, code, value, omitted);
+    field(code, omitted, &BitTransfer::longNumber);
 }
 
 void ObjectFields::real(int code, std::optional<double> omitted)
 {
-    double value = omitted.value_or(0);
-    take(code, value);
-    bits.real(value);
-    giveUnless(*this, code, value, omitted);
-}
-
-void ObjectFields::rawReal(int code, std::optional<double> omitted)
-{
-    double value = omitted.value_or(0);
-    take(code, value);
-    bits.rawReal(value);
-    giveUnless(*this, code, value, omitted);
+    field(code, omitted, &BitTransfer::real);
 }
 
 void ObjectFields::angle(int code, std::optional<double> omitted)
@@ -341,28 +332,14 @@ void ObjectFields::angle(int code, std::optional<double> omitted)
 
 void ObjectFields::text(int code, std::optional<std::string_view> omitted)
 {
-    std::string value(omitted.value_or(""));
-    take(code, value);
-    bits.text(value);
-    giveUnless(*this, code, value, omitted ? std::optional<std::string>(*omitted) : std::nullopt);
-}
-
-void ObjectFields::point2(int code)
-{
-    Vector2 value;
-    take(code, value);
-    bits.real(value.x);
-    bits.real(value.y);
-    give(code, value);
+    field(code, omitted ? std::optional<std::string>(*omitted) : std::nullopt, &BitTransfer::text);
 }
 
 void ObjectFields::point3(int code, std::optional<Vector3> omitted)
 {
     Vector3 value = omitted.value_or(Vector3{});
     take(code, value);
-    bits.real(value.x);
-    bits.real(value.y);
-    bits.real(value.z);
+    bits.point(value);
     giveUnless(*this, code, value, omitted);
 }
 
@@ -370,8 +347,7 @@ void ObjectFields::rawPoint2(int code)
 {
     Vector2 value;
     take(code, value);
-    bits.rawReal(value.x);
-    bits.rawReal(value.y);
+    bits.rawFlatPoint(value);
     give(code, value);
 }
 
@@ -434,9 +410,7 @@ void ObjectFields::extrusion()
     bool usual = value == worldZAxis;
     bits.bit(usual);
     if (!usual) {
-        bits.real(value.x);
-        bits.real(value.y);
-        bits.real(value.z);
+        bits.point(value);
         give(210, value);
     }
 }

@@ -20,7 +20,8 @@ struct Links
     Handle first = 0; // of the vertices, attributes or entities
     Handle last = 0;
     Handle sequenceEnd = 0;
-    bool hasParts = false; // of a block reference
+    bool hasParts = false;    // of a block reference
+    Handle viewportEntry = 0; // of a viewport, in the list of viewports
 };
 
 /// Moves the fields of one object between its bits and the groups that the same object has in DXF, so that each kind
@@ -32,9 +33,9 @@ struct Links
 class ObjectFields
 {
 public:
-    /// Reads into `record`. Each group beyond the usual number is taken off `groupsLeft`; where none is left, reading
-    /// throws DrawingError, as a value may have as little as two bits, and a group takes memory.
-    ObjectFields(BitTransfer transfer, RecordNames& names, Record& record, std::size_t& groupsLeft);
+    /// Reads into `record`. Throws DrawingError, as other calls do, once there are more than `mostGroups`: a value may
+    /// have as little as two bits, and a group takes memory.
+    ObjectFields(BitTransfer transfer, RecordNames& names, Record& record, std::size_t mostGroups);
     /// Writes from `record`, which has to be divided by markers.
     ObjectFields(Handle own, const TextEncoding& encoding, RecordNames& names, Record& record);
 
@@ -54,6 +55,8 @@ public:
     void give(int code, int value);
     void give(int code, const Vector2& value);
     void give(int code, const Vector3& value);
+    /// Reading: makes room for so many more groups.
+    void expect(std::size_t groups);
     void giveHandle(int code, Handle value);
     /// Writing: takes the next group of this code; false, and the value as it was, if there is none. Reading: false.
     bool take(int code, std::string& value);
@@ -75,14 +78,11 @@ public:
     // Fields of one group, or of the two or three of a point.
     void bit(int code, std::optional<bool> omitted = {});
     void byte(int code, std::optional<int> omitted = {});
-    void rawShort(int code, std::optional<int> omitted = {});
     void shortNumber(int code, std::optional<int> omitted = {});
     void longNumber(int code, std::optional<int> omitted = {});
     void real(int code, std::optional<double> omitted = {});
-    void rawReal(int code, std::optional<double> omitted = {});
     void angle(int code, std::optional<double> omitted = {}); // degrees in groups, radians in bits
     void text(int code, std::optional<std::string_view> omitted = {});
-    void point2(int code);
     void point3(int code, std::optional<Vector3> omitted = {});
     void rawPoint2(int code);
     void rawPoint3(int code);
@@ -99,6 +99,8 @@ public:
 
     RecordNames& names;
     Links links;
+    /// Reading: the memory that the groups take, as Allowance counts it.
+    std::size_t cost() const { return m_cost; }
     /// Writing: bits that were carried along unread will follow the fields.
     bool restFollows = false;
 
@@ -113,6 +115,7 @@ private:
     static constexpr std::size_t noSection = ~std::size_t(0);
 
     void give(PlacedGroup group);
+    template <class Value> void field(int code, std::optional<Value> omitted, void (BitTransfer::*move)(Value& value));
     void splitSections();
     std::size_t unvisited(std::string_view marker) const;
     Section* current() { return m_current < m_sections.size() ? &m_sections[m_current] : nullptr; }
@@ -123,7 +126,8 @@ private:
     std::vector<Section> m_sections;
     std::size_t m_current = 0;                      // beyond the sections: none of them
     std::unordered_map<int, std::size_t> m_cursors; // of the present section: where each code is looked for
-    std::size_t* m_groupsLeft = nullptr;
+    std::size_t m_mostGroups = 0;
+    std::size_t m_cost = 0;
 };
 
 } // namespace drawing::dwg

@@ -91,8 +91,7 @@ void solid(ObjectFields& f)
     f.bits.real(elevation);
     for (int i = 0; i < 4; ++i) {
         Vector3& corner = corners[static_cast<std::size_t>(i)];
-        f.bits.rawReal(corner.x);
-        f.bits.rawReal(corner.y);
+        f.bits.rawFlatPoint(corner);
         corner.z = elevation;
         f.give(10 + i, corner);
     }
@@ -116,8 +115,7 @@ void face(ObjectFields& f)
     bool flat = corners[0].z == 0;
     f.bits.bit(allVisible);
     f.bits.bit(flat);
-    f.bits.rawReal(corners[0].x);
-    f.bits.rawReal(corners[0].y);
+    f.bits.rawFlatPoint(corners[0]);
     if (!flat) {
         f.bits.rawReal(corners[0].z);
     }

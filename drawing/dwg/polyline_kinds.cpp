@@ -63,8 +63,7 @@ void lightPoints(ObjectFields& f, std::vector<PolylinePoint>& points, int flags)
     for (std::size_t i = 0; i < points.size(); ++i) {
         Vector2& position = points[i].position;
         if (i == 0) {
-            f.bits.rawReal(position.x);
-            f.bits.rawReal(position.y);
+            f.bits.rawFlatPoint(position);
         } else {
             f.bits.realNear(position.x, before.x);
             f.bits.realNear(position.y, before.y);
@@ -130,12 +129,11 @@ void lightPolyline(ObjectFields& f)
     option(hasElevation, elevation, 38);
     option(hasThickness, thickness, 39);
     if (flags & hasNormal) {
-        f.bits.real(normal.x);
-        f.bits.real(normal.y);
-        f.bits.real(normal.z);
+        f.bits.point(normal);
         f.give(210, normal);
     }
     lightPoints(f, points, flags);
+    f.expect(2 * points.size());
     f.give(90, static_cast<int>(points.size()));
     givePoints(f, points);
 }

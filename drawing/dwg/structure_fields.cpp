@@ -89,9 +89,7 @@ void blockHeaderFields(ObjectFields& f, BlockHeaderFields& block)
     block.flags |= flagBit(f, flags, Block::externalOverlay);
     bool unloaded = false;
     f.bits.bit(unloaded);
-    f.bits.real(block.basePoint.x);
-    f.bits.real(block.basePoint.y);
-    f.bits.real(block.basePoint.z);
+    f.bits.point(block.basePoint);
     f.bits.text(block.externalPath);
     const int references = referenceCount(f, block);
     f.bits.text(block.description);
@@ -108,6 +106,15 @@ void blockHeaderFields(ObjectFields& f, BlockHeaderFields& block)
         f.bits.handle(reference, Reference::SoftPointer);
     }
     f.handle(340, Reference::HardPointer);
+}
+
+void viewportEntryFields(ObjectFields& f, ViewportEntryFields& entry)
+{
+    recordHead(f);
+    f.bits.bit(entry.on);
+    externalReference(f);
+    f.bits.handle(entry.viewport, Reference::SoftPointer);
+    f.bits.handle(entry.next, Reference::HardPointer);
 }
 
 } // namespace drawing::dwg

@@ -1,4 +1,5 @@
-// The objects that hold a drawing together: the controls of its tables, and the headers of its blocks.
+// The objects that hold a drawing together: the controls of its tables, the headers of its blocks, and the list of its
+// viewports.
 #pragma once
 
 #include <string>
@@ -32,5 +33,14 @@ struct BlockHeaderFields
     std::vector<Handle> references; // the block references that show the block
 };
 void blockHeaderFields(ObjectFields& f, BlockHeaderFields& block);
+
+/// An entry of the list of viewports, which holds those of the layout that is current.
+struct ViewportEntryFields
+{
+    bool on = true;
+    Handle viewport = 0;
+    Handle next = 0; // entry
+};
+void viewportEntryFields(ObjectFields& f, ViewportEntryFields& entry);
 
 } // namespace drawing::dwg

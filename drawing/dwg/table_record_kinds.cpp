@@ -237,9 +237,7 @@ int viewMode(ObjectFields& f, int mode)
 void axis(ObjectFields& f, int code, Vector3 usual)
 {
     f.take(code, usual);
-    f.bits.real(usual.x);
-    f.bits.real(usual.y);
-    f.bits.real(usual.z);
+    f.bits.point(usual);
     f.give(code, usual);
 }
 

@@ -60,8 +60,7 @@ void textBits(ObjectFields& f, TextLine& line)
     if (has(noElevation)) {
         f.bits.rawReal(line.position.z);
     }
-    f.bits.rawReal(line.position.x);
-    f.bits.rawReal(line.position.y);
+    f.bits.rawFlatPoint(line.position);
     line.aligned = has(noAlignmentPoint);
     if (line.aligned) {
         f.bits.realNear(line.alignmentPoint.x, line.position.x);
@@ -179,9 +178,7 @@ void multilineText(ObjectFields& f)
         const double angle = rotation * std::numbers::pi / 180;
         direction = {std::cos(angle), std::sin(angle), 0};
     }
-    f.bits.real(direction.x);
-    f.bits.real(direction.y);
-    f.bits.real(direction.z);
+    f.bits.point(direction);
     f.give(11, direction);
     f.real(41, 0.0);
     f.real(40);

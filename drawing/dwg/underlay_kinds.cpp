@@ -27,8 +27,7 @@ void underlay(ObjectFields& f)
         if (!f.reading()) {
             corner = {ordinates[2 * i].real(), ordinates[2 * i + 1].real()};
         }
-        f.bits.rawReal(corner.x);
-        f.bits.rawReal(corner.y);
+        f.bits.rawFlatPoint(corner);
         f.give(11, corner);
     }
     f.handle(340, Reference::HardPointer);

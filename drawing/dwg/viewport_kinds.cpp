@@ -1,7 +1,6 @@
 // Viewports of paper spaces.
 
 #include "drawing/dwg/kinds.h"
-#include "drawing/error.h"
 
 namespace drawing::dwg {
 
@@ -28,11 +27,7 @@ void viewport(ObjectFields& f)
     f.shortNumber(72, 1000);
     const auto frozen = f.takeAll({331, 341});
     auto count = static_cast<int>(frozen.size());
-    f.bits.longNumber(count);
-    constexpr std::size_t leastHandleBits = 8;
-    if (f.reading() && (count < 0 || static_cast<std::size_t>(count) > f.bits.handles().left() / leastHandleBits)) {
-        throw DrawingError("a viewport freezes more layers than there is room for");
-    }
+    f.bits.handleCount(count);
     f.longNumber(90);
     f.text(1, "");
     f.byte(281, 0);
@@ -49,8 +44,7 @@ void viewport(ObjectFields& f)
         f.giveHandle(331, layer);
     }
     f.handle(340, Reference::SoftPointer);
-    Handle header = 0; // in the list of viewports, as those of the current layout have
-    f.bits.handle(header, Reference::HardPointer);
+    f.bits.handle(f.links.viewportEntry, Reference::HardPointer);
     f.handle(345, Reference::HardPointer);
     f.handle(346, Reference::HardPointer);
 }

@@ -4,27 +4,15 @@
 #include <limits>
 
 #include "support.h"
+#include "tests/support/drawings.h"
 
 namespace drawing::test {
 
 using testing::HasSubstr;
 
-template <class T> T& add(Document& document, Block& block)
-{
-    return document.addEntity(block, std::make_unique<T>());
-}
-
 void addCurves(Document& document, Block& model)
 {
-    auto layer = std::make_unique<Layer>();
-    layer->recordName = "Wände";
-    layer->color = 5;
-    document.addRecord(std::move(layer));
-    auto& line = add<Line>(document, model);
-    line.layer = "Wände";
-    line.start = {0.1, 0.2, 0.3};
-    line.end = {1e20, -1e-7, 0};
-    line.lineweight = 35;
+    addLineOnLayer(document);
     auto& circle = add<Circle>(document, model);
     circle.radius = 4;
     circle.color = 3;

@@ -5,13 +5,9 @@
 #include <string>
 
 #include "drawing/drawing_file.h"
+#include "tests/support/drawings.h"
 
 namespace drawing::test {
-
-template <class T> T& add(Document& document, Block& block)
-{
-    return document.addEntity(block, std::make_unique<T>());
-}
 
 inline Image& addImage(Document& document, const char* path)
 {
@@ -36,15 +32,7 @@ inline Document makeDrawing()
 {
     Document document;
     Block& model = document.modelSpace();
-    auto layer = std::make_unique<Layer>();
-    layer->recordName = "Wände";
-    layer->color = 5;
-    document.addRecord(std::move(layer));
-    auto& line = add<Line>(document, model);
-    line.layer = "Wände";
-    line.start = {0.1, 0.2, 0.3};
-    line.end = {1e20, -1e-7, 0};
-    line.lineweight = 35;
+    addLineOnLayer(document);
     auto& heavy = add<HeavyPolyline>(document, model);
     document.addVertex(heavy, std::make_unique<Vertex>()).position = {1, 2, 0};
     document.addVertex(heavy, std::make_unique<Vertex>()).position = {3, 4, 0};
@@ -60,6 +48,8 @@ inline Document makeDrawing()
     text.text = "Größe 5";
     text.height = 2;
     text.layer = "of no table";
+    add<Viewport>(document, document.paperSpace()).number = Viewport::sheetNumber;
+    add<Viewport>(document, document.paperSpace());
     addImage(document, "C:\\Scans\\sheet.tif");
     return document;
 }
@@ -76,6 +66,12 @@ inline unsigned long numberAt(const std::string& bytes, std::size_t place, std::
         value = value << 8 | static_cast<unsigned char>(bytes.at(place + i));
     }
     return value;
+}
+
+/// Behind the classes and four bytes of no other meaning.
+inline std::size_t beginOfObjects(const std::string& file)
+{
+    return numberAt(file, 0x23, 4) + numberAt(file, 0x27, 4) + 4;
 }
 
 /// The checksum, one bit after the other.

@@ -10,7 +10,7 @@ namespace drawing::test {
 void repairChecksums(std::string& file)
 {
     const std::size_t map = numberAt(file, 0x19 + 18 + 1, 4);
-    for (std::size_t at = numberAt(file, 0x19 + 9 + 1, 4) + numberAt(file, 0x19 + 9 + 5, 4); at + 4 < map;) {
+    for (std::size_t at = beginOfObjects(file); at + 4 < map;) {
         const std::size_t size = 2 + numberAt(file, at, 2);
         if (at + size + 2 > map) {
             break;
@@ -39,8 +39,7 @@ TEST(BrokenDwg, EveryCutIsRefused)
 TEST(BrokenDwg, ChangedBytesAreRefusedByTheirChecksums)
 {
     const std::string whole = dwgOf(makeDrawing());
-    const std::size_t objects = numberAt(whole, 0x19 + 9 + 1, 4) + numberAt(whole, 0x19 + 9 + 5, 4);
-    for (std::size_t at = objects; at < numberAt(whole, 0x19 + 18 + 1, 4); at += 41) {
+    for (std::size_t at = beginOfObjects(whole); at < numberAt(whole, 0x19 + 18 + 1, 4); at += 41) {
         std::string damaged = whole;
         damaged[at] = static_cast<char>(damaged[at] ^ 0x10);
         EXPECT_THROW(readDrawingBytes(damaged), DrawingError) << at;
@@ -50,7 +49,7 @@ TEST(BrokenDwg, ChangedBytesAreRefusedByTheirChecksums)
 TEST(BrokenDwg, ChangesWithRightChecksumsAreReadOrRefused)
 {
     const std::string whole = dwgOf(makeDrawing());
-    const std::size_t begin = numberAt(whole, 0x19 + 9 + 1, 4) + numberAt(whole, 0x19 + 9 + 5, 4);
+    const std::size_t begin = beginOfObjects(whole);
     const std::size_t end = numberAt(whole, 0x19 + 18 + 1, 4) + numberAt(whole, 0x19 + 18 + 5, 4);
     unsigned random = 4711;
     int read = 0;

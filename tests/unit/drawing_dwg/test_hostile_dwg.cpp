@@ -3,14 +3,8 @@
 
 #include <atomic>
 #include <gmock/gmock.h>
-#include <map>
 
-#include "drawing/dwg/bit_writer.h"
-#include "drawing/dwg/checksum.h"
-#include "drawing/dwg/file_header.h"
-#include "drawing/dwg/object_map.h"
-#include "drawing/dwg/trailing_sections.h"
-#include "made_drawing.h"
+#include "opened_file.h"
 
 // Of the sanitizer's allocator; their header does not come with every compiler.
 extern "C" {
@@ -21,113 +15,20 @@ int __sanitizer_install_malloc_and_free_hooks(void (*allocated)(const volatile v
 
 namespace drawing::test {
 
-using dwg::BitWriter;
-using dwg::Reference;
-
 // What is allocated at a time, as the sanitizer's allocator tells.
 std::atomic<std::size_t> allocated;
 std::atomic<std::size_t> mostAllocated;
+std::atomic<std::size_t> allocations;
 
 void countAllocation(const volatile void*, std::size_t size)
 {
+    ++allocations;
     mostAllocated = std::max(mostAllocated.load(), allocated += size);
 }
 
 void countRelease(const volatile void* block)
 {
     allocated -= __sanitizer_get_allocated_size(block);
-}
-
-/// A written file taken apart into its objects, and put together again with all checksums right.
-class OpenedFile
-{
-public:
-    explicit OpenedFile(const Document& document) : m_file(dwgOf(document)), m_header(dwg::readFileHeader(m_file))
-    {
-        for (const auto& place : dwg::readObjectMap(m_file, m_header.sections[2])) {
-            objects[place.handle] = m_file.substr(place.address + 2, numberAt(m_file, place.address, 2));
-        }
-    }
-
-    std::string closed()
-    {
-        const auto& classes = m_header.sections[1];
-        std::string file = m_file.substr(0, classes.address + classes.size);
-        std::vector<dwg::ObjectPlace> places;
-        for (const auto& [handle, bits] : objects) {
-            BitWriter writer;
-            writer.modularShort(bits.size());
-            writer.raw(bits);
-            writer.rawShort(dwg::checksum(writer.bytes()));
-            places.push_back({handle, file.size()});
-            file += writer.bytes();
-        }
-        const std::string map = dwg::writeObjectMap(places);
-        m_header.sections[2] = {static_cast<std::uint32_t>(file.size()), static_cast<std::uint32_t>(map.size())};
-        file += map;
-        m_header.sections[4] = {static_cast<std::uint32_t>(file.size()), 4};
-        file += dwg::writeTemplate(1);
-        return file.replace(0, dwg::fileHeaderSize, dwg::writeFileHeader(m_header));
-    }
-
-    std::map<Handle, std::string> objects;
-
-private:
-    std::string m_file;
-    dwg::FileHeader m_header;
-};
-
-/// The bits of an object: its head, what `fields` writes, and `handles`.
-std::string objectBits(int type, Handle handle, const std::function<void(BitWriter&)>& fields, const BitWriter& handles)
-{
-    BitWriter bits;
-    bits.shortNumber(type);
-    const std::size_t sizePlace = bits.position();
-    bits.rawLong(0);
-    bits.handle({Reference::Own, handle});
-    bits.shortNumber(0); // no extended data
-    fields(bits);
-    bits.overwriteLong(sizePlace, static_cast<std::uint32_t>(bits.position()));
-    bits.rawBits(handles.bytes(), handles.position());
-    return bits.takeBytes();
-}
-
-/// An entity of the model space, with the handles of its neighbours.
-std::string entityBits(int type, Handle handle, Handle layer, Handle before, Handle behind,
-                       const std::function<void(BitWriter&)>& fields, const std::vector<Handle>& more = {})
-{
-    BitWriter handles;
-    handles.handle({Reference::HardOwner, 0});
-    handles.handle({Reference::SoftPointer, before});
-    handles.handle({Reference::SoftPointer, behind});
-    handles.handle({Reference::HardPointer, layer});
-    for (const Handle each : more) {
-        handles.handle({Reference::SoftPointer, each});
-    }
-    const auto all = [&](BitWriter& bits) {
-        bits.bit(false); // no picture
-        bits.bits(2, 2); // of the model space
-        bits.longNumber(0);
-        bits.bit(false); // the neighbours are told
-        bits.shortNumber(256);
-        bits.real(1);
-        bits.bits(0, 4); // linetype and plot style by layer
-        bits.shortNumber(0);
-        bits.byte(29); // line weight by layer
-        fields(bits);
-    };
-    return objectBits(type, handle, all, handles);
-}
-
-void flatLine(BitWriter& bits)
-{
-    bits.bit(true);
-    bits.rawReal(0);
-    bits.realNear(1, 0);
-    bits.rawReal(0);
-    bits.realNear(1, 0);
-    bits.bit(true);
-    bits.bit(true);
 }
 
 class HostileDwg : public testing::Test
@@ -144,24 +45,26 @@ protected:
 
     static void SetUpTestSuite() { __sanitizer_install_malloc_and_free_hooks(countAllocation, countRelease); }
 
-    /// Why the file is refused; empty if it is read.
-    static std::string reasonOf(const std::string& file)
+    /// Why the file is refused; empty if it is read. Memory and steps have to be within the bounds of every file.
+    std::string reasonOf(const std::string& file)
     {
-        constexpr std::size_t allowed = 200'000'000;
         const std::size_t before = allocated;
+        const std::size_t allocationsBefore = allocations;
         mostAllocated = before;
         std::string reason;
         try {
-            const Document read = readDrawingBytes(file);
+            const Document read = readDrawingBytes(file, &notes);
         } catch (const DrawingError& error) {
             reason = error.what();
         }
         EXPECT_GT(mostAllocated, before) << "the allocations are counted";
-        EXPECT_LT(mostAllocated - before, allowed);
+        EXPECT_LT(mostAllocated - before, 40'000'000 + 32 * file.size());
+        EXPECT_LT(allocations - allocationsBefore, 200'000 + file.size());
         return reason;
     }
 
     Document document;
+    Notes notes; // of the last file
     std::vector<Handle> lines;
     Handle layer = 0;
 };
@@ -218,33 +121,170 @@ TEST_F(HostileDwg, LoopsAndEntitiesInTwoPlacesAreRefused)
     }
 }
 
-// Three megabytes that say as much as forty could.
-TEST_F(HostileDwg, ManyItemsInFewBitsAreNotBelieved)
+Fields zeros(int count)
 {
-    constexpr int items = 4'000'000;
+    return [count](BitWriter& bits) {
+        for (int i = 0; i < count; ++i) {
+            bits.real(0);
+        }
+    };
+}
+
+/// A file of half a megabyte, filled up with such objects.
+std::string filledWith(const Document& document, const std::function<std::string(Handle)>& make)
+{
+    constexpr std::size_t fileSize = 500'000;
+    OpenedFile file(document);
+    Handle handle = 0x10000;
+    for (std::size_t size = 0; size < fileSize; ++handle) {
+        size += (file.objects[handle] = make(handle)).size();
+    }
+    return file.closed();
+}
+
+TEST_F(HostileDwg, ManyObjectsThatSayMuchInFewBitsAreHeldToTheFilesSize)
+{
+    const auto addNamed = [&](std::unique_ptr<TableRecord> record) {
+        record->recordName = std::string(1000, 'x');
+        return document.addRecord(std::move(record)).handle;
+    };
+    const Handle longLayer = addNamed(std::make_unique<Layer>());
+    addNamed(std::make_unique<Linetype>()); // the second behind those that all drawings have
+    const Handle application = document.findRecord("APPID", "ACAD")->handle;
+    const auto entity = [&](int type, const Fields& fields) {
+        return [=, this](Handle handle) { return entityBits(type, handle, layer, 0, 0, fields, {0, 0, 0}); };
+    };
+    const auto plain = [](int type, const Fields& fields, std::size_t handles = 0) {
+        return [=](Handle handle) { return plainBits(type, handle, fields, handles); };
+    };
+    const auto extended = [](const Fields& values) {
+        BitWriter handles;
+        handles.raw(std::string(2, '\x40'));
+        return [=](Handle handle) { return objectBits(0x50, handle, zeros(1), handles, values); };
+    };
+    const auto multilineStyle = [](int count, int linetype) {
+        return [=](BitWriter& bits) {
+            zeros(6)(bits);
+            bits.byte(static_cast<unsigned>(count));
+            for (int i = 0; i < count; ++i) {
+                zeros(2)(bits);
+                bits.shortNumber(linetype);
+            }
+        };
+    };
+    const auto hatchOfPaths = [](BitWriter& bits) {
+        zeros(5)(bits);
+        bits.bits(0, 2);
+        bits.longNumber(300);
+        zeros(3 * 300 + 4)(bits);
+        bits.bit(false);
+        zeros(2)(bits);
+    };
+    const auto polyline = [](BitWriter& bits) {
+        bits.shortNumber(0);
+        bits.longNumber(480);
+        bits.raw(std::string(2 * 8 + 480 / 2, '\0')); // each point where the one before is
+    };
+    const auto layerNames = [&](BitWriter& bits) {
+        bits.shortNumber(100 * 9);
+        bits.handle({Reference::HardPointer, application});
+        for (int i = 0; i < 100 * 9; ++i) {
+            bits.byte(i % 9 == 0 ? 3 : static_cast<unsigned>(longLayer >> 8 * (8 - i % 9)) & 0xFFu);
+        }
+    };
+    const auto unknownValues = [&](BitWriter& bits) {
+        for (int i = 0; i < 1000; ++i) {
+            bits.shortNumber(1);
+            bits.handle({Reference::HardPointer, application});
+            bits.byte(0xFF);
+        }
+    };
+    const auto isTooMuch = testing::HasSubstr("say more than a file of this size can mean");
+    const auto areTooMany = testing::HasSubstr("too many of the objects can't be read");
+    const struct
+    {
+        const char* name;
+        std::function<std::string(Handle)> make;
+        testing::Matcher<std::string> reason;
+    } cases[] = {
+        {"objects of an unknown kind", plain(0x51, zeros(0)), testing::IsEmpty()},
+        {"hatches without fields", entity(0x4E, zeros(0)), areTooMany},
+        {"extended data of unknown kinds", extended(unknownValues), areTooMany},
+        {"multiline styles", plain(0x49, multilineStyle(255, 0)), isTooMuch},
+        {"multiline styles of a long name", plain(0x49, multilineStyle(20, 1)), isTooMuch},
+        {"hatches of empty paths", entity(0x4E, hatchOfPaths), isTooMuch},
+        {"polylines", entity(0x4D, polyline), isTooMuch},
+        {"extended data of a long name", extended(layerNames), isTooMuch},
+    };
+    for (const auto& each : cases) {
+        EXPECT_THAT(reasonOf(filledWith(document, each.make)), each.reason) << each.name;
+    }
+}
+
+// Three megabytes that say as much as forty could.
+TEST_F(HostileDwg, AnObjectThatSaysMuchInFewBitsIsCarriedAlongUnread)
+{
+    constexpr int items = 3'000'000;
     const auto points = [](BitWriter& bits) {
         bits.shortNumber(0);
         bits.longNumber(items);
-        bits.rawReal(0);
-        bits.rawReal(0);
-        bits.raw(std::string(items / 2, '\0')); // each where the one before is
+        bits.raw(std::string(2 * 8 + items / 2, '\0'));
     };
-    OpenedFile file(document);
-    file.objects[lines[1]] = entityBits(0x4D, lines[1], layer, lines[0], lines[2], points);
-    EXPECT_EQ(reasonOf(file.closed()), "") << "it is carried along unread";
-
     const auto names = [](BitWriter& bits) {
-        bits.longNumber(0);
-        bits.longNumber(items / 4);
-        bits.shortNumber(1);
-        bits.byte(0);
-        bits.raw(std::string(items / 4 / 4, '\xAA')); // empty ones
+        bits.longNumber(items);
+        zeros(2 + 3 + items)(bits);
     };
-    BitWriter handles;
-    handles.raw(std::string(2 + items / 4, '\x20'));
-    const Handle dictionary = document.rootDictionary().find("ACAD_GROUP");
-    file.objects[dictionary] = objectBits(0x2A, dictionary, names, handles);
-    EXPECT_EQ(reasonOf(file.closed()), "");
+    const auto values = [](BitWriter& bits) {
+        bits.longNumber(items);
+        for (int i = 0; i < items / 3; ++i) {
+            bits.rawShort(280);
+            bits.byte(1);
+        }
+        bits.shortNumber(1);
+    };
+    for (const std::string& bits : {entityBits(0x4D, 0x10000, layer, 0, 0, points),
+                                    plainBits(0x2A, 0x10000, names, items), plainBits(0x4F, 0x10000, values)}) {
+        OpenedFile file(document);
+        file.objects[0x10000] = bits;
+        EXPECT_EQ(reasonOf(file.closed()), "");
+        EXPECT_THAT(notes, testing::ElementsAre(testing::HasSubstr("could not be read")));
+    }
+}
+
+// Each block without brackets and layout is given them, with a name that no other has.
+TEST_F(HostileDwg, WhatIsAddedToManyBlocksIsHeldToTheFilesSize)
+{
+    const Handle control = document.table("BLOCK_RECORD").handle;
+    const auto paperSpaces = [&](int count) {
+        OpenedFile file(document);
+        BitWriter handles;
+        handles.raw(std::string(2, '\x40'));
+        for (Handle handle = 0x10000; handle < 0x10000u + static_cast<unsigned>(count); ++handle) {
+            handles.handle({Reference::SoftOwner, handle});
+            file.objects[handle] = plainBits(
+                0x31, handle,
+                [](BitWriter& bits) {
+                    bits.text("*Paper_Space");
+                    bits.bit(true);
+                    zeros(1)(bits);
+                    bits.bits(0, 6);
+                    zeros(4)(bits);
+                    bits.byte(0);
+                    zeros(2)(bits);
+                },
+                10);
+        }
+        handles.handle({Reference::HardOwner, document.modelSpace().handle});
+        handles.handle({Reference::HardOwner, document.paperSpace().handle});
+        const auto fields = [&](BitWriter& bits) {
+            bits.longNumber(0);
+            bits.longNumber(count);
+        };
+        file.objects[control] = objectBits(0x30, control, fields, handles);
+        return file.closed();
+    };
+    EXPECT_EQ(reasonOf(paperSpaces(2000)), "");
+    EXPECT_THAT(reasonOf(paperSpaces(20'000)), testing::HasSubstr("say more than a file of this size can mean"));
 }
 
 TEST_F(HostileDwg, ANameThatManyObjectsRepeatHasItsLength)
@@ -254,11 +294,8 @@ TEST_F(HostileDwg, ANameThatManyObjectsRepeatHasItsLength)
     const Handle longest = document.addRecord(std::move(second)).handle;
     OpenedFile file(document);
     EXPECT_EQ(reasonOf(file.closed()), "");
-    const auto named = [](BitWriter& bits) {
-        bits.longNumber(0);
-        bits.text(std::string(30'000, 'x'));
-    };
-    file.objects[longest] = objectBits(0x33, longest, named, BitWriter());
+    const auto named = [](BitWriter& bits) { bits.text(std::string(30'000, 'x')); };
+    file.objects[longest] = plainBits(0x33, longest, named);
     EXPECT_THAT(reasonOf(file.closed()), testing::HasSubstr("is too long"));
 }
 

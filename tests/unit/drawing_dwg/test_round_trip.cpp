@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "drawing/binary_part.h"
-#include "made_drawing.h"
+#include "opened_file.h"
 #include "tests/support/files.h"
 #include "tests/support/independent_readers.h"
 #include "tests/support/python.h"
@@ -108,19 +108,73 @@ TEST(RoundTrip, LosesNothingOfEveryKindAndSaysWhatHasNoPlace)
                     "1 MLEADERSTYLE, 1 MPOLYGON, 1 SHAPE."));
 }
 
-TEST(RoundTrip, WhatOnlyTheBinaryFormHoldsIsLeftOutOfDxfAndSaid)
+TEST(RoundTrip, ReferenceToAMissingBlockKeepsItsNameAndItsAttributes)
 {
     Document document;
-    auto carried = std::make_unique<RawEntity>("MULTILEADER");
-    BinaryPart part;
-    part.type = 498;
-    part.whole = true;
-    carried->binary = std::make_shared<const BinaryPart>(part);
-    document.addEntity(document.modelSpace(), std::move(carried));
+    for (const char* text : {"12", "13"}) {
+        auto& reference = add<BlockReference>(document, document.modelSpace());
+        reference.block = "of no file";
+        document.addAttribute(reference, std::make_unique<Attribute>()).text = text;
+    }
     Notes notes;
-    const std::string dxf = writeDrawingBytes(document, DrawingForm::DxfText, &notes);
-    EXPECT_THAT(dxf, testing::Not(testing::HasSubstr("MULTILEADER")));
-    EXPECT_THAT(notes, testing::ElementsAre("Left out, as a DXF file has no place for them: 1 MULTILEADER."));
+    const Document read = readDrawingBytes(writeDrawingBytes(document, DrawingForm::Dwg, &notes));
+    EXPECT_THAT(notes, testing::ElementsAre("A block that is shown is missing; it was written empty."));
+    const auto* reference = read.find<BlockReference>(read.modelSpace().entities.back());
+    ASSERT_NE(reference, nullptr);
+    EXPECT_EQ(reference->block, "of no file");
+    EXPECT_EQ(read.find<Attribute>(reference->attributes.at(0))->text, "13");
+    EXPECT_TRUE(read.findBlock("of no file")->entities.empty());
+}
+
+// Kinds that every file knows by a number, a proxy, and kinds of classes that the file tells of.
+TEST(RoundTrip, UnknownKindsComeBackBitForBitAndAreNamedWhereDxfHasNoPlaceForThem)
+{
+    Document document;
+    for (int i = 0; i < 4; ++i) {
+        add<Line>(document, document.modelSpace());
+    }
+    const std::vector<Handle> entities = document.modelSpace().entities;
+    const Handle layer = document.findLayer("0")->handle;
+    document.classes = {{{1, "MULTILEADER"}, {2, "AcDbMLeader"}, {3, "ACDB_MLEADER_CLASS"}, {281, "1"}},
+                        {{1, "MATERIAL"}, {2, "AcDbMaterial"}, {3, "ObjectDBX Classes"}, {281, "0"}}};
+    const int types[] = {0x21, 0x4A, 498, 500}; // a shape, a frame of another program, a proxy, the first class
+    const std::string bytes = "\xA5\x5A of one's own";
+    const auto fields = [&](BitWriter& bits) {
+        bits.raw(bytes);
+        bits.bits(5, 3);
+    };
+    OpenedFile file(document);
+    for (std::size_t i = 0; i < entities.size(); ++i) {
+        const Handle before = i == 0 ? 0 : entities[i - 1];
+        const Handle behind = i + 1 == entities.size() ? 0 : entities[i + 1];
+        file.objects[entities[i]] = entityBits(types[i], entities[i], layer, before, behind, fields, {0x1234, layer});
+    }
+    file.objects[0xF00] = plainBits(501, 0xF00, fields, 1);
+    file.objects[0xF01] = plainBits(0x51, 0xF01, fields, 1);
+    const Document once = readDrawingBytes(file.closed());
+    const Document twice = readDrawingBytes(dwgOf(once));
+    const auto check = [&](const Document& read, Handle handle, const std::string& name,
+                           const std::vector<BinaryPart::Reference>& references) {
+        const Object* object = read.find(handle);
+        ASSERT_TRUE(object != nullptr && isOnlyBinary(*object)) << name;
+        EXPECT_EQ(object->name(), name);
+        EXPECT_EQ(object->binary->bitCount, 8 * bytes.size() + 3);
+        EXPECT_EQ(object->binary->bits, bytes + '\xA0');
+        EXPECT_EQ(object->binary->references, references) << name;
+    };
+    for (const Document* read : {&once, &twice}) {
+        EXPECT_EQ(read->modelSpace().entities, entities);
+        const char* const names[] = {"SHAPE", "OLE2FRAME", "ACAD_PROXY_ENTITY", "MULTILEADER"};
+        for (std::size_t i = 0; i < entities.size(); ++i) {
+            check(*read, entities[i], names[i], {{4, 0x1234}, {4, layer}});
+        }
+        check(*read, 0xF00, "MATERIAL", {{4, 0}});
+        check(*read, 0xF01, "VBA_PROJECT", {{4, 0}});
+    }
+    Notes notes;
+    writeDrawingBytes(twice, DrawingForm::DxfText, &notes);
+    EXPECT_THAT(notes, testing::ElementsAre("Left out, as a DXF file has no place for them: 1 ACAD_PROXY_ENTITY, 1 "
+                                            "MATERIAL, 1 MULTILEADER, 1 OLE2FRAME, 1 SHAPE, 1 VBA_PROJECT."));
 }
 
 // Three independent programs find no fault in what we write, and the same image and the same numbers of entities in it.
@@ -152,6 +206,16 @@ TEST(IndependentReaders, ReadWhatWeWrite)
     }
 }
 
+// What nobody here understands is the same in both.
+void expectSameBits(const Document& a, const Document& b, Handle handle)
+{
+    const Object* one = a.find(handle);
+    const Object* other = b.find(handle);
+    ASSERT_NE(other, nullptr) << one->name();
+    ASSERT_EQ(one->binary == nullptr, other->binary == nullptr) << one->name();
+    EXPECT_TRUE(!one->binary || *one->binary == *other->binary) << one->name();
+}
+
 // HALVORAN_HOST_DRAWINGS names a folder with drawings that the host itself wrote, each as .dwg and as .dxf.
 TEST(HostDrawings, AreReadObjectForObjectAndComeBack)
 {
@@ -175,7 +239,16 @@ TEST(HostDrawings, AreReadObjectForObjectAndComeBack)
             << entry.path() << "\n"
             << output;
         writeDrawing(read, own / "back.dwg", DrawingForm::Dwg);
-        writeDrawing(readDrawing(own / "back.dwg"), own / "back.dxf");
+        const Document back = readDrawing(own / "back.dwg");
+        for (const Handle handle : read.objects()) {
+            expectSameBits(read, back, handle);
+        }
+        for (const Handle block : read.table("BLOCK_RECORD").records) {
+            for (const Handle handle : read.find<Block>(block)->entities) {
+                expectSameBits(read, back, handle);
+            }
+        }
+        writeDrawing(back, own / "back.dxf");
         EXPECT_TRUE(runPython("tests/unit/drawing_dwg/compare_objects.py",
                               (own / "read.dxf").string() + " " + (own / "back.dxf").string(), output))
             << entry.path() << "\n"
