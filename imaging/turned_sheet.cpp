@@ -49,6 +49,10 @@ constexpr auto sameNumbers = [] {
 // Two groups of sixteen pixels, of each of which three strips are at hand from `first` or `second` on. Each pixel is
 // given by its column from its group's first strip on, up to 23, and by its row. The first becomes the least
 // significant bit.
+//
+//            a        b        c        pixel   column   row   bytes    bit
+//   row 0    ..1..... ........ ........     1        2     0   a0 b0 c0   2 of a0
+//   row 1    ........ .2...... ........     2        9     1   a1 b1 c1   1 of b1
 inline __attribute__((target("avx2"), always_inline)) std::uint32_t
 pixelsOf(const std::uint8_t* first, const std::uint8_t* second, std::ptrdiff_t length, __m256i columns, __m256i rows)
 {
