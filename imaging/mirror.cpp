@@ -58,7 +58,7 @@ void reverseRow(const std::uint64_t* from, std::uint64_t* to, std::ptrdiff_t wor
 }
 
 // Exchanges two rows, and fetches those that come next: that the lower ones go upwards, the processor does not foresee.
-void swapRows(std::uint64_t* upper, std::uint64_t* lower, std::ptrdiff_t words)
+inline __attribute__((always_inline)) void swapRows(std::uint64_t* upper, std::uint64_t* lower, std::ptrdiff_t words)
 {
     constexpr std::ptrdiff_t line = 8; // words
     for (std::ptrdiff_t i = 0; i < words; i += line) {
@@ -66,6 +66,26 @@ void swapRows(std::uint64_t* upper, std::uint64_t* lower, std::ptrdiff_t words)
         __builtin_prefetch(lower - words + i, 1);
         std::swap_ranges(upper + i, upper + std::min(i + line, words), lower + i);
     }
+}
+
+#ifdef __x86_64__
+// The same, four words at a time.
+__attribute__((target("avx2"))) void swapRowsByFours(std::uint64_t* upper, std::uint64_t* lower, std::ptrdiff_t words)
+{
+    swapRows(upper, lower, words);
+}
+#endif
+
+void swapRowsQuickly(std::uint64_t* upper, std::uint64_t* lower, std::ptrdiff_t words)
+{
+#ifdef __x86_64__
+    static const bool byFours = __builtin_cpu_supports("avx2");
+    if (byFours) {
+        swapRowsByFours(upper, lower, words);
+        return;
+    }
+#endif
+    swapRows(upper, lower, words);
 }
 
 } // namespace
@@ -85,7 +105,7 @@ void mirrorVertical(Bitmap& bitmap)
     const std::ptrdiff_t words = bitmap.wordsPerRow();
     inParallel(bitmap.height() / 2, rowsWorthACore(words), [&](int begin, int end) {
         for (int y = begin; y < end; ++y)
-            swapRows(bitmap.row(y), bitmap.row(bitmap.height() - 1 - y), words);
+            swapRowsQuickly(bitmap.row(y), bitmap.row(bitmap.height() - 1 - y), words);
     });
 }
 
