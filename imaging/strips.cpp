@@ -18,6 +18,7 @@ namespace {
 constexpr int margin = 8;      // rows above and below, and at least as many columns on the left
 constexpr int rightMargin = 3; // strips: one for the pixels, two for what is read with them
 constexpr int line = 64;       // bytes of the processor's cache
+constexpr int beyond = 16;     // bytes that may be read behind the last strip
 
 // Strips whose lengths are a power of two would all compete for the same lines of the cache.
 std::ptrdiff_t lengthFor(int rows)
@@ -56,7 +57,7 @@ void laySixteen(const std::uint64_t* word, std::ptrdiff_t wordsPerRow, std::uint
         _mm_storeu_si128(reinterpret_cast<__m128i*>(to - length), _mm_unpackhi_epi64(upper, lower));
     };
     __m128i left[4], right[4]; // four rows' left and right strips
-    for (int i = 0; i < 4; ++i) {
+    for (std::size_t i = 0; i < 4; ++i) {
         right[i] = _mm_unpacklo_epi16(pairs[2 * i], pairs[2 * i + 1]);
         left[i] = _mm_unpackhi_epi16(pairs[2 * i], pairs[2 * i + 1]);
     }
@@ -73,10 +74,10 @@ void laySixteen(const std::uint64_t* word, std::ptrdiff_t wordsPerRow, std::uint
 Strips::Strips(const Rect& box, int shift)
     : m_box(box), m_origin{box.left - shift - margin, box.top - margin},
       m_count(1 + 8 * std::ptrdiff_t((shift + box.width() + 63) / 64) + rightMargin), m_length(lengthFor(box.height())),
-      m_memory(std::size_t(m_count * m_length + 2 * line) / 8)
+      m_memory(std::size_t(m_count * m_length + line + beyond) / 8)
 {
     void* memory = m_memory.data();
-    std::size_t space = std::size_t(m_count * m_length + 2 * line);
+    std::size_t space = std::size_t(m_count * m_length + line + beyond);
     m_bytes = static_cast<std::uint8_t*>(std::align(line, space - line, memory, space));
     clearMargins();
 }
