@@ -69,6 +69,9 @@ TEST(Resample, SizesWithNoCommonDivisorDoNotOverflow)
     // 65,521 and 65,519 are primes: the sums are counted in parts of 65,521 x 65,521.
     const Bitmap ink = made({65521, 2}, [](int, int) { return true; });
     EXPECT_TRUE(samePicture(made({65519, 1}, [](int, int) { return true; }), resample(ink, {65519, 1})));
+    // The sums of a row must not be carried into the next: those of all of them would not fit.
+    const Bitmap sheet = made({4001, 2003}, [](int, int) { return true; });
+    EXPECT_TRUE(samePicture(made({3968, 1800}, [](int, int) { return true; }), resample(sheet, {3968, 1800})));
     Bitmap tall({1, 65521});
     for (int y = 0; y < 65521; y += 2)
         tall.setInk(0, y, true);

@@ -1,5 +1,6 @@
 #include <cmath>
 #include <numbers>
+#include <random>
 
 #include "imaging/error.h"
 #include "imaging/rotate.h"
@@ -104,10 +105,15 @@ TEST(Rotate, FastWayFindsThePixelsOfThePlainOne)
 TEST(Rotate, LargeMostlyEmptySheetLosesNoInk)
 {
     Bitmap bitmap({1500, 1100});
-    for (int i = 0; i < 400; ++i)
-        bitmap.setInk(i * 7919 % 1500, i * 104729 % 1100, true);
-    const Bitmap result = rotated(bitmap, 0.4, {700, 500}, true);
-    EXPECT_TRUE(samePicture(plainlyRotated(bitmap, 0.4, {700, 500}, true, Region(bitmap.bounds()), result), result));
+    std::mt19937 random(3);
+    for (int i = 0; i < 150; ++i)
+        bitmap.setInk(int(random() % 1500), int(random() % 1100), true);
+    // A word of 64 pixels lies across two or three rows of squares that are known to be blank or not.
+    for (const double angle : {0.4, 0.78, -0.78}) {
+        const Bitmap result = rotated(bitmap, angle, {700, 500}, true);
+        const Bitmap expected = plainlyRotated(bitmap, angle, {700, 500}, true, Region(bitmap.bounds()), result);
+        EXPECT_TRUE(samePicture(expected, result)) << angle;
+    }
 }
 
 TEST(Rotate, ImagesOfTheLongestSideTurnToo)
