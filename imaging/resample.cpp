@@ -11,6 +11,7 @@
 #include "imaging/parallel.h"
 #include "imaging/reduce.h"
 #include "imaging/resample_axis.h"
+#include "imaging/rounded_reduction.h"
 #include "imaging/running_sums.h"
 
 namespace imaging {
@@ -203,6 +204,8 @@ Bitmap resample(const Bitmap& bitmap, Size size)
     // Sums of a whole row of pixels fit in an int for all but the most awkward pairs of large sizes.
     if (size.width >= bitmap.width() && size.height >= bitmap.height()) {
         enlarge(bitmap, target, columns, rows);
+    } else if (reducesToRoundedPart(columns, rows)) {
+        reduceToRoundedPart(bitmap, target, columns, rows);
     } else if (columns.unit() * rows.unit() < (1 << 30)) {
         resampleByArea<std::int32_t>(bitmap, target, columns, rows);
     } else {

@@ -1,4 +1,6 @@
+#include "imaging/byte_reduction.h"
 #include "imaging/error.h"
+#include "imaging/half_by_words.h"
 #include "imaging/resample.h"
 #include "imaging/running_sums.h"
 #include "picture.h"
@@ -18,18 +20,31 @@ long long share(int source, int target, int sourcePixel, int targetPixel)
     return std::max(0LL, end - begin);
 }
 
+// What of the source each target pixel covers, in one direction: source pixels and their shares.
+std::vector<std::vector<std::pair<int, long long>>> shares(int source, int target)
+{
+    std::vector<std::vector<std::pair<int, long long>>> covered(target);
+    for (int t = 0; t < target; ++t) {
+        for (int s = 0; s < source; ++s) {
+            if (const long long part = share(source, target, s, t))
+                covered[t].emplace_back(s, part);
+        }
+    }
+    return covered;
+}
+
 // Pixel by pixel, with nothing clever about it.
 Bitmap plainlyResampled(const Bitmap& bitmap, Size size)
 {
+    const auto columns = shares(bitmap.width(), size.width);
+    const auto rows = shares(bitmap.height(), size.height);
     return made(size, [&](int x, int y) {
         long long ink = 0;
         long long all = 0;
-        for (int v = 0; v < bitmap.height(); ++v) {
-            const long long across = share(bitmap.height(), size.height, v, y);
-            for (int u = 0; across && u < bitmap.width(); ++u) {
-                const long long area = across * share(bitmap.width(), size.width, u, x);
-                all += area;
-                ink += bitmap.ink(u, v) ? area : 0;
+        for (const auto& [v, down] : rows[y]) {
+            for (const auto& [u, across] : columns[x]) {
+                all += across * down;
+                ink += bitmap.ink(u, v) ? across * down : 0;
             }
         }
         return 2 * ink >= all;
@@ -60,6 +75,59 @@ TEST(Resample, WholeFactorsAgreeWithThePlainWay)
             EXPECT_TRUE(samePicture(plainlyResampled(bitmap, {width, 6}), resample(bitmap, {width, 6})));
             const Bitmap halfTone = noise({width * factor, 6 * factor}, 0.5, unsigned(factor));
             EXPECT_TRUE(samePicture(plainlyResampled(halfTone, {width, 6}), resample(halfTone, {width, 6})));
+        }
+    }
+}
+
+TEST(Resample, HalvesAndFourthsOfAnySidesAgreeWithThePlainWay)
+{
+    const auto lines = [](Size size, int thickness) {
+        // Target pixels cover some of them by half, or by a trifle more or less. Every fifth field is all ink.
+        return made(size, [=](int x, int y) {
+            const int field = x / 16 + y / 9;
+            return field % 5 == 0 || (field % 2 ? x % 16 / thickness == 2 : y % 9 / thickness == 1);
+        });
+    };
+    for (const int factor : {2, 4}) {
+        for (const Size size : {Size{1301, 70}, Size{1300, 71}, Size{1303, 73}, Size{262, 259}, Size{71, 1302}}) {
+            const Bitmap pictures[] = {noise(size, 0.5, unsigned(size.width)), lines(size, 1), lines(size, 2),
+                                       lines(size, 3), made(size, [](int x, int) { return x % 512 < 4; })};
+            for (std::size_t i = 0; i < std::size(pictures); ++i) {
+                SCOPED_TRACE(testing::Message()
+                             << "picture " << i << " of " << size.width << " x " << size.height << " by " << factor);
+                for (const int up : {0, factor - 1}) {
+                    const Size target{(size.width + up) / factor, (size.height + up) / factor};
+                    EXPECT_TRUE(samePicture(plainlyResampled(pictures[i], target), resample(pictures[i], target)));
+                }
+            }
+        }
+    }
+}
+
+TEST(Resample, FewPixelsAreLeftForExactWeights)
+{
+    const auto openPixels = [](const auto& reduction, Size target) {
+        std::vector<std::uint64_t> ink(reduction.wordsOfRow()), open(reduction.wordsOfRow());
+        int count = 0;
+        for (int y = 0; y < target.height; ++y) {
+            reduction.weigh(y, ink.data(), open.data());
+            for (int x = 0; x < target.width; ++x)
+                count += open[x / 64] >> (63 - x % 64) & 1;
+        }
+        return count;
+    };
+    if (!__builtin_cpu_supports("avx2"))
+        GTEST_SKIP() << "only processors with AVX2 reduce so";
+    for (const Size size : {Size{1300, 1303}, Size{1303, 1300}, Size{1303, 1303}}) {
+        const Bitmap bitmap = scanLike(size, 1);
+        const Size half{size.width / 2, size.height / 2}, fourth{size.width / 4, size.height / 4};
+        const ResampleAxis halfColumns(size.width, half.width), halfRows(size.height, half.height);
+        const ResampleAxis columns(size.width, fourth.width), rows(size.height, fourth.height);
+        const RoundedAxis byTwo[] = {{halfColumns, 2}, {halfRows, 2}}, byFour[] = {{columns, 4}, {rows, 4}};
+        EXPECT_LT(openPixels(ByteReduction<4>(bitmap, byFour[0], byFour[1]), fourth), 12 * 325);
+        EXPECT_LT(openPixels(ByteReduction<2>(bitmap, byTwo[0], byTwo[1]), half), 8 * 650);
+        if (HalfByWords::suits(byTwo[0], byTwo[1])) {
+            EXPECT_LE(openPixels(HalfByWords(bitmap, byTwo[0], byTwo[1]), half), 2 * 650);
         }
     }
 }
