@@ -14,6 +14,7 @@
 #include <bit>
 
 #include "imaging/bits.h"
+#include "imaging/parallel.h"
 #include "imaging/wide_words.h"
 
 namespace imaging {
@@ -130,6 +131,23 @@ HALVORAN_AVX2 void halveRows(const std::array<const std::uint64_t*, 3>& rows, st
     }
 }
 
+HALVORAN_AVX2_INLINE __m256i inkOf(const Line& first, const Line& second)
+{
+    return _mm256_or_si256(_mm256_and_si256(first.any, second.any), _mm256_or_si256(first.both, second.both));
+}
+
+HALVORAN_AVX2 void halveEvenRows(const std::array<const std::uint64_t*, 2>& rows, std::ptrdiff_t words,
+                                 std::uint64_t* target)
+{
+    std::ptrdiff_t i = 0;
+    for (; !isAtEdge(i, words); i += wideWords)
+        storeFirsts(inkOf(lineAcross(rows[0] + i), lineAcross(rows[1] + i)), target + i / 2);
+    for (; i < words; i += wideWords) {
+        const RowsAtEdge<2> atEdge(rows, words, i * 64);
+        storeFirsts(inkOf(lineAcross(atEdge.rows()[0]), lineAcross(atEdge.rows()[1])), target + i / 2);
+    }
+}
+
 HALVORAN_AVX2_INLINE Line lineDown(const std::array<const std::uint64_t*, 2>& rows, std::ptrdiff_t x)
 {
     const WidePlace place = widePlace(x);
@@ -155,7 +173,24 @@ HALVORAN_AVX2 void halveColumns(const std::array<const std::uint64_t*, 2>& rows,
     }
 }
 
+// Of a row that is written by twos of words, four source words at a time.
+std::size_t wordsOfHalf(const Bitmap& source)
+{
+    return std::size_t(source.wordsPerRow() + wideWords - 1) / wideWords * 2;
+}
+
 } // namespace
+
+void halveByWords(const Bitmap& source, Bitmap& target)
+{
+    inParallel(target.height(), rowsWorthACore(source.wordsPerRow() * 2), [&](int begin, int end) {
+        std::vector<std::uint64_t> row(wordsOfHalf(source));
+        for (int y = begin; y < end; ++y) {
+            halveEvenRows({source.row(2 * y), source.row(2 * y + 1)}, source.wordsPerRow(), row.data());
+            std::copy_n(row.data(), target.wordsPerRow(), target.row(y));
+        }
+    });
+}
 
 bool HalfByWords::suits(const RoundedAxis& columns, const RoundedAxis& rows)
 {
@@ -165,12 +200,11 @@ bool HalfByWords::suits(const RoundedAxis& columns, const RoundedAxis& rows)
 HalfByWords::HalfByWords(const Bitmap& source, const RoundedAxis& columns, const RoundedAxis& rows)
     : m_source(source), m_columns(columns), m_rows(rows)
 {
-    const std::size_t words = std::size_t((source.wordsPerRow() + wideWords - 1) / wideWords * wideWords);
-    m_alwaysOpen.resize(words / 2 + 2);
+    m_alwaysOpen.resize(wordsOfHalf(source));
     if (columns.excess() == 0)
         return;
-    m_firstMiddle.resize(words);
-    m_lastMiddle.resize(words);
+    m_firstMiddle.resize(2 * wordsOfHalf(source));
+    m_lastMiddle.resize(2 * wordsOfHalf(source));
     // All begin so far from column 2 t but for column 0 of those that begin before, which goes by no rule.
     m_beyond = columns.firstSource(columns.target() - 1) - 2 * (columns.target() - 1);
     for (int t = 0; t < columns.target(); ++t) {

@@ -9,6 +9,10 @@
 
 namespace imaging {
 
+/// Fills the target with the source of twice its sides: ink where two or more of four pixels are. For processors with
+/// AVX2.
+void halveByWords(const Bitmap& source, Bitmap& target);
+
 /// Reduces to a half where two divides one direction and the other is rounded, on processors with AVX2. In the rounded
 /// direction, a target pixel lies over three lines of two pixels, which are source rows or columns.
 class HalfByWords

@@ -70,7 +70,7 @@ TEST(Resample, AgreesWithThePlainWayAtEverySize)
 TEST(Resample, WholeFactorsAgreeWithThePlainWay)
 {
     for (const int factor : {2, 3, 4, 5, 8}) {
-        for (const int width : {31, 64, 65}) {
+        for (const int width : {31, 64, 65, 650}) {
             const Bitmap bitmap = scanLike({width * factor, 6 * factor}, unsigned(factor));
             EXPECT_TRUE(samePicture(plainlyResampled(bitmap, {width, 6}), resample(bitmap, {width, 6})));
             const Bitmap halfTone = noise({width * factor, 6 * factor}, 0.5, unsigned(factor));
