@@ -1,6 +1,7 @@
 #pragma once
 
 #include <benchmark/benchmark.h>
+#include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
@@ -18,12 +19,17 @@ public:
     void Finalize() override;
 
 private:
-    using Row = std::map<std::string, double>; // milliseconds of "one", "all" or a peer
+    using Times = std::map<std::string, double>; // milliseconds of "one", "all" or a peer
 
-    static std::string cell(const Row& row, const std::string& who);
-    static std::string advantage(const Row& row);
+    struct Row
+    {
+        std::int64_t registered; // as which of all benchmarks its first one was
+        Times times;
+    };
 
-    std::vector<std::string> m_order;
+    static std::string cell(const Times& times, const std::string& who);
+    static std::string advantage(const Times& times);
+
     std::map<std::string, Row> m_rows;
 };
 
