@@ -276,6 +276,15 @@ TEST_F(SettingsDialog, AValueThatIsNeitherShownNorHiddenStays)
     CDefault::SetInteger(ShowToolbarSetting, 1);
 }
 
+TEST_F(SettingsDialog, WhatIsLockedCantBeUnloaded)
+{
+    toolbar();
+    ASSERT_TRUE(acrxDynamicLinker->loadModule(LOCKED_MODULE, false));
+    run([](HWND dialog) { EXPECT_FALSE(test::enabled(dialog, 1002)); }, IDCANCEL);
+    standin::unloadAllModules();
+    run([](HWND dialog) { EXPECT_TRUE(test::enabled(dialog, 1002)); }, IDCANCEL);
+}
+
 TEST_F(SettingsDialog, UnloadsAMomentAfterItHasGone)
 {
     toolbar();
