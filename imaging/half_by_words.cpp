@@ -1,11 +1,11 @@
 // Of each line it matters alone whether any and whether both of its pixels are ink, and that is found for 128 target
 // pixels at once:
 //
-//   first    . 1    any
-//   middle   1 0    any
-//   last     1 1    any, both
+//   first     . .
+//   middle    # .    any
+//   last      # #    any, both
 //
-// Exact weights decide which lines together are ink. It is always the same but for few cases, which the Rule tells.
+// Which lines make ink together, the true weights decide beforehand: for a target row or column it is a Rule.
 
 #include "imaging/half_by_words.h"
 
@@ -35,7 +35,7 @@ bool isInk(HalfByWords::Rule rule, int first, int middle, int last)
     }
 }
 
-// Nothing if these pixels go by no rule.
+// Nothing for ends that go by no rule, as irregular ones do.
 std::optional<HalfByWords::Rule> ruleOf(const RoundedAxis& axis, RoundedAxis::Ends ends)
 {
     const auto reachesHalf = [&](int first, int middle, int last) {

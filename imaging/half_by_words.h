@@ -30,13 +30,16 @@ public:
     /// be set as ink too, and so may any beyond the row's end.
     void weigh(int y, std::uint64_t* ink, std::uint64_t* open) const;
 
-    /// Which lines reach half of the area, besides those of which the middle one has a pixel and each other one as
-    /// well, or the middle one both and another one any.
+    /// When three lines reach half of the area, by how many pixels of the middle one are ink:
+    ///
+    ///     2    when another line has any, and without if `middle`
+    ///     1    when both others have any, or the first has both if `firstMiddle`, or the last both if `lastMiddle`
+    ///     0    when both others have both, if `outer`
     struct Rule
     {
-        bool middle;      // both pixels of the middle line alone
-        bool outer;       // both of the first and of the last line, and none between
-        bool firstMiddle; // both of the first line and one of the middle line
+        bool middle;
+        bool outer;
+        bool firstMiddle;
         bool lastMiddle;
     };
 
