@@ -215,6 +215,7 @@ int run(int argc, char** argv)
     std::vector<char*> arguments(argv, argv + argc);
     arguments.insert(arguments.begin() + 1, interleaving.data());
     argc = int(arguments.size());
+    arguments.push_back(nullptr);
     argv = arguments.data();
     benchmark::Initialize(&argc, argv);
     setMsgSeverity(L_SEVERITY_ERROR);

@@ -27,6 +27,7 @@ namespace {
 // more for rounding, multiplied, in fifteen bits.
 constexpr int mostOfColumns = 251;
 constexpr int mostOfRows = 129;
+static_assert(mostOfColumns < 255 && (mostOfColumns + 1) * (mostOfRows + 1) < 1 << 15);
 
 // By so much the weights of a block's columns may differ.
 constexpr float blockSpan = 2;
@@ -143,9 +144,10 @@ template <int Factor> HALVORAN_AVX2_INLINE bool isBlank(const Rows<Factor>& rows
 
 // Sets the pixels of a block that begins at x in the words of the rows.
 template <int Factor>
-HALVORAN_AVX2_INLINE void
-weighBlock(const Rows<Factor>& rows, std::ptrdiff_t x, const typename ByteReduction<Factor>::Block& block,
-           const typename ByteReduction<Factor>::RowWeights& weights, std::uint64_t* inkRow, std::uint64_t* openRow)
+HALVORAN_AVX2_INLINE void weighBlock(const Rows<Factor>& rows, std::ptrdiff_t x,
+                                     const typename ByteReduction<Factor>::Block& block,
+                                     const typename ByteReduction<Factor>::RowWeights& weights, bool decidesAll,
+                                     std::uint64_t* inkRow, std::uint64_t* openRow)
 {
     constexpr std::size_t count = 8 / Factor;
     const Across across{widePlace(x), widePlace(x + Factor), bothHalves(block.table), bothHalves(block.lastTable)};
@@ -169,8 +171,7 @@ weighBlock(const Rows<Factor>& rows, std::ptrdiff_t x, const typename ByteReduct
 
     const int half = (weights.sum * block.sum + 1) / 2;
     // Both errors together, that of their product, and rounding: less than five more.
-    const int error =
-        weights.decideAll ? 0 : int(float(weights.sum) * block.error + float(block.sum) * weights.error) + 5;
+    const int error = decidesAll ? 0 : int(float(weights.sum) * block.error + float(block.sum) * weights.error) + 5;
     const __m256i paper = _mm256_set1_epi16(short(half - 1 - error));
     const __m256i notInk = _mm256_set1_epi16(short(half - 1 + error));
     Lanes<Factor> ink;
@@ -178,7 +179,7 @@ weighBlock(const Rows<Factor>& rows, std::ptrdiff_t x, const typename ByteReduct
     __m256i anyOpen = none;
     for (std::size_t k = 0; k < count; ++k) {
         ink.of[k] = above(sums[k], notInk);
-        open.of[k] = weights.decideAll ? none : _mm256_xor_si256(ink.of[k], above(sums[k], paper));
+        open.of[k] = decidesAll ? none : _mm256_xor_si256(ink.of[k], above(sums[k], paper));
         anyOpen = _mm256_or_si256(anyOpen, open.of[k]);
     }
     set<Factor>(inkRow, block, ink);
@@ -187,17 +188,18 @@ weighBlock(const Rows<Factor>& rows, std::ptrdiff_t x, const typename ByteReduct
 }
 
 template <int Factor>
-HALVORAN_AVX2 void
-weighRow(const Rows<Factor>& rows, std::ptrdiff_t words, std::span<const typename ByteReduction<Factor>::Block> blocks,
-         const typename ByteReduction<Factor>::RowWeights& weights, std::uint64_t* inkRow, std::uint64_t* openRow)
+HALVORAN_AVX2 void weighRow(const Rows<Factor>& rows, std::ptrdiff_t words,
+                            std::span<const typename ByteReduction<Factor>::Block> blocks,
+                            const typename ByteReduction<Factor>::RowWeights& weights, bool decidesAll,
+                            std::uint64_t* inkRow, std::uint64_t* openRow)
 {
     for (const auto& block : blocks) {
         const std::ptrdiff_t word = block.source >> 6;
         if (isAtEdge(word, words)) {
             const RowsAtEdge<Factor + 1> atEdge(rows, words, block.source);
-            weighBlock<Factor>(atEdge.rows(), 0, block, weights, inkRow, openRow);
+            weighBlock<Factor>(atEdge.rows(), 0, block, weights, decidesAll, inkRow, openRow);
         } else if (!isBlank<Factor>(rows, word)) {
-            weighBlock<Factor>(rows, block.source, block, weights, inkRow, openRow);
+            weighBlock<Factor>(rows, block.source, block, weights, decidesAll, inkRow, openRow);
         }
     }
 }
@@ -282,8 +284,7 @@ std::optional<typename ByteReduction<Factor>::RowWeights> ByteReduction<Factor>:
     const auto ends = mustBeAlike ? m_rowWeights.alike(exact) : m_rowWeights.nearest(exact);
     if (!ends)
         return std::nullopt;
-    return RowWeights{*ends, m_rowWeights.whole(), m_rowWeights.sum(*ends), m_rowWeights.error(exact, *ends),
-                      oneIsWhole()};
+    return RowWeights{*ends, m_rowWeights.whole(), m_rowWeights.sum(*ends), m_rowWeights.error(exact, *ends)};
 }
 
 template <int Factor> void ByteReduction<Factor>::weigh(int y, std::uint64_t* ink, std::uint64_t* open) const
@@ -299,7 +300,7 @@ template <int Factor> void ByteReduction<Factor>::weigh(int y, std::uint64_t* in
     Rows<Factor> rows;
     for (int i = 0; i <= Factor; ++i)
         rows[std::size_t(i)] = m_source.row(std::min(first + i, m_source.height() - 1));
-    weighRow<Factor>(rows, m_source.wordsPerRow(), m_blocks, *weights, ink, open);
+    weighRow<Factor>(rows, m_source.wordsPerRow(), m_blocks, *weights, oneIsWhole(), ink, open);
 }
 
 template class ByteReduction<2>;

@@ -12,15 +12,15 @@
 namespace imaging {
 
 /// Reduces to a rounded half or fourth (Factor 2 or 4) by weights that fit in a byte, on processors with AVX2. Pixels
-/// whose ink comes too near to half of their area for such weights are left open, of a scan a few of a thousand. Where
-/// Factor divides one of the directions, only those of a few rows or columns are.
+/// whose ink comes too near to half of their area for such weights are left open. Of a large scan that is one of a
+/// hundred or less; where Factor divides one of the directions, a few rows or columns.
 template <int Factor> class ByteReduction
 {
 public:
     /// The source has to outlive this.
     ByteReduction(const Bitmap& source, const RoundedAxis& columns, const RoundedAxis& rows);
 
-    /// How many words weigh() sets, one or more beyond the target's row.
+    /// How many words weigh() sets: as many as the target's row has, or some more.
     std::size_t wordsOfRow() const { return m_alwaysOpen.size(); }
 
     /// Writes which pixels of target row y are ink, and which are left open; those may be set as ink too, and so may
@@ -34,7 +34,8 @@ public:
     struct Block
     {
         int target; // word
-        int source; // the first one's first pixel if it were among them; it and all that follow may lie outside
+        int source; // where its first pixel would begin if it lay as the others do; that and what follows may be
+                    // outside
         std::array<std::uint64_t, targetWords> mask;
         int sum;     // of the weights
         float error; // by how much at most they are wrong
@@ -50,7 +51,6 @@ public:
         int whole;
         int sum;
         float error;
-        bool decideAll;
     };
 
 private:

@@ -16,8 +16,8 @@ public:
         int last = 0;
     };
 
-    /// Of the weights to be had for which all source pixels of a target pixel together weigh `most`, or one more for
-    /// rounding, the largest ones.
+    /// The largest weights of which all source pixels of a target pixel together weigh `most` or less, or one more for
+    /// rounding.
     ByteWeights(const RoundedAxis& axis, int most)
         : m_axis(axis), m_whole(int(most * axis.whole() / axis.targetPixel()))
     {}
@@ -30,11 +30,13 @@ public:
 
     Ends nearest(RoundedAxis::Ends ends) const;
 
-    /// By how much at most the weight of any of these pixels, less half of all, differs from the true one.
+    /// By how much at most the weight of ink in one of a target pixel's lines, less half of what the line weighs, is
+    /// wrong, whichever of the line's pixels are ink.
     float error(RoundedAxis::Ends ends, Ends bytes) const;
 
-    /// In the other direction, a target pixel covers n source pixels wholly: the weights with which any ink among these
-    /// n times n + 1 pixels reaches half of all just when it does so by the true ones; nothing if no bytes are found.
+    /// For a source that n divides in the other direction, so that a target pixel lies over n lines: weights by which
+    /// any ink in them reaches half of all just when it does so by the true weights. Nothing if no bytes are found that
+    /// do.
     std::optional<Ends> alike(RoundedAxis::Ends ends) const;
     bool areAlike(RoundedAxis::Ends ends, Ends bytes) const;
 

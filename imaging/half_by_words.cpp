@@ -181,7 +181,13 @@ std::size_t wordsOfHalf(const Bitmap& source)
 
 } // namespace
 
-void halveByWords(const Bitmap& source, Bitmap& target)
+bool halvesEvenSides(Size source, Size target)
+{
+    static const bool wide = __builtin_cpu_supports("avx2");
+    return wide && source.width == 2 * std::int64_t(target.width) && source.height == 2 * std::int64_t(target.height);
+}
+
+void halveEvenSides(const Bitmap& source, Bitmap& target)
 {
     inParallel(target.height(), rowsWorthACore(source.wordsPerRow() * 2), [&](int begin, int end) {
         std::vector<std::uint64_t> row(wordsOfHalf(source));
@@ -205,7 +211,7 @@ HalfByWords::HalfByWords(const Bitmap& source, const RoundedAxis& columns, const
         return;
     m_firstMiddle.resize(2 * wordsOfHalf(source));
     m_lastMiddle.resize(2 * wordsOfHalf(source));
-    // All begin so far from column 2 t but for column 0 of those that begin before, which goes by no rule.
+    // The same for all columns; only column 0 may differ, and goes by no rule then.
     m_beyond = columns.firstSource(columns.target() - 1) - 2 * (columns.target() - 1);
     for (int t = 0; t < columns.target(); ++t) {
         const std::optional<Rule> rule = ruleOf(columns, columns.endsOf(t));

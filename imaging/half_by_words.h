@@ -9,9 +9,11 @@
 
 namespace imaging {
 
-/// Fills the target with the source of twice its sides: ink where two or more of four pixels are. For processors with
-/// AVX2.
-void halveByWords(const Bitmap& source, Bitmap& target);
+/// Whether the source has twice the target's sides and this processor has AVX2.
+bool halvesEvenSides(Size source, Size target);
+
+/// Fills the target, for which that holds, with the source reduced: ink where two or more of four pixels are.
+void halveEvenSides(const Bitmap& source, Bitmap& target);
 
 /// Reduces to a half where two divides one direction and the other is rounded, on processors with AVX2. In the rounded
 /// direction, a target pixel lies over three lines of two pixels, which are source rows or columns.
@@ -23,7 +25,7 @@ public:
 
     static bool suits(const RoundedAxis& columns, const RoundedAxis& rows);
 
-    /// How many words weigh() sets, one or more beyond the target's row.
+    /// How many words weigh() sets: as many as the target's row has, or some more.
     std::size_t wordsOfRow() const { return m_alwaysOpen.size(); }
 
     /// Writes which pixels of target row y are ink, and which are left open, those of a few rows or columns; they may

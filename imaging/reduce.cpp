@@ -8,7 +8,6 @@
 
 #include "imaging/bit_counts.h"
 #include "imaging/bits.h"
-#include "imaging/half_by_words.h"
 #include "imaging/parallel.h"
 
 namespace imaging {
@@ -87,9 +86,8 @@ bool reducesByPowerOfTwo(Size source, Size target)
 
 void reduceByPowerOfTwo(const Bitmap& source, Bitmap& target)
 {
-    static const bool wide = __builtin_cpu_supports("avx2");
     if (isTimes(source.size(), target.size(), 2)) {
-        wide ? halveByWords(source, target) : reduce<1>(source, target);
+        reduce<1>(source, target);
     } else if (isTimes(source.size(), target.size(), 4)) {
         reduce<2>(source, target);
     } else {

@@ -8,6 +8,7 @@
 
 #include "imaging/bits.h"
 #include "imaging/error.h"
+#include "imaging/half_by_words.h"
 #include "imaging/parallel.h"
 #include "imaging/reduce.h"
 #include "imaging/resample_axis.h"
@@ -191,6 +192,10 @@ Bitmap resample(const Bitmap& bitmap, Size size)
     if (size.empty() || bitmap.empty())
         throw ImagingError("An image can't be brought to a size of no pixels, nor from it to another.");
     Bitmap target = Bitmap::uninitialized(size);
+    if (halvesEvenSides(bitmap.size(), size)) {
+        halveEvenSides(bitmap, target);
+        return target;
+    }
     if (reducesByPowerOfTwo(bitmap.size(), size)) {
         reduceByPowerOfTwo(bitmap, target);
         return target;
@@ -201,12 +206,11 @@ Bitmap resample(const Bitmap& bitmap, Size size)
     }
     const ResampleAxis columns(bitmap.width(), size.width);
     const ResampleAxis rows(bitmap.height(), size.height);
-    // Sums of a whole row of pixels fit in an int for all but the most awkward pairs of large sizes.
     if (size.width >= bitmap.width() && size.height >= bitmap.height()) {
         enlarge(bitmap, target, columns, rows);
     } else if (reducesToRoundedPart(columns, rows)) {
         reduceToRoundedPart(bitmap, target, columns, rows);
-    } else if (columns.unit() * rows.unit() < (1 << 30)) {
+    } else if (columns.unit() * rows.unit() < (1 << 30)) { // as for all but the most awkward pairs of large sizes
         resampleByArea<std::int32_t>(bitmap, target, columns, rows);
     } else {
         resampleByArea<std::int64_t>(bitmap, target, columns, rows);

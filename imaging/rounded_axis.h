@@ -18,17 +18,18 @@ namespace imaging {
 class RoundedAxis
 {
 public:
-    /// How much of its first and of its last source pixel a target pixel covers.
+    /// How much of its first and of its last source pixel a target pixel covers; of an irregular one `last` is below 0
+    /// or more than a whole pixel.
     struct Ends
     {
         std::int64_t first;
         std::int64_t last;
     };
 
-    /// Of an axis that has to outlive this, and isRounded().
+    /// isRounded() has to hold for the axis, which has to outlive this.
     RoundedAxis(const ResampleAxis& axis, int n) : m_axis(axis), m_n(n), m_whole(axis.position(1)) {}
 
-    /// Whether the target has n pixels or more, so that its pixels cover n + 2 at most, and a rounded n-th.
+    /// Whether the axis shrinks to a rounded n-th, and to n pixels or more, so that each covers n + 2 at most.
     static bool isRounded(const ResampleAxis& axis, int n)
     {
         const std::int64_t rest = axis.source() - std::int64_t(axis.target()) * n;

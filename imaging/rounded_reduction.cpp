@@ -20,7 +20,7 @@ template <int Factor> class ExactReduction
 {
 public:
     ExactReduction(const Bitmap& source, const RoundedAxis& columns, const RoundedAxis& rows)
-        : m_source(source), m_columns(columns), m_rows(rows), m_whole(columns.targetPixel() * rows.targetPixel())
+        : m_source(source), m_columns(columns), m_rows(rows), m_area(columns.targetPixel() * rows.targetPixel())
     {}
 
     // The row that following pixels are in.
@@ -42,7 +42,7 @@ public:
                 ink += across[k] & -std::int64_t(pixels >> (63 - k) & 1); // no branches, as none could be foretold
             sum += ink * m_down[i];
         }
-        return sum >= m_whole - m_whole / 2;
+        return sum >= m_area - m_area / 2;
     }
 
 private:
@@ -64,7 +64,7 @@ private:
     const Bitmap& m_source;
     const RoundedAxis& m_columns;
     const RoundedAxis& m_rows;
-    std::int64_t m_whole;
+    std::int64_t m_area;
     int m_top = 0;
     Weights m_down{};
 };

@@ -41,7 +41,7 @@ HALVORAN_AVX2_INLINE __m256i widePixels(const std::uint64_t* row, const WidePlac
                            _mm256_srlv_epi64(loadWords(row + place.word + 1), place.shiftBack));
 }
 
-/// Whether a row of so many words holds too few from one on to load the pixels of places in it.
+/// Whether loading the pixels of a place in this word of a row, or in the next one, would read outside of the row.
 constexpr bool isAtEdge(std::ptrdiff_t word, std::ptrdiff_t words)
 {
     return word < 0 || word + wideWords + 2 > words;

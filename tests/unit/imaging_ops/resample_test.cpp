@@ -1,7 +1,9 @@
 #include "imaging/byte_reduction.h"
 #include "imaging/error.h"
 #include "imaging/half_by_words.h"
+#include "imaging/reduce.h"
 #include "imaging/resample.h"
+#include "imaging/rounded_reduction.h"
 #include "imaging/running_sums.h"
 #include "picture.h"
 
@@ -74,7 +76,57 @@ TEST(Resample, WholeFactorsAgreeWithThePlainWay)
             const Bitmap bitmap = scanLike({width * factor, 6 * factor}, unsigned(factor));
             EXPECT_TRUE(samePicture(plainlyResampled(bitmap, {width, 6}), resample(bitmap, {width, 6})));
             const Bitmap halfTone = noise({width * factor, 6 * factor}, 0.5, unsigned(factor));
-            EXPECT_TRUE(samePicture(plainlyResampled(halfTone, {width, 6}), resample(halfTone, {width, 6})));
+            const Bitmap expected = plainlyResampled(halfTone, {width, 6});
+            EXPECT_TRUE(samePicture(expected, resample(halfTone, {width, 6})));
+            if (reducesByPowerOfTwo(halfTone.size(), {width, 6})) {
+                Bitmap reduced({width, 6});
+                reduceByPowerOfTwo(halfTone, reduced);
+                EXPECT_TRUE(samePicture(expected, reduced)) << "on processors of any age";
+            }
+        }
+    }
+}
+
+// Ink set pixel by pixel while that brings a target pixel no farther than to half of its area.
+Bitmap nearHalf(Size size, Size target)
+{
+    const auto columns = shares(size.width, target.width);
+    const auto rows = shares(size.height, target.height);
+    const long long area = 1LL * size.width * size.height;
+    Bitmap bitmap(size);
+    std::mt19937 random(unsigned(size.width));
+    for (const auto& across : columns) {
+        for (const auto& down : rows) {
+            long long ink = 0;
+            for (const auto& [x, width] : across) {
+                for (const auto& [y, height] : down)
+                    ink += bitmap.ink(x, y) ? width * height : 0;
+            }
+            for (int i = 0; i < 64; ++i) {
+                const auto& [x, width] = across[random() % across.size()];
+                const auto& [y, height] = down[random() % down.size()];
+                if (!bitmap.ink(x, y) && 2 * (ink + width * height) <= area + 1) {
+                    bitmap.setInk(x, y, true);
+                    ink += width * height;
+                }
+            }
+        }
+    }
+    return bitmap;
+}
+
+// To a half or fourth, either side rounded up or down.
+void expectRoundedParts(const std::vector<Bitmap>& pictures, int factor)
+{
+    const Size size = pictures[0].size();
+    for (const int up : {0, factor - 1}) {
+        const Size target{(size.width + up) / factor, (size.height + up) / factor};
+        std::vector<Bitmap> all = pictures;
+        all.push_back(nearHalf(size, target));
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            SCOPED_TRACE(testing::Message()
+                         << "picture " << i << " of " << size.width << " x " << size.height << " by " << factor);
+            EXPECT_TRUE(samePicture(plainlyResampled(all[i], target), resample(all[i], target)));
         }
     }
 }
@@ -89,16 +141,17 @@ TEST(Resample, HalvesAndFourthsOfAnySidesAgreeWithThePlainWay)
         });
     };
     for (const int factor : {2, 4}) {
-        for (const Size size : {Size{1301, 70}, Size{1300, 71}, Size{1303, 73}, Size{262, 259}, Size{71, 1302}}) {
-            const Bitmap pictures[] = {noise(size, 0.5, unsigned(size.width)), lines(size, 1), lines(size, 2),
-                                       lines(size, 3), made(size, [](int x, int) { return x % 512 < 4; })};
-            for (std::size_t i = 0; i < std::size(pictures); ++i) {
-                SCOPED_TRACE(testing::Message()
-                             << "picture " << i << " of " << size.width << " x " << size.height << " by " << factor);
-                for (const int up : {0, factor - 1}) {
-                    const Size target{(size.width + up) / factor, (size.height + up) / factor};
-                    EXPECT_TRUE(samePicture(plainlyResampled(pictures[i], target), resample(pictures[i], target)));
-                }
+        for (const Size size : {Size{1303, 73}, Size{1301, 72}, Size{1300, 71}, Size{1023, 30}, Size{767, 41},
+                                Size{262, 260}, Size{71, 1302}}) {
+            expectRoundedParts({noise(size, 0.5, unsigned(size.width)), lines(size, 1), lines(size, 2), lines(size, 3),
+                                made(size, [](int x, int) { return x % 512 < 4; })},
+                               factor);
+        }
+        for (int width = factor; width < 24; ++width) {
+            for (int height = factor; height < 24; ++height) {
+                const Size size{width, height};
+                expectRoundedParts({noise(size, 0.5, unsigned(width)), made(size, [](int, int) { return true; })},
+                                   factor);
             }
         }
     }
@@ -123,11 +176,15 @@ TEST(Resample, FewPixelsAreLeftForExactWeights)
         const Size half{size.width / 2, size.height / 2}, fourth{size.width / 4, size.height / 4};
         const ResampleAxis halfColumns(size.width, half.width), halfRows(size.height, half.height);
         const ResampleAxis columns(size.width, fourth.width), rows(size.height, fourth.height);
+        EXPECT_TRUE(reducesToRoundedPart(halfColumns, halfRows));
+        EXPECT_TRUE(reducesToRoundedPart(columns, rows));
+        EXPECT_FALSE(reducesToRoundedPart(columns, halfRows));
         const RoundedAxis byTwo[] = {{halfColumns, 2}, {halfRows, 2}}, byFour[] = {{columns, 4}, {rows, 4}};
         EXPECT_LT(openPixels(ByteReduction<4>(bitmap, byFour[0], byFour[1]), fourth), 12 * 325);
-        EXPECT_LT(openPixels(ByteReduction<2>(bitmap, byTwo[0], byTwo[1]), half), 8 * 650);
         if (HalfByWords::suits(byTwo[0], byTwo[1])) {
             EXPECT_LE(openPixels(HalfByWords(bitmap, byTwo[0], byTwo[1]), half), 2 * 650);
+        } else {
+            EXPECT_LT(openPixels(ByteReduction<2>(bitmap, byTwo[0], byTwo[1]), half), 8 * 650);
         }
     }
 }
