@@ -41,7 +41,7 @@ standin::Failure DrawingSession::save(const std::filesystem::path& path, const V
     shown.center = {view.centre().x, view.centre().y};
     shown.height = view.height();
     shown.aspect = double(view.client().width) / view.client().height;
-    const standin::Failure failure = standin::saveDrawing(path, form);
+    standin::Failure failure = standin::saveDrawing(path, form);
     if (!failure)
         m_modified = false;
     return failure;
