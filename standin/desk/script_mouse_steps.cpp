@@ -8,8 +8,12 @@ HWND Player::focusWindow() const
 {
     const GUITHREADINFO state = inputState(m_foothold.threadId());
     HWND target = state.hwndFocus != nullptr ? state.hwndFocus : state.hwndActive;
-    if (target == nullptr)
-        m_foothold.ask([&] { target = m_frame.view() != nullptr ? m_frame.view()->m_hWnd : m_frame.m_hWnd; });
+    if (target == nullptr) {
+        m_foothold.ask([&] {
+            const DrawingView* view = m_frame.view();
+            target = view != nullptr ? view->m_hWnd : m_frame.m_hWnd;
+        });
+    }
     return target;
 }
 
