@@ -1,5 +1,6 @@
 // A step that does something or other in whatever dialog or menu is open, for runs that work the desk at random.
 
+#include <windows.h>
 #include <array>
 #include <commctrl.h>
 #include <random>

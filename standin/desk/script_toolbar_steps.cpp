@@ -184,9 +184,10 @@ void Player::expectButton(const ControlInState& expected)
                 button = m_eye.button(expected.id);
                 return button.visible && isIn(expected, button.enabled, button.checked);
             },
-            patience))
+            patience)) {
         throw Miss{button.visible ? L"the button is " + stateText(button.enabled, button.checked)
                                   : L"there is no such button to be seen"};
+    }
 }
 
 void Player::expectEntry(const ControlInState& expected)
@@ -198,9 +199,10 @@ void Player::expectEntry(const ControlInState& expected)
                 item = menu != nullptr ? findMenuItem(menu, expected.id) : MenuItem{};
                 return item.found && isIn(expected, item.enabled, item.checked);
             },
-            patience))
+            patience)) {
         throw Miss{item.found ? L"the entry is " + stateText(item.enabled, item.checked)
                               : L"no open menu has such an entry"};
+    }
 }
 
 } // namespace desk::script
