@@ -27,7 +27,7 @@ const CString& GetWorkerPath()
 bool SendToWorker(WorkerMessage& message)
 {
     const std::vector<BYTE> request = SerializeMessage(message);
-    const CString workerPath = GetWorkerPath();
+    const CString& workerPath = GetWorkerPath();
     const DWORD begun = GetTickCount();
     for (int attempt = 0; attempt < attempts; ++attempt) {
         const WorkerRunResult result = RunWorker(workerPath, request.data(), static_cast<DWORD>(request.size()));

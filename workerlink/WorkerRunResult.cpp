@@ -9,8 +9,8 @@ WorkerRunResult::~WorkerRunResult()
 }
 
 WorkerRunResult::WorkerRunResult(WorkerRunResult&& other) noexcept
-    : reply(std::exchange(other.reply, nullptr)), replySize(other.replySize), errorText(other.errorText), ok(other.ok),
-      process(std::exchange(other.process, INVALID_HANDLE_VALUE)),
+    : reply(std::exchange(other.reply, nullptr)), replySize(other.replySize), errorText(std::move(other.errorText)),
+      ok(other.ok), process(std::exchange(other.process, INVALID_HANDLE_VALUE)),
       thread(std::exchange(other.thread, INVALID_HANDLE_VALUE)), processId(other.processId), threadId(other.threadId)
 {}
 

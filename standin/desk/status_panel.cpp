@@ -97,10 +97,11 @@ void StatusPanel::DoPaint(CDC* pDC)
     const int gap = m_fonts.scaled(margin), coordinatesEnd = m_fonts.scaled(coordinatesWidth);
     draw(m_coordinates, {gap, 0, coordinatesEnd, client.bottom}, ink, DT_LEFT);
     memory.FillSolidRect(coordinatesEnd, m_fonts.scaled(5), 1, client.bottom - m_fonts.scaled(9), rule);
-    draw(m_state, {coordinatesEnd + gap, 0, spaceButton().left - gap, client.bottom}, ink, DT_LEFT);
+    const CRect space = spaceButton();
+    draw(m_state, {coordinatesEnd + gap, 0, space.left - gap, client.bottom}, ink, DT_LEFT);
     if (!m_space.empty()) {
-        memory.FillSolidRect(spaceButton(), RGB(0xFF, 0xFF, 0xFF));
-        draw(m_space, spaceButton(), accent, DT_CENTER);
+        memory.FillSolidRect(space, RGB(0xFF, 0xFF, 0xFF));
+        draw(m_space, space, accent, DT_CENTER);
     }
     BitBlt(pDC->GetSafeHdc(), 0, 0, client.Width(), client.Height(), memory.GetSafeHdc(), 0, 0, SRCCOPY);
     SelectObject(memory.GetSafeHdc(), formerFont);
